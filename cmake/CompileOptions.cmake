@@ -1,0 +1,18 @@
+# The flags every target of this project is compiled with; games that link the library see none of them.
+add_library(kobaltrix_options INTERFACE)
+target_compile_features(kobaltrix_options INTERFACE cxx_std_20)
+target_compile_options(
+  kobaltrix_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
+                              -Wnon-virtual-dtor -Wold-style-cast -Wformat=2)
+if(KOBALTRIX_WERROR)
+  target_compile_options(kobaltrix_options INTERFACE -Werror)
+endif()
+if(KOBALTRIX_SANITIZE)
+  set(sanitizers -fsanitize=address,undefined,float-cast-overflow,float-divide-by-zero
+                 -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(kobaltrix_options INTERFACE ${sanitizers})
+  target_link_options(kobaltrix_options INTERFACE ${sanitizers})
+endif()
+if(KOBALTRIX_CHECK_GL)
+  target_compile_definitions(kobaltrix_options INTERFACE KOBALTRIX_CHECK_GL)
+endif()

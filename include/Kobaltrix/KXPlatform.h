@@ -1,0 +1,17 @@
+#pragma once
+
+/// @file
+/// Compiler and platform differences that the public headers need.
+
+#if defined(__GNUC__) || defined(__clang__)
+/// Marks what the shared library exports.
+#define KX_API __attribute__((visibility("default")))
+/// Marks a member of an exported class that serves the library itself; games cannot link to it.
+#define KX_INTERNAL __attribute__((visibility("hidden")))
+/// Lets the compiler check the arguments of a printf-like function.
+#define KX_PRINTF(formatIndex, firstArgument) __attribute__((format(printf, formatIndex, firstArgument)))
+#else
+#define KX_API
+#define KX_INTERNAL
+#define KX_PRINTF(formatIndex, firstArgument)
+#endif

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+
+/// Where the library's time comes from. The platform's clocks by default; tests put their own in.
+struct _KXTimeSource {
+    std::uint64_t (*ticks)();   ///< Milliseconds since some fixed moment.
+    std::time_t (*timeOfDay)(); ///< Seconds of the wall clock.
+};
+
+/// Replaces the time source; null functions stand for the platform's.
+void _KXSetTimeSource(_KXTimeSource source);
+
+/// The tick counter in milliseconds, truncated to 32 bits: it wraps after 49.7 days.
+std::uint32_t _KXTicks();
+
+/// The wall clock in whole seconds.
+std::time_t _KXTimeOfDay();
+
+// The clock of the logic loop. The loop (core module) writes it; timers, keys and interpolators read it.
+inline constinit std::uint32_t _KXLogicSpeed = 1;                     ///< Logic steps per second.
+inline constinit std::uint32_t _KXLogicTimeRequiredPerLogicCycle = 0; ///< Milliseconds per logic step.
+inline constinit std::uint32_t _KXLogicCurrentTime = 0;               ///< Ticks at this frame.
+inline constinit std::uint32_t _KXLogicLastTime = 0;                  ///< Ticks at the end of the last frame.
+inline constinit std::uint32_t _KXLogicTimeElapsed = 0;               ///< Milliseconds owed to the logic.
+inline constinit std::uint32_t _KXLogicCurrentCycles = 0;             ///< Steps still to run this frame.
+inline constinit std::time_t _KXStartTime = 0;                        ///< Second last seen.
+inline constinit std::int64_t _KXElapsedTime = 0;                     ///< Whole seconds counted.
+
+/// The time stamp of an input that has not been reported.
+inline constexpr std::int32_t _KXNeverReported = 0x7FFFFFFF;
+
+/// Whether an input that was reported at logic time @a reportTime and is still held repeats now: true from
+/// the 30th logic step after the report on.
+bool _KXRepeatIsDue(std::int32_t reportTime);

@@ -1,0 +1,227 @@
+#include "input/Keyboard.h"
+
+#include "core/LogicClock.h"
+
+#include <SDL_keycode.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+struct KeyInfo {
+    const char* name;
+    int keycode; // 0: no key of the platform sets it
+};
+
+constexpr const char* unknown = "Unknown";
+
+// Indexed by key number. The key-pad digits share the names of the digits, and the semicolon is called a
+// colon: games that show or store these names rely on them.
+constexpr KeyInfo keys[_KXKeyCount] = {
+    {unknown, 0},
+    {"A", 'a'},
+    {"B", 'b'},
+    {"C", 'c'},
+    {"D", 'd'},
+    {"E", 'e'},
+    {"F", 'f'},
+    {"G", 'g'},
+    {"H", 'h'},
+    {"I", 'i'},
+    {"J", 'j'},
+    {"K", 'k'},
+    {"L", 'l'},
+    {"M", 'm'},
+    {"N", 'n'},
+    {"O", 'o'},
+    {"P", 'p'},
+    {"Q", 'q'},
+    {"R", 'r'},
+    {"S", 's'},
+    {"T", 't'},
+    {"U", 'u'},
+    {"V", 'v'},
+    {"W", 'w'},
+    {"X", 'x'},
+    {"Y", 'y'},
+    {"Z", 'z'},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {unknown, 0},
+    {"Return", SDLK_RETURN},
+    {"Tab", SDLK_TAB},
+    {"Delete", SDLK_DELETE},
+    {"Backspace", SDLK_BACKSPACE},
+    {"\"", SDLK_QUOTE},
+    {",", SDLK_COMMA},
+    {"-", SDLK_MINUS},
+    {".", SDLK_PERIOD},
+    {"/", SDLK_SLASH},
+    {"\\", SDLK_BACKSLASH},
+    {":", SDLK_COLON},
+    {":", SDLK_SEMICOLON},
+    {"(", SDLK_LEFTPAREN},
+    {")", SDLK_RIGHTPAREN},
+    {"[", SDLK_LEFTBRACKET},
+    {"]", SDLK_RIGHTBRACKET},
+    {"Escape", SDLK_ESCAPE},
+    {"`", SDLK_BACKQUOTE},
+    {"0", '0'},
+    {"1", '1'},
+    {"2", '2'},
+    {"3", '3'},
+    {"4", '4'},
+    {"5", '5'},
+    {unknown, 0},
+    {"6", '6'},
+    {"7", '7'},
+    {"8", '8'},
+    {"9", '9'},
+    {"0", SDLK_KP_0},
+    {"1", SDLK_KP_1},
+    {"2", SDLK_KP_2},
+    {"3", SDLK_KP_3},
+    {"4", SDLK_KP_4},
+    {"5", SDLK_KP_5},
+    {"6", SDLK_KP_6},
+    {"7", SDLK_KP_7},
+    {"8", SDLK_KP_8},
+    {"9", SDLK_KP_9},
+    {"Num Pad .", SDLK_KP_PERIOD},
+    {"Num Pad /", SDLK_KP_DIVIDE},
+    {"Num Pad *", SDLK_KP_MULTIPLY},
+    {"Num Pad -", SDLK_KP_MINUS},
+    {"Num Pad +", SDLK_KP_PLUS},
+    {"Num Pad Enter", SDLK_KP_ENTER},
+    {"Num Pad =", SDLK_KP_EQUALS},
+    {"Up", SDLK_UP},
+    {"Right", SDLK_RIGHT},
+    {"Left", SDLK_LEFT},
+    {"Down", SDLK_DOWN},
+    {"Home", SDLK_HOME},
+    {"End", SDLK_END},
+    {"Page Up", SDLK_PAGEUP},
+    {"Page Down", SDLK_PAGEDOWN},
+    {"F1", SDLK_F1},
+    {"F2", SDLK_F2},
+    {"F3", SDLK_F3},
+    {"F4", SDLK_F4},
+    {"F5", SDLK_F5},
+    {"F6", SDLK_F6},
+    {"F7", SDLK_F7},
+    {"F8", SDLK_F8},
+    {"F9", SDLK_F9},
+    {"F10", SDLK_F10},
+    {"F11", SDLK_F11},
+    {"F12", SDLK_F12},
+    {"F13", SDLK_F13},
+    {"F14", SDLK_F14},
+    {"F15", SDLK_F15},
+    {"Left Shift", SDLK_LSHIFT},
+    {"Right Shift", SDLK_RSHIFT},
+    {"Left Alt", SDLK_LALT},
+    {"Right Alt", SDLK_RALT},
+    {"Num Lock", SDLK_NUMLOCKCLEAR},
+    {"Caps Lock", SDLK_CAPSLOCK},
+    {"Scroll Lock", SDLK_SCROLLLOCK},
+    {"Left Super", 0},
+    {"Right Super", 0},
+    {"Right Command", SDLK_RGUI},
+    {"Left Command", SDLK_LGUI},
+    {"Space", SDLK_SPACE},
+    {"=", SDLK_EQUALS},
+    {"Left Control", SDLK_LCTRL},
+    {"Right Control", SDLK_RCTRL},
+};
+
+bool isKey(int key) { return key >= 1 && key < _KXKeyCount; }
+
+void forgetReport(int key) {
+    _KXKeysDown[key] = 0;
+    _KXKeysTextEntryDown[key] = 0;
+    _KXKeysDownTime[key] = _KXNeverReported;
+}
+} // namespace
+
+void _KXInitKeys() { KXUnsetKeys(); }
+
+void KXUnsetKeys() {
+    for (int key = 0; key < _KXKeyCount; ++key) {
+        _KXKeys[key] = 0;
+        forgetReport(key);
+    }
+}
+
+void _KXSetKeyToValue(int keycode, int value) {
+    if (keycode == 0)
+        return;
+    const auto* found = std::find_if(std::begin(keys), std::end(keys),
+                                     [keycode](const KeyInfo& key) { return key.keycode == keycode; });
+    if (found != std::end(keys))
+        _KXKeys[found - keys] = value;
+}
+
+void _KXSetKey(int keycode) { _KXSetKeyToValue(keycode, -1); }
+
+void _KXUnsetKey(int keycode) {
+    _KXSetKeyToValue(keycode, 0);
+    for (int key = 0; key < _KXKeyCount; ++key)
+        if (!_KXKeys[key])
+            forgetReport(key);
+}
+
+int _KXKey(int key, int once, std::int32_t* downTable, int repeat) {
+    if (!isKey(key))
+        return 0;
+    if (!once && _KXKeys[key])
+        return -1;
+    if (once && downTable[key])
+        return repeat && _KXRepeatIsDue(_KXKeysDownTime[key]) ? -1 : 0;
+    if (once && _KXKeys[key]) {
+        downTable[key] = -1;
+        _KXKeysDownTime[key] = static_cast<std::int32_t>(_KXLogicCurrentTime);
+        return -1;
+    }
+    downTable[key] = 0;
+    _KXKeysDownTime[key] = _KXNeverReported;
+    return 0;
+}
+
+int KXKey(int key) { return KXKey(key, 0); }
+
+int KXKey(int key, int once) { return _KXKey(key, once, _KXKeysDown, 0); }
+
+int _KXKeyTextEntry(int key, int once) { return _KXKey(key, once, _KXKeysTextEntryDown, 0); }
+
+int KXKeyWithDelayedRepeat(int key) { return _KXKey(key, -1, _KXKeysDown, -1); }
+
+int KXKeyPressed() {
+    const auto* held =
+        std::find_if(std::begin(_KXKeys), std::end(_KXKeys), [](std::int32_t key) { return key; });
+    return held == std::end(_KXKeys) ? 0 : static_cast<int>(held - _KXKeys);
+}
+
+const char* KXKeyToString(int key) { return isKey(key) ? keys[key].name : unknown; }

@@ -1,0 +1,3 @@
+#include "render/RenderContext.h"
+
+KXRenderContext* KXCurrentRenderContext() { return _KXCurrentRenderContext; }

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <Kobaltrix/KXString.h>
+
+/// Frees every temporary string, oldest first, and empties the pool.
+void _KXCleanTempStrings();
+
+/// A block of @a size bytes that begins with an empty text, for the caller to free(); null for a size below 1
+/// or when memory is exhausted.
+char* _KXMakeString(int size);
+
+/// Nesting count of KXDisableTemporaryStringCleanup(); the pool is freed after a step only while it is 0.
+inline constinit int _KXTemporaryStringCleanupDisabledCount = 0;
