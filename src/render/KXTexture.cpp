@@ -301,9 +301,11 @@ void KXTexture::drawNineSlice(KXPoint position, KXSize size, int corner, float o
     const auto columns = bands(_size.width, position.x, size.width);
     const auto rows = bands(_size.height, position.y, size.height);
     const auto slice = [&](int column, int row) {
-        const Band& horizontal = columns[column];
-        const Band& vertical = rows[row];
-        draw(horizontal.from, vertical.from, horizontal.to, vertical.to, horizontal.extent, vertical.extent,
+        const Band &horizontal = columns[column], &vertical = rows[row];
+        // Corners keep the size they have on the texture; an edge is as thick as they ought to be.
+        const int thickness = column == 1 || row == 1 ? corner : -1;
+        draw(horizontal.from, vertical.from, horizontal.to, vertical.to,
+             column == 1 ? horizontal.extent : thickness, row == 1 ? vertical.extent : thickness,
              horizontal.position, vertical.position, opacity, 1, 0, 0, -1);
     };
     constexpr int order[9][2] = {{0, 0}, {2, 0}, {0, 2}, {2, 2}, {1, 0}, {1, 2}, {0, 1}, {2, 1}, {1, 1}};
