@@ -103,24 +103,17 @@ TEST_F(Mouse, NumbersThatAreNoButton) {
         EXPECT_EQ(KXMouse(number), 0) << number;
 }
 
-TEST_F(Mouse, MotionIsKeptUntilTheNext) {
-    const struct { int x, y, xrel, yrel; } rows[] = {{10, 20, 3, -4}, {-1, -2, 0, 0}};
-    for (const auto& row : rows) {
-        SDL_MouseMotionEvent event = {};
-        event.x = row.x;
-        event.y = row.y;
-        event.xrel = row.xrel;
-        event.yrel = row.yrel;
-        _KXSetMouseMotion(event);
-        EXPECT_EQ(KXMouseX, row.x);
-        EXPECT_EQ(KXMouseY, row.y);
-        EXPECT_EQ(KXMousePoint.x, row.x);
-        EXPECT_EQ(KXMousePoint.y, row.y);
-        EXPECT_EQ(KXMouseXRelative, row.xrel);
-        EXPECT_EQ(KXMouseYRelative, row.yrel);
-        EXPECT_EQ(KXMousePointRelative.x, row.xrel);
-        EXPECT_EQ(KXMousePointRelative.y, row.yrel);
-    }
+TEST_F(Mouse, Motion) {
+    SDL_MouseMotionEvent event = {};
+    event.x = 10;
+    event.y = -20;
+    event.xrel = 3;
+    event.yrel = -4;
+    _KXSetMouseMotion(event);
+    EXPECT_EQ((std::array{KXMouseX, KXMouseY, KXMouseXRelative, KXMouseYRelative}),
+              (std::array{10, -20, 3, -4}));
+    EXPECT_EQ((std::array{KXMousePoint.x, KXMousePoint.y, KXMousePointRelative.x, KXMousePointRelative.y}),
+              (std::array{10.f, -20.f, 3.f, -4.f}));
 }
 
 TEST_F(Mouse, CursorAndPositionOnTheDesktop) {
