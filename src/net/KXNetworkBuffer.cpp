@@ -31,13 +31,12 @@ void KXNetworkBufferPutL(char* destination, long value) {
 long KXNetworkBufferGetL(const char* source) {
     if (!source)
         return 0;
-    // What becomes of bytes above 0x7F is part of the format: bytes 0 to 5 carry their sign upwards, the last
-    // two do not, and byte 0 joins in only after the number has been widened.
+    // What becomes of bytes above 0x7F is part of the format: they carry their sign upwards within the number
+    // (for the last two there is nothing above that would hold it), and byte 0, which joins in only after the
+    // number has been widened, carries it through the whole long.
     std::uint32_t word = 0;
-    for (int i = 1; i < 6; ++i)
+    for (int i = 1; i < 8; ++i)
         word |= static_cast<std::uint32_t>(static_cast<std::int8_t>(source[i])) << (4 * i);
-    for (int i = 6; i < 8; ++i)
-        word |= static_cast<std::uint32_t>(static_cast<std::uint8_t>(source[i])) << (4 * i);
     return static_cast<long>(static_cast<std::int32_t>(word)) | static_cast<std::int8_t>(source[0]);
 }
 

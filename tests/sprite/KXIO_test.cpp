@@ -100,6 +100,7 @@ TEST_F(ValueIO, NumbersAreLittleEndian) {
                   // The largest long would read as the failure -1 in its low 32 bits.
                   {infinity, 9223371487098961920, "\0\0\x80\x7f"s},
                   {1e30f, 9223371487098961920, "\xca\xf2\x49\x71"},
+                  {-0x1p62f, -0x4000000000000000, "\0\0\x80\xde"s},
                   {-0x1p63f, LONG_MIN, "\0\0\0\xdf"s},
                   {NAN, 0, "\0\0\xc0\x7f"s}};
     for (const auto& one : floats) {
