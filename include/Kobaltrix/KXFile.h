@@ -30,8 +30,8 @@ KX_API int KXRemoveDirectory(const char* path);
 
 /// The full paths of everything in a folder, "." and ".." included, in byte-wise order; empty if @a path is
 /// no folder that can be read. Files and folders look alike: ask KXIsDirectory().
-/// @return the caller's own list, of temporary strings: never free them, and copy them to keep them longer
-///   than the current logic step.
+/// @return the caller's own list, of temporary strings (so cut to 1023 bytes): never free them, and copy them
+///   to keep them longer than the current logic step.
 KX_API std::list<char*> KXDirectoryContents(const char* path);
 
 /// Creates one folder; its parent must exist.
@@ -42,7 +42,8 @@ KX_API int KXMakeDirectory(const char* path);
 /// null. The caller frees the result with free().
 KX_API char* KXGetFilename(const char* path);
 
-/// Joins two paths with exactly one '/' between them. A temporary string; null when either is null.
+/// Joins two paths with exactly one '/' between them. A temporary string (so cut to 1023 bytes); null when
+/// either is null.
 KX_API const char* KXAppendPath(const char* a, const char* b);
 
 /// The folder that holds @a path, with its trailing '/' ("a/b/" for "a/b/c", "a/" for "a/b/"); null when the

@@ -215,11 +215,15 @@ TEST_F(Files, RemoveDirectoryAtAnyDepth) {
         ASSERT_EQ(chdir(name.c_str()), 0);
     }
     ASSERT_EQ(chdir(before.c_str()), 0);
-    // Out of file handles it fails in a defined way, and harms nothing.
+    const std::filesystem::path inside = std::filesystem::path(folder / "deep") / name / name / name;
+    std::ofstream(inside / "file") << "content";
+    // Out of file handles it does what it can and tells truly whether anything went, however deep that was.
     rlimit limit;
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
     const rlimit few = {30, limit.rlim_max};
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+    EXPECT_EQ(KXRemoveDirectory((folder / "deep").c_str()), 0) << "the file went";
+    EXPECT_FALSE(std::filesystem::exists(inside / "file"));
     EXPECT_EQ(KXRemoveDirectory((folder / "deep").c_str()), -1);
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
     EXPECT_EQ(KXRemoveDirectory((folder / "deep").c_str()), 0);
