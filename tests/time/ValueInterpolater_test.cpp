@@ -68,6 +68,10 @@ TEST_F(ValueInterpolater, ResetStartsOverFromEveryState) {
         expectTrace(interpolater, "12344432100!00012344432100!0!0!0!0!");
         expectTrace(copy, "12344432100!000"); // a copy goes on by itself
     }
+    KXValueInterpolater slow(2, 1, 0, 0, 100, 0, 0, 0, 0, linear);
+    expectTrace(slow, "022");
+    slow.reset();
+    expectTrace(slow, "222444!"); // the count of ticks to the next change starts over, too
     KXValueInterpolater endless(1, 1, 0, 0, 100, -1, 0, 0, 0, linear);
     expectTrace(endless, "12344!1");
     endless.reset();
