@@ -218,7 +218,7 @@ void KXTexture::clear() {
                         emptyRow.data());
 }
 
-void KXTexture::draw(int x, int y, int transformed) { draw(x, y, 1, 1, 0, 0, transformed); }
+void KXTexture::draw(int x, int y, int transformed) { draw(x, y, 1.0f, 1.0f, 0, 0, transformed); }
 
 void KXTexture::draw(int x, int y, float opacity, float scale, int rotation, int flips, int transformed) {
     draw(0, 0, static_cast<int>(_size.width), static_cast<int>(_size.height), -1, -1, x, y, opacity, scale,
@@ -226,7 +226,7 @@ void KXTexture::draw(int x, int y, float opacity, float scale, int rotation, int
 }
 
 void KXTexture::draw(int sx1, int sy1, int sx2, int sy2, int x, int y, int transformed) {
-    draw(sx1, sy1, sx2, sy2, -1, -1, x, y, 1, 1, 0, 0, transformed);
+    draw(sx1, sy1, sx2, sy2, -1, -1, x, y, 1.0f, 1.0f, 0, 0, transformed);
 }
 
 void KXTexture::draw(int sx1, int sy1, int sx2, int sy2, int x, int y, float opacity, float scale,

@@ -41,8 +41,9 @@ void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
     const unsigned previous = _KXCurrentGraphicsContext;
 
     SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
-    const Uint32 flags =
-        SDL_WINDOW_OPENGL | SDL_WINDOW_ALLOW_HIGHDPI | (resizable ? SDL_WINDOW_RESIZABLE : 0u);
+    Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_ALLOW_HIGHDPI;
+    if (resizable)
+        flags |= SDL_WINDOW_RESIZABLE;
     // The platform would start itself, and would make a window of any size, if it were asked.
     if (SDL_WasInit(SDL_INIT_VIDEO) && width > 0 && height > 0)
         _window = SDL_CreateWindow(title ? title : "", SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,

@@ -2,6 +2,8 @@
 
 #include <SDL_opengl.h>
 
+#include <initializer_list>
+
 /// Tightly packed rows for uploads and read-backs while the scope lasts, whatever the game has set.
 class _KXTightPixelStore {
 public:

@@ -85,7 +85,7 @@ KXTexture* KXWindow::_scaledToPoints(KXTexture& texture) {
     glDisable(GL_SCISSOR_TEST);
     glDisable(GL_BLEND);
     glEnable(GL_TEXTURE_2D);
-    texture.draw(0, 0, 1, points.width / texture.size().width, 0, 0, -1);
+    texture.draw(0, 0, 1.0f, points.width / texture.size().width, 0, 0, -1);
     scaled->unsetRenderContext();
     glMatrixMode(GL_MODELVIEW);
     glPopMatrix();
