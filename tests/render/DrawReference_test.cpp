@@ -73,16 +73,20 @@ struct DrawReference : WindowTest {
 
     int between(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random); }
 
+    // No scale or stretch puts the border between two texels on the middle of a pixel, where the last bit of
+    // a float would decide which of them shows.
     Parameters randomParameters() {
-        const float scales[] = {1, 1, 2, 0.5f, 1.7f};
+        const float scales[] = {1, 1, 2, 0.61f, 1.37f};
         const int flips[] = {0, 2, 4, 6};
         Parameters p = {};
         p.sx1 = between(-5, 18);
         p.sy1 = between(-5, 10);
         p.sx2 = between(p.sx1 - 2, 26);
         p.sy2 = between(p.sy1 - 2, 18);
-        p.width = between(0, 2) ? -1 : between(0, 30);
-        p.height = between(0, 2) ? -1 : between(0, 30);
+        const int sourceWidth = std::min(p.sx2, textureWidth) - std::max(p.sx1, 0);
+        const int sourceHeight = std::min(p.sy2, textureHeight) - std::max(p.sy1, 0);
+        p.width = between(0, 2) ? -1 : std::max(0, sourceWidth * between(0, 3));
+        p.height = between(0, 2) ? -1 : std::max(0, sourceHeight * between(0, 3));
         p.x = between(-10, 55);
         p.y = between(-10, 40);
         p.opacity = between(0, 1) ? 1.0f : 0.6f;
@@ -93,12 +97,8 @@ struct DrawReference : WindowTest {
         return p;
     }
 
-    // Whole pixels leave no room for rounding. Otherwise an edge may pass through the very middle of a pixel,
-    // where the last bit of a float decides.
-    static int allowedDifference(const Parameters& p) {
-        const bool wholePixels = !p.transformed || (p.rotation % 90 == 0 && (p.scale == 1 || p.scale == 2));
-        return wholePixels ? 0 : 3;
-    }
+    // A quad turned by an odd angle may have an edge that passes through the very middle of a pixel.
+    static int allowedDifference(const Parameters& p) { return p.transformed && p.rotation % 90 ? 3 : 0; }
 
     static Image pictureOf(const Drawing& drawing, const Picture& picture) {
         fill({0.2f, 0.3f, 0.4f, 1});
@@ -135,7 +135,7 @@ TEST_F(DrawReference, InAWindow) {
         shown += compare(
             p, [this] { return Image::of(*window); }, allowedDifference(p));
     }
-    EXPECT_GT(shown, 200);
+    EXPECT_GT(shown, 150);
 }
 
 TEST_F(DrawReference, InARenderTarget) {
@@ -147,7 +147,7 @@ TEST_F(DrawReference, InARenderTarget) {
         shown += compare(
             p, [&target] { return Image::of(target); }, allowedDifference(p));
     }
-    EXPECT_GT(shown, 100);
+    EXPECT_GT(shown, 75);
     target.unsetRenderContext();
 }
 
@@ -166,7 +166,7 @@ TEST_F(DrawReference, InThreeDimensionsWithCulling) {
         shown += seen;
         culled += !seen && p.transformed && (p.flips == 2 || p.flips == 4);
     }
-    EXPECT_GT(shown, 60);
+    EXPECT_GT(shown, 45);
     EXPECT_GT(culled, 20) << "a mirrored quad shows its back";
 }
 
