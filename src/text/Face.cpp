@@ -1,0 +1,113 @@
+#include "text/Face.h"
+
+#include "text/GlyphAtlas.h"
+#include "text/GlyphOwner.h"
+#include "text/Utf8.h"
+
+#include <SDL_opengl.h>
+
+#include <type_traits>
+
+namespace {
+// FTGL's texture fonts bind their textures and set the texture environment without restoring them.
+class TextureStateScope {
+public:
+    TextureStateScope() {
+        glGetIntegerv(GL_TEXTURE_BINDING_2D, &_texture);
+        glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &_mode);
+    }
+    ~TextureStateScope() {
+        glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(_texture));
+        if (_mode != GL_MODULATE)
+            glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, _mode);
+    }
+    TextureStateScope(const TextureStateScope&) = delete;
+    TextureStateScope& operator=(const TextureStateScope&) = delete;
+
+private:
+    GLint _texture = 0;
+    GLint _mode = GL_MODULATE;
+};
+
+template<class Base>
+class Face final : public Base {
+public:
+    explicit Face(const char* path) : Base(path), _opened(Base::Error() == 0) {}
+    ~Face() override { forgetGlyphs(); }
+
+    using Base::Advance;
+    using Base::BBox;
+    using Base::FaceSize;
+    using Base::Render;
+
+    bool FaceSize(const unsigned size, const unsigned resolution) override {
+        if (!_opened)
+            return false;
+        const _KXGlyphOwnerScope scope(_owner);
+        _atlas.clear();
+        _owner = {};
+        _sized = Base::FaceSize(size, resolution);
+        return _sized;
+    }
+
+    FT_Error Error() const override { return _sized ? 0 : FT_Err_Invalid_Size_Handle; }
+
+    FTBBox BBox(const char* text, const int length, FTPoint position, FTPoint spacing) override {
+        return prepare(text) ? Base::BBox(_KXLegibleText(text).get(), length, position, spacing) : FTBBox();
+    }
+
+    float Advance(const char* text, const int length, FTPoint spacing) override {
+        return prepare(text) ? Base::Advance(_KXLegibleText(text).get(), length, spacing) : 0.0f;
+    }
+
+    FTPoint Render(const char* text, const int length, FTPoint position, FTPoint spacing, int mode) override {
+        if (!prepare(text) || !_KXGlyphOwner::contextIsCurrent())
+            return position;
+        const _KXLegibleText legible(text);
+        if constexpr (usesTextures) {
+            const TextureStateScope scope;
+            return Base::Render(legible.get(), length, position, spacing, mode);
+        } else
+            return Base::Render(legible.get(), length, position, spacing, mode);
+    }
+
+protected:
+    FTGlyph* MakeGlyph(FT_GlyphSlot slot) override {
+        if (!_KXGlyphOwner::contextIsCurrent())
+            return nullptr;
+        _owner.take();
+        if constexpr (usesTextures)
+            return _atlas.makeGlyph(slot);
+        else
+            return Base::MakeGlyph(slot);
+    }
+
+private:
+    static constexpr bool usesTextures = std::is_same_v<Base, FTTextureFont>;
+
+    bool prepare(const char* text) {
+        if (_owner.isForeign())
+            forgetGlyphs();
+        return _sized && text;
+    }
+
+    // Setting the size, even the same one, is what makes FTGL let go of its glyphs.
+    void forgetGlyphs() {
+        if (_owner.exists())
+            FaceSize(Base::FaceSize(), 72);
+    }
+
+    bool _opened;
+    bool _sized = false;
+    _KXGlyphOwner _owner;
+    _KXGlyphAtlas _atlas;
+};
+} // namespace
+
+std::unique_ptr<FTFont> _KXOpenFace(const char* path, KXAliasMode mode) {
+    if (!path)
+        path = "";
+    if (mode == KXAliasModePolygon)
+        return std::make_unique<Face<FTPolygonFont>>(path);
+    return std::make_unique<Face<FTTextureFont>>(path);
+}
