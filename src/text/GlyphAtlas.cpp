@@ -42,10 +42,17 @@ struct Extent {
 static Extent extentOf(FT_GlyphSlot slot) {
     if (slot->format != FT_GLYPH_FORMAT_OUTLINE)
         return {static_cast<long>(slot->bitmap.width), static_cast<long>(slot->bitmap.rows)};
-    FT_BBox box;
-    FT_Outline_Get_CBox(&slot->outline, &box);
-    const auto pixels = [](FT_Pos low, FT_Pos high) { return ((high + 63) >> 6) - (low >> 6); };
-    return {pixels(box.xMin, box.xMax), pixels(box.yMin, box.yMax)};
+    const FT_Outline& outline = slot->outline;
+    if (outline.n_points < 1)
+        return {0, 0};
+    FT_Vector low = outline.points[0], high = low; // of all points, also those that only steer a curve
+    for (int i = 1; i < outline.n_points; ++i) {
+        const FT_Vector& point = outline.points[i];
+        low = {std::min(low.x, point.x), std::min(low.y, point.y)};
+        high = {std::max(high.x, point.x), std::max(high.y, point.y)};
+    }
+    const auto pixels = [](FT_Pos from, FT_Pos to) { return ((to + 63) >> 6) - (from >> 6); };
+    return {pixels(low.x, high.x), pixels(low.y, high.y)};
 }
 
 FTGlyph* _KXGlyphAtlas::makeGlyph(FT_GlyphSlot slot) {
