@@ -11,7 +11,7 @@
 #endif
 
 static std::string_view between(const char* begin, const char* end) {
-    return begin < end ? std::string_view(begin, static_cast<std::size_t>(end - begin)) : std::string_view();
+    return {begin, begin < end ? static_cast<std::size_t>(end - begin) : 0};
 }
 
 // The game's locale may expect a decimal comma, which is what separates the components here. No number runs
