@@ -329,41 +329,85 @@ TEST_F(Font, TheGamesStateIsLeftAlone) {
     glDeleteTextures(1, &texture);
 }
 
+// The textures and display lists that a game has in the current context.
+struct Names {
+    static constexpr int count = 40;
+    GLuint textures[count];
+    GLuint lists = glGenLists(count);
+    Names() {
+        glGenTextures(count, textures);
+        for (int i = 0; i < count; ++i) {
+            glBindTexture(GL_TEXTURE_2D, textures[i]);
+            glNewList(lists + i, GL_COMPILE);
+            glEndList();
+        }
+        glBindTexture(GL_TEXTURE_2D, 0);
+    }
+    ~Names() {
+        glDeleteTextures(count, textures);
+        glDeleteLists(lists, count);
+    }
+    // No more and no fewer than these must exist.
+    static void expectAlive() {
+        int aliveTextures = 0, aliveLists = 0;
+        for (GLuint name = 1; name < 1000; ++name) {
+            aliveTextures += glIsTexture(name) ? 1 : 0;
+            aliveLists += glIsList(name) ? 1 : 0;
+        }
+        EXPECT_EQ(aliveTextures, +count);
+        EXPECT_EQ(aliveLists, +count);
+    }
+};
+
 TEST_F(Font, GlyphsFollowTheContext) {
     for (const int mode : {1, 2}) {
+        window.makeCurrent();
+        const Names names; // a font that deletes its glyphs in the wrong context hits these
         auto font = std::make_unique<KXFont>(testFont(), mode);
         const auto print = [&] { font->print({5, 5}, white, "Text in mode %d", mode); };
         const auto expected = window.draw(print);
         auto other = std::make_unique<TextWindow>();
         EXPECT_TRUE(other->draw(print) == expected);
-        // A name of the first window's that a font deleting blindly would hit.
         window.makeCurrent();
-        std::vector<GLuint> names(8);
-        glGenTextures(8, names.data());
-        for (const GLuint name : names)
-            glBindTexture(GL_TEXTURE_2D, name);
-        const GLuint lists = glGenLists(32);
-        for (GLuint i = 0; i < 32; ++i)
-            glNewList(lists + i, GL_COMPILE), glEndList();
+        Names::expectAlive();
         font->setSize(11);
+        Names::expectAlive();
         font->setSize(10);
         EXPECT_TRUE(window.draw(print) == expected);
         other->makeCurrent();
         EXPECT_TRUE(other->draw(print) == expected);
-        // Its window is gone, and a new one may be given the same address.
+        // Its window is gone, and the new one's context may have the old one's address.
         other.reset();
         other = std::make_unique<TextWindow>();
         EXPECT_TRUE(other->draw(print) == expected);
+        other.reset();
         window.makeCurrent();
+        font->setSize(11);
+        Names::expectAlive();
+        window.draw(print);
+        other = std::make_unique<TextWindow>();
+        SDL_GLContext current = SDL_GL_GetCurrentContext();
         font.reset();
-        EXPECT_EQ(SDL_GL_GetCurrentContext() != nullptr, true);
-        for (const GLuint name : names)
-            EXPECT_TRUE(glIsTexture(name));
-        for (GLuint i = 0; i < 32; ++i)
-            EXPECT_TRUE(glIsList(lists + i));
-        glDeleteTextures(8, names.data());
-        glDeleteLists(lists, 32);
+        EXPECT_EQ(SDL_GL_GetCurrentContext(), current);
+        window.makeCurrent();
+        Names::expectAlive();
     }
+}
+
+TEST_F(Font, NeighboursInTheTextureDoNotShow) {
+    KXFont lonely(testFont(), 2), crowded(testFont(), 2);
+    for (const char* some : {"MWHj", "|gQ@", "#&%%Z", "x[]{}"})
+        crowded.print({0, 0}, white, "%s%s", some, "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789");
+    const auto enlarged = [&](KXFont& font, char c) {
+        return window.draw([&] {
+            glPushMatrix();
+            glScalef(4.3f, 4.3f, 1);
+            font.print({3.4f, 0.3f}, white, "%c", c);
+            glPopMatrix();
+        });
+    };
+    for (const char c : std::string("MWHj|gQ@#&Zx[]ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"))
+        EXPECT_LE(largestDifference(enlarged(lonely, c), enlarged(crowded, c)), 2) << c;
 }
 
 TEST_F(Font, WithoutAContextGlyphsWait) {
