@@ -4,31 +4,9 @@
 #include "text/GlyphOwner.h"
 #include "text/Utf8.h"
 
-#include <SDL_opengl.h>
-
 #include <type_traits>
 
 namespace {
-// FTGL's texture fonts bind their textures and set the texture environment without restoring them.
-class TextureStateScope {
-public:
-    TextureStateScope() {
-        glGetIntegerv(GL_TEXTURE_BINDING_2D, &_texture);
-        glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &_mode);
-    }
-    ~TextureStateScope() {
-        glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(_texture));
-        if (_mode != GL_MODULATE)
-            glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, _mode);
-    }
-    TextureStateScope(const TextureStateScope&) = delete;
-    TextureStateScope& operator=(const TextureStateScope&) = delete;
-
-private:
-    GLint _texture = 0;
-    GLint _mode = GL_MODULATE;
-};
-
 template<class Base>
 class Face final : public Base {
 public:
@@ -63,12 +41,7 @@ public:
     FTPoint Render(const char* text, const int length, FTPoint position, FTPoint spacing, int mode) override {
         if (!prepare(text) || !_KXGlyphOwner::contextIsCurrent())
             return position;
-        const _KXLegibleText legible(text);
-        if constexpr (usesTextures) {
-            const TextureStateScope scope;
-            return Base::Render(legible.get(), length, position, spacing, mode);
-        } else
-            return Base::Render(legible.get(), length, position, spacing, mode);
+        return Base::Render(_KXLegibleText(text).get(), length, position, spacing, mode);
     }
 
 protected:

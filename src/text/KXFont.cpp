@@ -93,6 +93,28 @@ float KXFont::fullHeight() const {
     return ascender() + static_cast<float>(std::abs(_KXTruncate(descender())));
 }
 
+namespace {
+// FTGL's texture fonts bind their textures and set the texture environment without restoring them.
+class TextureStateScope {
+public:
+    TextureStateScope() {
+        glGetIntegerv(GL_TEXTURE_BINDING_2D, &_texture);
+        glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &_mode);
+    }
+    ~TextureStateScope() {
+        glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(_texture));
+        if (_mode != GL_MODULATE)
+            glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, _mode);
+    }
+    TextureStateScope(const TextureStateScope&) = delete;
+    TextureStateScope& operator=(const TextureStateScope&) = delete;
+
+private:
+    GLint _texture = 0;
+    GLint _mode = GL_MODULATE;
+};
+} // namespace
+
 // Renders a piece of a text and moves on by its advance. FTGL reads to the terminator, so the piece, which
 // points into @a buffer, is terminated in place meanwhile.
 static void renderPiece(FTFont& font, KXColor color, char* buffer, std::string_view piece) {
@@ -137,7 +159,10 @@ void KXFont::print(KXPoint p, KXColor c, const char* format, ...) {
     glTranslatef(p.x, std::ceil(-ascender()) - p.y + std::ceil(-descender()), 0);
     if (const KXPoint* offset = _offset())
         glTranslatef(offset->x, -offset->y, 0);
-    renderSpans(*_font, c, text);
+    {
+        const TextureStateScope scope;
+        renderSpans(*_font, c, text);
+    }
     if (_aliasMode == KXAliasModePolygon)
         glEnable(GL_TEXTURE_2D);
     glPopMatrix();
