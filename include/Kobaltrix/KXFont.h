@@ -1,0 +1,101 @@
+#pragma once
+
+#include <Kobaltrix/KXTypes.h>
+
+/// @file
+/// Text from TrueType and OpenType files, and the cache that shares fonts between widgets.
+///
+/// Text is UTF-8 and always one line: line breaks and tabs are drawn as whatever the font has for them. Bytes
+/// that are not UTF-8 count as question marks. Everything needs the thread that owns the OpenGL context, and
+/// measuring or printing needs a current context; without one, glyphs that were never used before measure as
+/// nothing and nothing is drawn.
+///
+/// Printed text may change its colour: `{C1,0,0,1}red{EC} rest` prints "red" in red. The four numbers are
+/// red, green, blue and alpha from 0.0 to 1.0 with a decimal point; spans do not nest, and an incomplete one
+/// is printed as it stands. The colour's end is the first closing brace of the text since the span before,
+/// so a plain closing brace ahead of a span spoils that span.
+
+class FTFont;
+
+// The destructor is not virtual: a class derived from this one is deleted through its own type.
+#if defined(__GNUC__) || defined(__clang__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#endif
+
+/// One font file at one size at a time. Fonts are usually shared through the library's font cache.
+///
+/// Its glyphs live in the OpenGL context they were first used in. Used in another one they are made again
+/// there, so a game with several windows keeps one font for each.
+class KX_API KXFont {
+public:
+    /// Loads a font at a size of 10 points. A file that is missing or no font gives an object that measures
+    /// 0, prints nothing and fails setSize() with "Unable to set font face size" in KXError().
+    /// Throws std::bad_alloc when memory is exhausted.
+    /// @param path the font file; only read. @param mode a #KXAliasMode, others count as
+    /// #KXAliasModeTexture.
+    KXFont(const char* path, int mode);
+    /// There is no font without a file: throws std::bad_alloc.
+    KXFont();
+    ~KXFont();
+    KXFont(const KXFont&) = delete;
+    KXFont& operator=(const KXFont&) = delete;
+
+    /// Sets the size. @param size points; one point is one pixel of the drawing space.
+    /// @return -1 on success and for the size in use, 0 on failure with the old size kept and
+    /// "Unable to set font face size" in KXError(). Negative sizes and those above 65535 fail.
+    virtual int setSize(int size);
+    /// The size in points; 0 for a font that could not be loaded.
+    int getSize() const;
+
+    /// Sets by how many pixels text is moved right and down at a size of @a size points.
+    void setRenderingOffsetForSize(int size, KXPoint offset);
+    /// The offset set for the size in use, whatever @a size is; (0, 0) if none was set.
+    KXPoint renderingOffsetForSize(int size) const;
+
+    /// Pixels that the ink of a text covers, colour spans not counted. The first 1023 visible bytes count.
+    KXSize stringBounds(const char* text) const;
+    /// Pixels that the ink of a text covers. @param raw 0 measures what print() shows; otherwise colour spans
+    /// are measured as they are written, at any length.
+    KXSize stringBounds(const char* text, int raw) const;
+    /// Pixels from one line to the next.
+    float lineHeight() const;
+    /// Pixels from the baseline to the top of the tallest glyph.
+    float ascender() const;
+    /// Pixels from the baseline to the bottom of the lowest glyph, normally negative.
+    float descender() const;
+    /// Pixels by which a text moves the pen, colour spans measured as they are written.
+    float advance(const char* text) const;
+    /// The ascender and the descender's whole pixels together.
+    float fullHeight() const;
+
+    /// Formats like printf and prints the text, cut to 1023 bytes between two characters.
+    ///
+    /// Leaves the current OpenGL colour at @a c and, with #KXAliasModePolygon, 2D texturing enabled; all
+    /// other state is as before.
+    /// @param p the top-left corner; the baseline lies at p.y + floor(ascender) + floor(descender).
+    /// @param c the colour outside of colour spans. @param format null prints nothing.
+    void print(KXPoint p, KXColor c, const char* format, ...) KX_PRINTF(4, 5);
+
+    // Used by the library itself.
+    KX_INTERNAL KXAliasMode _aliasModeInUse() const;
+
+private:
+    struct Offsets;
+    KX_INTERNAL const KXPoint* _offset() const;
+
+    FTFont* _font;
+    Offsets* _offsets;
+    int _size;
+    KXAliasMode _aliasMode;
+};
+
+#if defined(__GNUC__) || defined(__clang__)
+#pragma GCC diagnostic pop
+#endif
+
+/// Deletes every font in the cache. Widgets that still use one must not be drawn any more, and the
+/// user-interface font must be set again.
+KX_API void KXClearGUIFontCache();
+/// Number of fonts in the cache; 0 before KXInit().
+KX_API int KXGUIFontCacheSize();

@@ -1,0 +1,86 @@
+#include "text/Face.h"
+
+#include "text/GlyphAtlas.h"
+#include "text/GlyphOwner.h"
+#include "text/Utf8.h"
+
+#include <type_traits>
+
+namespace {
+template<class Base>
+class Face final : public Base {
+public:
+    explicit Face(const char* path) : Base(path), _opened(Base::Error() == 0) {}
+    ~Face() override { forgetGlyphs(); }
+
+    using Base::Advance;
+    using Base::BBox;
+    using Base::FaceSize;
+    using Base::Render;
+
+    bool FaceSize(const unsigned size, const unsigned resolution) override {
+        if (!_opened)
+            return false;
+        const _KXGlyphOwnerScope scope(_owner);
+        _atlas.clear();
+        _owner = {};
+        _sized = Base::FaceSize(size, resolution);
+        return _sized;
+    }
+
+    FT_Error Error() const override { return _sized ? 0 : FT_Err_Invalid_Size_Handle; }
+
+    FTBBox BBox(const char* text, const int length, FTPoint position, FTPoint spacing) override {
+        return prepare(text) ? Base::BBox(_KXLegibleText(text).get(), length, position, spacing) : FTBBox();
+    }
+
+    float Advance(const char* text, const int length, FTPoint spacing) override {
+        return prepare(text) ? Base::Advance(_KXLegibleText(text).get(), length, spacing) : 0.0f;
+    }
+
+    FTPoint Render(const char* text, const int length, FTPoint position, FTPoint spacing, int mode) override {
+        if (!prepare(text) || !_KXGlyphOwner::contextIsCurrent())
+            return position;
+        return Base::Render(_KXLegibleText(text).get(), length, position, spacing, mode);
+    }
+
+protected:
+    FTGlyph* MakeGlyph(FT_GlyphSlot slot) override {
+        if (!_KXGlyphOwner::contextIsCurrent())
+            return nullptr;
+        _owner.take();
+        if constexpr (usesTextures)
+            return _atlas.makeGlyph(slot);
+        else
+            return Base::MakeGlyph(slot);
+    }
+
+private:
+    static constexpr bool usesTextures = std::is_same_v<Base, FTTextureFont>;
+
+    bool prepare(const char* text) {
+        if (_owner.isForeign())
+            forgetGlyphs();
+        return _sized && text;
+    }
+
+    // Setting the size, even the same one, is what makes FTGL let go of its glyphs.
+    void forgetGlyphs() {
+        if (_owner.exists())
+            FaceSize(Base::FaceSize(), 72);
+    }
+
+    bool _opened;
+    bool _sized = false;
+    _KXGlyphOwner _owner;
+    _KXGlyphAtlas _atlas;
+};
+} // namespace
+
+std::unique_ptr<FTFont> _KXOpenFace(const char* path, KXAliasMode mode) {
+    if (!path)
+        path = "";
+    if (mode == KXAliasModePolygon)
+        return std::make_unique<Face<FTPolygonFont>>(path);
+    return std::make_unique<Face<FTTextureFont>>(path);
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <FTGL/ftgl.h>
+
+#include <vector>
+
+/// The textures that a face's glyphs are drawn from, filled shelf by shelf as glyphs are first used.
+///
+/// FTGL's own texture font reserves room for every glyph of the file, which takes tens of megabytes at common
+/// sizes, and complains on the error stream about glyphs larger than the font claims.
+class _KXGlyphAtlas {
+public:
+    /// Makes the glyph that the face has just loaded; needs a current OpenGL context and changes none of its
+    /// state. Null if no texture can hold it.
+    FTGlyph* makeGlyph(FT_GlyphSlot slot);
+    /// Deletes the textures; the context they were made in must be current.
+    void clear();
+
+private:
+    bool hasRoom(int width, int height);
+    void addPage(int side);
+
+    std::vector<unsigned> _pages;
+    int _side = 0;        // of the last page, the one being filled
+    int _x = 0;           // next free pixel on the shelf
+    int _y = 0;           // top of the shelf
+    int _shelfHeight = 0; // of its tallest glyph so far
+};
