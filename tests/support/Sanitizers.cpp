@@ -16,6 +16,7 @@ const char* __lsan_default_suppressions() {
            "leak:libgallium\n"
            "leak:libLLVM\n"
            "leak:libdbus\n"
+           "leak:libfontconfig\n"
            "leak:libX11\n"
            "leak:libwayland\n"
            "leak:libdecor\n"

@@ -10,9 +10,3 @@ int main(int argc, char** argv) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     return RUN_ALL_TESTS();
 }
-
-#ifdef __SANITIZE_ADDRESS__
-// The leak checker can only name libraries that are still loaded when the program ends. This keeps the
-// graphics drivers loaded, so that lsan.supp finds them.
-extern "C" int dlclose(void*) { return 0; }
-#endif
