@@ -10,7 +10,5 @@ export XDG_RUNTIME_DIR=$scratch
 start_server weston weston --no-config --backend=x11-backend.so --scale=2 --width=1000 --height=900 \
     --socket=wayland-test --idle-time=0
 wait_for weston -S "$XDG_RUNTIME_DIR/wayland-test"
-# Only a whole call stack tells the leak checker that a block was made for the Wayland library.
-export ASAN_OPTIONS=${ASAN_OPTIONS:+$ASAN_OPTIONS:}fast_unwind_on_malloc=0
 export SDL_VIDEODRIVER=wayland WAYLAND_DISPLAY=wayland-test
 run_command "$@"
