@@ -101,7 +101,10 @@ int Demo::save(const std::string& path) {
 }
 
 void Demo::draw() {
-    // The scene once more, into a texture.
+    // The scene once more, into a texture of the window's size, which the user may have changed.
+    const KXSize size = _window.size();
+    if (!_target || _target->size().width != size.width || _target->size().height != size.height)
+        _target = std::make_unique<KXTexture>(static_cast<int>(size.width), static_cast<int>(size.height));
     _target->setRenderContext();
     drawScene();
     _target->unsetRenderContext();
@@ -119,7 +122,9 @@ void Demo::draw() {
 }
 
 void Demo::drawScene() {
-    picture("background").draw(0, 0, 1.0f, 2.0f, 0, 0, -1);
+    KXTexture& background = picture("background");
+    const KXSize size = _window.size(), natural = background.size();
+    background.draw(0, 0, 1.0f, KXMaxf(size.width / natural.width, size.height / natural.height), 0, 0, -1);
     KXDrawCircleFill({_figure.x + 8 * figureScale, _figure.y + 20 * figureScale}, 26, 24, {0, 0, 0, 0.25f});
     picture("figure").draw(static_cast<int>(_figure.x), static_cast<int>(_figure.y), 1.0f, figureScale,
                            _figureAngle, _figureFlips, -1);
@@ -128,7 +133,7 @@ void Demo::drawScene() {
 void Demo::drawPrimitives() {
     const KXColor rose = KXMakeColori(232, 104, 120, 190), sky = KXMakeColori(120, 190, 232, 190),
                   gold = KXMakeColori(255, 217, 138, 255), leaf = KXMakeColori(126, 201, 128, 190);
-    const float x = 470, y = 420;
+    const float x = _window.size().width - 330, y = _window.size().height - 80;
     KXDrawRectFill({{x, y}, {56, 44}}, rose);
     KXDrawRectFill({{x + 24, y + 16}, {56, 44}}, sky); // shows through
     KXDrawRect({{x + 24, y + 16}, {56, 44}}, gold);
@@ -158,7 +163,7 @@ void Demo::drawPanel() {
 
 // Stripes that slide behind an opening.
 void Demo::drawClippedView() {
-    const KXRect opening = {{570, 172}, {200, 28}};
+    const KXRect opening = {{_window.size().width - smallPicture.width - 30, 172}, {smallPicture.width, 28}};
     KXDrawRectFill(opening, {0, 0, 0, 0.5f});
     _window.setClipTo(opening);
     const auto shift = static_cast<float>(_steps % 40);
@@ -170,11 +175,11 @@ void Demo::drawClippedView() {
 }
 
 void Demo::drawSmallPicture() {
-    const KXRect frame = {{windowSize.width - smallPicture.width - 30, 30}, smallPicture};
+    const KXRect frame = {{_window.size().width - smallPicture.width - 30, 30}, smallPicture};
     KXDrawRectFill(
         {{frame.origin.x - 4, frame.origin.y - 4}, {smallPicture.width + 8, smallPicture.height + 8}},
         KXMakeColori(26, 22, 38, 255));
-    _target->draw(0, 0, static_cast<int>(windowSize.width), static_cast<int>(windowSize.height),
+    _target->draw(0, 0, static_cast<int>(_target->size().width), static_cast<int>(_target->size().height),
                   static_cast<int>(smallPicture.width), static_cast<int>(smallPicture.height),
                   static_cast<int>(frame.origin.x), static_cast<int>(frame.origin.y), 1.0f, 1.0f, 0, 0, -1);
     KXDrawRect(frame, KXMakeColori(255, 217, 138, 255));

@@ -35,7 +35,7 @@ private:
 
     std::string _assets;
     KXWindow _window;
-    std::unique_ptr<KXTexture> _target;
+    std::unique_ptr<KXTexture> _target; ///< The scene in small; as large as the window.
     KXPoint _figure = {120, 340};
     int _figureAngle = 0;
     int _figureFlips = 0;

@@ -5,28 +5,29 @@
 
 #include <cstdlib>
 
+#define LEAKS_OF_THE_PLATFORM                                                                                \
+    "leak:libEGL\n"                                                                                          \
+    "leak:libGLX\n"                                                                                          \
+    "leak:libGLdispatch\n"                                                                                   \
+    "leak:_dri.so\n"                                                                                         \
+    "leak:libgallium\n"                                                                                      \
+    "leak:libLLVM\n"                                                                                         \
+    "leak:libdbus\n"                                                                                         \
+    "leak:libfontconfig\n"                                                                                   \
+    "leak:libX11\n"                                                                                          \
+    "leak:libwayland\n"                                                                                      \
+    "leak:libdecor\n"                                                                                        \
+    "leak:libxkbcommon\n"
+
 extern "C" {
 const char* __lsan_default_suppressions();
 const char* __lsan_default_options();
 int dlclose(void*);
 
 const char* __lsan_default_suppressions() {
-    // SDL's Wayland driver leaks a little for every start. Nothing finer can be named: the report ends inside
+    // SDL's Wayland driver leaks a little at every start. Nothing finer can be named: the report ends inside
     // SDL.
-    if (std::getenv("WAYLAND_DISPLAY"))
-        return "leak:libSDL2\n";
-    return "leak:libEGL\n"
-           "leak:libGLX\n"
-           "leak:libGLdispatch\n"
-           "leak:_dri.so\n"
-           "leak:libgallium\n"
-           "leak:libLLVM\n"
-           "leak:libdbus\n"
-           "leak:libfontconfig\n"
-           "leak:libX11\n"
-           "leak:libwayland\n"
-           "leak:libdecor\n"
-           "leak:libxkbcommon\n";
+    return std::getenv("WAYLAND_DISPLAY") ? LEAKS_OF_THE_PLATFORM "leak:libSDL2\n" : LEAKS_OF_THE_PLATFORM;
 }
 
 const char* __lsan_default_options() { return "print_suppressions=0"; }
