@@ -25,10 +25,10 @@ static constinit Cache* _KXTextureCache = nullptr;
 
 _KXTextureCacheItem::~_KXTextureCacheItem() { delete _texture; }
 
-static Items* itemsOf(std::string_view path) {
-    if (!_KXTextureCache)
+static Items* itemsOf(const char* path) {
+    if (!path || !_KXTextureCache)
         return nullptr;
-    const auto found = _KXTextureCache->find(path);
+    const auto found = _KXTextureCache->find(std::string_view(path));
     return found == _KXTextureCache->end() ? nullptr : &found->second;
 }
 

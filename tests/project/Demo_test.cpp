@@ -12,16 +12,15 @@
 #include <sys/wait.h>
 
 namespace {
-struct Run {
+struct Outcome {
     int status;
     std::string output;
 };
 
 /// Runs the demo in a folder of the test's own; its output on both channels.
-Run runDemo(const TemporaryFolder& folder, const std::string& arguments) {
-    const std::string command =
-        "cd '" + folder.path() + "' && ASAN_OPTIONS=detect_leaks=0 '" DEMO "' " + arguments + " 2>&1";
-    Run run = {};
+Outcome runDemo(const TemporaryFolder& folder, const std::string& arguments) {
+    const std::string command = "cd '" + folder.path() + "' && '" DEMO "' " + arguments + " 2>&1";
+    Outcome run = {};
     FILE* pipe = popen(command.c_str(), "r");
     std::array<char, 256> buffer;
     while (fgets(buffer.data(), buffer.size(), pipe))
@@ -34,7 +33,7 @@ Run runDemo(const TemporaryFolder& folder, const std::string& arguments) {
 TEST(Demo, PlaysItsScriptAndShowsWhatItOughtTo) {
     const TemporaryFolder folder;
     const std::string shot = folder / "shot.png";
-    const Run run = runDemo(folder, "--headless --screenshot '" + shot + "'");
+    const Outcome run = runDemo(folder, "--headless --screenshot '" + shot + "'");
     EXPECT_EQ(run.status, 0) << run.output;
     EXPECT_EQ(run.output, "Screenshot: " + shot + "\n");
 
@@ -49,7 +48,7 @@ TEST(Demo, PlaysItsScriptAndShowsWhatItOughtTo) {
 
 TEST(Demo, EndsAfterSomeFramesAndWritesBMP) {
     const TemporaryFolder folder;
-    const Run run = runDemo(folder, "--headless --frames 3 --screenshot shot.bmp");
+    const Outcome run = runDemo(folder, "--headless --frames 3 --screenshot shot.bmp");
     EXPECT_EQ(run.status, 0) << run.output;
     EXPECT_EQ(Image::fromFile(folder / "shot.bmp").width, 800);
     EXPECT_EQ(runDemo(folder, "--headless --frames 1").output, "Screenshot: kobaltrix-demo.png\n");
@@ -59,11 +58,11 @@ TEST(Demo, SaysWhatItDoesNotUnderstand) {
     const TemporaryFolder folder;
     for (const char* arguments :
          {"--nonsense", "--frames", "--frames x", "--frames 0", "--frames 3x", "--screenshot"}) {
-        const Run run = runDemo(folder, arguments);
+        const Outcome run = runDemo(folder, arguments);
         EXPECT_EQ(run.status, 2) << arguments;
         EXPECT_EQ(run.output.rfind("play: '", 0), 0u) << run.output;
     }
-    const Run help = runDemo(folder, "--help");
+    const Outcome help = runDemo(folder, "--help");
     EXPECT_EQ(help.status, 0);
     EXPECT_NE(help.output.find("--screenshot FILE"), std::string::npos);
     EXPECT_EQ(runDemo(folder, "--headless --screenshot no/such/folder/shot.png").status, 1);

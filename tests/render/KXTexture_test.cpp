@@ -93,6 +93,17 @@ TEST_F(Texture, RefusesImagesItCannotDraw) {
     EXPECT_THROW(KXTexture{odd.c_str()}, std::bad_alloc);
     EXPECT_TRUE(std::string(KXError()).ends_with("100%s %n %.png: not a truecolor image")) << KXError();
 
+    const std::string gray = folder.write("gray.pgm", "P5 2 2 255\n\x01\x80\xff\x7f");
+    // Two bytes a pixel: a header of 54 bytes, masks of 16-bit colour, one row.
+    const char bmp[] =
+        "BM\x4a\0\0\0\0\0\0\0\x42\0\0\0\x28\0\0\0\x02\0\0\0\x01\0\0\0\x01\0\x10\0\x03\0\0\0"
+        "\x04\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xf8\0\0\xe0\x07\0\0\x1f\0\0\0\0\xf8\x1f\0";
+    const std::string sixteen = folder.write("16.bmp", std::string(bmp, sizeof bmp - 1));
+    for (const std::string& path : {gray, sixteen}) {
+        EXPECT_THROW(KXTexture{path.c_str()}, std::bad_alloc);
+        EXPECT_TRUE(std::string(KXError()).ends_with(": not a truecolor image")) << path << ": " << KXError();
+    }
+
     KXTexture texture;
     load(texture);
     EXPECT_EQ(texture._loadImage(odd.c_str()), 0);
