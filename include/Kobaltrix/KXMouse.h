@@ -19,6 +19,6 @@ extern KX_API KXPoint KXMousePointRelative; ///< The same motion.
 KX_API int KXMouse(int button);
 /// The pointer's position on the desktop, in the platform's screen coordinates.
 KX_API KXPoint KXMousePointAbsolute();
-/// Shows the cursor for a non-zero @a show, hides it for 0. Returns the platform's result: 1 shown, 0 hidden,
-/// negative on failure.
+/// Shows the cursor for a non-zero @a show, hides it for 0. Returns the platform's result: 1 if the cursor
+/// was shown until now, 0 if it was hidden, negative on failure.
 KX_API int KXShowMouse(int show);

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// A colour as 0xRRGGBBAA.
+using Color = std::uint32_t;
+
+/// A picture in the making.
+class Canvas {
+public:
+    Canvas(int width, int height, Color background = 0);
+
+    int width() const { return _width; }
+    int height() const { return _height; }
+    /// The pixel at (x, y); outside the picture a pixel that nobody sees.
+    Color& at(int x, int y);
+    void fillRect(int x, int y, int width, int height, Color color);
+    /// Stamps rows of characters, each one looked up in a palette; spaces stay as they are.
+    void stamp(int x, int y, const std::vector<std::string_view>& rows, Color (*palette)(char));
+    /// Writes capital letters, digits and spaces of 3 by 5 pixels each. Returns the x behind the last one.
+    int write(int x, int y, std::string_view text, Color color);
+    /// Writes a PNG file; false if that fails.
+    bool save(const std::string& path) const;
+
+private:
+    int _width, _height;
+    std::vector<Color> _pixels;
+    Color _outside = 0;
+};
+
+/// A mixture of two colours: a at 0, b at 1.
+Color mix(Color a, Color b, double share);

@@ -1,0 +1,27 @@
+// Draws the demo's pictures into a folder.
+
+#include "Pictures.h"
+
+#include <cstdio>
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: kobaltrix_art FOLDER\n");
+        return 2;
+    }
+    const struct {
+        const char* name;
+        Canvas (*draw)();
+    } pictures[] = {
+        {"background", drawBackground}, {"crate", drawCrate}, {"figure", drawFigure}, {"keys", drawKeys},
+        {"panel", drawPanel},
+    };
+    for (const auto& [name, draw] : pictures) {
+        const std::string path = std::string(argv[1]) + "/" + name + ".png";
+        if (!draw().save(path)) {
+            std::fprintf(stderr, "kobaltrix_art: %s: cannot be written\n", path.c_str());
+            return 1;
+        }
+    }
+    return 0;
+}

@@ -1,0 +1,115 @@
+#pragma once
+
+#include <Kobaltrix/KXRenderContext.h>
+
+/// @file
+/// Textures: images that draw, and targets to draw into.
+
+/// Sets the filter of textures uploaded from now on: nearest for 1 (the default), linear for any other value.
+KX_API void KXSetTextureMode(int mode);
+
+/// An OpenGL texture with a tint.
+///
+/// It belongs to the window that was current when it was made and draws only there. Drawing needs 2D
+/// texturing and blending on, as a window sets them up and the library leaves them; the game's model-view
+/// matrix applies. Every draw binds the texture and leaves the current colour changed.
+class KX_API KXTexture final : public KXRenderContext {
+public:
+    /// An empty texture: size (0, 0), draws nothing.
+    KXTexture();
+    /// Loads an image file (any type SDL_image reads) of 24 or 32 bits per pixel.
+    /// Throws std::bad_alloc if it cannot; KXError() says why, except that for a file that is missing or
+    /// unreadable it is left as it was.
+    explicit KXTexture(const char* path);
+    /// A blank texture of width by height pixels with undefined contents; clear() empties it.
+    /// Throws std::bad_alloc, with a text in KXError(), for sizes that are not positive or too large for the
+    /// graphics driver, and while there is no window.
+    KXTexture(int width, int height);
+    /// Deletes the texture; if drawing goes into it, drawing into it stops first.
+    ~KXTexture();
+    KXTexture(const KXTexture&) = delete;
+    KXTexture& operator=(const KXTexture&) = delete;
+
+    /// Makes it the texture that OpenGL samples; another window's texture is not bound.
+    void bind();
+    /// Width and height in pixels.
+    KXSize size();
+    /// Sets the colour that every draw is multiplied by (white by default). Its alpha is not used.
+    void setTint(KXColor tint);
+    /// The colour that every draw is multiplied by.
+    KXColor tint();
+    /// Makes every pixel transparent black.
+    void clear();
+
+    /// Draws the whole texture with its top-left corner at (x, y), in its natural size, fully opaque.
+    /// @param transformed as in the full form.
+    void draw(int x, int y, int transformed);
+    /// Draws the whole texture, transformed.
+    void draw(int x, int y, float opacity, float scale, int rotation, int flips, int transformed);
+    /// Draws the part from (sx1, sy1) to (sx2, sy2) in its natural size, fully opaque.
+    void draw(int sx1, int sy1, int sx2, int sy2, int x, int y, int transformed);
+    /// Draws a part in its natural size, transformed.
+    void draw(int sx1, int sy1, int sx2, int sy2, int x, int y, float opacity, float scale, int rotation,
+              int flips, int transformed);
+    /// Draws the part from (sx1, sy1) to (sx2, sy2), stretched and transformed. The other forms end here.
+    /// @param sx1,sy1,sx2,sy2 pixels of the texture; what reaches past its edges is cut off.
+    /// @param width,height size drawn; negative for the size of the part.
+    /// @param x,y where its top-left corner goes.
+    /// @param opacity 0.0 to 1.0. @param scale 1.0 is natural size, anchored at (x, y).
+    /// @param rotation degrees, clockwise on screen, about the middle of the part.
+    /// @param flips 2 mirrors left to right, 4 top to bottom, 6 (both) turns about the diagonal, 0 neither.
+    /// @param transformed 0 draws without scale, rotation and flips; -1 with them.
+    void draw(int sx1, int sy1, int sx2, int sy2, int width, int height, int x, int y, float opacity,
+              float scale, int rotation, int flips, int transformed);
+
+    /// Multiplies the current matrix by the placement that draw() gives its quad, for a game's own OpenGL.
+    /// @param width,height size of the part drawn, whose middle is the centre of rotation and flips.
+    void drawingPosition(int x, int y, int width, int height, float scale, int rotation, int flips);
+
+    /// Draws the texture as a frame of @a size pixels: its four corners of @a corner by @a corner pixels as
+    /// they are, the edges and the middle stretched between them.
+    void drawNineSlice(KXPoint position, KXSize size, int corner, float opacity);
+    /// The same, fully opaque.
+    void drawNineSlice(KXPoint position, KXSize size, int corner);
+
+    /// The colour of one pixel; all channels -1.0 outside the texture.
+    /// @param keepCache non-zero keeps the pixels that were read back for further calls, until the texture's
+    ///   contents are replaced, cleared or drawn into; 0 frees them at once.
+    KXColor getPixel(KXPoint point, int keepCache);
+    /// Writes the texture as a PNG file. @return -1 on success, 0 on failure with a text in KXError().
+    int writeToPNG(const char* path);
+
+    /// Makes the texture the target of drawing, in its own pixels, y downward. Afterwards call
+    /// unsetRenderContext() and the window's setRenderContext().
+    void setRenderContext() override;
+    /// Stops drawing into the texture; there is then no target until a window is made the target again.
+    void unsetRenderContext() override;
+    /// Limits drawing to a rectangle in the texture's pixels, y downward, until unsetClip().
+    void setClipTo(KXRect rect) override;
+    /// Removes the limit.
+    void unsetClip() override;
+
+    // Used by the library itself.
+    KX_INTERNAL void _commonInit();
+    KX_INTERNAL void _clearTextureID();
+    KX_INTERNAL void _clearFBOID();
+    KX_INTERNAL int _loadImage(const char* path);
+    KX_INTERNAL int _loadFromData(int width, int height, int internalFormat, unsigned format,
+                                  const char* data);
+    KX_INTERNAL void _getPixel(int x, int y, float& r, float& g, float& b, float& a, int keepCache);
+    KX_INTERNAL int _savePNG(const char* path);
+    KX_INTERNAL bool _isUsableHere() const;
+
+private:
+    KX_INTERNAL void _forgetPixels();
+    KX_INTERNAL void _readBack(unsigned type, void* pixels);
+
+    unsigned _textureID;
+    unsigned _framebufferID;
+    KXSize _size;
+    KXColor _tint;
+    int _internalFormat;
+    unsigned _format;
+    float* _pixelCache;
+    unsigned _graphicsContext; // of the window it belongs to
+};

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <Kobaltrix/KXRenderContext.h>
+
+/// @file
+/// Windows with an OpenGL surface.
+
+class KXTexture;
+struct SDL_Window;
+
+/// How a window projects what is drawn into it.
+enum KXWindowRenderingMode : int {
+    /// One unit is one point, y grows downward; no depth test, no culling.
+    KXWindowRenderingMode2D = 0,
+    /// Perspective with a vertical field of view of 45 degrees, near 1, far 1000; depth test and back-face
+    /// culling. Every value other than 0 means this.
+    KXWindowRenderingMode3D = 1
+};
+
+/// A window with its own OpenGL context (compatibility profile).
+///
+/// Sizes and positions are in points; on a high-density display a point is more than one pixel. Textures
+/// belong to the window that was current when they were made and draw nothing in another one. The window
+/// created while there is no current one becomes current; later ones leave the current one as it is.
+class KX_API KXWindow final : public KXRenderContext {
+public:
+    /// Opens a window at the platform's default position.
+    /// @param title UTF-8, copied; null for none. @param size in points, truncated to integers.
+    /// @param resizable non-zero to let the user resize it.
+    /// Throws std::bad_alloc, with a text in KXError(), if the platform refuses, the size is not positive or
+    /// the library is not initialised.
+    KXWindow(const char* title, KXSize size, int resizable);
+    /// Opens a window that the user cannot resize.
+    KXWindow(const char* title, KXSize size);
+    /// Closes the window. Textures made in it stay safe to use and destroy but draw nothing any more.
+    virtual ~KXWindow();
+    KXWindow(const KXWindow&) = delete;
+    KXWindow& operator=(const KXWindow&) = delete;
+
+    /// Makes the window the target of drawing: its context becomes current, the viewport its whole surface,
+    /// the projection that of its rendering mode, the model-view matrix the identity.
+    void setRenderContext() override;
+    /// Limits drawing to a rectangle in points, y downward, until unsetClip().
+    void setClipTo(KXRect rect) override;
+    /// Removes the limit.
+    void unsetClip() override;
+
+    /// Chooses the projection; takes effect at once and stays.
+    void setRenderingMode(KXWindowRenderingMode mode);
+    /// The size in points. Cached: costs nothing when called often.
+    KXSize size();
+    /// Asks for another size in points, truncated to integers.
+    void setSize(KXSize size);
+    /// Sets the smallest size in points the user can give the window.
+    void setMinimumSize(KXSize size);
+    /// Moves the window's top-left corner on the desktop.
+    void setPosition(KXPoint position);
+    /// The window's top-left corner on the desktop.
+    KXPoint getPosition();
+    /// Position on the desktop and size in points, asked of the platform.
+    KXRect rect();
+    /// Hides the window.
+    void hide();
+    /// Shows the window.
+    void show();
+    /// Sets the title (UTF-8, copied; null for none).
+    void setTitle(const char* title);
+    /// Shows what was drawn; waits for the display's vertical sync where the platform grants it.
+    void swapBuffers();
+    /// Number of the display the window is on, from 0; negative on failure.
+    int getDisplayIndex();
+    /// The platform's identifier of the window: the one in its events and in KXCurrentEventWindowID.
+    unsigned id();
+    /// Non-zero while the window has the keyboard or holds the pointer.
+    int isFocused();
+    /// Non-zero while the window is fullscreen.
+    int isFullscreen();
+    /// Asks for true fullscreen; a refusal is printed on standard output.
+    void enterFullscreen();
+    /// Back to a window.
+    void exitFullscreen();
+
+    /// What the window shows, as a texture of the window's size in points. The caller deletes it.
+    /// Null with a text in KXError() if the texture cannot be made.
+    KXTexture* copyTexture();
+    /// Writes what was drawn, all its pixels, as a BMP file.
+    /// @param powerOfTwo non-zero for an image whose sides are rounded up to powers of two. Its pixels are
+    /// the
+    ///   drawn rows packed one behind the other, without regard to the wider rows of the image.
+    /// @return -1 on success, 0 on failure with a text in KXError().
+    int saveBuffer(const char* path, int powerOfTwo);
+
+    // Used by the library itself.
+    KX_INTERNAL void _invalidateSizeCache();
+    KX_INTERNAL void _readPixels(char* buffer, unsigned format);
+    KX_INTERNAL void _flipPixels(char* buffer, unsigned format);
+    KX_INTERNAL void _closePlatformWindow();
+    KX_INTERNAL void _drawableSize(int* width, int* height);
+
+private:
+    KX_INTERNAL void _commonInit(const char* title, KXSize size, int resizable);
+    KX_INTERNAL void _applyProjection();
+    KX_INTERNAL KXTexture* _scaledToPoints(KXTexture& texture);
+
+    SDL_Window* _window = nullptr;
+    void* _context = nullptr;
+    KXWindowRenderingMode _renderingMode = KXWindowRenderingMode2D;
+    KXSize _sizeCache = {0, 0};
+    unsigned _id = 0;
+    unsigned _graphicsContext = 0;
+};

@@ -1,0 +1,91 @@
+# shellcheck shell=bash disable=SC2034
+# What ./play and ./check share: the packages they need, and quiet building. Sourced, never run.
+set -euo pipefail
+# Whoever starts us may have closed standard input; the first file opened would then take its place.
+[[ -t 0 ]] || exec </dev/null
+
+install_failed=0
+root=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." && pwd -P)
+jobs=2
+
+build_packages=(
+    g++ cmake ninja-build pkg-config ccache
+    libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libftgl-dev libgl-dev libglu1-mesa-dev
+    libgl1-mesa-dri libegl1 fonts-dejavu-core nlohmann-json3-dev
+)
+check_packages=(libgtest-dev clang-format xvfb xauth weston xdotool binutils)
+
+say() { printf '%s\n' "$*"; }
+
+# step NAME MESSAGE COMMAND...: says MESSAGE and runs the command; its output is only seen when it fails.
+step() {
+    local log=$root/build/$1.log message=$2
+    shift 2
+    say "$message"
+    mkdir -p -- "$root/build" || return
+    "$@" >"$log" 2>&1 && return
+    say "Failed: $message" "This is the end of $log:"
+    tail -n 50 -- "$log"
+    return 1
+}
+
+have_tools() {
+    local tool missing=()
+    for tool in c++ cmake ninja pkg-config; do
+        command -v "$tool" >/dev/null || missing+=("$tool")
+    done
+    ((${#missing[@]} == 0)) || { say "These programs are missing: ${missing[*]}." && return 1; }
+}
+
+# The names among the given ones that are not installed, on one line.
+missing_packages() {
+    comm -23 <(printf '%s\n' "$@" | sort) \
+        <(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null | sed -n 's/^installed //p' | sort) |
+        paste -s -d ' '
+}
+
+# sudo may only ask for a password where somebody can read the question and type the answer.
+may_use_sudo() {
+    command -v sudo >/dev/null && { sudo -n true 2>/dev/null || { [[ -t 1 && -t 2 ]] && sudo -v; }; }
+}
+
+apt_get() { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=120 "$@"; }
+apt_install() { apt_get update && apt_get install --no-install-recommends "$@"; }
+
+# ensure_packages NAME...: installs those that are missing. Fails when there is no going on without them.
+ensure_packages() {
+    local as_root=() missing
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        say "This is not Debian. What Debian calls the following has to be there: $*"
+        have_tools
+        return
+    fi
+    missing=$(missing_packages "$@")
+    [[ $missing ]] || return 0
+    say "These packages are missing: $missing"
+    if ((EUID != 0)); then
+        if ! may_use_sudo; then
+            say "Only root may install them. Please type this as root, and start again:"
+            say "  apt-get update && apt-get install --no-install-recommends $missing"
+            return 1
+        fi
+        as_root=(sudo)
+    fi
+    # shellcheck disable=SC2086 # one word for each package
+    step packages "Installing them..." apt_install $missing && return
+    say "The packages could not be installed. Is there a network, and are the package sources right?"
+    install_failed=1
+    have_tools && say "Going on without them."
+}
+
+# configure PRESET OPTION...: a folder that was configured elsewhere, and then copied, is begun anew.
+configure() {
+    local preset=$1 cache=$root/build/$1/CMakeCache.txt
+    shift
+    if [[ -f $cache ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$cache"; then
+        set -- --fresh "$@"
+    fi
+    cmake -S "$root" --preset "$preset" "$@"
+}
+
+build() { cmake --build "$root/build/$1" --parallel "$jobs" "${@:2}"; }

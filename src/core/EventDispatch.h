@@ -1,0 +1,16 @@
+#pragma once
+
+#include <Kobaltrix/KXCore.h>
+
+#include <SDL_events.h>
+
+/// The event being dispatched.
+extern constinit SDL_Event _KXMainEvent;
+/// -1 when a quit was requested.
+inline constinit int _KXAppQuitRequested = 0;
+
+/// Called for resized windows while the game has set no function of its own.
+void _KXNoOpWindowResizedCallback(unsigned windowID, KXSize size);
+
+/// Reads every waiting event into the input state, the windows and the quit request.
+void _KXDispatchEvents();

@@ -1,0 +1,35 @@
+#pragma once
+
+struct SDL_Window;
+class KXRenderContext;
+
+// The OpenGL contexts that windows own. Each gets a number that is never used again, so an object that
+// outlives its window can tell that its OpenGL names are gone, even when a new context has the old one's
+// address.
+
+/// Number of the context that is current, 0 for none.
+inline constinit unsigned _KXCurrentGraphicsContext = 0;
+
+/// Enters a context and gives it a number.
+unsigned _KXAddGraphicsContext(SDL_Window* window, void* context, KXRenderContext* owner);
+/// Strikes a context out; it may not be made current any more.
+void _KXRemoveGraphicsContext(unsigned number);
+/// Makes a context current and records it and its window as such. False if it is gone or the platform
+/// refuses.
+bool _KXMakeGraphicsContextCurrent(unsigned number);
+
+/// Makes a context current for as long as the scope lasts. Costs one comparison when it is current already.
+class _KXGraphicsContextScope {
+public:
+    explicit _KXGraphicsContextScope(unsigned number);
+    ~_KXGraphicsContextScope();
+    _KXGraphicsContextScope(const _KXGraphicsContextScope&) = delete;
+    _KXGraphicsContextScope& operator=(const _KXGraphicsContextScope&) = delete;
+
+    /// Whether the context is current now; false when it is gone.
+    explicit operator bool() const { return _current; }
+
+private:
+    unsigned _previous;
+    bool _current;
+};

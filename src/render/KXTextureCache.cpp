@@ -1,0 +1,74 @@
+#include "render/KXTextureCache.h"
+
+#include "render/KXTexture.h"
+#include "render/RenderContext.h"
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <memory>
+#include <new>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+// Every item ever entered for a path; the last one is the entry. Those it has replaced stay for whoever holds
+// their textures, and serve their own window again.
+using Items = std::vector<std::unique_ptr<_KXTextureCacheItem>>;
+using Cache = std::map<std::string, Items, std::less<>>;
+} // namespace
+
+// On the heap while it holds anything, so that nothing is destroyed behind a game's back while the process
+// ends.
+static constinit Cache* _KXTextureCache = nullptr;
+
+_KXTextureCacheItem::~_KXTextureCacheItem() { delete _texture; }
+
+static Items* itemsOf(std::string_view path) {
+    if (!_KXTextureCache)
+        return nullptr;
+    const auto found = _KXTextureCache->find(path);
+    return found == _KXTextureCache->end() ? nullptr : &found->second;
+}
+
+void _KXTextureCacheAdd(char const* path, _KXTextureCacheItem* item) {
+    std::unique_ptr<_KXTextureCacheItem> owned(item);
+    if (!_KXTextureCache)
+        _KXTextureCache = new Cache;
+    (*_KXTextureCache)[path].push_back(std::move(owned));
+}
+
+_KXTextureCacheItem* _KXTextureCacheGet(const char* path) {
+    const Items* items = itemsOf(path);
+    return items ? items->back().get() : nullptr;
+}
+
+static bool servesCurrentWindow(const std::unique_ptr<_KXTextureCacheItem>& item) {
+    // The texture knows whether the context it was made in is current; an address alone may have been used
+    // again.
+    return item->texture() && item->renderContext() == _KXCurrentWindowRenderContext &&
+           item->texture()->_isUsableHere();
+}
+
+KXTexture* KXTextureCacheLoad(const char* path) {
+    if (!path)
+        throw std::bad_alloc();
+    if (Items* items = itemsOf(path)) {
+        const auto found = std::find_if(items->rbegin(), items->rend(), servesCurrentWindow);
+        if (found != items->rend()) {
+            std::rotate(found.base() - 1, found.base(), items->end()); // becomes the entry
+            return items->back()->texture();
+        }
+    }
+    auto texture = std::make_unique<KXTexture>(path);
+    auto* const item = new _KXTextureCacheItem(texture.get(), _KXCurrentWindowRenderContext);
+    texture.release();
+    _KXTextureCacheAdd(path, item);
+    return item->texture();
+}
+
+void KXTextureCachePurge() {
+    delete _KXTextureCache;
+    _KXTextureCache = nullptr;
+}

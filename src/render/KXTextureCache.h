@@ -1,0 +1,27 @@
+#pragma once
+
+#include <Kobaltrix/KXTextureCache.h>
+
+/// A cached texture and the window that was current when it was loaded.
+class _KXTextureCacheItem {
+public:
+    /// Takes the texture over.
+    _KXTextureCacheItem(KXTexture* texture, void* renderContext)
+        : _texture(texture), _renderContext(renderContext) {}
+    ~_KXTextureCacheItem();
+    _KXTextureCacheItem(const _KXTextureCacheItem&) = delete;
+    _KXTextureCacheItem& operator=(const _KXTextureCacheItem&) = delete;
+
+    KXTexture* texture() const { return _texture; }
+    void* renderContext() const { return _renderContext; }
+
+private:
+    KXTexture* _texture;
+    void* _renderContext;
+};
+
+/// Makes an item the entry of a path and takes it over. The item it replaces lives on until the cache is
+/// purged.
+void _KXTextureCacheAdd(char const* path, _KXTextureCacheItem* item);
+/// The entry of a path, null for none.
+_KXTextureCacheItem* _KXTextureCacheGet(const char* path);

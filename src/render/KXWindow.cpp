@@ -1,0 +1,244 @@
+#include "render/KXWindow.h"
+
+#include "core/ErrorSlot.h"
+#include "core/Truncate.h"
+#include "render/Framebuffer.h"
+#include "render/GLCheck.h"
+#include "render/GraphicsContext.h"
+#include "render/RenderContext.h"
+#include "render/VerticalSync.h"
+
+#include <GL/glu.h>
+#include <SDL.h>
+#include <SDL_opengl.h>
+
+#include <cstdio>
+#include <new>
+
+constinit std::map<unsigned, KXWindow*>* _windowsMap = nullptr;
+
+KXWindow* _KXWindowWithID(unsigned id) {
+    if (!_windowsMap)
+        return nullptr;
+    const auto found = _windowsMap->find(id);
+    return found == _windowsMap->end() ? nullptr : found->second;
+}
+
+void _KXCloseAllWindows() {
+    while (_windowsMap)
+        _windowsMap->begin()->second->_closePlatformWindow();
+}
+
+KXWindow::KXWindow(const char* title, KXSize size, int resizable) { _commonInit(title, size, resizable); }
+
+KXWindow::KXWindow(const char* title, KXSize size) : KXWindow(title, size, 0) {}
+
+KXWindow::~KXWindow() { _closePlatformWindow(); }
+
+void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
+    KX_GL_CHECK("KXWindow::KXWindow");
+    const int width = _KXTruncate(size.width), height = _KXTruncate(size.height);
+    const unsigned previous = _KXCurrentGraphicsContext;
+
+    SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+    Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_ALLOW_HIGHDPI;
+    if (resizable)
+        flags |= SDL_WINDOW_RESIZABLE;
+    // The platform would start itself, and would make a window of any size, if it were asked.
+    if (SDL_WasInit(SDL_INIT_VIDEO) && width > 0 && height > 0)
+        _window = SDL_CreateWindow(title ? title : "", SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,
+                                   width, height, flags);
+    if (_window)
+        _context = SDL_GL_CreateContext(_window);
+    if (!_context) {
+        _KXReportError("Couldn't set %dx%d video mode:", width, height);
+        SDL_DestroyWindow(_window);
+        _KXMakeGraphicsContextCurrent(previous);
+        throw std::bad_alloc();
+    }
+
+    _id = SDL_GetWindowID(_window);
+    if (!_windowsMap)
+        _windowsMap = new std::map<unsigned, KXWindow*>;
+    (*_windowsMap)[_id] = this;
+    _graphicsContext = _KXAddGraphicsContext(_window, _context, this);
+    _KXCurrentGraphicsContext = _graphicsContext; // creating a context has made it current
+
+    _KXEnableVerticalSync();
+    _KXLoadFramebufferFunctions();
+    glViewport(0, 0, width, height);
+    glEnable(GL_TEXTURE_2D);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    _renderingMode = KXWindowRenderingMode2D;
+    _applyProjection();
+    _sizeCache = KXZeroSize;
+
+    if (!_KXMakeGraphicsContextCurrent(previous)) {
+        _KXCurrentWindowRenderContext = this;
+        _KXCurrentRenderContext = this;
+    }
+}
+
+void KXWindow::_closePlatformWindow() {
+    if (!_window)
+        return;
+    // A texture of this window that is drawn into stops being a target: its framebuffer ends with the
+    // context.
+    if (_KXCurrentRenderContext &&
+        (_KXCurrentRenderContext == this || _KXCurrentWindowRenderContext == this)) {
+        _KXCurrentRenderContext->unsetRenderContext();
+        _KXCurrentRenderContext = nullptr;
+    }
+    _KXRemoveGraphicsContext(_graphicsContext);
+    SDL_GL_DeleteContext(_context);
+    SDL_DestroyWindow(_window);
+    _window = nullptr;
+    _context = nullptr;
+    _graphicsContext = 0;
+    _windowsMap->erase(_id);
+    if (_windowsMap->empty()) {
+        delete _windowsMap;
+        _windowsMap = nullptr;
+    }
+}
+
+void KXWindow::setRenderingMode(KXWindowRenderingMode mode) {
+    KX_GL_CHECK("KXWindow::setRenderingMode");
+    _renderingMode = mode;
+    const _KXGraphicsContextScope scope(_graphicsContext);
+    const bool drawsIntoTexture =
+        _KXCurrentRenderContext && _KXCurrentRenderContext != this && _KXCurrentWindowRenderContext == this;
+    if (scope && !drawsIntoTexture)
+        _applyProjection();
+}
+
+void KXWindow::_applyProjection() {
+    const KXSize points = size();
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    if (_renderingMode == KXWindowRenderingMode2D) {
+        glOrtho(0, points.width, points.height, 0, -1, 1);
+        glDisable(GL_DEPTH_TEST);
+        glDisable(GL_CULL_FACE);
+    } else {
+        gluPerspective(45, points.height > 0 ? points.width / points.height : 1, 1, 1000);
+        glEnable(GL_DEPTH_TEST);
+        glEnable(GL_CULL_FACE);
+        glCullFace(GL_BACK);
+    }
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+}
+
+KXSize KXWindow::size() {
+    if (_sizeCache.width == 0 && _sizeCache.height == 0)
+        _sizeCache = rect().size;
+    return _sizeCache;
+}
+
+void KXWindow::_invalidateSizeCache() { _sizeCache = KXZeroSize; }
+
+void KXWindow::setSize(KXSize size) {
+    _invalidateSizeCache();
+    SDL_SetWindowSize(_window, _KXTruncate(size.width), _KXTruncate(size.height));
+}
+
+void KXWindow::setMinimumSize(KXSize size) {
+    SDL_SetWindowMinimumSize(_window, _KXTruncate(size.width), _KXTruncate(size.height));
+}
+
+void KXWindow::setPosition(KXPoint position) {
+    SDL_SetWindowPosition(_window, _KXTruncate(position.x), _KXTruncate(position.y));
+}
+
+KXPoint KXWindow::getPosition() {
+    int x = 0, y = 0;
+    SDL_GetWindowPosition(_window, &x, &y);
+    return {static_cast<float>(x), static_cast<float>(y)};
+}
+
+KXRect KXWindow::rect() {
+    int width = 0, height = 0;
+    SDL_GetWindowSize(_window, &width, &height);
+    return {getPosition(), {static_cast<float>(width), static_cast<float>(height)}};
+}
+
+void KXWindow::hide() { SDL_HideWindow(_window); }
+
+void KXWindow::show() { SDL_ShowWindow(_window); }
+
+void KXWindow::setTitle(const char* title) { SDL_SetWindowTitle(_window, title ? title : ""); }
+
+void KXWindow::swapBuffers() {
+    const _KXGraphicsContextScope scope(_graphicsContext);
+    if (scope)
+        SDL_GL_SwapWindow(_window);
+}
+
+int KXWindow::getDisplayIndex() { return SDL_GetWindowDisplayIndex(_window); }
+
+unsigned KXWindow::id() { return _id; }
+
+int KXWindow::isFocused() {
+    return static_cast<int>(SDL_GetWindowFlags(_window) & (SDL_WINDOW_INPUT_FOCUS | SDL_WINDOW_MOUSE_FOCUS));
+}
+
+int KXWindow::isFullscreen() { return static_cast<int>(SDL_GetWindowFlags(_window) & SDL_WINDOW_FULLSCREEN); }
+
+void KXWindow::enterFullscreen() {
+    if (SDL_SetWindowFullscreen(_window, SDL_WINDOW_FULLSCREEN) != 0)
+        std::printf("Kobaltrix: SetWindowFullscreen: Error: %s\n", SDL_GetError());
+    _invalidateSizeCache();
+}
+
+void KXWindow::exitFullscreen() {
+    SDL_SetWindowFullscreen(_window, 0);
+    _invalidateSizeCache();
+}
+
+void KXWindow::_drawableSize(int* width, int* height) {
+    *width = *height = 0;
+    if (_window)
+        SDL_GL_GetDrawableSize(_window, width, height);
+}
+
+void KXWindow::setRenderContext() {
+    KX_GL_CHECK("KXWindow::setRenderContext");
+    if (!_KXMakeGraphicsContextCurrent(_graphicsContext)) {
+        _KXReportError("Unable to draw into a closed window");
+        return;
+    }
+    int width = 0, height = 0;
+    _drawableSize(&width, &height);
+    glViewport(0, 0, width, height);
+    _KXBindFramebuffer(0);
+    _applyProjection();
+    _KXCurrentRenderContext = this;
+}
+
+void KXWindow::setClipTo(KXRect rect) {
+    KX_GL_CHECK("KXWindow::setClipTo");
+    const _KXGraphicsContextScope scope(_graphicsContext);
+    const KXSize points = size();
+    if (!scope || !(points.width > 0))
+        return;
+    int width = 0, height = 0;
+    _drawableSize(&width, &height);
+    const float scale = static_cast<float>(width) / points.width;
+    const float bottom = scale * points.height - rect.origin.y * scale - rect.size.height * scale;
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(_KXTruncate(rect.origin.x * scale), _KXTruncate(bottom),
+              KXMaxi(0, _KXTruncate(rect.size.width * scale)),
+              KXMaxi(0, _KXTruncate(rect.size.height * scale)));
+}
+
+void KXWindow::unsetClip() {
+    KX_GL_CHECK("KXWindow::unsetClip");
+    const _KXGraphicsContextScope scope(_graphicsContext);
+    if (!scope)
+        return;
+    const KXSize points = size();
+    glScissor(0, 0, static_cast<int>(points.width), static_cast<int>(points.height));
+    glDisable(GL_SCISSOR_TEST);
+}

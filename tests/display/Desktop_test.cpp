@@ -1,0 +1,124 @@
+// A real window on a real desktop: a person's keys and clicks, and fullscreen.
+
+#include <Kobaltrix/KXCore.h>
+#include <Kobaltrix/KXKeyboard.h>
+#include <Kobaltrix/KXMouse.h>
+#include <Kobaltrix/KXWindow.h>
+
+#include <gtest/gtest.h>
+
+#include <SDL.h>
+
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace {
+struct Desktop : testing::Test {
+    Desktop() {
+        EXPECT_EQ(KXInit(), -1) << KXError();
+        window = std::make_unique<KXWindow>("A window to click", KXSize{320, 240}, -1);
+        window->setPosition({100, 50});
+        window->setRenderContext();
+        window->swapBuffers();
+        KXResetLogicLoop();
+    }
+    ~Desktop() override {
+        window.reset();
+        KXDeInit();
+    }
+
+    /// Runs the logic loop until something holds that the window system has to bring about; false if it never
+    /// does.
+    static bool becomes(const std::function<bool()>& condition) {
+        const Uint64 end = SDL_GetTicks64() + 20000;
+        while (SDL_GetTicks64() < end) {
+            bool holds = false;
+            KXPreLogicLoop();
+            while (KXLogicLoop()) {
+                holds = holds || condition();
+                KXLogicUpdate();
+            }
+            KXPostLogicLoop();
+            if (holds)
+                return true;
+            SDL_Delay(1);
+        }
+        return false;
+    }
+
+    static void person(const std::string& does) {
+        EXPECT_EQ(std::system(("xdotool " + does).c_str()), 0) << does; // NOLINT(cert-env33-c)
+    }
+
+    std::unique_ptr<KXWindow> window;
+};
+
+TEST_F(Desktop, KeysAreTyped) {
+    person("search --name 'A window to click' windowfocus --sync");
+    EXPECT_TRUE(becomes([this] { return window->isFocused() != 0; }));
+    person("keydown k");
+    EXPECT_TRUE(becomes([] { return KXKey(11) != 0; }));
+    EXPECT_EQ(KXCurrentEventWindowID, window->id());
+    EXPECT_EQ(KXKey(11, 1), -1);
+    person("keyup k keydown Left");
+    EXPECT_TRUE(becomes([] { return KXKey(11) == 0 && KXKey(101) != 0; }));
+    person("keyup Left");
+    EXPECT_TRUE(becomes([] { return KXKeyPressed() == 0; }));
+}
+
+TEST_F(Desktop, TheMouseMovesClicksAndTurnsItsWheel) {
+    person("mousemove 90 40 mousemove 150 80");
+    EXPECT_TRUE(becomes([] { return KXMouseX == 50 && KXMouseY == 30; })) << KXMouseX << ' ' << KXMouseY;
+    EXPECT_EQ(KXMousePointAbsolute().x, 150);
+    person("mousedown 1");
+    EXPECT_TRUE(becomes([] { return KXMouse(0) != 0; }));
+    person("mouseup 1 mousedown 3");
+    EXPECT_TRUE(becomes([] { return KXMouse(0) == 0 && KXMouse(1) != 0; }));
+    person("mouseup 3 click 4");
+    EXPECT_TRUE(becomes([] { return KXMouse(4) != 0; }));
+    EXPECT_EQ(KXMouse(4), 0) << "a notch lasts for one frame";
+    person("click 5");
+    EXPECT_TRUE(becomes([] { return KXMouse(3) != 0; }));
+    EXPECT_EQ(KXShowMouse(0), SDL_ENABLE);
+    EXPECT_EQ(KXShowMouse(-1), SDL_DISABLE);
+}
+
+TEST_F(Desktop, FullscreenFillsTheScreenAndComesBack) {
+    // Without the focus the platform would give the screen back at once.
+    person("search --name 'A window to click' windowfocus --sync");
+    EXPECT_TRUE(becomes([this] { return window->isFocused() != 0; }));
+    EXPECT_EQ(window->isFullscreen(), 0);
+    window->enterFullscreen();
+    EXPECT_NE(window->isFullscreen(), 0);
+    EXPECT_TRUE(becomes([this] { return window->size().width == 1280 && window->size().height == 1024; }))
+        << window->size().width;
+    window->exitFullscreen();
+    EXPECT_EQ(window->isFullscreen(), 0);
+    // Where no window manager restores the old size the window keeps the screen's, but it is a window again.
+    window->setSize({200, 100});
+    EXPECT_TRUE(becomes([this] { return window->size().width == 200 && window->rect().size.height == 100; }));
+}
+
+TEST_F(Desktop, ARealResizeReachesTheWindow) {
+    EXPECT_EQ(window->size().width, 320);
+    person("search --name 'A window to click' windowsize 400 200");
+    EXPECT_TRUE(becomes([this] { return window->size().width == 400 && window->size().height == 200; }));
+}
+
+TEST_F(Desktop, SeveralWindowsAreVisibleAtOnce) {
+    KXWindow second("The other", {100, 80});
+    second.setRenderContext();
+    second.swapBuffers();
+    window->setRenderContext();
+    window->swapBuffers();
+    person("search --onlyvisible --name 'The other' windowfocus --sync");
+    EXPECT_TRUE(becomes([&second] { return second.isFocused() != 0; }));
+    person("keydown z");
+    EXPECT_TRUE(becomes([] { return KXKey(26) != 0; }));
+    EXPECT_EQ(KXCurrentEventWindowID, second.id());
+    person("keyup z");
+    EXPECT_TRUE(becomes([] { return KXKey(26) == 0; }));
+}
+} // namespace

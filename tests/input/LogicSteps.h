@@ -1,0 +1,16 @@
+#pragma once
+
+#include "core/LogicClock.h"
+
+/// Owns the logic loop's clock while it lives: steps of 16 ms, starting shortly before the 32-bit time wraps.
+struct LogicSteps {
+    LogicSteps() {
+        _KXLogicTimeRequiredPerLogicCycle = 16;
+        _KXLogicCurrentTime = 0xFFFFFF00;
+    }
+    ~LogicSteps() { _KXLogicTimeRequiredPerLogicCycle = _KXLogicCurrentTime = 0; }
+    LogicSteps(const LogicSteps&) = delete;
+    LogicSteps& operator=(const LogicSteps&) = delete;
+
+    static void advance(unsigned steps) { _KXLogicCurrentTime += steps * _KXLogicTimeRequiredPerLogicCycle; }
+};

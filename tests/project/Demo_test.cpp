@@ -1,0 +1,71 @@
+// The demo as ./play starts it.
+
+#include "support/Image.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+
+#include <sys/wait.h>
+
+namespace {
+struct Run {
+    int status;
+    std::string output;
+};
+
+/// Runs the demo in a folder of the test's own; its output on both channels.
+Run runDemo(const TemporaryFolder& folder, const std::string& arguments) {
+    const std::string command =
+        "cd '" + folder.path() + "' && ASAN_OPTIONS=detect_leaks=0 '" DEMO "' " + arguments + " 2>&1";
+    Run run = {};
+    FILE* pipe = popen(command.c_str(), "r");
+    std::array<char, 256> buffer;
+    while (fgets(buffer.data(), buffer.size(), pipe))
+        run.output += buffer.data();
+    const int status = pclose(pipe);
+    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return run;
+}
+
+TEST(Demo, PlaysItsScriptAndShowsWhatItOughtTo) {
+    const TemporaryFolder folder;
+    const std::string shot = folder / "shot.png";
+    const Run run = runDemo(folder, "--headless --screenshot '" + shot + "'");
+    EXPECT_EQ(run.status, 0) << run.output;
+    EXPECT_EQ(run.output, "Screenshot: " + shot + "\n");
+
+    const Image expected = Image::fromFile(GOLDEN "/demo.png"), actual = Image::fromFile(shot);
+    // One step a frame makes the pictures the same everywhere, but for edges that another driver may round
+    // otherwise.
+    constexpr int allowed = 200;
+    EXPECT_LE(differingPixels(expected, actual, 2), allowed);
+    if (differingPixels(expected, actual, 2) > allowed)
+        actual.save("demo_actual.png");
+}
+
+TEST(Demo, EndsAfterSomeFramesAndWritesBMP) {
+    const TemporaryFolder folder;
+    const Run run = runDemo(folder, "--headless --frames 3 --screenshot shot.bmp");
+    EXPECT_EQ(run.status, 0) << run.output;
+    EXPECT_EQ(Image::fromFile(folder / "shot.bmp").width, 800);
+    EXPECT_EQ(runDemo(folder, "--headless --frames 1").output, "Screenshot: kobaltrix-demo.png\n");
+}
+
+TEST(Demo, SaysWhatItDoesNotUnderstand) {
+    const TemporaryFolder folder;
+    for (const char* arguments :
+         {"--nonsense", "--frames", "--frames x", "--frames 0", "--frames 3x", "--screenshot"}) {
+        const Run run = runDemo(folder, arguments);
+        EXPECT_EQ(run.status, 2) << arguments;
+        EXPECT_EQ(run.output.rfind("play: '", 0), 0u) << run.output;
+    }
+    const Run help = runDemo(folder, "--help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_NE(help.output.find("--screenshot FILE"), std::string::npos);
+    EXPECT_EQ(runDemo(folder, "--headless --screenshot no/such/folder/shot.png").status, 1);
+}
+} // namespace

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+/// An empty folder that disappears with the object. Its name holds a space, an accent and an emoji, so that
+/// whatever is tested in it is tested with them.
+class TemporaryFolder {
+public:
+    TemporaryFolder() {
+        std::string name =
+            (std::filesystem::temp_directory_path() / "kx t\u00e9st \U0001F3AE XXXXXX").string();
+        if (!mkdtemp(name.data()))
+            std::abort();
+        _path = name;
+    }
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(_path, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    /// The path of something in the folder.
+    std::string operator/(const std::string& name) const { return _path + "/" + name; }
+    const std::string& path() const { return _path; }
+
+    /// Writes a file in the folder and returns its path.
+    std::string write(const std::string& name, const std::string& content = "content") const {
+        const std::string path = *this / name;
+        std::ofstream(path, std::ios::binary) << content;
+        return path;
+    }
+
+private:
+    std::string _path;
+};
