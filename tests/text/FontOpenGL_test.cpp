@@ -1,10 +1,10 @@
 #include <Kobaltrix/KXFont.h>
 
-#include "text/TextWindow.h"
+#include "text/TextTest.h"
 
 #include <SDL_opengl.h>
+#include <SDL_video.h>
 
-#include <memory>
 #include <string>
 
 namespace {
@@ -42,7 +42,7 @@ TEST_F(FontOpenGL, TheGamesStateIsLeftAlone) {
     for (const bool texturing : {true, false})
         for (const int mode : {1, 2}) {
             KXFont clean(testFont(), mode), font(testFont(), mode);
-            const auto expected = window.draw([&] { clean.print({9, 9}, white, "a{C1,1,0,1}b{EC}c"); });
+            const Image expected = draw([&] { clean.print({9, 9}, white, "a{C1,1,0,1}b{EC}c"); });
             glPushAttrib(GL_ALL_ATTRIB_BITS);
             glPushClientAttrib(GL_CLIENT_ALL_ATTRIB_BITS);
             glBindTexture(GL_TEXTURE_2D, texture);
@@ -61,11 +61,11 @@ TEST_F(FontOpenGL, TheGamesStateIsLeftAlone) {
             std::vector<double> before = openGLState();
             font.stringBounds("xyz");
             EXPECT_EQ(openGLState(), before);
-            const auto actual = window.draw([&] { font.print({6, 5}, white, "a{C1,1,0,1}b{EC}c"); });
+            const Image actual = draw([&] { font.print({6, 5}, white, "a{C1,1,0,1}b{EC}c"); });
             float color[4];
             glGetFloatv(GL_CURRENT_COLOR, color);
             EXPECT_EQ(color[2], 1); // the default colour, not the span's
-            EXPECT_TRUE(actual == expected) << "mode " << mode;
+            EXPECT_EQ(differingPixels(actual, expected), 0) << "mode " << mode;
             if (mode == 1) { // polygons promise to leave texturing on
                 EXPECT_TRUE(glIsEnabled(GL_TEXTURE_2D));
                 (texturing ? glEnable : glDisable)(GL_TEXTURE_2D);
@@ -110,35 +110,61 @@ struct Names {
 
 TEST_F(FontOpenGL, GlyphsFollowTheContext) {
     for (const int mode : {1, 2}) {
-        window.makeCurrent();
-        const Names names; // a font that deletes its glyphs in the wrong context hits these
+        SCOPED_TRACE(mode);
+        window->setRenderContext();
+        auto names =
+            std::make_unique<Names>(); // a font that deletes its glyphs in the wrong context hits these
         auto font = std::make_unique<KXFont>(testFont(), mode);
         const auto print = [&] { font->print({5, 5}, white, "Text in mode %d", mode); };
-        const auto expected = window.draw(print);
-        auto other = std::make_unique<TextWindow>();
-        EXPECT_TRUE(other->draw(print) == expected);
-        window.makeCurrent();
+        const Image expected = draw(print);
+        const auto expectText = [&](KXWindow& target) {
+            target.setRenderContext();
+            EXPECT_EQ(differingPixels(draw(print, &target), expected), 0);
+        };
+        auto other = makeWindow();
+        expectText(*other);
+        window->setRenderContext();
         Names::expectAlive();
         font->setSize(11);
         Names::expectAlive();
         font->setSize(10);
-        EXPECT_TRUE(window.draw(print) == expected);
-        other->makeCurrent();
-        EXPECT_TRUE(other->draw(print) == expected);
+        expectText(*window);
+        expectText(*other);
         // Its window is gone, and the new one's context may have the old one's address.
         other.reset();
-        other = std::make_unique<TextWindow>();
-        EXPECT_TRUE(other->draw(print) == expected);
+        other = makeWindow();
+        expectText(*other);
         other.reset();
-        window.makeCurrent();
+        window->setRenderContext();
         font->setSize(11);
         Names::expectAlive();
-        window.draw(print);
-        other = std::make_unique<TextWindow>();
+        draw(print);
+        // Other contexts, or none, are current when glyphs are deleted, and still are afterwards.
+        other = makeWindow();
         SDL_GLContext current = SDL_GL_GetCurrentContext();
-        font.reset();
+        font->setSize(10);
         EXPECT_EQ(SDL_GL_GetCurrentContext(), current);
-        window.makeCurrent();
+        expectText(*window);
+        other->setRenderContext();
+        other.reset();
+        font->setSize(11);
+        EXPECT_EQ(SDL_GL_GetCurrentContext(), nullptr);
+        window->setRenderContext();
+        Names::expectAlive();
+        font->setSize(10);
+        expectText(*window);
+        // A new start of the platform counts windows from 1 again.
+        names.reset();
+        KXDeInit();
+        KXInit();
+        window = makeWindow();
+        names = std::make_unique<Names>();
+        expectText(*window);
+        other = makeWindow();
+        expectText(*other);
+        other.reset();
+        window->setRenderContext();
+        font.reset();
         Names::expectAlive();
     }
 }
@@ -148,7 +174,7 @@ TEST_F(FontOpenGL, NeighboursInTheTextureDoNotShow) {
     for (const char* some : {"MWHj", "|gQ@", "#&%%Z", "x[]{}"})
         crowded.print({0, 0}, white, "%s%s", some, "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789");
     const auto enlarged = [&](KXFont& font, char c) {
-        return window.draw([&] {
+        return draw([&] {
             glPushMatrix();
             glScalef(4.3f, 4.3f, 1);
             font.print({3.4f, 0.3f}, white, "%c", c);
@@ -156,22 +182,20 @@ TEST_F(FontOpenGL, NeighboursInTheTextureDoNotShow) {
         });
     };
     for (const char c : std::string("MWHj|gQ@#&Zx[]ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"))
-        EXPECT_LE(largestDifference(enlarged(lonely, c), enlarged(crowded, c)), 2) << c;
+        EXPECT_EQ(differingPixels(enlarged(lonely, c), enlarged(crowded, c), 2), 0) << c;
 }
 
 TEST_F(FontOpenGL, WithoutAContextGlyphsWait) {
     for (const int mode : {1, 2}) {
-        SDL_Window* const shown = SDL_GL_GetCurrentWindow();
-        SDL_GL_MakeCurrent(nullptr, nullptr);
+        makeWindow().reset(); // the current window: no other takes its place
         KXFont font(testFont(), mode);
         EXPECT_GT(font.lineHeight(), 0);
         EXPECT_EQ(font.stringBounds("text").width, 0);
         EXPECT_EQ(font.advance("text"), 0);
         font.print({0, 0}, white, "text");
-        window.makeCurrent();
-        EXPECT_EQ(SDL_GL_GetCurrentWindow(), shown);
+        window->setRenderContext();
         EXPECT_GT(font.stringBounds("text").width, 0);
-        EXPECT_NE(inkOf(window.draw([&] { font.print({0, 0}, white, "text"); })), Ink());
+        EXPECT_NE(ink([&] { font.print({0, 0}, white, "text"); }), Ink());
     }
 }
 } // namespace
