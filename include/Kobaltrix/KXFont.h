@@ -7,8 +7,8 @@
 ///
 /// Text is UTF-8 and always one line: line breaks and tabs are drawn as whatever the font has for them. Bytes
 /// that are not UTF-8 count as question marks. Everything needs the thread that owns the OpenGL context, and
-/// measuring or printing needs a current context; without one, glyphs that were never used before measure as
-/// nothing and nothing is drawn.
+/// measuring or printing needs the context of a #KXWindow to be current; without one, glyphs that were never
+/// used before measure as nothing and nothing is drawn.
 ///
 /// Printed text may change its colour: `{C1,0,0,1}red{EC} rest` prints "red" in red. The four numbers are
 /// red, green, blue and alpha from 0.0 to 1.0 with a decimal point; spans do not nest, and an incomplete one

@@ -60,11 +60,24 @@ bool _KXMakeGraphicsContextCurrent(unsigned number) {
     return true;
 }
 
-_KXGraphicsContextScope::_KXGraphicsContextScope(unsigned number)
+static void makeNoContextCurrent() {
+    SDL_GL_MakeCurrent(nullptr, nullptr);
+    _KXCurrentGraphicsContext = 0;
+    _KXCurrentWindowRenderContext = nullptr;
+}
+
+_KXGraphicsContextScope::_KXGraphicsContextScope(unsigned number, _KXWithoutContext whenGone)
     : _previous(_KXCurrentGraphicsContext),
-      _current(number != 0 && (number == _previous || _KXMakeGraphicsContextCurrent(number))) {}
+      _current(number != 0 && (number == _previous || _KXMakeGraphicsContextCurrent(number))) {
+    if (number != 0 && !_current && whenGone == _KXWithoutContext::HaveNone)
+        makeNoContextCurrent();
+}
 
 _KXGraphicsContextScope::~_KXGraphicsContextScope() {
-    if (_previous != _KXCurrentGraphicsContext && _previous != 0)
+    if (_previous == _KXCurrentGraphicsContext)
+        return;
+    if (_previous != 0)
         _KXMakeGraphicsContextCurrent(_previous);
+    else
+        makeNoContextCurrent();
 }

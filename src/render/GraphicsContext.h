@@ -18,10 +18,18 @@ void _KXRemoveGraphicsContext(unsigned number);
 /// refuses.
 bool _KXMakeGraphicsContextCurrent(unsigned number);
 
-/// Makes a context current for as long as the scope lasts. Costs one comparison when it is current already.
+/// What is current in the scope of a context that is gone.
+enum class _KXWithoutContext {
+    KeepPrevious, ///< What was current before, for callers that ask the scope before they go on.
+    HaveNone      ///< Nothing, for foreign code that deletes its names in any case: it hits no one else's.
+};
+
+/// Makes a context current for as long as the scope lasts, then what was current before, be it none. Costs
+/// one comparison when it is current already. The scope of context 0 changes nothing.
 class _KXGraphicsContextScope {
 public:
-    explicit _KXGraphicsContextScope(unsigned number);
+    explicit _KXGraphicsContextScope(unsigned number,
+                                     _KXWithoutContext whenGone = _KXWithoutContext::KeepPrevious);
     ~_KXGraphicsContextScope();
     _KXGraphicsContextScope(const _KXGraphicsContextScope&) = delete;
     _KXGraphicsContextScope& operator=(const _KXGraphicsContextScope&) = delete;

@@ -1,7 +1,7 @@
 #include "text/Face.h"
 
+#include "render/GraphicsContext.h"
 #include "text/GlyphAtlas.h"
-#include "text/GlyphOwner.h"
 #include "text/Utf8.h"
 
 #include <type_traits>
@@ -21,9 +21,10 @@ public:
     bool FaceSize(const unsigned size, const unsigned resolution) override {
         if (!_opened)
             return false;
-        const _KXGlyphOwnerScope scope(_owner);
+        // FTGL deletes its display lists even where their context is gone.
+        const _KXGraphicsContextScope scope(_glyphContext, _KXWithoutContext::HaveNone);
         _atlas.clear();
-        _owner = {};
+        _glyphContext = 0;
         _sized = Base::FaceSize(size, resolution);
         return _sized;
     }
@@ -39,16 +40,16 @@ public:
     }
 
     FTPoint Render(const char* text, const int length, FTPoint position, FTPoint spacing, int mode) override {
-        if (!prepare(text) || !_KXGlyphOwner::contextIsCurrent())
+        if (!prepare(text) || !_KXCurrentGraphicsContext)
             return position;
         return Base::Render(_KXLegibleText(text).get(), length, position, spacing, mode);
     }
 
 protected:
     FTGlyph* MakeGlyph(FT_GlyphSlot slot) override {
-        if (!_KXGlyphOwner::contextIsCurrent())
+        if (!_KXCurrentGraphicsContext)
             return nullptr;
-        _owner.take();
+        _glyphContext = _KXCurrentGraphicsContext;
         if constexpr (usesTextures)
             return _atlas.makeGlyph(slot);
         else
@@ -59,20 +60,20 @@ private:
     static constexpr bool usesTextures = std::is_same_v<Base, FTTextureFont>;
 
     bool prepare(const char* text) {
-        if (_owner.isForeign())
+        if (_KXCurrentGraphicsContext && _glyphContext != _KXCurrentGraphicsContext)
             forgetGlyphs();
         return _sized && text;
     }
 
     // Setting the size, even the same one, is what makes FTGL let go of its glyphs.
     void forgetGlyphs() {
-        if (_owner.exists())
+        if (_glyphContext)
             FaceSize(Base::FaceSize(), 72);
     }
 
     bool _opened;
     bool _sized = false;
-    _KXGlyphOwner _owner;
+    unsigned _glyphContext = 0; // that the glyphs were made in, 0 while there are none
     _KXGlyphAtlas _atlas;
 };
 } // namespace

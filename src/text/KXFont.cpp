@@ -2,12 +2,13 @@
 
 #include "core/ErrorSlot.h"
 #include "core/Truncate.h"
+#include "render/GLCheck.h"
+#include "render/GraphicsContext.h"
 #include "text/ColorEscapes.h"
 #include "text/Face.h"
 #include "text/Utf8.h"
 
 #include <SDL_opengl.h>
-#include <SDL_video.h>
 
 #include <cmath>
 #include <cstdarg>
@@ -35,11 +36,13 @@ KXFont::KXFont(const char* path, int mode)
 }
 
 KXFont::~KXFont() {
+    KX_GL_CHECK("KXFont::~KXFont");
     delete _font;
     delete _offsets;
 }
 
 int KXFont::setSize(int size) {
+    KX_GL_CHECK("KXFont::setSize");
     // A face counts its pixels per em in 16 bits; FTGL would wrap what does not fit.
     constexpr int largest = 65535;
     if (size == _size)
@@ -73,6 +76,7 @@ KXPoint KXFont::renderingOffsetForSize(int) const {
 KXSize KXFont::stringBounds(const char* text) const { return stringBounds(text, 0); }
 
 KXSize KXFont::stringBounds(const char* text, int raw) const {
+    KX_GL_CHECK("KXFont::stringBounds");
     if (!text || _font->Error())
         return KXZeroSize;
     char visible[textSize];
@@ -87,7 +91,11 @@ KXSize KXFont::stringBounds(const char* text, int raw) const {
 float KXFont::lineHeight() const { return _font->LineHeight(); }
 float KXFont::ascender() const { return _font->Ascender(); }
 float KXFont::descender() const { return _font->Descender(); }
-float KXFont::advance(const char* text) const { return _font->Advance(text); }
+
+float KXFont::advance(const char* text) const {
+    KX_GL_CHECK("KXFont::advance");
+    return _font->Advance(text);
+}
 
 float KXFont::fullHeight() const {
     return ascender() + static_cast<float>(std::abs(_KXTruncate(descender())));
@@ -140,7 +148,8 @@ static void renderSpans(FTFont& font, KXColor color, char* text) {
 }
 
 void KXFont::print(KXPoint p, KXColor c, const char* format, ...) {
-    if (!format || _font->Error() || !SDL_GL_GetCurrentContext())
+    KX_GL_CHECK("KXFont::print");
+    if (!format || _font->Error() || !_KXCurrentGraphicsContext)
         return;
     char text[textSize];
     va_list arguments;
