@@ -42,12 +42,12 @@ start_server() {
     servers+=($!)
 }
 
-# wait_for NAME TEST...: until the test holds for the server started last.
+# wait_for NAME COMMAND...: until the command succeeds, which shows that the server started last is ready.
 wait_for() {
     local name=$1 i
     shift
     for ((i = 0; i < patience; i++)); do
-        test "$@" && return
+        "$@" >/dev/null 2>&1 && return
         kill -0 "${servers[-1]}" 2>/dev/null || die "$name ended before it was ready:" "$scratch/$name.log"
         sleep 0.05
     done
@@ -59,10 +59,17 @@ start_xvfb() {
     need Xvfb setpriv
     # The number is written once the display can be used.
     start_server Xvfb Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$scratch/number"
-    wait_for Xvfb -s "$scratch/number"
+    wait_for Xvfb test -s "$scratch/number"
     DISPLAY=:$(<"$scratch/number")
     export DISPLAY
     unset WAYLAND_DISPLAY XAUTHORITY
+}
+
+# Starts a window manager: without one no window really becomes fullscreen.
+start_window_manager() {
+    need openbox xdotool
+    start_server openbox openbox --sm-disable
+    wait_for openbox xdotool get_num_desktops
 }
 
 # Runs the command, which can be stopped like any other, and ends with its status.

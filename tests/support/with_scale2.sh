@@ -9,6 +9,6 @@ export XDG_RUNTIME_DIR=$scratch
 # The X11 backend, since the headless one has no seat and clients expect a keyboard and a pointer.
 start_server weston weston --no-config --backend=x11-backend.so --scale=2 --width=1000 --height=900 \
     --socket=wayland-test --idle-time=0
-wait_for weston -S "$XDG_RUNTIME_DIR/wayland-test"
+wait_for weston test -S "$XDG_RUNTIME_DIR/wayland-test"
 export SDL_VIDEODRIVER=wayland WAYLAND_DISPLAY=wayland-test
 run_command "$@"
