@@ -3,6 +3,7 @@
 #include <SDL_opengl.h>
 
 #include <cstdio>
+#include <filesystem>
 
 namespace {
 // Key numbers of the library.
@@ -94,7 +95,7 @@ int Demo::save(const std::string& path) {
         saved = copy->writeToPNG(path.c_str());
     }
     if (saved)
-        std::printf("Screenshot: %s\n", path.c_str());
+        std::printf("Screenshot: %s\n", std::filesystem::absolute(path).c_str());
     else
         std::fprintf(stderr, "play: %s\n", KXError());
     return saved;
@@ -167,9 +168,11 @@ void Demo::drawClippedView() {
     KXDrawRectFill(opening, {0, 0, 0, 0.5f});
     _window.setClipTo(opening);
     const auto shift = static_cast<float>(_steps % 40);
-    for (float x = opening.origin.x - 40 + shift; x < opening.origin.x + opening.size.width; x += 40)
+    for (int stripe = -1; stripe < 5; ++stripe) {
+        const float x = opening.origin.x + shift + 40 * static_cast<float>(stripe);
         KXDrawTriangleFill({x, opening.origin.y}, {x + 20, opening.origin.y + 14}, {x, opening.origin.y + 28},
                            KXMakeColori(255, 217, 138, 220));
+    }
     _window.unsetClip();
     KXDrawRect(opening, KXMakeColori(255, 217, 138, 255));
 }

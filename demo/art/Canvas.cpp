@@ -5,12 +5,17 @@
 #include <cmath>
 
 Canvas::Canvas(int width, int height, Color background)
-    : _width(width), _height(height), _pixels(static_cast<std::size_t>(width * height), background) {}
+    : _width(width), _height(height),
+      _pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), background) {}
+
+std::size_t Canvas::index(int x, int y) const {
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(_width) + static_cast<std::size_t>(x);
+}
 
 Color& Canvas::at(int x, int y) {
     if (x < 0 || y < 0 || x >= _width || y >= _height)
         return _outside;
-    return _pixels[static_cast<std::size_t>(y * _width + x)];
+    return _pixels[index(x, y)];
 }
 
 void Canvas::fillRect(int x, int y, int width, int height, Color color) {
@@ -58,7 +63,7 @@ bool Canvas::save(const std::string& path) const {
     for (int y = 0; y < _height; ++y)
         for (int x = 0; x < _width; ++x)
             reinterpret_cast<Color*>(static_cast<char*>(surface->pixels) + y * surface->pitch)[x] =
-                _pixels[static_cast<std::size_t>(y * _width + x)];
+                _pixels[index(x, y)];
     const bool saved = IMG_SavePNG(surface, path.c_str()) == 0;
     SDL_FreeSurface(surface);
     return saved;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -26,6 +27,8 @@ public:
     bool save(const std::string& path) const;
 
 private:
+    std::size_t index(int x, int y) const;
+
     int _width, _height;
     std::vector<Color> _pixels;
     Color _outside = 0;

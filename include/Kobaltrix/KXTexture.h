@@ -30,7 +30,7 @@ public:
     KXTexture(const KXTexture&) = delete;
     KXTexture& operator=(const KXTexture&) = delete;
 
-    /// Makes it the texture that OpenGL samples; another window's texture is not bound.
+    /// Makes it the texture that OpenGL samples; none where it is empty or belongs to another window.
     void bind();
     /// Width and height in pixels.
     KXSize size();

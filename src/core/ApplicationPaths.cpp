@@ -42,8 +42,7 @@ static void findPathsInBundle(const char* path, const char* name) {
             replaceText(KXBundlePath, bundle.c_str());
             // What exists may be a file: then there is no folder to change to, and the game goes on where it
             // is.
-            if (chdir(KXBundlePath) != 0)
-                std::fflush(stdout);
+            [[maybe_unused]] const int changed = chdir(bundle.c_str());
         }
     }
     const char* bundleParentEnd = slashFromEnd(path, 4);

@@ -63,7 +63,7 @@ KXTexture* KXTextureCacheLoad(const char* path) {
     }
     auto texture = std::make_unique<KXTexture>(path);
     auto* const item = new _KXTextureCacheItem(texture.get(), _KXCurrentWindowRenderContext);
-    texture.release();
+    static_cast<void>(texture.release()); // the item has taken it over
     _KXTextureCacheAdd(path, item);
     return item->texture();
 }

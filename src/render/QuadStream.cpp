@@ -53,7 +53,8 @@ _KXAffine _KXPlacement(int x, int y, int width, int height, float scale, int rot
     default:
         break;
     }
-    const auto centreX = static_cast<float>(width / 2), centreY = static_cast<float>(height / 2);
+    const int middleX = width / 2, middleY = height / 2; // rounded toward zero
+    const auto centreX = static_cast<float>(middleX), centreY = static_cast<float>(middleY);
     const KXPoint moved = turn(centreX, centreY);
     return {scale * turn.xx, scale * turn.xy, left + scale * (centreX - moved.x),
             scale * turn.yx, scale * turn.yy, top + scale * (centreY - moved.y)};

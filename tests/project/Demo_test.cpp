@@ -51,7 +51,8 @@ TEST(Demo, EndsAfterSomeFramesAndWritesBMP) {
     const Outcome run = runDemo(folder, "--headless --frames 3 --screenshot shot.bmp");
     EXPECT_EQ(run.status, 0) << run.output;
     EXPECT_EQ(Image::fromFile(folder / "shot.bmp").width, 800);
-    EXPECT_EQ(runDemo(folder, "--headless --frames 1").output, "Screenshot: kobaltrix-demo.png\n");
+    EXPECT_EQ(runDemo(folder, "--headless --frames 1").output,
+              "Screenshot: " + folder.path() + "/kobaltrix-demo.png\n");
 }
 
 TEST(Demo, SaysWhatItDoesNotUnderstand) {

@@ -1,0 +1,211 @@
+// What a texture holds: images and data going in, pixels coming back out.
+
+#include "render/KXTexture.h"
+
+#include "core/Endianness.h"
+#include "core/ErrorSlot.h"
+#include "core/Truncate.h"
+#include "render/GLCheck.h"
+#include "render/GraphicsContext.h"
+#include "render/PixelStore.h"
+#include "render/RenderContext.h"
+
+#include <SDL_image.h>
+#include <SDL_opengl.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+constinit int _KXTextureMode = GL_NEAREST;
+
+void KXSetTextureMode(int mode) { _KXTextureMode = mode == 1 ? GL_NEAREST : GL_LINEAR; }
+
+namespace {
+// Binds a texture for a read or write that is no draw, and gives the game's own binding back.
+class BindingScope {
+public:
+    explicit BindingScope(unsigned texture) {
+        glGetIntegerv(GL_TEXTURE_BINDING_2D, &_previous);
+        glBindTexture(GL_TEXTURE_2D, texture);
+    }
+    ~BindingScope() { glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(_previous)); }
+    BindingScope(const BindingScope&) = delete;
+    BindingScope& operator=(const BindingScope&) = delete;
+
+private:
+    GLint _previous = 0;
+};
+
+struct FreeSurface {
+    void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
+};
+using Surface = std::unique_ptr<SDL_Surface, FreeSurface>;
+
+// Whether the driver can hold such a texture; it is asked without leaving an OpenGL error behind.
+bool driverAccepts(int width, int height, int internalFormat, unsigned format) {
+    GLint largest = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    if (width < 1 || height < 1 || width > largest || height > largest)
+        return false;
+    glTexImage2D(GL_PROXY_TEXTURE_2D, 0, internalFormat, width, height, 0, format, GL_UNSIGNED_BYTE, nullptr);
+    GLint accepted = 0;
+    glGetTexLevelParameteriv(GL_PROXY_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &accepted);
+    return accepted == width;
+}
+
+// Uploads into a new texture, which stays bound. 0 if the driver cannot hold it.
+unsigned upload(int width, int height, int internalFormat, unsigned format, const char* data) {
+    if (!driverAccepts(width, height, internalFormat, format))
+        return 0;
+    const _KXTightPixelStore tight;
+    GLuint texture = 0;
+    glGenTextures(1, &texture);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, _KXTextureMode);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, _KXTextureMode);
+    glTexImage2D(GL_TEXTURE_2D, 0, internalFormat, width, height, 0, format, GL_UNSIGNED_BYTE, data);
+    GLint held = 0;
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &held);
+    if (held == width)
+        return texture;
+    glGetError(); // out of memory: told here, not by the next check that finds it
+    glDeleteTextures(1, &texture);
+    return 0;
+}
+
+// The surface's pixels without the padding that its rows may end with.
+std::vector<char> tightPixels(const SDL_Surface& surface) {
+    const std::size_t row = static_cast<std::size_t>(surface.w) * surface.format->BytesPerPixel;
+    std::vector<char> pixels(row * static_cast<std::size_t>(surface.h));
+    const char* source = static_cast<const char*>(surface.pixels);
+    for (int y = 0; y < surface.h; ++y)
+        std::memcpy(pixels.data() + static_cast<std::size_t>(y) * row,
+                    source + static_cast<std::ptrdiff_t>(y) * surface.pitch, row);
+    return pixels;
+}
+} // namespace
+
+int KXTexture::_loadImage(const char* path) {
+    KX_GL_CHECK("KXTexture::_loadImage");
+    if (!path)
+        return 0;
+    const Surface surface(IMG_Load(path));
+    if (!surface)
+        return 0;
+    const int components = surface->format->BytesPerPixel;
+    if (components != 3 && components != 4) {
+        _KXReportError("%s: not a truecolor image", path);
+        return 0;
+    }
+    const Uint32 redFirst = _KXEndianness ? 0x000000FF : 0xFF000000;
+    const bool reversed = surface->format->Rmask != redFirst;
+    const unsigned format = components == 3 ? (reversed ? GL_BGR : GL_RGB) : (reversed ? GL_BGRA : GL_RGBA);
+    return _loadFromData(surface->w, surface->h, components, format, tightPixels(*surface).data());
+}
+
+int KXTexture::_loadFromData(int width, int height, int internalFormat, unsigned format, const char* data) {
+    KX_GL_CHECK("KXTexture::_loadFromData");
+    if (!_KXCurrentGraphicsContext) {
+        _KXReportError("Unable to create a texture of %d x %d pixels: no window is current", width, height);
+        return 0;
+    }
+    const unsigned texture = upload(width, height, internalFormat, format, data);
+    if (!texture) {
+        _KXReportError("Unable to create a texture of %d x %d pixels", width, height);
+        return 0;
+    }
+    if (_KXCurrentRenderContext == this)
+        unsetRenderContext();
+    _clearTextureID();
+    _forgetPixels();
+    _textureID = texture;
+    _graphicsContext = _KXCurrentGraphicsContext;
+    _internalFormat = internalFormat;
+    _format = format;
+    _size = {static_cast<float>(width), static_cast<float>(height)};
+    return -1;
+}
+
+void KXTexture::clear() {
+    KX_GL_CHECK("KXTexture::clear");
+    const _KXGraphicsContextScope scope(_graphicsContext);
+    if (!scope || !_textureID)
+        return;
+    _forgetPixels();
+    const int width = static_cast<int>(_size.width), height = static_cast<int>(_size.height);
+    const BindingScope binding(_textureID);
+    const _KXTightPixelStore tight;
+    constexpr int rowsAtATime = 64;
+    const std::vector<char> empty(static_cast<std::size_t>(width) * 4 * rowsAtATime);
+    for (int y = 0; y < height; y += rowsAtATime)
+        glTexSubImage2D(GL_TEXTURE_2D, 0, 0, y, width, std::min(rowsAtATime, height - y), GL_RGBA,
+                        GL_UNSIGNED_BYTE, empty.data());
+}
+
+void KXTexture::_forgetPixels() {
+    std::free(_pixelCache);
+    _pixelCache = nullptr;
+}
+
+// The whole texture as RGBA. Tightly packed, so pixels must have room for width times height times four
+// values.
+void KXTexture::_readBack(unsigned type, void* pixels) {
+    const BindingScope binding(_textureID);
+    const _KXTightPixelStore tight;
+    glGetTexImage(GL_TEXTURE_2D, 0, GL_RGBA, type, pixels);
+}
+
+void KXTexture::_getPixel(int x, int y, float& r, float& g, float& b, float& a, int keepCache) {
+    KX_GL_CHECK("KXTexture::_getPixel");
+    r = g = b = a = -1;
+    const _KXGraphicsContextScope scope(_graphicsContext);
+    const auto fx = static_cast<float>(x), fy = static_cast<float>(y);
+    if (!scope || !_textureID || !(fx >= 0 && fx <= _size.width - 1) || !(fy >= 0 && fy <= _size.height - 1))
+        return;
+    const auto width = static_cast<std::size_t>(_size.width), height = static_cast<std::size_t>(_size.height);
+    const bool cached = _pixelCache;
+    if (!cached) {
+        _pixelCache = static_cast<float*>(std::malloc(width * 4 * height * sizeof(float)));
+        if (!_pixelCache)
+            return;
+        _readBack(GL_FLOAT, _pixelCache);
+    }
+    const float* pixel =
+        _pixelCache + (width * static_cast<std::size_t>(y) + static_cast<std::size_t>(x)) * 4;
+    r = pixel[0];
+    g = pixel[1];
+    b = pixel[2];
+    a = pixel[3];
+    if (!keepCache && !cached)
+        _forgetPixels();
+}
+
+KXColor KXTexture::getPixel(KXPoint point, int keepCache) {
+    KXColor color;
+    _getPixel(_KXTruncate(point.x), _KXTruncate(point.y), color.r, color.g, color.b, color.a, keepCache);
+    return color;
+}
+
+int KXTexture::writeToPNG(const char* path) { return _savePNG(path); }
+
+int KXTexture::_savePNG(const char* path) {
+    KX_GL_CHECK("KXTexture::writeToPNG");
+    const _KXGraphicsContextScope scope(_graphicsContext);
+    if (!scope || !_textureID || !path) {
+        _KXReportError("Unable to write a PNG file: %s",
+                       path ? "the texture is empty or its window is closed" : "no path");
+        return 0;
+    }
+    const Surface surface(SDL_CreateRGBSurfaceWithFormat(
+        0, static_cast<int>(_size.width), static_cast<int>(_size.height), 32, SDL_PIXELFORMAT_RGBA32));
+    if (surface)
+        _readBack(GL_UNSIGNED_BYTE, surface->pixels);
+    if (!surface || IMG_SavePNG(surface.get(), path) != 0) {
+        _KXReportError("Unable to write a PNG file (%s): %s", path, SDL_GetError());
+        return 0;
+    }
+    return -1;
+}
