@@ -18,6 +18,30 @@ struct Drawing : WindowTest {
     }
 };
 
+void (*const primitives[])() = {
+    [] {
+        KXDrawLine({1, 1}, {9, 9}, KXRedColor);
+    },
+    [] {
+        KXDrawRect({{1, 1}, {9, 9}}, KXRedColor);
+    },
+    [] {
+        KXDrawRectFill({{1, 1}, {9, 9}}, KXRedColor);
+    },
+    [] {
+        KXDrawCircle({9, 9}, 5, 9, KXRedColor);
+    },
+    [] {
+        KXDrawCircleFill({9, 9}, 5, 9, KXRedColor);
+    },
+    [] {
+        KXDrawTriangle({1, 1}, {9, 1}, {1, 9}, KXRedColor);
+    },
+    [] {
+        KXDrawTriangleFill({1, 1}, {9, 1}, {1, 9}, KXRedColor);
+    },
+};
+
 constexpr Pixel black = {0, 0, 0, 255}, red = {255, 0, 0, 255}, blue = {0, 0, 255, 255};
 
 TEST_F(Drawing, RectOutlineLiesInside) {
@@ -96,29 +120,6 @@ TEST_F(Drawing, EveryPrimitiveLeavesTexturingOnAndMatricesAlone) {
     GLfloat before[16], after[16];
     glTranslatef(3, 4, 0);
     glGetFloatv(GL_MODELVIEW_MATRIX, before);
-    void (*const primitives[])() = {
-        [] {
-            KXDrawLine({1, 1}, {9, 9}, KXRedColor);
-        },
-        [] {
-            KXDrawRect({{1, 1}, {9, 9}}, KXRedColor);
-        },
-        [] {
-            KXDrawRectFill({{1, 1}, {9, 9}}, KXRedColor);
-        },
-        [] {
-            KXDrawCircle({9, 9}, 5, 9, KXRedColor);
-        },
-        [] {
-            KXDrawCircleFill({9, 9}, 5, 9, KXRedColor);
-        },
-        [] {
-            KXDrawTriangle({1, 1}, {9, 1}, {1, 9}, KXRedColor);
-        },
-        [] {
-            KXDrawTriangleFill({1, 1}, {9, 1}, {1, 9}, KXRedColor);
-        },
-    };
     for (const auto& primitive : primitives) {
         glDisable(GL_TEXTURE_2D);
         fill({0, 0, 0, 1});
@@ -156,13 +157,8 @@ TEST_F(Drawing, AbsurdCoordinatesAreDefined) {
 }
 
 TEST(DrawingWithoutAWindow, DoesNothing) {
-    KXDrawLine({1, 1}, {9, 9}, KXRedColor);
-    KXDrawRect({{1, 1}, {9, 9}}, KXRedColor);
-    KXDrawRectFill({{1, 1}, {9, 9}}, KXRedColor);
-    KXDrawCircle({9, 9}, 5, 9, KXRedColor);
-    KXDrawCircleFill({9, 9}, 5, 9, KXRedColor);
-    KXDrawTriangle({1, 1}, {9, 1}, {1, 9}, KXRedColor);
-    KXDrawTriangleFill({1, 1}, {9, 1}, {1, 9}, KXRedColor);
+    for (const auto& primitive : primitives)
+        primitive();
     EXPECT_EQ(KXCurrentRenderContext(), nullptr);
 }
 } // namespace
