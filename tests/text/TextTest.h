@@ -2,26 +2,42 @@
 
 #include "support/WindowTest.h"
 
+#include <fstream>
 #include <functional>
 
-/// The font that the tests draw with; fails the test where it is not installed.
-const char* testFont();
+inline constexpr KXColor white = {1, 1, 1, 1};
 
-/// Where the pixels that are not black lie: left, top, right and bottom edge; all 0 if every pixel is black.
-struct Ink {
-    int left, top, right, bottom;
-    bool operator==(const Ink&) const = default;
-};
+/// The font that the tests draw with; fails the test where it is not installed.
+inline const char* testFont() {
+    static constexpr const char* path = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+    if (!std::ifstream(path))
+        ADD_FAILURE() << path << " is missing: install Debian's package fonts-dejavu-core";
+    return path;
+}
 
 /// A test with a window as wide as a line of text, in which nothing may write to the error stream: that is
 /// where FTGL says what it was asked wrongly.
 struct TextTest : WindowTest {
-    TextTest();
-    ~TextTest() override;
+    TextTest() {
+        window = makeWindow();
+        testing::internal::CaptureStderr();
+    }
+    ~TextTest() override { EXPECT_EQ(testing::internal::GetCapturedStderr(), ""); }
 
-    static std::unique_ptr<KXWindow> makeWindow();
-    /// Fills the current window, by default the test's, with black, runs @a draw and returns the pixels.
-    Image draw(const std::function<void()>& draw, KXWindow* target = nullptr);
-    /// What that draws.
-    Ink ink(const std::function<void()>& draw);
+    /// A window that is current.
+    static std::unique_ptr<KXWindow> makeWindow() {
+        auto window = std::make_unique<KXWindow>("Text", KXSize{320, 64});
+        window->setRenderContext();
+        return window;
+    }
+    /// What is drawn on black into the current window, by default the test's.
+    Image draw(const std::function<void()>& draw, KXWindow* target = nullptr) {
+        fill({0, 0, 0, 1});
+        draw();
+        return Image::of(target ? *target : *window);
+    }
+    /// Number of pixels that are drawn.
+    int drawnPixels(const std::function<void()>& draw) {
+        return differingPixels(this->draw(draw), this->draw([] {}));
+    }
 };
