@@ -21,11 +21,22 @@ need() {
     done
 }
 
+# SDL turns a polite request to end into an event, which a program that hangs never reads.
+end_command() {
+    local i
+    kill "$child" 2>/dev/null || return 0
+    for ((i = 0; i < 40; i++)); do
+        kill -0 "$child" 2>/dev/null || return 0
+        sleep 0.05
+    done
+    kill -KILL "$child" 2>/dev/null || true
+}
+
 # The servers end in the opposite order of their start; nothing that others started is touched.
 clean_up() {
     local i
     trap '' INT TERM HUP
-    if [[ $child ]]; then kill "$child" 2>/dev/null || true; fi
+    if [[ $child ]]; then end_command; fi
     for ((i = ${#servers[@]} - 1; i >= 0; i--)); do
         kill "${servers[i]}" 2>/dev/null || true
         wait "${servers[i]}" 2>/dev/null || true
@@ -75,7 +86,7 @@ start_window_manager() {
 # Runs the command, which can be stopped like any other, and ends with its status.
 run_command() {
     local status=0
-    "$@" <&0 &
+    setpriv --pdeathsig KILL "$@" <&0 &
     child=$!
     wait "$child" || status=$?
     child=
