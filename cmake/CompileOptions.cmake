@@ -4,6 +4,10 @@ target_compile_features(kobaltrix_options INTERFACE cxx_std_20)
 target_compile_options(
   kobaltrix_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
                               -Wnon-virtual-dtor -Wold-style-cast -Wformat=2)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # GCC 12 warns of its own std::string when it has inlined "text" + string.
+  target_compile_options(kobaltrix_options INTERFACE -Wno-restrict)
+endif()
 if(KOBALTRIX_WERROR)
   target_compile_options(kobaltrix_options INTERFACE -Werror)
 endif()
