@@ -177,8 +177,8 @@ public:
     /// goes on by name. The texture path becomes the folder of the file, in every case.
     ///
     /// A file that ends too early leaves what could be read, and records of the file's lists that lie beyond
-    /// its end read as frames and boxes of -1 by -1 pixels, 4096 of them at most. Of a name all counts up to
-    /// its first zero byte.
+    /// its end read as frames and boxes of -1 by -1 pixels, a few thousand of them at most. Of a name all
+    /// counts up to its first zero byte.
     /// @return 0 if the file does not begin like a sprite file; it is then kept open until the next such
     ///   file. -1 in every other case, also when there is no file: ask KXFileExists().
     int load(const char* path);

@@ -122,19 +122,13 @@ TEST_F(Sprite, NullNames) {
     sprite.addBoundingBox("a", KXZeroRect);
     sprite.addAnimation(nullptr);
     sprite.addFrameInfo(nullptr, KXZeroRect, 1);
-    sprite.insertFrameInfo(0, nullptr, KXZeroRect, 1);
-    sprite.setFrameInfo(0, nullptr, KXZeroRect, 1);
     sprite.removeFrameInfo(0, nullptr);
-    sprite.setAnimationLoops(nullptr, 1);
-    sprite.renameAnimation(nullptr, "b");
     sprite.renameAnimation("a", nullptr);
     sprite.removeAnimation(nullptr);
     sprite.addBoundingBox(nullptr, KXZeroRect);
-    sprite.renameBoundingBox(nullptr, "b");
     sprite.renameBoundingBox("a", nullptr);
     sprite.removeBoundingBox(nullptr);
-    EXPECT_EQ(animations(), "a ");
-    EXPECT_EQ(take(sprite.boundingBoxAtIndex(0)), "a");
+    EXPECT_EQ(animations() + take(sprite.boundingBoxAtIndex(0)), "a a");
     EXPECT_EQ(sprite.numberOfFrames(nullptr), -1);
     EXPECT_EQ(sprite.animationLoops(nullptr), 0);
     EXPECT_EQ(sprite.fullSize(nullptr).width + sprite.boundingBoxNamed(nullptr).size.width, 0);
@@ -201,25 +195,21 @@ TEST_F(Sprite, PlayingWhatIsGone) {
 TEST_F(Sprite, RandomFramesSpreadOverTheAnimation) {
     for (int i = 0; i < 3; ++i)
         sprite.addFrameInfo("a", KXZeroRect, 50);
-    sprite.setAnimation("a");
     std::srand(1);
-    int shown[3] = {}, waits[51] = {};
-    for (int i = 0; i < 2000; ++i) {
+    int waits[3][51] = {};
+    for (int i = 0; i < 4000; ++i) {
         sprite.setAnimation("a");
         sprite.randomizeCurrentFrame();
         const int frame = sprite.currentFrameIndex();
         ASSERT_TRUE(frame >= 0 && frame < 3);
-        ++shown[frame];
         int polls = 0;
-        while (sprite.currentFrameIndex() == frame)
-            sprite.poll(), ++polls;
-        ASSERT_LE(polls, 50);
-        ++waits[polls];
+        for (; sprite.currentFrameIndex() == frame && polls < 50; ++polls)
+            sprite.poll();
+        ++waits[frame][polls];
     }
-    for (const int count : shown)
-        EXPECT_GT(count, 500);
-    for (int polls = 1; polls <= 50; ++polls)
-        EXPECT_GT(waits[polls], 0) << polls;
+    for (const auto& ofFrame : waits)
+        for (int polls = 1; polls <= 50; ++polls)
+            EXPECT_GT(ofFrame[polls], 0) << polls;
 }
 
 TEST_F(Sprite, CloneAndPrint) {

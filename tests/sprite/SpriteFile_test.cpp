@@ -102,34 +102,20 @@ TEST_F(SpriteFile, TheExampleByteForByte) {
 
 TEST_F(SpriteFile, ValuesSurviveAsFarAsTheFileHoldsThem) {
     const std::string longName(5000, 'n'), odd = "\u00e9 \U0001F3AE %s%n \n";
-    const float huge = std::numeric_limits<float>::infinity();
-    sprite.addBoundingBox("b", {{1.5f, -2.25f}, {-3.75f, huge}});
-    sprite.addBoundingBox("B", {{NAN, huge}, {NAN, -huge}});
-    sprite.addBoundingBox("", {{1, 2}, {3, 4}});
+    sprite.addBoundingBox("", {{NAN, -2.25f}, {-3.75f, 1e20f}});
     sprite.addFrameInfo(longName.c_str(), KXZeroRect, INT_MIN);
     sprite.addFrameInfo(odd.c_str(), KXZeroRect, INT_MAX);
     sprite.setAnimationLoops(odd.c_str(), 0);
-    sprite._getInfoWithName(odd.c_str())->insertFrameInfo(0, 7, KXZeroRect);
     sprite.addAnimation("empty");
     sprite._getInfoWithName("empty")->removeInfo(0);
     const std::string path = folder / "h\u00e9ro \U0001F3AE.spr";
     sprite.save(path.c_str());
-    KXSprite read;
-    read.setTextureName("old");
-    EXPECT_EQ(read.load(path.c_str()), -1);
-    EXPECT_EQ(read.textureName(), nullptr);
-    EXPECT_EQ(read.numberOfAnimations(), 2) << "an animation without frames is not read";
-    EXPECT_EQ(read.numberOfFrames(longName.c_str()), 1);
-    EXPECT_EQ(read.numberOfFrames(odd.c_str()), 2);
-    EXPECT_EQ(read.animationLoops(odd.c_str()), 0);
-    KXRect box = read.boundingBoxNamed("b");
-    EXPECT_EQ(box.origin.y, -2.25f);
-    EXPECT_EQ(box.size.width, -3);
-    EXPECT_EQ(box.size.height, static_cast<float>(INT_MAX));
-    box = read.boundingBoxNamed("B");
-    EXPECT_TRUE(std::isnan(box.origin.x));
-    EXPECT_EQ(box.size.width, 0);
-    EXPECT_EQ(read.boundingBoxNamed("").size.height, 4);
+    sprite.setTextureName("old");
+    EXPECT_EQ(sprite.load(path.c_str()), -1);
+    EXPECT_EQ(summary(), "(none) []{ (0, -2) : (-3, 2147483647) } <" + longName +
+                             ">-1 -2147483648{ (0, 0) : (0, 0) } <" + odd +
+                             ">0 2147483647{ (0, 0) : (0, 0) }");
+    EXPECT_EQ(sprite.boundingBoxNamed("").origin.y, -2.25f);
 }
 
 TEST_F(SpriteFile, FilesCutAtEveryByte) {
@@ -165,10 +151,8 @@ TEST_F(SpriteFile, FilesCutAtEveryByte) {
         SCOPED_TRACE(length);
         if (stage + 1 != std::end(stages) && length == stage[1].from)
             ++stage;
-        if (length > 17 && length < 23)
-            continue; // as at 17, letter by letter
-        if (length == 34)
-            continue;
+        if ((length > 17 && length < 23) || length == 34)
+            continue; // letter by letter
         sprite._clearAnimations();
         sprite._clearBoundingBoxes();
         sprite.setTextureName("untouched");
