@@ -9,9 +9,14 @@
 
 #include <climits>
 #include <cmath>
+#include <cstddef>
 #include <filesystem>
 #include <limits>
 #include <new>
+
+#ifdef KOBALTRIX_SANITIZE
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
+#endif
 
 namespace {
 constexpr Pixel black = {0, 0, 0, 255}, white = {255, 255, 255, 255};
@@ -142,6 +147,18 @@ TEST_F(SpriteDrawing, AlwaysWithTheTextureOfThePresent) {
     EXPECT_EQ(drawn({0, 0}).at(0, 0), texel(0, 0, 55)) << "from the working directory";
     std::filesystem::current_path(previous);
 }
+
+#ifdef KOBALTRIX_SANITIZE
+TEST_F(SpriteDrawing, FormatsNoTextForEachDraw) {
+    std::size_t before = 0;
+    for (int i = 0; i < 2000; ++i) {
+        if (i == 1000) // the driver has its buffers by then
+            before = __sanitizer_get_current_allocated_bytes();
+        sprite.draw({0, 0});
+    }
+    EXPECT_LT(__sanitizer_get_current_allocated_bytes(), before + 10'000) << "temporary strings pile up";
+}
+#endif
 
 TEST_F(SpriteDrawing, InEveryWindow) {
     drawn({0, 0});
