@@ -33,9 +33,8 @@ std::string take(char* text) {
 }
 
 TEST_F(Files, PathsAreSplitAndJoined) {
-    const struct {
-        const char *path, *filename, *containing, *extension;
-    } splits[] = {
+    // The path, its last name, the folder it is in and the extension.
+    const char* const splits[][4] = {
         {"a/b/c", "c", "a/b/", "(null)"},
         {"a/b/", "(null)", "a/", "(null)"},
         {"/x", "x", "/", "(null)"},
@@ -51,23 +50,19 @@ TEST_F(Files, PathsAreSplitAndJoined) {
         {".hidden.tar.gz", ".hidden.tar.gz", "(null)", "gz"},
         {"a.b/", "(null)", "(null)", "b/"},
         {"d \u00e9/\U0001F3AE 1.\u00fc", "\U0001F3AE 1.\u00fc", "d \u00e9/", "\u00fc"},
-        {nullptr, "(null)", "(null)", "(null)"},
-    };
-    for (const auto& split : splits) {
-        SCOPED_TRACE(split.path ? split.path : "a null path");
-        EXPECT_EQ(take(KXGetFilename(split.path)), split.filename);
-        EXPECT_EQ(take(KXGetContainingPathOf(split.path)), split.containing);
-        EXPECT_EQ(take(KXGetExtension(split.path)), split.extension);
+        {nullptr, "(null)", "(null)", "(null)"}};
+    for (const auto& [path, filename, containing, extension] : splits) {
+        SCOPED_TRACE(path ? path : "a null path");
+        EXPECT_EQ(take(KXGetFilename(path)), filename);
+        EXPECT_EQ(take(KXGetContainingPathOf(path)), containing);
+        EXPECT_EQ(take(KXGetExtension(path)), extension);
     }
-    const struct {
-        const char *a, *b, *joined;
-    } joins[] = {{"a/", "/b", "a/b"}, {"a", "b", "a/b"},      {"a/", "b", "a/b"}, {"a", "/b", "a/b"},
-                 {"", "b", "/b"},     {"a", "", "a/"},        {"a/", "", "a/"},   {"", "", "/"},
-                 {"/", "/", "/"},     {"%d/", "/%s", "%d/%s"}};
-    for (const auto& join : joins)
-        EXPECT_STREQ(KXAppendPath(join.a, join.b), join.joined) << join.a << " + " << join.b;
-    EXPECT_EQ(KXAppendPath(nullptr, "b"), nullptr);
-    EXPECT_EQ(KXAppendPath("a", nullptr), nullptr);
+    const char* const joins[][3] = {{"a/", "/b", "a/b"},     {"a", "b", "a/b"},      {"a/", "b", "a/b"},
+                                    {"a", "/b", "a/b"},      {"", "b", "/b"},        {"a", "", "a/"},
+                                    {"", "", "/"},           {"/", "/", "/"},        {"%d/", "/%s", "%d/%s"},
+                                    {nullptr, "b", nullptr}, {"a", nullptr, nullptr}};
+    for (const auto& [first, second, joined] : joins)
+        EXPECT_STREQ(KXAppendPath(first, second), joined);
     // A path is no temporary string: it is split at any length.
     const std::string longName(5000, 'n');
     EXPECT_EQ(take(KXGetFilename(("d/" + longName).c_str())), longName);
@@ -78,19 +73,16 @@ TEST_F(Files, MakeTestAndRemoveWithAnyName) {
     for (const std::string& name : awkwardNames) {
         SCOPED_TRACE(name);
         const std::string made = folder / name, file = made + "/" + name;
-        EXPECT_EQ(KXFileExists(made.c_str()), 0);
-        EXPECT_EQ(KXIsDirectory(made.c_str()), 0);
         EXPECT_EQ(KXMakeDirectory(made.c_str()), -1);
-        EXPECT_EQ(KXFileExists(made.c_str()), -1);
-        EXPECT_EQ(KXIsDirectory(made.c_str()), -1);
-        folder.write(name + "/" + name);
-        EXPECT_EQ(KXFileExists(file.c_str()), -1);
-        EXPECT_EQ(KXIsDirectory(file.c_str()), 0);
+        EXPECT_EQ(KXFileExists(made.c_str()) & KXIsDirectory(made.c_str()), -1);
         EXPECT_EQ(KXRemoveFile(made.c_str()), -1) << "a folder is no file";
-        EXPECT_EQ(KXRemoveFile(file.c_str()), 0);
-        EXPECT_EQ(KXRemoveFile(file.c_str()), -1) << "it is gone";
-        folder.write(name + "/" + name);
-        EXPECT_EQ(KXRemoveDirectory(made.c_str()), 0);
+        for (auto remove : {KXRemoveFile, KXRemoveDirectory}) {
+            folder.write(name + "/" + name);
+            EXPECT_EQ(KXFileExists(file.c_str()), -1);
+            EXPECT_EQ(KXIsDirectory(file.c_str()), 0);
+            EXPECT_EQ(remove((remove == KXRemoveFile ? file : made).c_str()), 0);
+            EXPECT_EQ(KXFileExists(file.c_str()), 0);
+        }
         EXPECT_EQ(KXFileExists(made.c_str()), 0);
     }
 }

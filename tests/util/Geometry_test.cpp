@@ -26,36 +26,31 @@ TEST(Geometry, DirectionTables) {
 }
 
 TEST(Geometry, DirectionBetweenPoints) {
-    struct {
-        KXPoint from, to;
-        KXDirection direction, cardinal;
-    } const rows[] = {
-        {{0, 0}, {0.9f, 5}, KXDirectionDown, KXDirectionDown},
-        {{5, 5}, {4, 5.9f}, KXDirectionLeft, KXDirectionLeft},
-        {{5, 5}, {6, 4.1f}, KXDirectionRight, KXDirectionRight},
-        {{5, 5}, {5.9f, 4.1f}, KXDirectionNone, KXDirectionNone},
-        {{0, 0}, {3, 3}, KXDirectionDownRight, KXDirectionDown}, // ties are vertical
-        {{0, 0}, {3, -3}, KXDirectionUpRight, KXDirectionUp},
-        {{0, 0}, {-3, -3}, KXDirectionUpLeft, KXDirectionUp},
-        {{0, 0}, {3.5f, 3.4f}, KXDirectionDownRight, KXDirectionRight}, // fractions decide
-        {{0, 0}, {3.5f, -3.4f}, KXDirectionUpRight, KXDirectionRight},
-        {{0, 0}, {-3.5f, -3.4f}, KXDirectionUpLeft, KXDirectionLeft},
-        {{0, 0}, {-3.4f, -3.5f}, KXDirectionUpLeft, KXDirectionUp},
-        {{-3e38f, 0}, {3e38f, -1e30f}, KXDirectionUpRight, KXDirectionRight}, // beyond what ints hold
-        {{0, 0}, {-INFINITY, INFINITY}, KXDirectionDownLeft, KXDirectionDown},
-        {{NAN, 0}, {0, 4}, KXDirectionDown, KXDirectionDown},
-        {{NAN, NAN}, {0, 4}, KXDirectionNone, KXDirectionNone},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(KXDirectionBetween(row.from, row.to), row.direction) << row.to.x << "," << row.to.y;
-        EXPECT_EQ(KXCardinalDirectionBetween(row.from, row.to), row.cardinal) << row.to.x << "," << row.to.y;
+    // From, to, the direction and the cardinal one. Fractions decide, ties are vertical, and differences may
+    // lie beyond what ints hold.
+    const float rows[][6] = {{0, 0, 0.9f, 5, 2, 2},
+                             {5, 5, 4, 5.9f, 0, 0},
+                             {5, 5, 6, 4.1f, 3, 3},
+                             {5, 5, 5.9f, 4.1f, -1, -1},
+                             {0, 0, 3, 3, 5, 2},
+                             {0, 0, 3, -3, 7, 1},
+                             {0, 0, -3, -3, 6, 1},
+                             {0, 0, 3.5f, 3.4f, 5, 3},
+                             {0, 0, 3.5f, -3.4f, 7, 3},
+                             {0, 0, -3.5f, -3.4f, 6, 0},
+                             {0, 0, -3.4f, -3.5f, 6, 1},
+                             {-3e38f, 0, 3e38f, -1e30f, 7, 3},
+                             {0, 0, -INFINITY, INFINITY, 4, 2},
+                             {NAN, 0, 0, 4, 2, 2},
+                             {NAN, NAN, 0, 4, -1, -1}};
+    for (const auto& [fromX, fromY, toX, toY, direction, cardinal] : rows) {
+        EXPECT_EQ(KXDirectionBetween({fromX, fromY}, {toX, toY}), direction) << toX << "," << toY;
+        EXPECT_EQ(KXCardinalDirectionBetween({fromX, fromY}, {toX, toY}), cardinal) << toX << "," << toY;
     }
 }
 
 TEST(Geometry, ParametricLineAndCircle) {
     const KXPoint a = {10, 20}, b = {20, 0};
-    EXPECT_TRUE(KXParametricLine(0, a, b) == a);
-    EXPECT_TRUE(KXParametricLine(1, a, b) == b);
     EXPECT_TRUE(KXParametricLine(0.25f, a, b) == (KXPoint{12.5f, 15}));
     EXPECT_TRUE(KXParametricLine(2, a, b) == (KXPoint{30, -20}));
     float x = -1, y = -1;
@@ -74,29 +69,25 @@ TEST(Geometry, ParametricLineAndCircle) {
 }
 
 TEST(Geometry, PointInCircle) {
-    struct {
-        KXPoint point;
-        float radius;
-        bool inside;
-    } const rows[] = {
-        {{3, 4}, 5, false},           // on the circle
-        {{3.9f, -4.9f}, 5.01f, true}, // whole pixels count
-        {{0.9f, 0.9f}, 0.1f, true},
-        {{-3, -4}, -6, true},
-        {{40000, 40000}, 50000, false}, // squares beyond an int
-        {{40000, 40000}, 60000, true},
-        {{1e12f, 0}, 1e11f, false}, // distances beyond an int
-        {{1e12f, 0}, 1e13f, true},
-        {{3e38f, -3e38f}, 1e20f, false}, // squares beyond a float
-        {{3e36f, 3e36f}, 3e38f, true},
-        {{INFINITY, 0}, INFINITY, false},
-        {{5, 5}, INFINITY, true},
-        {{NAN, 0}, 5, false},
-        {{0, 0}, NAN, false},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(KXPointInCircle({row.point.x, row.point.y}, KXZeroPoint, row.radius), row.inside)
-            << row.point.x << "," << row.point.y << " radius " << row.radius;
+    // The point, the radius, and whether it is inside: not on the circle, and only whole pixels count.
+    // Squares and distances may lie beyond what ints and floats hold.
+    const float rows[][4] = {{3, 4, 5, 0},
+                             {3.9f, -4.9f, 5.01f, 1},
+                             {0.9f, 0.9f, 0.1f, 1},
+                             {-3, -4, -6, 1},
+                             {40000, 40000, 50000, 0},
+                             {40000, 40000, 60000, 1},
+                             {1e12f, 0, 1e11f, 0},
+                             {1e12f, 0, 1e13f, 1},
+                             {3e38f, -3e38f, 1e20f, 0},
+                             {3e36f, 3e36f, 3e38f, 1},
+                             {INFINITY, 0, INFINITY, 0},
+                             {5, 5, INFINITY, 1},
+                             {NAN, 0, 5, 0},
+                             {0, 0, NAN, 0}};
+    for (const auto& [x, y, radius, inside] : rows)
+        EXPECT_EQ(KXPointInCircle({x, y}, KXZeroPoint, radius), inside == 1)
+            << x << "," << y << " radius " << radius;
     EXPECT_FALSE(KXPointInCircle({-3e38f, 0}, {3e38f, 0}, 3e38f));
 }
 
