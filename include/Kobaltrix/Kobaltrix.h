@@ -18,6 +18,7 @@
 #include <Kobaltrix/KXPlatform.h>
 #include <Kobaltrix/KXRandom.h>
 #include <Kobaltrix/KXRenderContext.h>
+#include <Kobaltrix/KXSprite.h>
 #include <Kobaltrix/KXString.h>
 #include <Kobaltrix/KXTexture.h>
 #include <Kobaltrix/KXTextureCache.h>

@@ -36,7 +36,10 @@ void _KXTextureCacheAdd(char const* path, _KXTextureCacheItem* item) {
     std::unique_ptr<_KXTextureCacheItem> owned(item);
     if (!_KXTextureCache)
         _KXTextureCache = new Cache;
-    (*_KXTextureCache)[path].push_back(std::move(owned));
+    Items& items = (*_KXTextureCache)[path];
+    if (!items.empty())
+        ++_KXTextureCacheGeneration;
+    items.push_back(std::move(owned));
 }
 
 _KXTextureCacheItem* _KXTextureCacheGet(const char* path) {
@@ -69,6 +72,7 @@ KXTexture* KXTextureCacheLoad(const char* path) {
 }
 
 void KXTextureCachePurge() {
+    ++_KXTextureCacheGeneration;
     delete _KXTextureCache;
     _KXTextureCache = nullptr;
 }

@@ -2,6 +2,8 @@
 
 #include <Kobaltrix/KXTextureCache.h>
 
+#include <cstdint>
+
 /// A cached texture and the window that was current when it was loaded.
 class _KXTextureCacheItem {
 public:
@@ -19,6 +21,10 @@ private:
     KXTexture* _texture;
     void* _renderContext;
 };
+
+/// Changes whenever a path that was answered once may be answered by another texture in the same window, so
+/// that who draws often may keep an answer until then.
+inline constinit std::uint64_t _KXTextureCacheGeneration = 0;
 
 /// Makes an item the entry of a path and takes it over. The item it replaces lives on until the cache is
 /// purged.

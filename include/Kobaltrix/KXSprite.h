@@ -1,0 +1,220 @@
+#pragma once
+
+#include <Kobaltrix/KXTimer.h>
+#include <Kobaltrix/KXTypes.h>
+
+#include <stdint.h>
+
+#include <vector>
+
+/// @file
+/// Sprites: named animations of timed frames cut from one texture, with named bounding boxes.
+///
+/// Names are texts compared byte by byte and always copied. Nothing reports an error: a setter given an
+/// unknown or null name or a bad index does nothing, a getter then gives the neutral value that is written
+/// with it. Indices count from 0.
+
+class KXTexture;
+
+/// One frame of an animation.
+class KX_API KXSpriteFrameInfo {
+public:
+    /// A frame of duration 0 and zero bounds.
+    KXSpriteFrameInfo();
+
+    /// Sets how many KXSprite::poll() calls the frame stays up; 1 and less are one call.
+    void setDuration(int duration);
+    /// How many KXSprite::poll() calls the frame stays up.
+    int duration() const;
+    /// Sets the part of the texture that is shown, in pixels of the texture.
+    void setBounds(KXRect bounds);
+    /// The part of the texture that is shown, in pixels of the texture.
+    KXRect bounds() const;
+
+private:
+    int32_t _duration;
+    KXRect _bounds;
+};
+
+/// A list of frames and whether it loops.
+class KX_API KXSpriteAnimationInfo {
+public:
+    /// A looping animation without frames.
+    KXSpriteAnimationInfo();
+
+    /// Number of frames.
+    int numberOfFrames() const;
+    /// 0 if the animation plays once and holds its last frame, any other value if it plays for ever.
+    int loops() const;
+    /// Sets whether the animation loops: a flag, not a count of repeats.
+    void setLoops(int loops);
+    /// Reads frame @a i into the outputs that are not null; writes nothing for a bad index.
+    void getInfo(int i, int* duration, KXRect* bounds) const;
+    /// Overwrites frame @a i.
+    void setInfo(int i, int duration, KXRect bounds);
+    /// Inserts a frame before frame @a i; the number of frames as the index appends it.
+    void insertFrameInfo(int i, int duration, KXRect bounds);
+    /// Removes frame @a i.
+    void removeInfo(int i);
+
+    // Used by the library itself.
+    KX_INTERNAL bool _validateFrameIndex(int i) const;
+    KX_INTERNAL KXSize _fullSize() const;
+
+private:
+    std::vector<KXSpriteFrameInfo> _frames;
+    int32_t _loops;
+};
+
+/// A picture that moves: one of its animations plays at a time, a step with each poll().
+///
+/// The game polls once per logic step and draws once per frame. A sprite owns all it holds except its
+/// texture, which belongs to the texture cache, and may be made without a window.
+class KX_API KXSprite {
+public:
+    /// A sprite without texture, animations and boxes; alpha and scale are 1.0, rotation is 0.
+    KXSprite();
+    /// Frees everything but the texture.
+    ~KXSprite();
+    KXSprite(const KXSprite&) = delete;
+    KXSprite& operator=(const KXSprite&) = delete;
+
+    /// The texture's file name, null for none. The caller frees the result with free().
+    char* textureName() const;
+    /// Sets the texture's file name, looked up in the texture path; null for none.
+    void setTextureName(const char* name);
+    /// Sets the folder of the texture, with or without a trailing '/'; null for the working directory.
+    void setTexturePath(const char* path);
+
+    /// Plays an animation from its first frame, also when it plays already. The name need not exist yet; null
+    /// stops, with the frame index left as it is.
+    void setAnimation(const char* name);
+    /// The name set last, "(null)" for none. A temporary string.
+    const char* currentAnimation() const;
+    /// Index of the frame on show.
+    int currentFrameIndex() const;
+    /// Counts one logic step, which shows the next frame when the present one's duration has passed.
+    void poll();
+    /// -1 while the last frame of an animation that does not loop is on show, and poll() does nothing more;
+    /// else 0.
+    int animationFinished() const;
+    /// Shows a random frame of the current animation, a random way through its duration, so that many copies
+    /// of a sprite do not move in step.
+    void randomizeCurrentFrame();
+
+    /// Draws the frame on show with its top-left corner at @a at, truncated to whole pixels.
+    /// Throws std::bad_alloc if the texture cannot be loaded, whether there is a frame or not. Without a
+    /// texture name nothing is drawn.
+    void draw(KXPoint at);
+
+    /// Sets the opacity, 0.0 to 1.0; not clamped.
+    void setAlpha(float alpha);
+    /// The opacity.
+    float alpha() const;
+    /// Sets the scale of drawing, anchored at the top-left corner; not clamped.
+    void setScale(float scale);
+    /// The scale of drawing.
+    float scale() const;
+    /// Sets the rotation in degrees, clockwise on screen, about the middle of the frame.
+    void setRotation(int rotation);
+    /// The rotation in degrees.
+    int rotation() const;
+
+    /// Adds an animation of one frame with duration 0 and zero bounds, unless there is one of that name.
+    void addAnimation(const char* name);
+    /// Appends a frame; an unknown name becomes a new looping animation of this one frame.
+    void addFrameInfo(const char* name, KXRect bounds, int duration);
+    /// Inserts a frame before frame @a i of an animation; its number of frames as the index appends it.
+    void insertFrameInfo(int i, const char* name, KXRect bounds, int duration);
+    /// Overwrites frame @a i of an animation.
+    void setFrameInfo(int i, const char* name, KXRect bounds, int duration);
+    /// Reads frame @a i of an animation into the outputs that are not null; writes nothing if there is none.
+    void getFrameInfo(int i, const char* name, KXRect* bounds, int* duration) const;
+    /// Removes frame @a i of an animation, and with its last frame the animation.
+    void removeFrameInfo(int i, const char* name);
+    /// Sets whether an animation loops: 0 plays it once, any other value for ever.
+    void setAnimationLoops(const char* name, int loops);
+    /// The value set for an animation, -1 by default; 0 for an unknown one.
+    int animationLoops(const char* name) const;
+    /// Number of animations.
+    int numberOfAnimations() const;
+    /// Name number @a i in byte-wise order, null out of range. The caller frees the result with free().
+    char* animationAtIndex(int i) const;
+    /// Gives an animation another name, in place of any that has it. Renaming one to its own name removes
+    /// it. The current name does not follow.
+    void renameAnimation(const char* from, const char* to);
+    /// Removes an animation. If it was the current one, it stays so by name: nothing is drawn.
+    void removeAnimation(const char* name);
+    /// Number of frames of the current animation, -1 if there is none.
+    int numberOfFrames() const;
+    /// Number of frames of an animation, -1 for an unknown one.
+    int numberOfFrames(const char* name) const;
+    /// The largest width and the largest height among the current animation's frames, each at least 0.
+    KXSize fullSize() const;
+    /// The largest width and the largest height among an animation's frames; zeros for an unknown one.
+    KXSize fullSize(const char* name) const;
+
+    /// Sets the box of a name.
+    void addBoundingBox(const char* name, KXRect box);
+    /// Sets the box of a name, as addBoundingBox() does.
+    void setBoundingBox(const char* name, KXRect box);
+    /// The box of a name; all zeros for an unknown one.
+    KXRect boundingBoxNamed(const char* name) const;
+    /// Number of boxes.
+    int numberOfBoundingBoxes() const;
+    /// Name number @a i in byte-wise order, null out of range. The caller frees the result with free().
+    char* boundingBoxAtIndex(int i) const;
+    /// Gives a box another name, in place of any that has it. Renaming one to its own name removes it.
+    void renameBoundingBox(const char* from, const char* to);
+    /// Removes a box.
+    void removeBoundingBox(const char* name);
+
+    /// A new sprite with the same texture, alpha, scale, rotation and animations, but without boxes and with
+    /// nothing playing. The caller deletes it.
+    KXSprite* clone() const;
+
+    /// Reads texture name, boxes and animations from a sprite file, in place of those there are; what plays
+    /// goes on by name. The texture path becomes the folder of the file, in every case.
+    ///
+    /// A file that ends too early leaves what could be read, and records of the file's lists that lie beyond
+    /// its end read as frames and boxes of -1 by -1 pixels, a few thousand of them at most. Of a name all
+    /// counts up to its first zero byte.
+    /// @return 0 if the file does not begin like a sprite file; it is then kept open until the next such
+    ///   file. -1 in every other case, also when there is no file: ask KXFileExists().
+    int load(const char* path);
+    /// Writes texture name, boxes and animations to a sprite file. Widths and heights lose their fractions.
+    /// @return always -1, also when the file cannot be written.
+    int save(const char* path) const;
+    /// Writes everything that load() reads to standard output, for people to read.
+    void print() const;
+
+    // Used by the library itself.
+    KX_INTERNAL KXSpriteAnimationInfo* _getInfoWithName(const char* name) const;
+    KX_INTERNAL bool _validateFrameIndex(int i, const char* name) const;
+    KX_INTERNAL void _clearAnimations();
+    KX_INTERNAL void _clearBoundingBoxes();
+
+private:
+    struct Animations;
+    struct BoundingBoxes;
+    KX_INTERNAL KXSpriteAnimationInfo& _infoFor(const char* name);
+    KX_INTERNAL void _findCurrentInfo();
+    KX_INTERNAL KXTexture* _texture();
+
+    Animations* _animations;
+    BoundingBoxes* _boundingBoxes;
+    int32_t _currentFrame;
+    char* _currentAnimation;
+    KXTimer _frameTimer;
+    char* _texturePath;
+    char* _textureName;
+    float _alpha;
+    float _scale;
+    int32_t _rotation;
+
+    // Found once and kept, since every poll and draw needs them.
+    KXSpriteAnimationInfo* _currentInfo; // of the current animation; null if there is none
+    KXTexture* _knownTexture;            // null when it must be asked for again
+    const void* _knownTextureWindow;     // the window it was asked for in
+    uint64_t _knownTextureGeneration;    // of the texture cache then
+};
