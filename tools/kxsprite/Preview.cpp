@@ -25,6 +25,8 @@ struct Cell {
     double left = 0, top = 0, right = 1, bottom = 1;
 
     void include(double x, double y, double width, double height) {
+        if (!std::isfinite(x) || !std::isfinite(y))
+            throw Fault("a box has a position that is not a finite number");
         left = std::min(left, std::floor(x));
         top = std::min(top, std::floor(y));
         right = std::max(right, std::ceil(x + width));
