@@ -124,9 +124,13 @@ TEST(Make, SaysWhenTheSpriteCannotBeWritten) {
     EXPECT_EQ(nowhere.status, 1);
     EXPECT_EQ(nowhere.output.rfind("kxsprite: no/such/folder.spr: cannot be written: ", 0), 0u)
         << nowhere.output;
+    EXPECT_EQ(kxsprite(folder, "make a.json -o /dev/null").output,
+              "kxsprite: /dev/null: is no file that a sprite can be written to\n");
+    const Outcome full = kxsprite(folder, "make a.json -o a.spr", "trap '' XFSZ; ulimit -f 0;");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_EQ(full.output, "kxsprite: a.spr: could not be written whole\n");
     folder.write("a.spr", heroSprite());
     if (std::filesystem::exists("/dev/full")) {
-        EXPECT_EQ(kxsprite(folder, "make a.json -o /dev/full").status, 1);
         EXPECT_EQ(kxsprite(folder, "info --json a.spr > /dev/full").status, 1);
     }
 }

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 
 // A sprite tells nobody whether it could be loaded or saved, so the bytes are looked at before and after.
 
@@ -80,6 +81,10 @@ Document loadDocument(const std::string& path) {
 }
 
 void saveDocument(const Document& document, const std::string& path) {
+    // What is written is read again, which a device or a pipe would not give back.
+    std::error_code ignored;
+    if (std::filesystem::exists(path, ignored) && !std::filesystem::is_regular_file(path, ignored))
+        throw Fault("is no file that a sprite can be written to");
     // A sprite that was there before would pass for the one that could not be written.
     if (FILE* file = std::fopen(path.c_str(), "wb"))
         std::fclose(file);
