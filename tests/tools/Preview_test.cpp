@@ -131,6 +131,6 @@ TEST(Preview, SaysWhatItCannotDraw) {
              .area(0, 0, 1, 1)
              .number(0),
          "a box has a position");
-    says(sprite(), "no/such.png", "no/such.png");
+    says(sprite(), "kxsprite: no/such.png: Unable to write", "no/such.png");
 }
 } // namespace

@@ -4,11 +4,15 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// What is wrong with a file, as the user is told.
 struct Fault : std::runtime_error {
     using std::runtime_error::runtime_error;
+    Fault(const std::string& what, std::string inFile) : runtime_error(what), file(std::move(inFile)) {}
+
+    std::string file; ///< Which file, where it is not the one being read.
 };
 
 /// A rectangle as sprite files hold it: the position keeps its fraction, the extent has none.

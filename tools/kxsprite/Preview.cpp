@@ -18,6 +18,7 @@ namespace {
 constexpr KXColor background = {0.16f, 0.16f, 0.2f, 1}, cellColor = {0.24f, 0.24f, 0.3f, 1};
 constexpr KXColor textColor = {1, 1, 1, 1}, boxColor = {1, 0.2f, 0.2f, 1};
 constexpr int gap = 8, labelSize = 12, labelHeight = 18;
+constexpr std::size_t mostOutlines = 1000000;                 // every box is drawn in every frame
 constexpr std::int64_t lineWidth = 1600, largestSide = 16384; // what every graphics driver of today can hold
 
 /// The room of one frame, so large that its boxes fit too; the frame's own corner is at (-left, -top).
@@ -57,11 +58,12 @@ struct Row {
 
 struct Picture {
     std::vector<Row> rows;
-    std::int64_t width = 320, height = gap;
+    std::int64_t width = gap, height = gap;
 };
 
 Picture layOut(const Document& document) {
     Picture picture;
+    std::size_t outlines = 0;
     for (const auto& [name, animation] : document.animations) {
         Cell cell;
         for (const Frame& frame : animation.frames)
@@ -69,6 +71,7 @@ Picture layOut(const Document& document) {
         for (const auto& [title, box] : document.boxes)
             cell.include(static_cast<double>(box.x), static_cast<double>(box.y), box.width, box.height);
         const auto frames = static_cast<std::int64_t>(animation.frames.size());
+        outlines += animation.frames.size() * document.boxes.size();
         const std::int64_t width = cell.width(), height = cell.height();
         const std::int64_t perLine = std::max<std::int64_t>(1, lineWidth / (width + gap));
         picture.rows.push_back({name,
@@ -81,6 +84,8 @@ Picture layOut(const Document& document) {
         picture.width = std::max(picture.width, gap + std::min(frames, perLine) * (width + gap));
         picture.height += labelHeight + (frames + perLine - 1) / perLine * (height + gap);
     }
+    if (outlines > mostOutlines)
+        throw Fault("has too many frames and boxes to be drawn");
     if (picture.width > largestSide || picture.height > largestSide)
         throw Fault("the picture would be too large: " + std::to_string(picture.width) + " x " +
                     std::to_string(picture.height));
@@ -153,9 +158,19 @@ void drawRow(const Row& row, const Document& document, KXSprite& sprite) {
     }
 }
 
+/// Pixels that the labels need, within what a picture can be wide.
+int widestLabel(const Picture& picture, KXFont* font) {
+    float width = 0;
+    for (const Row& row : picture.rows)
+        if (font)
+            width = std::max(width, font->stringBounds(quoted(row.name).c_str()).width);
+    return static_cast<int>(std::min(width, static_cast<float>(largestSide - 2 * gap))) + 2 * gap;
+}
+
 void draw(const Picture& picture, const Document& document, KXSprite& sprite, const std::string& output) {
     const std::unique_ptr<KXFont> font = openFont();
-    KXTexture target(static_cast<int>(picture.width), static_cast<int>(picture.height));
+    KXTexture target(std::max(static_cast<int>(picture.width), widestLabel(picture, font.get())),
+                     static_cast<int>(picture.height));
     target.setRenderContext();
     KXDrawRectFill({KXZeroPoint, target.size()}, background);
     for (const Row& row : picture.rows) {
@@ -165,7 +180,7 @@ void draw(const Picture& picture, const Document& document, KXSprite& sprite, co
     }
     target.unsetRenderContext();
     if (!target.writeToPNG(output.c_str()))
-        throw Fault(KXError());
+        throw Fault(KXError(), output);
 }
 } // namespace
 

@@ -24,9 +24,11 @@ bool tryWith(const std::string& path, Action action) {
     try {
         return action();
     } catch (const Fault& fault) {
-        complain(path, fault.what());
+        complain(fault.file.empty() ? path : fault.file, fault.what());
     } catch (const std::bad_alloc&) {
         complain(path, "there is not enough memory for it");
+    } catch (const std::exception& error) {
+        complain(path, error.what());
     }
     return false;
 }
