@@ -103,7 +103,7 @@ TEST(Check, FindsAFaultWhereverTheFileIsCut) {
     std::string files;
     for (std::size_t length = 0; length < hero.size(); ++length) {
         folder.write(std::to_string(length) + ".spr", hero.substr(0, length));
-        files += " " + std::to_string(length) + ".spr";
+        files.append(" ").append(std::to_string(length)).append(".spr");
     }
     folder.write("whole.spr", hero);
     const Outcome run = kxsprite(folder, "check whole.spr" + files);

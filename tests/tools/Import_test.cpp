@@ -2,6 +2,9 @@
 
 #include "Tool.h"
 
+#include <array>
+#include <initializer_list>
+
 namespace {
 /// A frame of 16 by 16 pixels, number `index` of its row on the sheet, as Aseprite writes it.
 std::string frame(int index, int milliseconds,

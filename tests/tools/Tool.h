@@ -8,7 +8,6 @@
 #include <bit>
 #include <cstdint>
 #include <cstdio>
-#include <initializer_list>
 #include <string>
 
 #include <sys/wait.h>

@@ -39,7 +39,7 @@ static std::string describe(const Animation& animation) {
     for (const Frame& frame : animation.frames) {
         width = std::max(width, frame.bounds.width);
         height = std::max(height, frame.bounds.height);
-        durations += " " + std::to_string(frame.duration);
+        durations.append(" ").append(std::to_string(frame.duration));
     }
     return std::to_string(count) + (count == 1 ? " frame, " : " frames, ") +
            (animation.loops ? "loop" : "once") + ", full size " + extent(width, height) + ", durations" +

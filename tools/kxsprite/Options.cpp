@@ -29,8 +29,8 @@ void printUsage() {
         "command line is not understood.");
 }
 
-static bool complain(const std::string& what) {
-    std::fprintf(stderr, "kxsprite: %s; see kxsprite --help\n", what.c_str());
+static bool complain(std::string_view what) {
+    std::fprintf(stderr, "kxsprite: %.*s; see kxsprite --help\n", static_cast<int>(what.size()), what.data());
     return false;
 }
 
@@ -44,7 +44,7 @@ static bool makesSense(const Options& options) {
     if (command.empty())
         return complain("a command is missing");
     if (command != "info" && command != "make" && command != "check" && command != "preview")
-        return complain("'" + command + "' is no command");
+        return complain(command + " is no command");
     const bool writes = command == "make" || command == "preview";
     if (writes && options.output.empty())
         return complain(command + " needs -o and the file to write");
@@ -84,7 +84,7 @@ bool readOptions(int argc, char** argv, Options& options) {
                    belongs(argument, options.command)) {
             ++i;
         } else {
-            return complain("'" + std::string(argument) + "' is not understood here");
+            return complain(std::string(argument).append(" is not understood here"));
         }
     }
     return makesSense(options);

@@ -1,7 +1,6 @@
 #include "Value.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <set>
 

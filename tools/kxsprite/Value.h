@@ -37,7 +37,6 @@ public:
     /// A name: a text without a zero byte, which would end it inside the library.
     const std::string& name() const;
 
-    bool isArray() const { return _json->is_array(); }
     /// Refuses members of other names: they would be mistakes in writing that nobody notices.
     void allowOnly(std::initializer_list<std::string_view> keys) const;
 
