@@ -51,8 +51,9 @@ struct Row {
     KXPoint corner; ///< Of a frame in its cell.
 
     KXPoint cell(std::int64_t i) const {
-        return {static_cast<float>(gap + i % perLine * (cellWidth + gap)),
-                static_cast<float>(top + labelHeight + i / perLine * (cellHeight + gap))};
+        const std::int64_t column = i % perLine, line = i / perLine;
+        return {static_cast<float>(gap + column * (cellWidth + gap)),
+                static_cast<float>(top + labelHeight + line * (cellHeight + gap))};
     }
 };
 

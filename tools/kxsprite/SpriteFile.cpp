@@ -58,7 +58,7 @@ private:
             throw FaultAt{offset, "the length of " + what + " is " + std::to_string(length) +
                                       ", which the remaining " + std::to_string(left()) +
                                       " bytes cannot hold"};
-        const std::string text(_bytes.substr(_at, static_cast<std::size_t>(length)));
+        std::string text(_bytes.substr(_at, static_cast<std::size_t>(length)));
         _at += text.size();
         if (text.find('\0') != std::string::npos)
             note(offset + 4, what + " " + quoted(text) + " holds a zero byte and will be cut there");
