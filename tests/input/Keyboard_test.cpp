@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <climits>
 #include <map>
 #include <string>
@@ -39,23 +40,33 @@ TEST_F(Keyboard, EveryKeyIsSetByOneCodeOrNone) {
     EXPECT_EQ(codes.size(), 107u);
 
     // The ends of every run of keys, and the keys that stand out of order; nothing sets those with code 0.
-    const std::pair<int, int> ends[] = {{1, 'a'},  {26, 'z'}, {27, 0},   {52, 0},   {53, 13}, {54, 9},
-                                        {55, 127}, {56, 8},   {57, 39},  {58, 44},  {61, 47}, {62, 92},
-                                        {63, 58},  {64, 59},  {65, 40},  {66, 41},  {67, 91}, {68, 93},
-                                        {69, 27},  {70, 96},  {71, '0'}, {76, '5'}, {77, 0},  {78, '6'},
-                                        {81, '9'}, {129, 0},  {130, 0},  {133, 32}, {134, 61}};
+    const std::pair<int, int> ends[] = {
+        {1, 'a'}, {26, 'z'}, {27, 0},   {52, 0},  {53, 13}, {54, 9},   {55, 127}, {56, 8},
+        {57, 39}, {58, 44},  {59, 45},  {60, 46}, {61, 47}, {62, 92},  {63, 58},  {64, 59},
+        {65, 40}, {66, 41},  {67, 91},  {68, 93}, {69, 27}, {70, 96},  {71, '0'}, {76, '5'},
+        {77, 0},  {78, '6'}, {81, '9'}, {129, 0}, {130, 0}, {133, 32}, {134, 61}};
     for (const auto& [key, code] : ends)
         EXPECT_EQ(codes[key], code) << key;
     const std::pair<int, int> scancodes[] = {
-        {82, SDLK_KP_0},        {83, SDLK_KP_1},      {91, SDLK_KP_9},     {92, SDLK_KP_PERIOD},
-        {93, SDLK_KP_DIVIDE},   {96, SDLK_KP_PLUS},   {97, SDLK_KP_ENTER}, {98, SDLK_KP_EQUALS},
-        {99, SDLK_UP},          {100, SDLK_RIGHT},    {101, SDLK_LEFT},    {102, SDLK_DOWN},
-        {103, SDLK_HOME},       {106, SDLK_PAGEDOWN}, {107, SDLK_F1},      {121, SDLK_F15},
-        {122, SDLK_LSHIFT},     {123, SDLK_RSHIFT},   {125, SDLK_RALT},    {126, SDLK_NUMLOCKCLEAR},
-        {128, SDLK_SCROLLLOCK}, {131, SDLK_RGUI},     {132, SDLK_LGUI},    {135, SDLK_LCTRL},
-        {136, SDLK_RCTRL}};
+        {82, SDLK_KP_0},        {83, SDLK_KP_1},        {91, SDLK_KP_9},     {92, SDLK_KP_PERIOD},
+        {93, SDLK_KP_DIVIDE},   {96, SDLK_KP_PLUS},     {97, SDLK_KP_ENTER}, {98, SDLK_KP_EQUALS},
+        {99, SDLK_UP},          {100, SDLK_RIGHT},      {101, SDLK_LEFT},    {102, SDLK_DOWN},
+        {103, SDLK_HOME},       {106, SDLK_PAGEDOWN},   {107, SDLK_F1},      {121, SDLK_F15},
+        {122, SDLK_LSHIFT},     {123, SDLK_RSHIFT},     {125, SDLK_RALT},    {126, SDLK_NUMLOCKCLEAR},
+        {128, SDLK_SCROLLLOCK}, {131, SDLK_RGUI},       {132, SDLK_LGUI},    {135, SDLK_LCTRL},
+        {136, SDLK_RCTRL},      {94, SDLK_KP_MULTIPLY}, {95, SDLK_KP_MINUS}, {104, SDLK_END},
+        {105, SDLK_PAGEUP},     {119, SDLK_F13},        {124, SDLK_LALT},    {127, SDLK_CAPSLOCK}};
     for (const auto& [key, code] : scancodes)
         EXPECT_EQ(codes[key], code) << key;
+    // Within a run the codes rise with the numbers, and letters and digits are called what they type.
+    const std::pair<int, int> runs[] = {{1, 26}, {71, 76}, {78, 81}, {83, 91}, {107, 118}, {119, 121}};
+    for (const auto& [first, last] : runs)
+        for (int key = first; key <= last; ++key) {
+            EXPECT_EQ(codes[key], codes[first] + key - first) << key;
+            if (codes[key] < 128) {
+                EXPECT_EQ(KXKeyToString(key)[0], std::toupper(codes[key])) << key;
+            }
+        }
     std::string names;
     for (int key :
          {1, 26, 27, 53, 56, 57, 62, 63, 64, 69, 77, 81, 82, 91, 95, 100, 106, 121, 126, 129, 131, 133, 136})
