@@ -94,8 +94,8 @@ private:
 #pragma GCC diagnostic pop
 #endif
 
-/// Deletes every font in the cache. Widgets that still use one must not be drawn any more, and the
-/// user-interface font must be set again.
+/// Deletes every font in the cache. Widgets that used one have no font until they are given one again with
+/// setFont(); the user-interface font must be set again and reaches widgets made after that.
 KX_API void KXClearGUIFontCache();
 /// Number of fonts in the cache; 0 before KXInit().
 KX_API int KXGUIFontCacheSize();

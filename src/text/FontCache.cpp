@@ -40,8 +40,11 @@ KXFont* _KXFontCache::fontAtPath(const char* path, KXAliasMode mode, int size) {
 }
 
 void _KXFontCache::clearFontVector() {
-    if (this == _KXGlobalFontCache && _KXGlobalFontsGoAway)
-        _KXGlobalFontsGoAway();
+    if (this == _KXGlobalFontCache) {
+        ++_KXGlobalFontGeneration;
+        if (_KXGlobalFontsGoAway)
+            _KXGlobalFontsGoAway();
+    }
     _fonts.clear();
 }
 

@@ -1,6 +1,6 @@
 // The demo as ./play starts it.
 
-#include "support/Image.h"
+#include "support/Golden.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -37,13 +37,9 @@ TEST(Demo, PlaysItsScriptAndShowsWhatItOughtTo) {
     EXPECT_EQ(run.status, 0) << run.output;
     EXPECT_EQ(run.output, "Screenshot: " + shot + "\n");
 
-    const Image expected = Image::fromFile(GOLDEN "/demo.png"), actual = Image::fromFile(shot);
     // One step a frame makes the pictures the same everywhere, but for edges that another driver may round
     // otherwise.
-    constexpr int allowed = 200;
-    EXPECT_LE(differingPixels(expected, actual, 2), allowed);
-    if (differingPixels(expected, actual, 2) > allowed)
-        actual.save("demo_actual.png");
+    expectGolden(Image::fromFile(shot), "demo", 2, 200);
 }
 
 TEST(Demo, EndsAfterSomeFramesAndWritesBMP) {

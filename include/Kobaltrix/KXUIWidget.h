@@ -1,0 +1,89 @@
+#pragma once
+
+#include <Kobaltrix/KXTypes.h>
+
+#include <stdint.h>
+
+/// @file
+/// What every widget has: a rectangle, click tracking for each mouse button, and a font.
+///
+/// Widgets are immediate: the game polls each of them once per logic step and draws it once per frame, in the
+/// order it likes; there is no tree and no focus between them. Everything needs the thread that owns the
+/// OpenGL context. Texts and paths that are given to a widget are copied.
+
+class KXFont;
+
+/// The base of all widgets.
+class KX_API _KXUIWidget {
+public:
+    static const int KXUIWidgetStateNormal = 0;    ///< The pointer is elsewhere.
+    static const int KXUIWidgetStateHover = 1;     ///< The pointer is over the widget.
+    static const int KXUIWidgetStateDepressed = 2; ///< A press that began over the widget is held over it.
+    static KXSize KXUIWidgetInnerPadding;          ///< Pixels between edge and text, (3, 3). May be changed.
+
+    /// An empty rectangle at (0, 0), with the user-interface font if one is set.
+    _KXUIWidget();
+    /// The font stays: it belongs to the font cache.
+    virtual ~_KXUIWidget();
+    _KXUIWidget(const _KXUIWidget&) = delete;
+    _KXUIWidget& operator=(const _KXUIWidget&) = delete;
+
+    /// Moves the top-left corner to @a origin, pixels.
+    virtual void setOrigin(KXPoint origin);
+    /// Sets the extent in pixels.
+    virtual void setSize(KXSize size);
+    /// setOrigin(), then setSize().
+    virtual void setRect(KXPoint origin, KXSize size);
+    /// The rectangle in pixels.
+    KXRect rect() const;
+
+    /// -1 while the pointer is over the widget, else 0. The left and top edges do not belong to it, the right
+    /// and bottom ones do.
+    virtual int mouseOver();
+    /// Non-zero while a press of @a button that began over the widget is held; for buttons see KXMouse().
+    virtual int mouseDownInside(int button);
+    /// -1 once for each click of @a button, else 0. Call it once per logic step.
+    ///
+    /// A click is a press over the widget and a release after which the pointer was still over it at the step
+    /// before. Buttons other than 0 to 6 are never clicked.
+    virtual int clicked(int button);
+    /// Lets the next clicked(@a button) report a click.
+    virtual void click(int button);
+    /// Draws the widget into the current target. The base draws nothing.
+    virtual void draw();
+
+    /// Gives the widget a font of its own from the font cache. @param path the font file; only read.
+    /// @return -1 on success, 0 on failure with a text in KXError() and no font left.
+    virtual int setFont(const char* path, KXAliasMode mode);
+    /// Changes the size of the widget's own font in points, and so of every widget that shares it.
+    /// @return -1 on success; 0 without a font, and for the user-interface font with
+    /// "Widget(%p) is using the global UI font. Its size is not changeable." in KXError().
+    virtual int setFontSize(int size);
+
+    // Used by the library itself.
+    KX_INTERNAL KXSize _idealSizeForText(const char* text) const;
+    KX_INTERNAL KXFont* _fontInUse() const;
+    KX_INTERNAL int _isDepressed() const;
+
+private:
+    struct ButtonRecord {
+        int32_t pressedInside;
+        int32_t held;
+        int32_t state;
+        int32_t pendingClick;
+    };
+    KX_INTERNAL ButtonRecord* _record(int button);
+
+    KXRect _rect;
+    ButtonRecord _buttons[7];
+
+protected:
+    // For the widgets of the library: what setFont() was given, and the size it fetches a font at.
+    char* _fontPath;
+    KXAliasMode _fontAliasMode;
+    int _fontSize;
+
+private:
+    KXFont* _font;
+    unsigned _fontGeneration;
+};

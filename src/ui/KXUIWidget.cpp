@@ -1,0 +1,130 @@
+#include <Kobaltrix/KXUIWidget.h>
+
+#include "core/ErrorSlot.h"
+#include "text/FontCache.h"
+#include "text/KXUIGlobalFont.h"
+
+#include <Kobaltrix/KXMouse.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <iterator>
+
+const int _KXUIWidget::KXUIWidgetStateNormal;
+const int _KXUIWidget::KXUIWidgetStateHover;
+const int _KXUIWidget::KXUIWidgetStateDepressed;
+constinit KXSize _KXUIWidget::KXUIWidgetInnerPadding = {3, 3};
+
+_KXUIWidget::_KXUIWidget()
+    : _rect(KXZeroRect), _buttons{}, _fontPath(nullptr), _fontAliasMode(KXAliasModeTexture), _fontSize(10),
+      _font(_KXUIGlobalFont), _fontGeneration(_KXGlobalFontGeneration) {}
+
+_KXUIWidget::~_KXUIWidget() { std::free(_fontPath); }
+
+void _KXUIWidget::setOrigin(KXPoint origin) { _rect.origin = origin; }
+
+void _KXUIWidget::setSize(KXSize size) { _rect.size = size; }
+
+void _KXUIWidget::setRect(KXPoint origin, KXSize size) {
+    setOrigin(origin);
+    setSize(size);
+}
+
+KXRect _KXUIWidget::rect() const { return _rect; }
+
+_KXUIWidget::ButtonRecord* _KXUIWidget::_record(int button) {
+    return button >= 0 && button < std::ssize(_buttons) ? &_buttons[button] : nullptr;
+}
+
+int _KXUIWidget::mouseOver() {
+    const float x = static_cast<float>(KXMouseX), y = static_cast<float>(KXMouseY);
+    return _rect.origin.x < x && x <= _rect.origin.x + _rect.size.width && _rect.origin.y < y &&
+                   y <= _rect.origin.y + _rect.size.height
+               ? -1
+               : 0;
+}
+
+int _KXUIWidget::mouseDownInside(int button) {
+    const ButtonRecord* record = _record(button);
+    return record ? record->pressedInside : 0;
+}
+
+int _KXUIWidget::clicked(int button) {
+    ButtonRecord* const record = _record(button);
+    if (!record)
+        return 0;
+    if (record->pendingClick) {
+        record->pendingClick = 0;
+        return -1;
+    }
+    const int down = KXMouse(button), over = mouseOver();
+    if (down && !record->held) {
+        record->held = -1;
+        if (over)
+            record->pressedInside = -1;
+    } else if (!down) {
+        const bool released = record->pressedInside && record->state == KXUIWidgetStateDepressed;
+        record->held = record->pressedInside = 0;
+        if (released)
+            return -1; // judged by where the pointer was at the last poll, as the eye saw it
+    }
+    if (!over)
+        record->state = KXUIWidgetStateNormal;
+    else
+        record->state = record->pressedInside && down ? KXUIWidgetStateDepressed : KXUIWidgetStateHover;
+    return 0;
+}
+
+void _KXUIWidget::click(int button) {
+    if (ButtonRecord* record = _record(button))
+        record->pendingClick = -1;
+}
+
+void _KXUIWidget::draw() {}
+
+int _KXUIWidget::setFont(const char* path, KXAliasMode mode) {
+    char* const copy = path ? strdup(path) : nullptr; // before the old one goes: it may be the same text
+    std::free(_fontPath);
+    _fontPath = copy;
+    _fontAliasMode = mode;
+    _font = _KXGlobalFontCache ? _KXGlobalFontCache->fontAtPath(_fontPath, mode, _fontSize) : nullptr;
+    _fontGeneration = _KXGlobalFontGeneration;
+    return _font ? -1 : 0;
+}
+
+int _KXUIWidget::setFontSize(int size) {
+    KXFont* const font = _fontInUse();
+    if (!font)
+        return 0;
+    if (font == _KXUIGlobalFont) {
+        _KXReportError("Widget(%p) is using the global UI font. Its size is not changeable.",
+                       static_cast<void*>(this));
+        return 0;
+    }
+    font->setSize(size);
+    return -1;
+}
+
+/// The font, or null once the cache has deleted it.
+KXFont* _KXUIWidget::_fontInUse() const {
+    return _fontGeneration == _KXGlobalFontGeneration ? _font : nullptr;
+}
+
+/// The size of a widget around one line of text; zero without a font.
+KXSize _KXUIWidget::_idealSizeForText(const char* text) const {
+    KXFont* const font = _fontInUse();
+    if (!font)
+        return KXZeroSize;
+    return {std::ceil(font->stringBounds(text).width) + 2 * KXUIWidgetInnerPadding.width,
+            std::ceil(font->ascender()) + 2 * KXUIWidgetInnerPadding.height};
+}
+
+/// -1 while any mouse button is held on the widget, else 0.
+int _KXUIWidget::_isDepressed() const {
+    return std::any_of(std::begin(_buttons), std::end(_buttons),
+                       [](const ButtonRecord& record) { return record.state == KXUIWidgetStateDepressed; })
+               ? -1
+               : 0;
+}
