@@ -7,14 +7,13 @@
 
 namespace {
 // Key numbers of the library.
-constexpr int keyB = 2, keyF = 6, keyM = 13, keyP = 16, keyEscape = 69, key3 = 74;
-constexpr int keyUp = 99, keyRight = 100, keyLeft = 101, keyDown = 102;
-constexpr int leftButton = 0, wheelDown = 3, wheelUp = 4;
+constexpr int keyB = 2, keyF = 6, keyH = 8, keyM = 13, keyP = 16, keyEscape = 69, key3 = 74;
+constexpr int leftButton = 0;
 
 constexpr KXSize windowSize = {800, 500};
 constexpr KXPoint panelPosition = {20, 20};
 constexpr KXSize smallPicture = {200, 125};
-constexpr float figureScale = 4;
+constexpr KXPoint firePosition = {384, 404};
 
 bool near(KXPoint a, KXPoint b, float distance) {
     const float x = a.x - b.x, y = a.y - b.y;
@@ -22,37 +21,31 @@ bool near(KXPoint a, KXPoint b, float distance) {
 }
 } // namespace
 
-Demo::Demo(const std::string& assets) : _assets(assets), _window("Kobaltrix", windowSize, -1) {
+Demo::Demo(const std::string& assets)
+    : _assets(assets), _window("Kobaltrix", windowSize, -1), _hero(_assets), _moths(_assets) {
+    _assets.load(_fire, "fire");
+    _fire.setAnimation("burn");
+    _fire.setScale(4);
     _window.setMinimumSize({400, 250});
     _window.setRenderContext();
     _target =
         std::make_unique<KXTexture>(static_cast<int>(windowSize.width), static_cast<int>(windowSize.height));
 }
 
-KXTexture& Demo::picture(const char* name) {
-    return *KXTextureCacheLoad((_assets + "/" + name + ".png").c_str());
-}
-
 void Demo::step() {
     ++_steps;
     stepSwitches();
     stepPanel();
-    stepFigure();
+    stepPlacing();
+    _hero.step();
+    _moths.step(_hero);
+    _fire.poll();
 }
 
-void Demo::stepFigure() {
-    constexpr float speed = 3;
-    _figure.x += speed * static_cast<float>(!!KXKey(keyRight) - !!KXKey(keyLeft));
-    _figure.y += speed * static_cast<float>(!!KXKey(keyDown) - !!KXKey(keyUp));
-    if (KXMouse(wheelUp))
-        _figureAngle += 15;
-    if (KXMouse(wheelDown))
-        _figureAngle -= 15;
-    if (KXKey(keyM, 1))
-        _figureFlips = (_figureFlips + 2) % 8; // none, left to right, top to bottom, both
+void Demo::stepPlacing() {
     const bool down = KXMouse(leftButton);
     if (down && !_clicked && !_draggingPanel)
-        _figure = {KXMousePoint.x - 8 * figureScale, KXMousePoint.y - 10 * figureScale};
+        _hero.place(KXMousePoint);
     _clicked = down;
 }
 
@@ -66,12 +59,16 @@ void Demo::stepPanel() {
         return;
     _panel = {KXMousePoint.x - panelPosition.x, KXMousePoint.y - panelPosition.y};
     KXClampf(&_panel.width, 200, 760);
-    KXClampf(&_panel.height, 176, 460);
+    KXClampf(&_panel.height, 208, 460);
 }
 
 void Demo::stepSwitches() {
     if (KXKey(keyEscape, 1))
         KXApplicationRequestQuit();
+    if (KXKey(keyH, 1))
+        _showBoxes = !_showBoxes;
+    if (KXKey(keyM, 1))
+        _smallPictureFlips = (_smallPictureFlips + 2) % 8; // none, left to right, top to bottom, both
     if (KXKey(key3, 1))
         _threeDimensions = !_threeDimensions;
     if (KXKey(keyF, 1)) {
@@ -123,12 +120,17 @@ void Demo::draw() {
 }
 
 void Demo::drawScene() {
-    KXTexture& background = picture("background");
+    KXTexture& background = _assets.picture("background");
     const KXSize size = _window.size(), natural = background.size();
     background.draw(0, 0, 1.0f, KXMaxf(size.width / natural.width, size.height / natural.height), 0, 0, -1);
-    KXDrawCircleFill({_figure.x + 8 * figureScale, _figure.y + 20 * figureScale}, 26, 24, {0, 0, 0, 0.25f});
-    picture("figure").draw(static_cast<int>(_figure.x), static_cast<int>(_figure.y), 1.0f, figureScale,
-                           _figureAngle, _figureFlips, -1);
+    _fire.draw(firePosition);
+    _hero.draw();
+    _moths.draw();
+    if (!_showBoxes)
+        return;
+    KXDrawRect(boxOnScreen(_fire, firePosition, "hit"), KXRedColor);
+    _hero.drawBox();
+    _moths.drawBoxes();
 }
 
 void Demo::drawPrimitives() {
@@ -148,10 +150,10 @@ void Demo::drawPrimitives() {
 }
 
 void Demo::drawPanel() {
-    picture("panel").drawNineSlice(panelPosition, _panel, 8);
+    _assets.picture("panel").drawNineSlice(panelPosition, _panel, 8);
     _window.setClipTo({{panelPosition.x + 8, panelPosition.y + 8}, {_panel.width - 16, _panel.height - 16}});
-    picture("keys").draw(static_cast<int>(panelPosition.x) + 22, static_cast<int>(panelPosition.y) + 22, 1.0f,
-                         2.0f, 0, 0, -1);
+    _assets.picture("keys").draw(static_cast<int>(panelPosition.x) + 22,
+                                 static_cast<int>(panelPosition.y) + 22, 1.0f, 2.0f, 0, 0, -1);
     _window.unsetClip();
     const KXPoint corner = {panelPosition.x + _panel.width, panelPosition.y + _panel.height};
     const bool hot = _draggingPanel || near(KXMousePoint, corner, 16);
@@ -182,9 +184,11 @@ void Demo::drawSmallPicture() {
     KXDrawRectFill(
         {{frame.origin.x - 4, frame.origin.y - 4}, {smallPicture.width + 8, smallPicture.height + 8}},
         KXMakeColori(26, 22, 38, 255));
-    _target->draw(0, 0, static_cast<int>(_target->size().width), static_cast<int>(_target->size().height),
-                  static_cast<int>(smallPicture.width), static_cast<int>(smallPicture.height),
-                  static_cast<int>(frame.origin.x), static_cast<int>(frame.origin.y), 1.0f, 1.0f, 0, 0, -1);
+    const KXSize size = _target->size();
+    const float scale = KXMinf(smallPicture.width / size.width, smallPicture.height / size.height);
+    _target->draw(static_cast<int>(frame.origin.x + (smallPicture.width - size.width * scale) / 2),
+                  static_cast<int>(frame.origin.y + (smallPicture.height - size.height * scale) / 2), 1.0f,
+                  scale, 0, _smallPictureFlips, -1);
     KXDrawRect(frame, KXMakeColori(255, 217, 138, 255));
 }
 
@@ -203,7 +207,7 @@ void Demo::drawCrate() {
     const auto turn = static_cast<float>(_steps);
 
     _window.setRenderingMode(KXWindowRenderingMode3D);
-    picture("crate").bind();
+    _assets.picture("crate").bind();
     for (int crate = 0; crate < 2; ++crate) { // the second one passes through the first
         glLoadIdentity();
         glTranslatef(0.4f + 0.9f * static_cast<float>(crate), -0.1f, -8 - 0.6f * static_cast<float>(crate));

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <Kobaltrix/Kobaltrix.h>
+#include "Hero.h"
+#include "Moths.h"
 
 #include <memory>
 #include <string>
 
-/// One window that shows what the library draws: a figure to walk and turn, a panel to resize, every
-/// primitive, a small picture of the scene drawn into a texture, a clipped view, and a crate drawn with
-/// OpenGL of its own.
+/// One window that shows what the library draws: sprites from sprite files, one of them to steer, a panel to
+/// resize, every primitive, a small picture of the scene drawn into a texture, a clipped view, and a crate
+/// drawn with OpenGL of its own.
 class Demo {
 public:
     /// @param assets the folder of the pictures.
@@ -22,9 +23,8 @@ public:
     int save(const std::string& path);
 
 private:
-    KXTexture& picture(const char* name);
-    void stepFigure();
     void stepPanel();
+    void stepPlacing();
     void stepSwitches();
     void drawScene();
     void drawPrimitives();
@@ -33,13 +33,15 @@ private:
     void drawSmallPicture();
     void drawCrate();
 
-    std::string _assets;
+    Assets _assets;
     KXWindow _window;
     std::unique_ptr<KXTexture> _target; ///< The scene in small; as large as the window.
-    KXPoint _figure = {120, 340};
-    int _figureAngle = 0;
-    int _figureFlips = 0;
-    KXSize _panel = {220, 196};
+    Hero _hero;
+    Moths _moths;
+    KXSprite _fire;
+    int _smallPictureFlips = 0;
+    bool _showBoxes = false;
+    KXSize _panel = {220, 220};
     bool _draggingPanel = false;
     bool _threeDimensions = false;
     bool _clicked = false;

@@ -15,16 +15,17 @@ struct Line {
 
 constexpr Line script[] = {
     {2, Act::keyDown, SDLK_RIGHT, 0}, {22, Act::keyUp, SDLK_RIGHT, 0}, // walk
-    {24, Act::wheel, 0, 1},           {27, Act::wheel, 0, 1},          // turn
-    {30, Act::keyDown, SDLK_m, 0},    {32, Act::keyUp, SDLK_m, 0},     // mirror
-    {36, Act::move, 300, 230},        {38, Act::press, 300, 230},
-    {40, Act::release, 300, 230}, // pull the panel's
-    {44, Act::move, 236, 212},        {46, Act::press, 236, 212},
-    {50, Act::move, 256, 232},                                      // corner
-    {54, Act::move, 286, 262},        {56, Act::release, 286, 262}, // outward
-    {60, Act::move, 330, 330},        {62, Act::press, 330, 330},
-    {64, Act::release, 330, 330},                                  // place the figure
-    {70, Act::keyDown, SDLK_3, 0},    {72, Act::keyUp, SDLK_3, 0}, // 3D
+    {24, Act::wheel, 0, 1},           {27, Act::wheel, 0, -1},         // turn, and back
+    {30, Act::keyDown, SDLK_m, 0},    {32, Act::keyUp, SDLK_m, 0},     // mirror the small picture
+    {40, Act::move, 236, 236},        {46, Act::press, 236, 236},      // pull the panel's corner
+    {50, Act::move, 256, 246},        {54, Act::move, 286, 262},
+    {56, Act::release, 286, 262},     {60, Act::move, 330, 380},
+    {62, Act::press, 330, 380}, // place the hero
+    {64, Act::release, 330, 380},     {70, Act::keyDown, SDLK_3, 0},
+    {72, Act::keyUp, SDLK_3, 0},                                          // 3D
+    {74, Act::keyDown, SDLK_h, 0},    {76, Act::keyUp, SDLK_h, 0},        // boxes
+    {80, Act::keyDown, SDLK_LEFT, 0}, {104, Act::keyDown, SDLK_SPACE, 0}, // walk and hop
+    {108, Act::keyUp, SDLK_SPACE, 0},
 };
 
 SDL_Event toEvent(const Line& line, unsigned windowID) {

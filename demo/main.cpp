@@ -3,6 +3,7 @@
 #include "Script.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <new>
 
 // Without anybody watching each frame runs one logic step and no frame is left without one: the same pictures
@@ -52,6 +53,8 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "play: %s\n", KXError());
         return 1;
     }
+    if (options.headless)
+        std::srand(1); // the same pictures every time
     int result = 0;
     try {
         Demo demo(std::string(KXExecutablePath ? KXExecutablePath : ".") + "/assets");

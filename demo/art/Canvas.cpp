@@ -31,6 +31,13 @@ void Canvas::stamp(int x, int y, const std::vector<std::string_view>& rows, Colo
                 at(x + static_cast<int>(column), y + static_cast<int>(row)) = palette(rows[row][column]);
 }
 
+void Canvas::paste(int x, int y, const Canvas& from, bool mirrored) {
+    for (int row = 0; row < from._height; ++row)
+        for (int column = 0; column < from._width; ++column)
+            at(x + (mirrored ? from._width - 1 - column : column), y + row) =
+                from._pixels[from.index(column, row)];
+}
+
 // Each letter is five rows of three pixels, one octal digit a row.
 static int glyph(char letter) {
     static constexpr int letters[] = {

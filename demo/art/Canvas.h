@@ -21,6 +21,8 @@ public:
     void fillRect(int x, int y, int width, int height, Color color);
     /// Stamps rows of characters, each one looked up in a palette; spaces stay as they are.
     void stamp(int x, int y, const std::vector<std::string_view>& rows, Color (*palette)(char));
+    /// Copies another picture, left and right swapped if it is to be mirrored.
+    void paste(int x, int y, const Canvas& from, bool mirrored = false);
     /// Writes capital letters, digits and spaces of 3 by 5 pixels each. Returns the x behind the last one.
     int write(int x, int y, std::string_view text, Color color);
     /// Writes a PNG file; false if that fails.

@@ -45,29 +45,6 @@ void drawTree(Canvas& canvas, int x, int y, int size, Color color) {
     }
     canvas.fillRect(x, y - 2, 1, 4, color);
 }
-
-Color figureColor(char pixel) {
-    switch (pixel) {
-    case 'h':
-        return 0x8f3b2eff; // hat
-    case 'H':
-        return 0xc9553dff;
-    case 's':
-        return 0xf0b58aff; // skin
-    case 'e':
-        return ink; // eyes and lines
-    case 'c':
-        return 0x2f6b7aff; // coat
-    case 'C':
-        return 0x4a9aa6ff;
-    case 'b':
-        return 0x4b3326ff; // boots
-    case 'y':
-        return sun; // lantern
-    default:
-        return 0xffffffff;
-    }
-}
 } // namespace
 
 Canvas drawBackground() {
@@ -91,20 +68,6 @@ Canvas drawBackground() {
             drawTree(canvas, x, static_cast<int>(hill(x, base, height, length, shift)) + 2, treeSize + x % 5,
                      color);
     }
-    return canvas;
-}
-
-Canvas drawFigure() {
-    Canvas canvas(16, 20);
-    canvas.stamp(0, 0,
-                 {
-                     "     eeeeee     ", "    ehHHHHhe    ", "    ehHHHHhe    ", "  eeehhhhhheee  ",
-                     "  ehhhhhhhhhhe  ", "   eessssssee   ", "    sesssesse   ", "    sesssesse   ",
-                     "    sssssssse   ", "    esssssse    ", "   ecCCCCCce    ", "  eccCCCCCcce   ",
-                     "  eccCCCCCccseee", "  eccCCCCCce eye", "  esccCCCcce yyy", "   eccccccce eye",
-                     "   eccceccce    ", "   eccceccce    ", "   ebbbebbbbe   ", "   eeeeeeeeee   ",
-                 },
-                 figureColor);
     return canvas;
 }
 
@@ -154,11 +117,11 @@ Canvas drawKeys() {
     const struct {
         const char *key, *meaning;
     } lines[] = {
-        {"ARROWS", "MOVE"},       {"WHEEL", "TURN"},   {"M", "MIRROR"}, {"CLICK", "PLACE"},
-        {"DRAG", "RESIZE PANEL"}, {"F", "FULLSCREEN"}, {"3", "3D"},     {"B", "SAVE BMP"},
-        {"P", "SAVE PNG"},        {"ESC", "LEAVE"},
+        {"ARROWS", "WALK"}, {"SPACE", "HOP"},        {"WHEEL", "TURN"},        {"CLICK", "PLACE"},
+        {"H", "HIT BOXES"}, {"M", "MIRROR PICTURE"}, {"DRAG", "RESIZE PANEL"}, {"F", "FULLSCREEN"},
+        {"3", "3D"},        {"B", "SAVE BMP"},       {"P", "SAVE PNG"},        {"ESC", "LEAVE"},
     };
-    Canvas canvas(80, 70);
+    Canvas canvas(88, 84);
     int y = 0;
     for (const auto& [key, meaning] : lines) {
         canvas.write(0, y, key, sun);

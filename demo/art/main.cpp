@@ -13,8 +13,9 @@ int main(int argc, char** argv) {
         const char* name;
         Canvas (*draw)();
     } pictures[] = {
-        {"background", drawBackground}, {"crate", drawCrate}, {"figure", drawFigure}, {"keys", drawKeys},
-        {"panel", drawPanel},
+        {"background", drawBackground}, {"crate", drawCrate},    {"keys", drawKeys},
+        {"panel", drawPanel},           {"hero", drawHeroSheet}, {"moth", drawMothSheet},
+        {"fire", drawFireSheet},
     };
     for (const auto& [name, draw] : pictures) {
         const std::string path = std::string(argv[1]) + "/" + name + ".png";
