@@ -10,7 +10,7 @@ jobs=2
 
 build_packages=(
     g++ cmake ninja-build pkg-config ccache
-    libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libftgl-dev libgl-dev libglu1-mesa-dev
+    libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libftgl-dev libfreetype-dev libgl-dev libglu1-mesa-dev
     libgl1-mesa-dri libegl1 fonts-dejavu-core nlohmann-json3-dev
 )
 check_packages=(libgtest-dev clang-format xvfb xauth openbox weston xdotool binutils)

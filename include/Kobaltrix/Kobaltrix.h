@@ -5,6 +5,7 @@
 
 #include <Kobaltrix/KXAudio.h>
 #include <Kobaltrix/KXCore.h>
+#include <Kobaltrix/KXDrawBatch.h>
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFile.h>
 #include <Kobaltrix/KXFont.h>

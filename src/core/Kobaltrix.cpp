@@ -12,6 +12,7 @@
 #include "input/KXGamePad.h"
 #include "input/KXMouse.h"
 #include "input/Keyboard.h"
+#include "render/DrawBatch.h"
 #include "render/KXTextureCache.h"
 #include "render/KXWindow.h"
 #include "text/FontCache.h"
@@ -64,6 +65,7 @@ void KXDeInit() {
     _KXUIForgetGlobalFont();
     KXTextureCachePurge();
     _KXCloseAllWindows(); // the platform would destroy them under their owners' feet
+    _KXFreeBatch();
     _KXClearError();
     SDL_Quit();
 }
@@ -117,6 +119,7 @@ void KXLogicUpdate() {
 }
 
 void KXPostLogicLoop() {
+    _KXFlushBatch(KXDrawFlushFrame);
     _KXUnsetMouseWheel();
     _KXLogicLastTime = _KXLogicCurrentTime;
 }

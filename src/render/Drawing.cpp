@@ -1,6 +1,7 @@
 #include <Kobaltrix/KXDrawing.h>
 
 #include "core/Truncate.h"
+#include "render/DrawBatch.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
 #include "render/QuadStream.h"
@@ -11,6 +12,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <vector>
 
 namespace {
 struct Edges {
@@ -32,6 +34,8 @@ int behind(int value) { return value + (value < std::numeric_limits<int>::max())
 class EdgeFlagScope {
 public:
     EdgeFlagScope() {
+        if (_KXIsBatching()) // filled, then
+            return;
         GLint mode[2] = {GL_FILL, GL_FILL};
         glGetIntegerv(GL_POLYGON_MODE, mode);
         _changed = mode[0] != GL_FILL || mode[1] != GL_FILL;
@@ -52,31 +56,32 @@ private:
     GLboolean _previous = GL_TRUE;
 };
 
-// 6.28 and not two pi: the last segment stops just short of the full turn.
-void drawPerimeter(GLenum primitive, KXPoint centre, int radius, int segments, KXColor color) {
+// The corners of a circle. 6.28 and not two pi: the last segment stops just short of the full turn.
+const std::vector<KXPoint>& perimeter(KXPoint centre, int radius, int segments) {
     constexpr double fullTurn = 6.28;
     constexpr int mostSegments = 65536;
     const int count = segments < -mostSegments ? mostSegments : std::min(std::abs(segments), mostSegments);
     const double step = count ? fullTurn / count : std::numeric_limits<double>::infinity();
 
-    const _KXSolidDrawingScope solid(color);
-    glBegin(primitive);
+    // Kept, since circles are drawn in every frame; never destroyed, since a static object of the game may
+    // draw one while the process ends.
+    static constinit std::vector<KXPoint>* kept = nullptr;
+    if (!kept)
+        kept = new std::vector<KXPoint>;
+    std::vector<KXPoint>& points = *kept;
+    points.clear();
     double angle = 0;
     do {
-        glVertex2f(static_cast<float>(centre.x + std::sin(angle) * radius),
-                   static_cast<float>(centre.y + std::cos(angle) * radius));
+        points.push_back({static_cast<float>(centre.x + std::sin(angle) * radius),
+                          static_cast<float>(centre.y + std::cos(angle) * radius)});
         angle += step;
     } while (angle < fullTurn);
-    glEnd();
+    return points;
 }
 
-void drawTriangle(GLenum primitive, KXPoint a, KXPoint b, KXPoint c, KXColor color) {
-    const _KXSolidDrawingScope solid(color);
-    glBegin(primitive);
-    glVertex2f(a.x, a.y);
-    glVertex2f(b.x, b.y);
-    glVertex2f(c.x, c.y);
-    glEnd();
+// Lines run from whole pixel to whole pixel.
+KXPoint truncated(KXPoint point) {
+    return {static_cast<float>(_KXTruncate(point.x)), static_cast<float>(_KXTruncate(point.y))};
 }
 } // namespace
 
@@ -84,19 +89,14 @@ void KXDrawLine(KXPoint from, KXPoint to, KXColor color) {
     KX_GL_CHECK("KXDrawLine");
     if (!_KXCurrentGraphicsContext)
         return;
-    glLineWidth(1);
-    const _KXSolidDrawingScope solid(color);
-    glBegin(GL_LINES);
-    glVertex2i(_KXTruncate(from.x), _KXTruncate(from.y));
-    glVertex2i(_KXTruncate(to.x), _KXTruncate(to.y));
-    glEnd();
+    _KXDrawLine(truncated(from), truncated(to), 1, color);
 }
 
 void KXDrawRect(KXRect rect, KXColor color) {
     KX_GL_CHECK("KXDrawRect");
     if (!_KXCurrentGraphicsContext)
         return;
-    glLineWidth(1);
+    _KXLeaveLineWidth(1);
     const EdgeFlagScope edgeFlags;
     const auto [left, top, right, bottom] = edgesOf(rect);
     const _KXSolidQuad strips[] = {{left, top, before(right), behind(top)},
@@ -119,30 +119,30 @@ void KXDrawCircle(KXPoint centre, int radius, int segments, KXColor color) {
     KX_GL_CHECK("KXDrawCircle");
     if (!_KXCurrentGraphicsContext)
         return;
-    glLineWidth(1);
-    drawPerimeter(GL_LINE_LOOP, centre, radius, segments, color);
+    const std::vector<KXPoint>& points = perimeter(centre, radius, segments);
+    _KXDrawLineLoop(points.data(), static_cast<int>(points.size()), 1, color);
 }
 
 void KXDrawCircleFill(KXPoint centre, int radius, int segments, KXColor color) {
     KX_GL_CHECK("KXDrawCircleFill");
     if (!_KXCurrentGraphicsContext)
         return;
-    glLineWidth(1);
-    drawPerimeter(GL_TRIANGLE_FAN, centre, radius, segments, color);
+    const std::vector<KXPoint>& points = perimeter(centre, radius, segments);
+    _KXDrawFan(points.data(), static_cast<int>(points.size()), 1, color);
 }
 
 void KXDrawTriangle(KXPoint a, KXPoint b, KXPoint c, KXColor color) {
     KX_GL_CHECK("KXDrawTriangle");
     if (!_KXCurrentGraphicsContext)
         return;
-    glLineWidth(2);
-    drawTriangle(GL_LINE_LOOP, a, b, c, color);
+    const KXPoint corners[] = {a, b, c};
+    _KXDrawLineLoop(corners, 3, 2, color);
 }
 
 void KXDrawTriangleFill(KXPoint a, KXPoint b, KXPoint c, KXColor color) {
     KX_GL_CHECK("KXDrawTriangleFill");
     if (!_KXCurrentGraphicsContext)
         return;
-    glLineWidth(1);
-    drawTriangle(GL_TRIANGLES, a, b, c, color);
+    const KXPoint corners[] = {a, b, c};
+    _KXDrawFan(corners, 3, 1, color);
 }

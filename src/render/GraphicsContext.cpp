@@ -1,5 +1,7 @@
 #include "render/GraphicsContext.h"
 
+#include "render/DrawBatch.h"
+#include "render/FillProgram.h"
 #include "render/RenderContext.h"
 
 #include <SDL_video.h>
@@ -42,8 +44,11 @@ void _KXRemoveGraphicsContext(unsigned number) {
         return;
     if (_KXCurrentWindowRenderContext == found->owner)
         _KXCurrentWindowRenderContext = nullptr;
-    if (_KXCurrentGraphicsContext == number)
+    if (_KXCurrentGraphicsContext == number) {
+        _KXDropBatch(); // nobody will see it
         _KXCurrentGraphicsContext = 0;
+    }
+    _KXForgetFillProgram(number);
     contexts->erase(contexts->begin() + (found - contexts->data()));
     if (contexts->empty()) {
         delete contexts;
@@ -52,6 +57,8 @@ void _KXRemoveGraphicsContext(unsigned number) {
 }
 
 bool _KXMakeGraphicsContextCurrent(unsigned number) {
+    if (number != _KXCurrentGraphicsContext)
+        _KXFlushBatch(KXDrawFlushTarget);
     const GraphicsContext* found = find(number);
     if (!found || SDL_GL_MakeCurrent(found->window, found->context) != 0)
         return false;
@@ -61,6 +68,7 @@ bool _KXMakeGraphicsContextCurrent(unsigned number) {
 }
 
 static void makeNoContextCurrent() {
+    _KXFlushBatch(KXDrawFlushTarget);
     SDL_GL_MakeCurrent(nullptr, nullptr);
     _KXCurrentGraphicsContext = 0;
     _KXCurrentWindowRenderContext = nullptr;

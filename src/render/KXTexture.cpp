@@ -2,6 +2,7 @@
 
 #include "core/ErrorSlot.h"
 #include "core/Truncate.h"
+#include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
@@ -52,6 +53,7 @@ void KXTexture::_commonInit() {
 
 void KXTexture::_clearTextureID() {
     if (_textureID) {
+        _KXFlushBatch(KXDrawFlushTextureChange);
         const _KXGraphicsContextScope scope(_graphicsContext);
         if (scope)
             glDeleteTextures(1, &_textureID);
@@ -71,6 +73,7 @@ void KXTexture::_clearFBOID() {
 bool KXTexture::_isUsableHere() const { return _textureID && _graphicsContext == _KXCurrentGraphicsContext; }
 
 void KXTexture::bind() {
+    _KXFlushBatch(KXDrawFlushRequest);
     if (_KXCurrentGraphicsContext)
         glBindTexture(GL_TEXTURE_2D, _isUsableHere() ? _textureID : 0);
 }
@@ -126,6 +129,7 @@ void KXTexture::drawingPosition(int x, int y, int width, int height, float scale
     KX_GL_CHECK("KXTexture::drawingPosition");
     if (!_KXCurrentGraphicsContext)
         return;
+    _KXFlushBatch(KXDrawFlushRequest);
     glTranslatef(static_cast<float>(x), static_cast<float>(y), 0);
     glScalef(scale, scale, 0);
     if (rotation == 0 && flips == 0)
@@ -184,6 +188,7 @@ void KXTexture::setRenderContext() {
         _KXReportError("Unable to draw into a texture that is empty or whose window is closed");
         return;
     }
+    _KXFlushBatch(KXDrawFlushTarget);
     _clearFBOID();
     unsigned status = 0;
     _framebufferID = _KXCreateFramebuffer(_textureID, &status);
@@ -208,6 +213,7 @@ void KXTexture::setRenderContext() {
 
 void KXTexture::unsetRenderContext() {
     KX_GL_CHECK("KXTexture::unsetRenderContext");
+    _KXFlushBatch(KXDrawFlushTarget);
     const bool isTarget = _KXCurrentRenderContext == this;
     const _KXGraphicsContextScope scope(_graphicsContext);
     if (scope && isTarget) {
@@ -225,6 +231,7 @@ void KXTexture::unsetRenderContext() {
 
 void KXTexture::setClipTo(KXRect rect) {
     KX_GL_CHECK("KXTexture::setClipTo");
+    _KXFlushBatch(KXDrawFlushClip);
     const _KXGraphicsContextScope scope(_graphicsContext);
     if (!scope)
         return;
@@ -235,6 +242,7 @@ void KXTexture::setClipTo(KXRect rect) {
 
 void KXTexture::unsetClip() {
     KX_GL_CHECK("KXTexture::unsetClip");
+    _KXFlushBatch(KXDrawFlushClip);
     const _KXGraphicsContextScope scope(_graphicsContext);
     if (!scope)
         return;

@@ -2,6 +2,7 @@
 
 #include "core/ErrorSlot.h"
 #include "core/Truncate.h"
+#include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
@@ -39,6 +40,7 @@ void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
     KX_GL_CHECK("KXWindow::KXWindow");
     const int width = _KXTruncate(size.width), height = _KXTruncate(size.height);
     const unsigned previous = _KXCurrentGraphicsContext;
+    _KXFlushBatch(KXDrawFlushTarget);
 
     SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
     Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_ALLOW_HIGHDPI;
@@ -105,6 +107,7 @@ void KXWindow::_closePlatformWindow() {
 
 void KXWindow::setRenderingMode(KXWindowRenderingMode mode) {
     KX_GL_CHECK("KXWindow::setRenderingMode");
+    _KXFlushBatch(KXDrawFlushProjection);
     _renderingMode = mode;
     const _KXGraphicsContextScope scope(_graphicsContext);
     const bool drawsIntoTexture =
@@ -171,6 +174,8 @@ void KXWindow::show() { SDL_ShowWindow(_window); }
 void KXWindow::setTitle(const char* title) { SDL_SetWindowTitle(_window, title ? title : ""); }
 
 void KXWindow::swapBuffers() {
+    _KXFlushBatch(KXDrawFlushSwap);
+    _KXEndDrawStatistics();
     const _KXGraphicsContextScope scope(_graphicsContext);
     if (scope)
         SDL_GL_SwapWindow(_window);
@@ -205,6 +210,7 @@ void KXWindow::_drawableSize(int* width, int* height) {
 
 void KXWindow::setRenderContext() {
     KX_GL_CHECK("KXWindow::setRenderContext");
+    _KXFlushBatch(KXDrawFlushTarget);
     if (!_KXMakeGraphicsContextCurrent(_graphicsContext)) {
         _KXReportError("Unable to draw into a closed window");
         return;
@@ -219,6 +225,7 @@ void KXWindow::setRenderContext() {
 
 void KXWindow::setClipTo(KXRect rect) {
     KX_GL_CHECK("KXWindow::setClipTo");
+    _KXFlushBatch(KXDrawFlushClip);
     const _KXGraphicsContextScope scope(_graphicsContext);
     const KXSize points = size();
     if (!scope || !(points.width > 0))
@@ -235,6 +242,7 @@ void KXWindow::setClipTo(KXRect rect) {
 
 void KXWindow::unsetClip() {
     KX_GL_CHECK("KXWindow::unsetClip");
+    _KXFlushBatch(KXDrawFlushClip);
     const _KXGraphicsContextScope scope(_graphicsContext);
     if (!scope)
         return;

@@ -1,7 +1,10 @@
 #include "render/QuadStream.h"
 
+#include "render/DrawBatch.h"
+
 #include <SDL_opengl.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -64,6 +67,20 @@ void _KXDrawTexturedQuad(unsigned texture, const _KXTextureRect& source, KXColor
                          const _KXAffine& placement, float width, float height) {
     const KXPoint corners[] = {placement(0, 0), placement(width, 0), placement(width, height),
                                placement(0, height)};
+    if (_KXIsBatching()) {
+        constexpr auto fill = static_cast<float>(_KXFill::Texture);
+        _KXVertex* const vertices = _KXBatchQuads(1, _KXFill::Texture, texture);
+        vertices[0] = {corners[0], source.left, source.top, fill, color};
+        vertices[1] = {corners[1], source.right, source.top, fill, color};
+        vertices[2] = {corners[2], source.right, source.bottom, fill, color};
+        vertices[3] = {corners[3], source.left, source.bottom, fill, color};
+        _KXBatchLeavesTexture(texture);
+        _KXBatchLeavesColor(color);
+        return;
+    }
+    ++_KXDrawStatistics.quads;
+    ++_KXDrawStatistics.drawCalls;
+    ++_KXDrawStatistics.textureBinds;
     glBindTexture(GL_TEXTURE_2D, texture);
     glColor4f(color.r, color.g, color.b, color.a);
     glBegin(GL_QUADS);
@@ -78,8 +95,89 @@ void _KXDrawTexturedQuad(unsigned texture, const _KXTextureRect& source, KXColor
     glEnd();
 }
 
+// Which corner of its page's part belongs to which corner of a glyph.
+static void texelsOf(const _KXGlyphQuad& quad, KXPoint (&texels)[4]) {
+    const _KXTextureRect& source = quad.source;
+    texels[0] = {source.left, source.top};
+    texels[1] = {source.left, source.bottom};
+    texels[2] = {source.right, source.bottom};
+    texels[3] = {source.right, source.top};
+}
+
+static void drawGlyphsNow(const _KXGlyphQuad* quads, int count, KXColor color) {
+    GLint bound = 0;
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+    glColor4f(color.r, color.g, color.b, color.a);
+    _KXDrawStatistics.quads += count;
+    for (const _KXGlyphQuad* const end = quads + count; quads != end;) {
+        const unsigned page = quads->page;
+        ++_KXDrawStatistics.drawCalls;
+        ++_KXDrawStatistics.textureBinds;
+        glBindTexture(GL_TEXTURE_2D, page);
+        glBegin(GL_QUADS);
+        for (; quads != end && quads->page == page; ++quads) {
+            KXPoint texels[4];
+            texelsOf(*quads, texels);
+            for (int i = 0; i < 4; ++i) {
+                glTexCoord2f(texels[i].x, texels[i].y);
+                glVertex2f(quads->corners[i].x, quads->corners[i].y);
+            }
+        }
+        glEnd();
+    }
+    glBindTexture(GL_TEXTURE_2D, static_cast<unsigned>(bound));
+}
+
+void _KXDrawGlyphQuads(const _KXGlyphQuad* quads, int count, KXColor color) {
+    _KXDrawStatistics.glyphs += count;
+    if (!_KXIsBatching()) {
+        drawGlyphsNow(quads, count, color);
+        return;
+    }
+    for (const _KXGlyphQuad* quad = quads; quad != quads + count; ++quad) {
+        KXPoint texels[4];
+        texelsOf(*quad, texels);
+        _KXVertex* const vertices = _KXBatchQuads(1, _KXFill::Glyph, quad->page);
+        for (int i = 0; i < 4; ++i)
+            vertices[i] = {quad->corners[i], texels[i].x, texels[i].y, static_cast<float>(_KXFill::Glyph),
+                           color};
+    }
+    _KXBatchLeavesColor(color);
+}
+
+namespace {
+// Turns 2D texturing off and sets the colour for as long as the scope lasts, then turns texturing on.
+class SolidDrawingScope {
+public:
+    explicit SolidDrawingScope(KXColor color) {
+        ++_KXDrawStatistics.drawCalls;
+        glDisable(GL_TEXTURE_2D);
+        glColor4f(color.r, color.g, color.b, color.a);
+    }
+    ~SolidDrawingScope() { glEnable(GL_TEXTURE_2D); }
+    SolidDrawingScope(const SolidDrawingScope&) = delete;
+    SolidDrawingScope& operator=(const SolidDrawingScope&) = delete;
+};
+} // namespace
+
+static _KXVertex solidVertex(KXPoint position, KXColor color) {
+    return {position, 0, 0, static_cast<float>(_KXFill::Solid), color};
+}
+
 void _KXDrawSolidQuads(const _KXSolidQuad* quads, int count, KXColor color) {
-    const _KXSolidDrawingScope solid(color);
+    if (_KXIsBatching()) {
+        _KXVertex* vertex = _KXBatchQuads(count, _KXFill::Solid, 0);
+        for (const _KXSolidQuad* quad = quads; quad != quads + count; ++quad) {
+            const auto x1 = static_cast<float>(quad->x1), y1 = static_cast<float>(quad->y1);
+            const auto x2 = static_cast<float>(quad->x2), y2 = static_cast<float>(quad->y2);
+            for (const KXPoint corner : {KXPoint{x1, y1}, KXPoint{x2, y1}, KXPoint{x2, y2}, KXPoint{x1, y2}})
+                *vertex++ = solidVertex(corner, color);
+        }
+        _KXBatchLeavesColor(color);
+        return;
+    }
+    _KXDrawStatistics.quads += count;
+    const SolidDrawingScope solid(color);
     glBegin(GL_QUADS);
     for (const _KXSolidQuad* quad = quads; quad != quads + count; ++quad) {
         glVertex2i(quad->x1, quad->y1);
@@ -90,9 +188,75 @@ void _KXDrawSolidQuads(const _KXSolidQuad* quads, int count, KXColor color) {
     glEnd();
 }
 
-_KXSolidDrawingScope::_KXSolidDrawingScope(KXColor color) {
-    glDisable(GL_TEXTURE_2D);
-    glColor4f(color.r, color.g, color.b, color.a);
+static void drawPointsNow(GLenum primitive, const KXPoint* points, int count, float lineWidth,
+                          KXColor color) {
+    glLineWidth(lineWidth);
+    const SolidDrawingScope solid(color);
+    glBegin(primitive);
+    for (const KXPoint* point = points; point != points + count; ++point)
+        glVertex2f(point->x, point->y);
+    glEnd();
 }
 
-_KXSolidDrawingScope::~_KXSolidDrawingScope() { glEnable(GL_TEXTURE_2D); }
+static void batchLine(KXPoint from, KXPoint to, float width, KXColor color) {
+    _KXVertex* const ends = _KXBatchLines(1, width);
+    ends[0] = solidVertex(from, color);
+    ends[1] = solidVertex(to, color);
+}
+
+void _KXDrawLineLoop(const KXPoint* points, int count, float width, KXColor color) {
+    if (!_KXIsBatching()) {
+        _KXDrawStatistics.lines += count;
+        drawPointsNow(GL_LINE_LOOP, points, count, width, color);
+        return;
+    }
+    // A loop of one point has no line, one of two goes there and back.
+    for (int i = 0; i < count && count > 1; ++i)
+        batchLine(points[i], points[i + 1 < count ? i + 1 : 0], width, color);
+    _KXBatchLeavesLineWidth(width);
+    _KXBatchLeavesColor(color);
+}
+
+void _KXDrawLine(KXPoint from, KXPoint to, float width, KXColor color) {
+    if (_KXIsBatching()) {
+        batchLine(from, to, width, color);
+        _KXBatchLeavesLineWidth(width);
+        _KXBatchLeavesColor(color);
+        return;
+    }
+    ++_KXDrawStatistics.lines;
+    const KXPoint points[] = {from, to};
+    drawPointsNow(GL_LINES, points, 2, width, color);
+}
+
+void _KXDrawFan(const KXPoint* points, int count, float lineWidth, KXColor color) {
+    if (!_KXIsBatching()) {
+        _KXDrawStatistics.quads += std::max(0, count - 2);
+        drawPointsNow(GL_TRIANGLE_FAN, points, count, lineWidth, color);
+        return;
+    }
+    // The fan's own triangles, as quads whose second half is empty: other halves would cut the shape along
+    // other lines.
+    for (int i = 1; i + 1 < count; ++i) {
+        _KXVertex* const vertices = _KXBatchQuads(1, _KXFill::Solid, 0);
+        vertices[0] = solidVertex(points[0], color);
+        vertices[1] = solidVertex(points[i], color);
+        vertices[2] = vertices[3] = solidVertex(points[i + 1], color);
+    }
+    _KXBatchLeavesLineWidth(lineWidth);
+    _KXBatchLeavesColor(color);
+}
+
+void _KXLeaveColor(KXColor color) {
+    if (_KXIsBatching())
+        _KXBatchLeavesColor(color);
+    else
+        glColor4f(color.r, color.g, color.b, color.a);
+}
+
+void _KXLeaveLineWidth(float width) {
+    if (_KXIsBatching())
+        _KXBatchLeavesLineWidth(width);
+    else
+        glLineWidth(width);
+}

@@ -26,6 +26,16 @@ struct _KXTextureRect {
 void _KXDrawTexturedQuad(unsigned texture, const _KXTextureRect& source, KXColor color,
                          const _KXAffine& placement, float width, float height);
 
+/// A glyph: its corners as FTGL places them and its part of an atlas page.
+struct _KXGlyphQuad {
+    unsigned page;
+    KXPoint corners[4];
+    _KXTextureRect source;
+};
+
+/// Draws glyphs; the texture that was bound stays bound.
+void _KXDrawGlyphQuads(const _KXGlyphQuad* quads, int count, KXColor color);
+
 /// A rectangle given by two opposite corners, in integers.
 struct _KXSolidQuad {
     int x1, y1, x2, y2;
@@ -34,11 +44,14 @@ struct _KXSolidQuad {
 /// Draws rectangles in one colour and leaves 2D texturing on.
 void _KXDrawSolidQuads(const _KXSolidQuad* quads, int count, KXColor color);
 
-/// Turns 2D texturing off and sets the colour for as long as the scope lasts, then turns texturing on.
-class _KXSolidDrawingScope {
-public:
-    explicit _KXSolidDrawingScope(KXColor color);
-    ~_KXSolidDrawingScope();
-    _KXSolidDrawingScope(const _KXSolidDrawingScope&) = delete;
-    _KXSolidDrawingScope& operator=(const _KXSolidDrawingScope&) = delete;
-};
+/// Leaves a colour as OpenGL's current one.
+void _KXLeaveColor(KXColor color);
+/// Leaves a line width as OpenGL's current one.
+void _KXLeaveLineWidth(float width);
+
+/// Draws a closed outline through some points in one colour and leaves 2D texturing on.
+void _KXDrawLineLoop(const KXPoint* points, int count, float width, KXColor color);
+/// Draws a line between two points in one colour and leaves 2D texturing on.
+void _KXDrawLine(KXPoint from, KXPoint to, float width, KXColor color);
+/// Fills the convex shape of some points in one colour and leaves 2D texturing on.
+void _KXDrawFan(const KXPoint* points, int count, float lineWidth, KXColor color);

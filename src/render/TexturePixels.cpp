@@ -5,6 +5,7 @@
 #include "core/Endianness.h"
 #include "core/ErrorSlot.h"
 #include "core/Truncate.h"
+#include "render/DrawBatch.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
 #include "render/PixelStore.h"
@@ -112,6 +113,8 @@ int KXTexture::_loadFromData(int width, int height, int internalFormat, unsigned
         _KXReportError("Unable to create a texture of %d x %d pixels: no window is current", width, height);
         return 0;
     }
+    _KXFlushBatch(KXDrawFlushTextureChange);
+    ++_KXDrawStatistics.textureUploads;
     const unsigned texture = upload(width, height, internalFormat, format, data);
     if (!texture) {
         _KXReportError("Unable to create a texture of %d x %d pixels", width, height);
@@ -134,6 +137,8 @@ void KXTexture::clear() {
     const _KXGraphicsContextScope scope(_graphicsContext);
     if (!scope || !_textureID)
         return;
+    _KXFlushBatch(KXDrawFlushTextureChange);
+    ++_KXDrawStatistics.textureUploads;
     _forgetPixels();
     const int width = static_cast<int>(_size.width), height = static_cast<int>(_size.height);
     const BindingScope binding(_textureID);
@@ -153,6 +158,7 @@ void KXTexture::_forgetPixels() {
 // The whole texture as RGBA. Tightly packed, so pixels must have room for width times height times four
 // values.
 void KXTexture::_readBack(unsigned type, void* pixels) {
+    _KXFlushBatch(KXDrawFlushRead);
     const BindingScope binding(_textureID);
     const _KXTightPixelStore tight;
     glGetTexImage(GL_TEXTURE_2D, 0, GL_RGBA, type, pixels);

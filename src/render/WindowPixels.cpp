@@ -4,6 +4,7 @@
 #include "core/Endianness.h"
 #include "core/ErrorSlot.h"
 #include "core/Truncate.h"
+#include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
@@ -24,6 +25,7 @@ static int bytesPerPixel(unsigned format) { return format == GL_RGBA ? 4 : 3; }
 
 void KXWindow::_readPixels(char* buffer, unsigned format) {
     KX_GL_CHECK("KXWindow::_readPixels");
+    _KXFlushBatch(KXDrawFlushRead);
     _KXAssert(format == GL_RGBA || format == GL_RGB, "KXWindow");
     const _KXGraphicsContextScope scope(_graphicsContext);
     if (!scope)

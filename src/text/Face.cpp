@@ -10,7 +10,11 @@ namespace {
 template<class Base>
 class Face final : public Base {
 public:
-    explicit Face(const char* path) : Base(path), _opened(Base::Error() == 0) {}
+    explicit Face(const char* path) : Base(path), _opened(Base::Error() == 0) {
+        // As FTGL's own texture font has it: outlines as they were drawn, for any size.
+        if (usesTextures && _opened)
+            Base::GlyphLoadFlags(FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP);
+    }
     ~Face() override { forgetGlyphs(); }
 
     using Base::Advance;
@@ -57,7 +61,7 @@ protected:
     }
 
 private:
-    static constexpr bool usesTextures = std::is_same_v<Base, FTTextureFont>;
+    static constexpr bool usesTextures = std::is_same_v<Base, FTFont>;
 
     bool prepare(const char* text) {
         if (_KXCurrentGraphicsContext && _glyphContext != _KXCurrentGraphicsContext)
@@ -83,5 +87,5 @@ std::unique_ptr<FTFont> _KXOpenFace(const char* path, KXAliasMode mode) {
         path = "";
     if (mode == KXAliasModePolygon)
         return std::make_unique<Face<FTPolygonFont>>(path);
-    return std::make_unique<Face<FTTextureFont>>(path);
+    return std::make_unique<Face<FTFont>>(path);
 }

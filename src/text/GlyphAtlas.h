@@ -1,13 +1,20 @@
 #pragma once
 
+#include "render/QuadStream.h"
+
 #include <FTGL/ftgl.h>
 
 #include <vector>
 
+/// The glyphs that a face renders, in the order of the text and in FTGL's coordinates: y points up, the
+/// baseline's start is (0, 0).
+inline constinit std::vector<_KXGlyphQuad>* _KXRenderedGlyphs = nullptr;
+
 /// The textures that a face's glyphs are drawn from, filled shelf by shelf as glyphs are first used.
 ///
 /// FTGL's own texture font reserves room for every glyph of the file, which takes tens of megabytes at common
-/// sizes, and complains on the error stream about glyphs larger than the font claims.
+/// sizes, complains on the error stream about glyphs larger than the font claims, and draws each glyph by
+/// itself. These glyphs only tell, in #_KXRenderedGlyphs, what is to be drawn.
 class _KXGlyphAtlas {
 public:
     /// Makes the glyph that the face has just loaded; needs a current OpenGL context and changes none of its
@@ -17,6 +24,11 @@ public:
     void clear();
 
 private:
+    struct Place {
+        unsigned page;
+        _KXTextureRect rect;
+    };
+    Place store(const FT_Bitmap& bitmap, int fontSize);
     bool hasRoom(int width, int height);
     void addPage(int side);
 

@@ -2,10 +2,12 @@
 
 #include "core/ErrorSlot.h"
 #include "core/Truncate.h"
+#include "render/DrawBatch.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
 #include "text/ColorEscapes.h"
 #include "text/Face.h"
+#include "text/GlyphAtlas.h"
 #include "text/Utf8.h"
 
 #include <SDL_opengl.h>
@@ -17,6 +19,7 @@
 #include <map>
 #include <new>
 #include <string_view>
+#include <vector>
 
 struct KXFont::Offsets {
     std::map<float, KXPoint> bySize;
@@ -101,50 +104,98 @@ float KXFont::fullHeight() const {
     return ascender() + static_cast<float>(std::abs(_KXTruncate(descender())));
 }
 
-namespace {
-// FTGL's texture fonts bind their textures and set the texture environment without restoring them.
-class TextureStateScope {
-public:
-    TextureStateScope() {
-        glGetIntegerv(GL_TEXTURE_BINDING_2D, &_texture);
-        glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &_mode);
-    }
-    ~TextureStateScope() {
-        glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(_texture));
-        if (_mode != GL_MODULATE)
-            glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, _mode);
-    }
-    TextureStateScope(const TextureStateScope&) = delete;
-    TextureStateScope& operator=(const TextureStateScope&) = delete;
-
-private:
-    GLint _texture = 0;
-    GLint _mode = GL_MODULATE;
-};
-} // namespace
-
-// Renders a piece of a text and moves on by its advance. FTGL reads to the terminator, so the piece, which
-// points into @a buffer, is terminated in place meanwhile.
-static void renderPiece(FTFont& font, KXColor color, char* buffer, std::string_view piece) {
-    if (piece.empty())
-        return;
-    char* text = buffer + (piece.data() - buffer);
-    const char behind = text[piece.size()];
-    text[piece.size()] = 0;
-    glColor4f(color.r, color.g, color.b, color.a);
-    glTranslatef(font.Render(text).Xf(), 0, 0);
-    text[piece.size()] = behind;
-}
-
-static void renderSpans(FTFont& font, KXColor color, char* text) {
+// Calls @a piece with each stretch of one colour and that colour. FTGL reads to the terminator, so the
+// stretch is terminated in place meanwhile. The last call, maybe with an empty stretch, is for @a color.
+template<class Piece>
+static void forEachPiece(char* text, KXColor color, Piece piece) {
+    const auto terminated = [&](std::string_view part, KXColor partColor) {
+        char* const start = text + (part.data() - text);
+        const char behind = start[part.size()];
+        start[part.size()] = 0;
+        piece(start, partColor);
+        start[part.size()] = behind;
+    };
     const char* position = text;
     _KXColorSpan span;
     while (_KXNextColorSpan(position, span)) {
-        renderPiece(font, color, text, span.plain);
-        renderPiece(font, span.color, text, span.text);
+        terminated(span.plain, color);
+        terminated(span.text, span.color);
     }
-    glColor4f(color.r, color.g, color.b, color.a);
-    renderPiece(font, color, text, position);
+    terminated(position, color);
+}
+
+// FTGL draws polygons with a matrix of its own.
+static void printPolygons(FTFont& font, char* text, KXPoint origin, KXColor color) {
+    _KXFlushBatch(KXDrawFlushText);
+    glPushMatrix();
+    glDisable(GL_TEXTURE_2D);
+    glRotatef(180, 1, 0, 0); // FTGL's y axis points up
+    glTranslatef(origin.x, -origin.y, 0);
+    forEachPiece(text, color, [&font](const char* piece, KXColor pieceColor) {
+        glColor4f(pieceColor.r, pieceColor.g, pieceColor.b, pieceColor.a);
+        glTranslatef(font.Render(piece).Xf(), 0, 0);
+    });
+    glEnable(GL_TEXTURE_2D);
+    glPopMatrix();
+}
+
+namespace {
+// Glyphs blend by their opacity and take their colour from the text, whatever the game draws with. Where it
+// draws like that anyway, as most do, nothing is done and the glyphs may be collected.
+class GlyphStateScope {
+public:
+    GlyphStateScope() : _changed(!isSuitable()) {
+        if (!_changed)
+            return;
+        _KXFlushBatch(KXDrawFlushText);
+        glPushAttrib(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT | GL_TEXTURE_BIT);
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        glEnable(GL_TEXTURE_2D);
+        glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    }
+    ~GlyphStateScope() {
+        if (!_changed)
+            return;
+        _KXFlushBatch(KXDrawFlushText);
+        glPopAttrib();
+    }
+    GlyphStateScope(const GlyphStateScope&) = delete;
+    GlyphStateScope& operator=(const GlyphStateScope&) = delete;
+
+private:
+    static bool isSuitable() {
+        GLint source = 0, destination = 0, environment = 0;
+        glGetIntegerv(GL_BLEND_SRC, &source);
+        glGetIntegerv(GL_BLEND_DST, &destination);
+        glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &environment);
+        return source == GL_SRC_ALPHA && destination == GL_ONE_MINUS_SRC_ALPHA &&
+               environment == GL_MODULATE && glIsEnabled(GL_BLEND) && glIsEnabled(GL_TEXTURE_2D);
+    }
+
+    bool _changed;
+};
+} // namespace
+
+static void printGlyphs(FTFont& font, char* text, KXPoint origin, KXColor color) {
+    // Kept: text is printed in every frame. Never destroyed: a static object of the game may print at the
+    // end.
+    static constinit std::vector<_KXGlyphQuad>* glyphs = nullptr;
+    if (!glyphs)
+        glyphs = new std::vector<_KXGlyphQuad>;
+    const GlyphStateScope state;
+    forEachPiece(text, color, [&font, &origin](const char* piece, KXColor pieceColor) {
+        glyphs->clear();
+        _KXRenderedGlyphs = glyphs;
+        const float advance = font.Render(piece).Xf();
+        _KXRenderedGlyphs = nullptr;
+        for (_KXGlyphQuad& glyph : *glyphs)
+            for (KXPoint& corner : glyph.corners)
+                corner = {origin.x + corner.x, origin.y - corner.y}; // FTGL's y axis points up
+        _KXDrawGlyphQuads(glyphs->data(), static_cast<int>(glyphs->size()), pieceColor);
+        origin.x += advance;
+    });
+    _KXLeaveColor(color);
 }
 
 void KXFont::print(KXPoint p, KXColor c, const char* format, ...) {
@@ -161,18 +212,8 @@ void KXFont::print(KXPoint p, KXColor c, const char* format, ...) {
     if (static_cast<std::size_t>(length) >= sizeof text - 1) // also the full length: the arguments may be cut
         _KXDropCutCharacter(text, sizeof text - 1);
 
-    glPushMatrix();
-    if (_aliasMode == KXAliasModePolygon)
-        glDisable(GL_TEXTURE_2D);
-    glRotatef(180, 1, 0, 0); // FTGL's y axis points up
-    glTranslatef(p.x, std::ceil(-ascender()) - p.y + std::ceil(-descender()), 0);
+    KXPoint origin = {p.x, p.y - std::ceil(-ascender()) - std::ceil(-descender())};
     if (const KXPoint* offset = _offset())
-        glTranslatef(offset->x, -offset->y, 0);
-    {
-        const TextureStateScope scope;
-        renderSpans(*_font, c, text);
-    }
-    if (_aliasMode == KXAliasModePolygon)
-        glEnable(GL_TEXTURE_2D);
-    glPopMatrix();
+        origin = {origin.x + offset->x, origin.y + offset->y};
+    (_aliasMode == KXAliasModePolygon ? printPolygons : printGlyphs)(*_font, text, origin, c);
 }

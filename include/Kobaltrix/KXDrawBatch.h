@@ -1,0 +1,62 @@
+#pragma once
+
+#include <Kobaltrix/KXPlatform.h>
+
+/// @file
+/// Draw batches, and counters of what drawing costs.
+///
+/// Without a batch every draw is complete when its call returns. Between KXBeginDrawBatch() and
+/// KXEndDrawBatch() textures, sprites, shapes, text and widgets are collected in call order instead, and
+/// leave in as few draw calls as that order allows; the pixels are the same. A game that draws thousands of
+/// things a frame wants a batch.
+///
+/// A game that mixes in its own OpenGL inside a batch calls KXFlushDrawBatch() before any OpenGL call that
+/// draws or changes state. What it has changed (matrices, blending, a program) holds for everything that is
+/// collected from then on, and must stay until that has left.
+///
+/// Everything in the library that depends on what was drawn, or changes what collected draws depend on, lets
+/// the batch out by itself: reading pixels, another target, clip, mode or window, new contents of a texture,
+/// its deletion, KXTexture::bind(), and the swap. Needs the thread that owns the OpenGL context.
+
+/// Begins to collect. Batches nest: only the outermost end lets them out.
+///
+/// A batch that is never ended leaves with every swap and at KXPostLogicLoop() and goes on: a game may begin
+/// one at its start and have all its frames batched.
+KX_API void KXBeginDrawBatch();
+/// Ends a batch; the outermost end draws what was collected. Without a batch it does nothing.
+KX_API void KXEndDrawBatch();
+/// Draws what was collected and goes on collecting. Without a batch it does nothing.
+KX_API void KXFlushDrawBatch();
+
+/// Why collected draws had to leave.
+enum KXDrawFlushReason : int {
+    KXDrawFlushEnd = 0,           ///< KXEndDrawBatch().
+    KXDrawFlushRequest = 1,       ///< KXFlushDrawBatch(), KXTexture::bind() or a matrix operation.
+    KXDrawFlushFull = 2,          ///< The vertex block was full.
+    KXDrawFlushTarget = 3,        ///< Another target or window.
+    KXDrawFlushClip = 4,          ///< Another clip.
+    KXDrawFlushProjection = 5,    ///< Another rendering mode of the window.
+    KXDrawFlushTextureChange = 6, ///< New contents of a texture, or its deletion.
+    KXDrawFlushRead = 7,          ///< Pixels were read.
+    KXDrawFlushText = 8,          ///< Text that cannot be collected: glyphs of #KXAliasModePolygon.
+    KXDrawFlushSwap = 9,          ///< KXWindow::swapBuffers().
+    KXDrawFlushFrame = 10,        ///< KXPostLogicLoop().
+    KXDrawFlushReasonCount = 11   ///< How many reasons there are.
+};
+
+/// What drawing has cost since a swap.
+struct KXDrawStatistics {
+    int quads;          ///< Rectangles, textured or filled, each triangle of a filled shape, each glyph.
+    int lines;          ///< Line segments.
+    int drawCalls;      ///< Draw calls of OpenGL, each glBegin() counted as one.
+    int textureBinds;   ///< Textures bound to draw with.
+    int textureUploads; ///< Textures and glyphs handed to OpenGL, and textures cleared.
+    int glyphs;         ///< Glyphs of #KXAliasModeTexture.
+    int flushes;        ///< How often collected draws left.
+    int flushesBecause[KXDrawFlushReasonCount]; ///< The same for each #KXDrawFlushReason.
+};
+
+/// The counters since the last swap of any window.
+KX_API KXDrawStatistics KXCurrentDrawStatistics();
+/// The counters between the last two swaps: a whole frame.
+KX_API KXDrawStatistics KXLastDrawStatistics();

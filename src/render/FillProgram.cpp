@@ -1,0 +1,144 @@
+#include "render/FillProgram.h"
+
+#include "render/GraphicsContext.h"
+
+#include <SDL_opengl.h>
+#include <SDL_video.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+struct Functions {
+    PFNGLCREATESHADERPROC createShader;
+    PFNGLSHADERSOURCEPROC shaderSource;
+    PFNGLCOMPILESHADERPROC compileShader;
+    PFNGLCREATEPROGRAMPROC createProgram;
+    PFNGLATTACHSHADERPROC attachShader;
+    PFNGLLINKPROGRAMPROC linkProgram;
+    PFNGLGETPROGRAMIVPROC getProgram;
+    PFNGLDELETESHADERPROC deleteShader;
+    PFNGLDELETEPROGRAMPROC deleteProgram;
+    PFNGLUSEPROGRAMPROC useProgram;
+};
+
+struct ContextProgram {
+    unsigned context;
+    unsigned program; // 0 where the driver has none
+};
+} // namespace
+
+static constinit Functions gl = {};
+static constinit std::vector<ContextProgram>* programs = nullptr;
+
+template<class Function>
+static bool load(Function& function, const char* name) {
+    function = reinterpret_cast<Function>(SDL_GL_GetProcAddress(name));
+    return function != nullptr;
+}
+
+static bool loadFunctions() {
+    return load(gl.createShader, "glCreateShader") && load(gl.shaderSource, "glShaderSource") &&
+           load(gl.compileShader, "glCompileShader") && load(gl.createProgram, "glCreateProgram") &&
+           load(gl.attachShader, "glAttachShader") && load(gl.linkProgram, "glLinkProgram") &&
+           load(gl.getProgram, "glGetProgramiv") && load(gl.deleteShader, "glDeleteShader") &&
+           load(gl.deleteProgram, "glDeleteProgram") && load(gl.useProgram, "glUseProgram");
+}
+
+static void attach(GLuint program, GLenum kind, const char* source) {
+    const GLuint shader = gl.createShader(kind);
+    gl.shaderSource(shader, 1, &source, nullptr);
+    gl.compileShader(shader);
+    gl.attachShader(program, shader);
+    gl.deleteShader(shader); // with the program
+}
+
+static unsigned makeProgram() {
+    if (!loadFunctions())
+        return 0;
+    const GLuint program = gl.createProgram();
+    attach(program, GL_VERTEX_SHADER,
+           "varying float fill;\n"
+           "void main() {\n"
+           "    gl_Position = ftransform();\n"
+           "    gl_FrontColor = gl_Color;\n"
+           "    gl_TexCoord[0] = gl_TextureMatrix[0] * vec4(gl_MultiTexCoord0.xy, 0.0, 1.0);\n"
+           "    fill = gl_MultiTexCoord0.z;\n"
+           "}\n");
+    attach(program, GL_FRAGMENT_SHADER,
+           "uniform sampler2D image;\n"
+           "varying float fill;\n"
+           "void main() {\n"
+           "    vec4 texel = vec4(1.0);\n"
+           "    if (fill > 0.5)\n"
+           "        texel = texture2D(image, gl_TexCoord[0].xy);\n"
+           "    if (fill > 1.5)\n"
+           "        texel.rgb = vec3(1.0);\n" // a glyph is all opacity
+           "    gl_FragColor = texel * gl_Color;\n"
+           "}\n");
+    gl.linkProgram(program);
+    GLint linked = GL_FALSE;
+    gl.getProgram(program, GL_LINK_STATUS, &linked);
+    if (linked)
+        return program;
+    gl.deleteProgram(program);
+    return 0;
+}
+
+static unsigned programOfCurrentContext() {
+    if (!programs)
+        programs = new std::vector<ContextProgram>;
+    for (const ContextProgram& entry : *programs)
+        if (entry.context == _KXCurrentGraphicsContext)
+            return entry.program;
+    programs->push_back({_KXCurrentGraphicsContext, makeProgram()});
+    return programs->back().program;
+}
+
+// Whether the game has switched nothing on that the program does not do.
+static bool isPlainPipeline() {
+    for (const GLenum extra :
+         {GL_LIGHTING, GL_FOG, GL_COLOR_SUM, GL_TEXTURE_3D, GL_TEXTURE_CUBE_MAP, GL_CLIP_PLANE0,
+          GL_CLIP_PLANE1, GL_CLIP_PLANE2, GL_CLIP_PLANE3, GL_CLIP_PLANE4, GL_CLIP_PLANE5})
+        if (glIsEnabled(extra))
+            return false;
+    GLint environment = 0, program = 0, unit = 0;
+    glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &environment);
+    glGetIntegerv(GL_CURRENT_PROGRAM, &program);
+    glGetIntegerv(GL_ACTIVE_TEXTURE, &unit);
+    return environment == GL_MODULATE && program == 0 && unit == GL_TEXTURE0 && glIsEnabled(GL_TEXTURE_2D);
+}
+
+_KXFillProgramScope::_KXFillProgramScope() : _active(false) {
+    const unsigned program = programOfCurrentContext();
+    if (program == 0 || !isPlainPipeline())
+        return;
+    gl.useProgram(program);
+    _active = true;
+}
+
+_KXFillProgramScope::~_KXFillProgramScope() {
+    if (_active)
+        gl.useProgram(0);
+}
+
+void _KXForgetFillProgram(unsigned graphicsContext) {
+    if (!programs)
+        return;
+    std::erase_if(*programs, [graphicsContext](const ContextProgram& entry) {
+        return entry.context == graphicsContext;
+    });
+    if (programs->empty()) {
+        delete programs;
+        programs = nullptr;
+    }
+}
+
+void _KXUseArraysInMemory() {
+    static constinit PFNGLBINDBUFFERPROC bindBuffer = nullptr;
+    static constinit PFNGLCLIENTACTIVETEXTUREARBPROC clientActiveTexture = nullptr;
+    if (bindBuffer || load(bindBuffer, "glBindBuffer"))
+        bindBuffer(GL_ARRAY_BUFFER, 0);
+    if (clientActiveTexture || load(clientActiveTexture, "glClientActiveTexture"))
+        clientActiveTexture(GL_TEXTURE0);
+}
