@@ -16,10 +16,11 @@ struct sockaddr_in;
 /// Accepts a fixed number of clients and exchanges messages with each.
 ///
 /// A server is polled, typically once per logic step: checkForIncomingConnections() until it returns -1, then
-/// receiveBufferFromClient() until it returns null for every id in clientIDList(). Both return at once; a
-/// send waits until the system has taken all of its bytes (see setSendRetryLimit()). Small messages leave at
-/// once: TCP_NODELAY is on. A client is known by its id, the number of its slot from 0 on; the next client
-/// gets the lowest free one. A peer that closes or breaks its connection never raises a signal.
+/// for every id in clientIDList() receiveBufferFromClient() until it returns null, or for a number of
+/// messages. Both return at once; a send waits until the system has taken all of its bytes (see
+/// setSendRetryLimit()). Small messages leave at once: TCP_NODELAY is on. A client is known by its id, the
+/// number of its slot from 0 on; the next client gets the lowest free one. A peer that closes or breaks its
+/// connection never raises a signal.
 ///
 /// For a game that strangers can reach see setStoredBufferLimit(), setSendRetryLimit() and
 /// setClearsStoredBuffers().
@@ -58,9 +59,9 @@ public:
     /// Sends to every slot in turn, as sendBufferToClient() does, taken or not. Each appends a marker: the
     /// client of slot k gets the message and k empty messages after it.
     void sendBufferToAllClients(KXNetworkBuffer* buffer);
-    /// Reads what a client has sent and returns the next complete message, for the caller to delete; null if
-    /// there is none, or no client of that id. A message may be empty. A client that has left is
-    /// disconnected; then only the first of the messages that were still waiting is returned.
+    /// Reads what a client has sent, 16 MB at most, and returns the next complete message, for the caller to
+    /// delete; null if there is none, or no client of that id. A message may be empty. A client that has left
+    /// is disconnected; then only the first of the messages that were still waiting is returned.
     KXNetworkBuffer* receiveBufferFromClient(int clientID);
 
     /// The address the server listens at as "address:port", the same for every client; null if there is no
