@@ -94,13 +94,12 @@ Reading readAll(int socket, StoredBufferInfo& stored, int limit) {
                 return Reading::tooLong;
             total += static_cast<int>(count);
             failures = 0;
-        } else if (count == 0) {
-            return Reading::closed;
-        } else if (_KXWouldBlock()) {
-            break;
-        } else if (++failures == _KXSocketPatience) {
-            return Reading::closed;
+            continue;
         }
+        if (count < 0 && _KXWouldBlock())
+            break;
+        if (count == 0 || ++failures == _KXSocketPatience)
+            return Reading::closed;
     }
     return Reading::done;
 }

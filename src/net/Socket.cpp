@@ -43,7 +43,7 @@ int _KXAccept(int listener, sockaddr_in& address) {
     return socket;
 }
 
-// A signal that interrupts connect() does not stop the connecting.
+// Connecting goes on by itself after connect() has returned, also when a signal has interrupted it.
 static bool finishConnecting(int socket) {
     pollfd waiting = {socket, POLLOUT, 0};
     while (poll(&waiting, 1, -1) < 0)
@@ -63,13 +63,11 @@ bool _KXIsConnectedToItself(int socket) {
 }
 
 bool _KXConnect(int socket, const sockaddr_in& address) {
-    if (connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 &&
-        !(errno == EINTR && finishConnecting(socket)))
-        return false;
-    if (_KXIsConnectedToItself(socket))
-        return false;
     _KXMakeNonBlocking(socket);
-    return true;
+    if (connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 &&
+        !((errno == EINPROGRESS || errno == EINTR) && finishConnecting(socket)))
+        return false;
+    return !_KXIsConnectedToItself(socket);
 }
 
 bool _KXFindAddress(const char* host, int port, sockaddr_in& address) {
