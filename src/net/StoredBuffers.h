@@ -27,6 +27,7 @@ class StoredBufferInfo {
 public:
     int length() const { return _end - _begin; }
     const char* bytes() const { return _buffer.get() + _begin; }
+    int capacity() const { return _capacity; }
 
     /// Where up to @a wanted bytes may be written that added() then takes in. Throws std::bad_alloc.
     char* room(int wanted);

@@ -213,6 +213,38 @@ TEST(Framing, WaitingMessagesAreDrainedInLinearTime) {
     }
 }
 
+TEST(Framing, AQueueThatStaysLongTakesLinearTime) {
+    const std::string message = "message" + marker;
+    std::string stream;
+    for (int i = 0; i < 74'800; ++i) // just under a power of two, where little room is left behind them
+        stream += message;
+    Handler handler;
+    const _KXNetworkWork work = measure([&] {
+        for (int i = 0; i < 200'000; ++i)
+            ASSERT_EQ(handler.receive(i ? message : stream), "message");
+    });
+    const std::size_t received = stream.size() + 200'000 * message.size();
+    EXPECT_LE(work.copied, received * 4);
+    EXPECT_LE(work.searched, received);
+}
+
+TEST(Framing, RoomIsGivenBack) {
+    StoredBufferInfo stored;
+    const std::string message(1000, 'x');
+    for (int i = 0; i < 5000; ++i)
+        stored.append((message + marker).data(), 1007);
+    stored.append("y", 1); // of a message that goes on
+    EXPECT_TRUE(stored.findMessages(INT_MAX));
+    EXPECT_GE(stored.capacity(), 5000 * 1007);
+    while (const auto taken = take(stored.takeMessage())) {
+        ASSERT_EQ(*taken, message);
+        ASSERT_LE(stored.capacity(), std::max(4 * stored.length() + 1, 64 * 1024));
+    }
+    stored.append(marker.data(), 7);
+    EXPECT_TRUE(stored.findMessages(INT_MAX));
+    EXPECT_EQ(take(stored.takeMessage()), "y");
+}
+
 TEST(Framing, ALongMessageInSmallPiecesTakesLinearTime) {
     // Underscores all over: each might begin the marker.
     std::string message(64 << 20, 'x');
@@ -274,6 +306,22 @@ TEST(Framing, FailuresWhileReading) {
         EXPECT_EQ(handler.lost, row.lost);
         EXPECT_EQ(handler._storedLength(7), row.stored);
     }
+}
+
+TEST(Framing, FailuresWithBytesBetweenThemAreNotRepeated) {
+    Handler handler;
+    for (int i = 0; i < 500; ++i) {
+        handler.socket.incoming.push_back({"", EINTR});
+        handler.socket.incoming.push_back({"x"});
+    }
+    EXPECT_EQ(handler.receive(marker), std::string(500, 'x'));
+    EXPECT_FALSE(handler.lost);
+    for (int i = 0; i < 500; ++i) {
+        handler.socket.outcomes.push_back(-EINTR);
+        handler.socket.outcomes.push_back(1);
+    }
+    EXPECT_EQ(handler._sendTo(-1, std::string(500, 'x').data(), 500, handler.lost), 500);
+    EXPECT_FALSE(handler.lost);
 }
 
 TEST(Framing, TheLimitForStrangers) {
