@@ -16,6 +16,9 @@
 #include <Kobaltrix/KXKeyboard.h>
 #include <Kobaltrix/KXMouse.h>
 #include <Kobaltrix/KXNetworkBuffer.h>
+#include <Kobaltrix/KXNetworkClient.h>
+#include <Kobaltrix/KXNetworkHandler.h>
+#include <Kobaltrix/KXNetworkServer.h>
 #include <Kobaltrix/KXPlatform.h>
 #include <Kobaltrix/KXRandom.h>
 #include <Kobaltrix/KXRenderContext.h>

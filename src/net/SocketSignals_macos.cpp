@@ -1,0 +1,12 @@
+#include "net/SocketSignals.h"
+
+#include <sys/socket.h>
+
+void _KXSilenceSocket(int socket) {
+    const int on = 1;
+    setsockopt(socket, SOL_SOCKET, SO_NOSIGPIPE, &on, sizeof on);
+}
+
+ssize_t _KXSendSilently(int socket, const void* data, std::size_t length) {
+    return send(socket, data, length, 0);
+}

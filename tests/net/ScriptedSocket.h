@@ -1,0 +1,81 @@
+#pragma once
+
+#include "net/Socket.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Stands in for the system's socket calls while it lives, whatever the descriptor.
+class ScriptedSocket {
+public:
+    /// What one call gives: bytes, or an error, or neither (the peer has closed).
+    struct Step {
+        std::string_view bytes;
+        int error = 0;
+    };
+
+    ScriptedSocket() : _before(_KXSocketCall) {
+        _current = this;
+        _KXSocketCall.receive = [](int, void* data, std::size_t length) {
+            return _current->receive(static_cast<char*>(data), length);
+        };
+        _KXSocketCall.send = [](int, const void*, std::size_t length) { return _current->send(length); };
+    }
+    ~ScriptedSocket() { _KXSocketCall = _before; }
+    ScriptedSocket(const ScriptedSocket&) = delete;
+    ScriptedSocket& operator=(const ScriptedSocket&) = delete;
+
+    std::deque<Step> incoming;  ///< What the peer sends; after it there is nothing for now.
+    std::deque<long> outcomes;  ///< Of sends: how many bytes at most are taken, or minus an error.
+    bool repeatsLast = false;   ///< Whether the last of either stands for ever.
+    int pause = EAGAIN;         ///< What a receive without anything to read fails with.
+    std::vector<long> requests; ///< How many bytes each call asked for.
+    void (*onCall)() = [] {};
+
+private:
+    static inline ScriptedSocket* _current = nullptr;
+    _KXSocketCalls _before;
+
+    template<typename T>
+    void next(std::deque<T>& script) const {
+        if (!repeatsLast || script.size() > 1)
+            script.pop_front();
+    }
+
+    ssize_t fail(int error) const {
+        errno = error;
+        return -1;
+    }
+
+    ssize_t receive(char* data, std::size_t length) {
+        requests.push_back(static_cast<long>(length));
+        if (incoming.empty())
+            return fail(pause);
+        Step& step = incoming.front();
+        const int error = step.error;
+        const std::size_t count = std::min(length, step.bytes.size());
+        if (count > 0)
+            std::memcpy(data, step.bytes.data(), count);
+        if (count == step.bytes.size() || repeatsLast)
+            next(incoming);
+        else
+            step.bytes.remove_prefix(count);
+        return error ? fail(error) : static_cast<ssize_t>(count);
+    }
+
+    ssize_t send(std::size_t length) {
+        onCall();
+        requests.push_back(static_cast<long>(length));
+        if (outcomes.empty())
+            return static_cast<ssize_t>(length);
+        const long outcome = outcomes.front();
+        next(outcomes);
+        return outcome < 0 ? fail(static_cast<int>(-outcome))
+                           : std::min(static_cast<ssize_t>(length), static_cast<ssize_t>(outcome));
+    }
+};
