@@ -26,12 +26,20 @@ static double median(std::vector<double> values) {
 
 void Table::compare(const std::string& what, const std::string& against, double wanted, double operations,
                     const std::function<void()>& measured, const std::function<void()>& reference) {
+    compareTimes(
+        what, against, wanted, operations, [&] { return nanosecondsOf(measured); },
+        [&] { return nanosecondsOf(reference); });
+}
+
+void Table::compareTimes(const std::string& what, const std::string& against, double wanted,
+                         double operations, const std::function<double()>& measured,
+                         const std::function<double()>& reference) {
     measured(); // fills caches
     reference();
     std::vector<double> own, other, ratios;
     for (int i = 0; i < _runs; ++i) {
-        own.push_back(nanosecondsOf(measured));
-        other.push_back(nanosecondsOf(reference));
+        own.push_back(measured());
+        other.push_back(reference());
         ratios.push_back(own.back() / other.back());
     }
     add({_part, what, against, wanted, median(ratios), median(own) / operations, median(other) / operations});

@@ -20,6 +20,9 @@ public:
     /// @param wanted the ratio not to be exceeded, 0 where none is asked for. @param operations in one call.
     void compare(const std::string& what, const std::string& against, double wanted, double operations,
                  const std::function<void()>& measured, const std::function<void()>& reference);
+    /// The same with functions that measure themselves and return nanoseconds.
+    void compareTimes(const std::string& what, const std::string& against, double wanted, double operations,
+                      const std::function<double()>& measured, const std::function<double()>& reference);
     /// Measures a row that nothing is compared with.
     void report(const std::string& what, double operations, const std::function<void()>& measured);
 

@@ -15,9 +15,8 @@ static const struct {
     const char* name;
     void (*run)(Table&);
 } parts[] = {
-    {"sprites", benchSprites},
-    {"rects", benchRectangles},
-    {"text", benchText},
+    {"sprites", benchSprites}, {"rects", benchRectangles}, {"text", benchText},
+    {"network", benchNetwork}, {"files", benchFiles},      {"lookups", benchLookups},
 };
 
 static int usage(FILE* out, int status) {
