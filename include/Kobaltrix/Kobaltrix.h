@@ -13,6 +13,7 @@
 #include <Kobaltrix/KXIO.h>
 #include <Kobaltrix/KXInterpolation.h>
 #include <Kobaltrix/KXKeyboard.h>
+#include <Kobaltrix/KXLog.h>
 #include <Kobaltrix/KXMouse.h>
 #include <Kobaltrix/KXNetworkBuffer.h>
 #include <Kobaltrix/KXPlatform.h>
