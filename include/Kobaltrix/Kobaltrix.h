@@ -15,10 +15,12 @@
 #include <Kobaltrix/KXKeyboard.h>
 #include <Kobaltrix/KXLog.h>
 #include <Kobaltrix/KXMouse.h>
+#include <Kobaltrix/KXMusic.h>
 #include <Kobaltrix/KXNetworkBuffer.h>
 #include <Kobaltrix/KXPlatform.h>
 #include <Kobaltrix/KXRandom.h>
 #include <Kobaltrix/KXRenderContext.h>
+#include <Kobaltrix/KXSound.h>
 #include <Kobaltrix/KXSprite.h>
 #include <Kobaltrix/KXString.h>
 #include <Kobaltrix/KXTexture.h>
