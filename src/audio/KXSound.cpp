@@ -2,6 +2,7 @@
 
 #include "audio/AudioDevice.h"
 
+#include <SDL.h>
 #include <SDL_mixer.h>
 
 #include <algorithm>
@@ -11,12 +12,20 @@
 
 struct KXSound::Loader final : _KXMixerObject {
     Loader(KXSound& owner, const char* file) : sound(owner), path(file) {}
-    void load() override { sound._chunk = Mix_LoadWAV(path.c_str()); }
+    void load() override;
     void unload() override;
 
     KXSound& sound;
     std::string path;
 };
+
+void KXSound::Loader::load() {
+    SDL_RWops* file = SDL_RWFromFile(path.c_str(), "rb");
+    if (!file)
+        return;
+    sound._chunk = Mix_LoadWAV_RW(file, 0);
+    SDL_RWclose(file); // ourselves: the mixer forgets it when it does not know the format
+}
 
 void KXSound::Loader::unload() {
     sound.stop();
