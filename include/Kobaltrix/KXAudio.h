@@ -10,8 +10,8 @@
 KX_API int KXInitAudio();
 /// Opens the audio device, closing an open one first: that stops everything that plays. The sounds and music
 /// of the game are loaded again, to fit the new device.
-/// @param frequency sample frames per second. @param format the platform's sample format (0x8010: signed
-/// 16-bit).
+/// @param frequency sample frames per second, 1000 or more. @param format the platform's sample format
+/// (0x8010: signed 16-bit).
 /// @param channels output channels. @param chunkSize sample frames mixed at a time.
 /// @return -1 on success, 0 on failure with a text in KXError().
 KX_API int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSize);

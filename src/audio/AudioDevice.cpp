@@ -36,7 +36,8 @@ int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSiz
     }
     // The platform keeps channels and chunk size in fewer bits than an int and takes 0 for "whatever you
     // like".
-    const bool inRange = frequency > 0 && channels > 0 && channels <= std::numeric_limits<Uint8>::max() &&
+    // At a handful of frames a second a chunk lasts for minutes, and nobody closes the device meanwhile.
+    const bool inRange = frequency >= 1000 && channels > 0 && channels <= std::numeric_limits<Uint8>::max() &&
                          chunkSize > 0 && chunkSize <= std::numeric_limits<Uint16>::max();
     if (!inRange)
         SDL_SetError("frequency, channels or chunk size out of range");

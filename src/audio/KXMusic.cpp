@@ -1,6 +1,7 @@
 #include <Kobaltrix/KXMusic.h>
 
 #include "audio/AudioDevice.h"
+#include "audio/WaveFile.h"
 #include "core/ErrorSlot.h"
 
 #include <SDL_mixer.h>
@@ -12,7 +13,9 @@
 
 struct KXMusic::Loader final : _KXMixerObject {
     Loader(KXMusic& owner, const char* file) : music(owner), path(file) {}
-    void load() override { music._music = Mix_LoadMUS(path.c_str()); }
+    void load() override {
+        music._music = _KXAudioFileIsSane(path.c_str()) ? Mix_LoadMUS(path.c_str()) : nullptr;
+    }
     void unload() override;
 
     KXMusic& music;

@@ -1,6 +1,7 @@
 #include "audio/KXSound.h"
 
 #include "audio/AudioDevice.h"
+#include "audio/WaveFile.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
@@ -20,7 +21,7 @@ struct KXSound::Loader final : _KXMixerObject {
 };
 
 void KXSound::Loader::load() {
-    SDL_RWops* file = SDL_RWFromFile(path.c_str(), "rb");
+    SDL_RWops* file = _KXAudioFileIsSane(path.c_str()) ? SDL_RWFromFile(path.c_str(), "rb") : nullptr;
     if (!file)
         return;
     sound._chunk = Mix_LoadWAV_RW(file, 0);

@@ -55,7 +55,12 @@ struct AudioTest : testing::Test {
     /// What never loads, and leaves no text behind.
     template<class Playable>
     void expectNoneOfTheseLoads() const {
-        const std::string path = file, folderPath = folder.path(), empty = folder.write("empty", ""),
+        // The mixer would divide by some of these.
+        for (const int frequency : {0, 1000000, -44100})
+            EXPECT_FALSE(plays<Playable>(wavFile({frequency, 2, {1, 2, 3, 4}}))) << frequency;
+        for (const int channels : {0, 9, 255})
+            EXPECT_FALSE(plays<Playable>(wavFile({44100, channels, {1, 2, 3, 4}}))) << channels;
+        const std::string folderPath = folder.path(), empty = folder.write("empty", ""),
                           garbage = folder.write("garbage", std::string(5000, '\x5A')),
                           noise = folder.write("noise.ogg", "OggS" + wav),
                           head = folder.write("head.wav", wav.substr(0, 40)),
