@@ -2,6 +2,7 @@
 
 #include <SDL.h>
 
+#include <cmath>
 #include <cstdint>
 #include <memory>
 
@@ -18,13 +19,40 @@ constexpr std::uint32_t tag(const char (&name)[5]) {
 }
 } // namespace
 
-// Reads a format chunk from behind its head.
-static bool formatIsSane(SDL_RWops* file) {
-    constexpr std::uint32_t highestFrequency = 768000;
+static bool isSane(int channels, double frequency) {
+    return channels >= 1 && channels <= 8 && frequency >= 1 && frequency <= 768000;
+}
+
+// Reads the format chunk of a WAV file from behind its head.
+static bool waveFormatIsSane(SDL_RWops* file) {
     SDL_ReadLE16(file); // encoding
-    const std::uint16_t channels = SDL_ReadLE16(file);
-    const std::uint32_t frequency = SDL_ReadLE32(file);
-    return channels >= 1 && channels <= 8 && frequency >= 1 && frequency <= highestFrequency;
+    const int channels = SDL_ReadLE16(file);
+    return isSane(channels, SDL_ReadLE32(file));
+}
+
+// The same for an AIFF file, whose sample rate is a floating-point number of 80 bits.
+static bool aiffFormatIsSane(SDL_RWops* file) {
+    const int channels = SDL_ReadBE16(file);
+    SDL_RWseek(file, 6, RW_SEEK_CUR); // number of frames, bits
+    const int exponent = SDL_ReadBE16(file);
+    const std::uint32_t mantissa = SDL_ReadBE32(file); // its upper half
+    return isSane(channels, std::ldexp(mantissa, exponent - 16383 - 31));
+}
+
+// Looks at every chunk of the given name.
+static bool chunksAreSane(SDL_RWops* file, Uint32 (*readLength)(SDL_RWops*), std::uint32_t name,
+                          bool (*formatIsSane)(SDL_RWops*)) {
+    // Whatever follows a chunk of no length is not read by the mixer either, and past the end all is zero.
+    for (;;) {
+        const std::uint32_t chunk = SDL_ReadLE32(file), length = readLength(file);
+        if (length == 0)
+            return true;
+        const Sint64 next = SDL_RWtell(file) + length;
+        if (chunk == name && !formatIsSane(file))
+            return false;
+        if (SDL_RWseek(file, next, RW_SEEK_SET) < 0)
+            return true;
+    }
 }
 
 bool _KXAudioFileIsSane(const char* path) {
@@ -33,17 +61,10 @@ bool _KXAudioFileIsSane(const char* path) {
         return false;
     const std::uint32_t container = SDL_ReadLE32(file.get());
     SDL_ReadLE32(file.get()); // length
-    if (container != tag("RIFF") || SDL_ReadLE32(file.get()) != tag("WAVE"))
-        return true;
-    // Whatever follows a chunk of no length is not read by the mixer either, and past the end all is zero.
-    for (;;) {
-        const std::uint32_t chunk = SDL_ReadLE32(file.get()), length = SDL_ReadLE32(file.get());
-        if (length == 0)
-            return true;
-        const Sint64 next = SDL_RWtell(file.get()) + length;
-        if (chunk == tag("fmt ") && !formatIsSane(file.get()))
-            return false;
-        if (SDL_RWseek(file.get(), next, RW_SEEK_SET) < 0)
-            return true;
-    }
+    const std::uint32_t content = SDL_ReadLE32(file.get());
+    if (container == tag("RIFF") && content == tag("WAVE"))
+        return chunksAreSane(file.get(), SDL_ReadLE32, tag("fmt "), waveFormatIsSane);
+    if (container == tag("FORM") && (content == tag("AIFF") || content == tag("AIFC")))
+        return chunksAreSane(file.get(), SDL_ReadBE32, tag("COMM"), aiffFormatIsSane);
+    return true;
 }

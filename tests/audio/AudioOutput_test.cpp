@@ -215,6 +215,7 @@ TEST_F(AudioOutput, FilesOfEveryKindSoundTheSame) {
     // 441 Hz: ten times in a thousand frames of the device, and a thousand are heard in each chunk.
     const std::string files[] = {file("44.wav", wavFile(Samples::tone(441, 8000, 44100))),
                                  file("22 mono.wav", wavFile(Samples::tone(441, 8000, 22050, 22050, 1))),
+                                 file("44 mono.aiff", aiffFile(Samples::tone(441, 8000, 44100, 44100, 1))),
                                  file("44.ogg", oggFile(Samples::tone(441, 8000, 44100))),
                                  file("48 mono.ogg", oggFile(Samples::tone(441, 8000, 48000, 48000, 1)))};
     for (const std::string& path : files) {

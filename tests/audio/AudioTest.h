@@ -56,10 +56,11 @@ struct AudioTest : testing::Test {
     template<class Playable>
     void expectNoneOfTheseLoads() const {
         // The mixer would divide by some of these.
-        for (const int frequency : {0, 1000000, -44100})
-            EXPECT_FALSE(plays<Playable>(wavFile({frequency, 2, {1, 2, 3, 4}}))) << frequency;
-        for (const int channels : {0, 9, 255})
-            EXPECT_FALSE(plays<Playable>(wavFile({44100, channels, {1, 2, 3, 4}}))) << channels;
+        const std::pair<int, int> formats[] = {{0, 2}, {1000000, 2}, {44100, 0}, {44100, 9}, {44100, 255}};
+        for (const auto& [frequency, channels] : formats)
+            for (auto make : {wavFile, aiffFile})
+                EXPECT_FALSE(plays<Playable>(make({frequency, channels, {1, 2, 3, 4}})))
+                    << frequency << " Hz, " << channels << " channels";
         const std::string folderPath = folder.path(), empty = folder.write("empty", ""),
                           garbage = folder.write("garbage", std::string(5000, '\x5A')),
                           noise = folder.write("noise.ogg", "OggS" + wav),

@@ -47,6 +47,35 @@ std::string wavFile(const Samples& samples) {
     return file;
 }
 
+static void appendBigEndian(std::string& file, std::size_t value, int bytes) {
+    for (int i = bytes - 1; i >= 0; --i)
+        file.push_back(static_cast<char>(value >> 8 * i & 0xFF));
+}
+
+std::string aiffFile(const Samples& samples) {
+    const std::size_t bytes = 2 * samples.values.size();
+    const int frames = samples.channels ? static_cast<int>(samples.values.size()) / samples.channels : 0;
+    std::string file = "FORM";
+    appendBigEndian(file, 46 + bytes, 4);
+    file += "AIFFCOMM";
+    appendBigEndian(file, 18, 4);
+    appendBigEndian(file, samples.channels, 2);
+    appendBigEndian(file, frames, 4);
+    appendBigEndian(file, 16, 2); // bits
+    // The frequency as a floating-point number of 80 bits, its mantissa in 32 of 64.
+    int exponent = 0;
+    const double mantissa = std::frexp(samples.frequency, &exponent);
+    appendBigEndian(file, samples.frequency ? exponent + 16382 : 0, 2);
+    appendBigEndian(file, static_cast<std::size_t>(std::ldexp(std::abs(mantissa), 32)), 4);
+    appendBigEndian(file, 0, 4);
+    file += "SSND";
+    appendBigEndian(file, 8 + bytes, 4);
+    appendBigEndian(file, 0, 8); // no offset, no blocks
+    for (const std::int16_t value : samples.values)
+        appendBigEndian(file, static_cast<std::uint16_t>(value), 2);
+    return file;
+}
+
 namespace {
 // The encoder, and the Ogg stream that its packets go into.
 struct Encoder {

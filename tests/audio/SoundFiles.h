@@ -16,5 +16,6 @@ struct Samples {
     static Samples tone(double hertz, int amplitude, int frames, int frequency = 44100, int channels = 2);
 };
 
-std::string wavFile(const Samples& samples); ///< The bytes of a WAV file, uncompressed, 16 bits a sample.
-std::string oggFile(const Samples& samples); ///< The bytes of an Ogg Vorbis file.
+std::string wavFile(const Samples& samples);  ///< The bytes of a WAV file, uncompressed, 16 bits a sample.
+std::string oggFile(const Samples& samples);  ///< The bytes of an Ogg Vorbis file.
+std::string aiffFile(const Samples& samples); ///< The bytes of an AIFF file, 16 bits a sample.
