@@ -9,11 +9,11 @@
 /// `[03/07/2024 14:05:09]: net Connected to peer 2`: the local time with the month first, the category, the
 /// text. Messages end where the game ends them: give the "\n" yourself.
 ///
-/// Messages are gathered and written in blocks of some kilobytes, each a whole number of messages and each
-/// in one append at the end of the file. So several processes may log to one file and every message stays in
-/// one piece; but those of a process come in blocks among those of the others, each process's own in order,
-/// and a process that dies without leaving main() takes the messages of its last block with it. A process
-/// that starts the file with @a overwrite empties it for all.
+/// Messages are gathered and written in blocks of some kilobytes, each a whole number of messages, and each
+/// in one go at the end of the file. So several processes may log to one file (on a disk of their machine)
+/// and every message stays in one piece. But they do not stand in the order of time: those of a process come
+/// in blocks between those of the others, each process's own in order. A process that crashes or is killed
+/// loses the messages of its last block. One that opens the file with @a overwrite empties it for all.
 
 /// Opens the log file in the folder of KXExecutablePath, or in the working directory if there is no such
 /// path. A log that is open already is closed first; its categories stay.

@@ -35,8 +35,7 @@ int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSiz
         return 0;
     }
     // The platform keeps channels and chunk size in fewer bits than an int and takes 0 for "whatever you
-    // like".
-    // At a handful of frames a second a chunk lasts for minutes, and nobody closes the device meanwhile.
+    // like". At a handful of frames a second it would wait minutes for a chunk to end before it closes.
     const bool inRange = frequency >= 1000 && channels > 0 && channels <= std::numeric_limits<Uint8>::max() &&
                          chunkSize > 0 && chunkSize <= std::numeric_limits<Uint16>::max();
     if (!inRange)
@@ -47,8 +46,10 @@ int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSiz
         return 0;
     }
     _KXAudioInitialized = -1;
-    for (_KXMixerObject* object = newestObject; object; object = object->next())
+    for (_KXMixerObject* object = newestObject; object; object = object->next()) {
+        object->unload(); // nothing, unless the game had opened the mixer itself
         object->load();
+    }
     return -1;
 }
 

@@ -99,6 +99,7 @@ TEST_F(Sound, AChannelThatIsGoneIsSafe) {
     KXSetMixingChannels(1);
     EXPECT_EQ(channelsPlaying(), 1);
     EXPECT_FALSE(b.isPlaying());
+    EXPECT_EQ(b.volume(), 0);
     b.setVolume(7);
     b.setPanning(1, 2);
     b.setDistance(3);
@@ -167,6 +168,14 @@ TEST_F(Sound, NeedsAnOpenDeviceAndOutlivesIt) {
     Mix_CloseAudio(); // behind the library's back
     useWithoutDevice(*idle);
     twice.reset();
+    _KXDeInitAudio();
+    EXPECT_EQ(Mix_OpenAudio(44100, AUDIO_S16SYS, 2, 512), 0); // by the game itself
+    KXSound own(file.c_str());
+    EXPECT_TRUE(own.play(-1));
+    EXPECT_EQ(KXInitAudio(), -1);
+    EXPECT_TRUE(own.play(-1) && idle->play(-1));
+    EXPECT_EQ(channelsPlaying(), 2);
+    Mix_CloseAudio();
 }
 
 TEST(SoundWithoutTheLibrary, Throws) {
