@@ -1,6 +1,7 @@
 #include "Parts.h"
 
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
@@ -21,6 +22,11 @@ namespace {
 constexpr int markerLength = 7;
 constexpr std::size_t piece = 1024; // the library hands longer messages to the system in pieces of this size
 
+void check(bool success, const char* what) {
+    if (!success)
+        throw std::runtime_error(what);
+}
+
 /// Runs something in a process of its own for as long as this lives.
 class Process {
 public:
@@ -30,23 +36,34 @@ public:
         run();
         _exit(0);
     }
-    ~Process() {
-        if (!_ended)
-            waitpid(_id, nullptr, 0);
-    }
-    bool hasEnded() { return _ended = _ended || waitpid(_id, nullptr, WNOHANG) == _id; }
+    ~Process() { waitpid(_id, nullptr, 0); }
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
 
 private:
     pid_t _id;
-    bool _ended = false;
 };
 
-void check(bool success, const char* what) {
-    if (!success)
-        throw std::runtime_error(what);
-}
+/// Tells another process that something is done.
+class Signal {
+public:
+    Signal() { check(pipe2(_ends, O_NONBLOCK) == 0, "no pipe"); }
+    ~Signal() {
+        close(_ends[0]);
+        close(_ends[1]);
+    }
+    Signal(const Signal&) = delete;
+    Signal& operator=(const Signal&) = delete;
+
+    void give() { check(write(_ends[1], "", 1) == 1, "cannot signal"); }
+    bool came() {
+        char byte;
+        return read(_ends[0], &byte, 1) == 1;
+    }
+
+private:
+    int _ends[2];
+};
 
 /// A server on a free port and its one client.
 class Line {
@@ -73,10 +90,19 @@ private:
     int _port = 0;
 };
 
-void sendAll(KXNetworkClient& client, int messages, const std::string& message) {
+/// What a sender does: with the end of the connection messages that wait would be lost.
+void sendAll(Line& line, int messages, const std::string& message, Signal* sent) {
+    KXNetworkClient client;
+    line.connect(client);
     for (int i = 0; i < messages; ++i) {
         KXNetworkBuffer buffer(message.data(), static_cast<int>(message.size()));
         client.send(&buffer);
+    }
+    if (sent)
+        sent->give();
+    while (client.connected()) {
+        usleep(1000);
+        client.receive();
     }
 }
 
@@ -92,13 +118,10 @@ void transfer(int messages, std::size_t size) {
     Line line;
     line.learnPort();
     const std::string message(size, 'm');
-    const Process sender([&] {
-        KXNetworkClient client;
-        line.connect(client);
-        sendAll(client, messages, message);
-    });
+    const Process sender([&] { sendAll(line, messages, message, nullptr); });
     line.accept();
     receiveAll(line.server(), messages);
+    line.server().disconnectAllClients();
 }
 
 /// The same bytes in the same pieces, by the system's calls alone.
@@ -139,14 +162,11 @@ double drain(int messages) {
     Line line;
     line.learnPort();
     const std::string message(16, 'm');
-    Process sender([&] {
-        KXNetworkClient client;
-        line.connect(client);
-        sendAll(client, messages, message);
-    });
+    Signal sent;
+    const Process sender([&] { sendAll(line, messages, message, &sent); });
     line.accept();
     int received = 0;
-    while (!sender.hasEnded()) { // each call takes in all that has come and hands out one message
+    while (!sent.came()) { // each call takes in all that has come and hands out one message
         receiveAll(line.server(), 1);
         ++received;
         usleep(1000);
@@ -154,7 +174,9 @@ double drain(int messages) {
     using Clock = std::chrono::steady_clock;
     const Clock::time_point start = Clock::now();
     receiveAll(line.server(), messages - received);
-    return std::chrono::duration<double, std::nano>(Clock::now() - start).count();
+    const double time = std::chrono::duration<double, std::nano>(Clock::now() - start).count();
+    line.server().disconnectAllClients();
+    return time;
 }
 } // namespace
 

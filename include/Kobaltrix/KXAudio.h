@@ -3,17 +3,18 @@
 #include <Kobaltrix/KXPlatform.h>
 
 /// @file
-/// The audio device.
+/// The audio device, which KXSound and KXMusic need. It is closed by KXDeInit().
 
 /// Opens the audio device with 44100 Hz, signed 16-bit samples, 2 channels, chunks of 1024 sample frames.
 /// @return -1 on success, 0 on failure with a text in KXError().
 KX_API int KXInitAudio();
-/// Opens the audio device, closing an open one first.
-/// @param frequency sample frames per second. @param format the platform's sample format (0x8010: signed
-/// 16-bit).
+/// Opens the audio device, closing an open one first: that stops everything that plays. The sounds and music
+/// of the game are loaded again, to fit the new device.
+/// @param frequency sample frames per second, 1000 or more. @param format the platform's sample format
+/// (0x8010: signed 16-bit).
 /// @param channels output channels. @param chunkSize sample frames mixed at a time.
 /// @return -1 on success, 0 on failure with a text in KXError().
 KX_API int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSize);
-/// Sets how many sounds can play at the same time; channels above the count are stopped. Needs an open
-/// device.
+/// Sets how many sounds can play at the same time, 0 to 65536; channels above the count are stopped. It is 8
+/// whenever the device was opened. Does nothing while the device is closed and for a negative count.
 KX_API void KXSetMixingChannels(int count);

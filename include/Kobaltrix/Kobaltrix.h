@@ -14,7 +14,9 @@
 #include <Kobaltrix/KXIO.h>
 #include <Kobaltrix/KXInterpolation.h>
 #include <Kobaltrix/KXKeyboard.h>
+#include <Kobaltrix/KXLog.h>
 #include <Kobaltrix/KXMouse.h>
+#include <Kobaltrix/KXMusic.h>
 #include <Kobaltrix/KXNetworkBuffer.h>
 #include <Kobaltrix/KXNetworkClient.h>
 #include <Kobaltrix/KXNetworkHandler.h>
@@ -22,6 +24,7 @@
 #include <Kobaltrix/KXPlatform.h>
 #include <Kobaltrix/KXRandom.h>
 #include <Kobaltrix/KXRenderContext.h>
+#include <Kobaltrix/KXSound.h>
 #include <Kobaltrix/KXSprite.h>
 #include <Kobaltrix/KXString.h>
 #include <Kobaltrix/KXTexture.h>

@@ -5,7 +5,26 @@
 #include <SDL.h>
 #include <SDL_mixer.h>
 
+#include <algorithm>
 #include <limits>
+
+// Every living object, the newest first. It has no destructor, so a sound that is a static object of the game
+// finds it alive.
+static constinit _KXMixerObject* newestObject = nullptr;
+
+_KXMixerObject::_KXMixerObject() : _next(newestObject), _previous(nullptr) {
+    if (_next)
+        _next->_previous = this;
+    newestObject = this;
+}
+
+_KXMixerObject::~_KXMixerObject() {
+    if (_next)
+        _next->_previous = _previous;
+    (_previous ? _previous->_next : newestObject) = _next;
+}
+
+bool _KXMixerIsOpen() { return Mix_QuerySpec(nullptr, nullptr, nullptr) != 0; }
 
 int KXInitAudio() { return KXInitAudio(44100, 0x8010, 2, 1024); }
 
@@ -16,8 +35,8 @@ int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSiz
         return 0;
     }
     // The platform keeps channels and chunk size in fewer bits than an int and takes 0 for "whatever you
-    // like".
-    const bool inRange = frequency > 0 && channels > 0 && channels <= std::numeric_limits<Uint8>::max() &&
+    // like". At a handful of frames a second it would wait minutes for a chunk to end before it closes.
+    const bool inRange = frequency >= 1000 && channels > 0 && channels <= std::numeric_limits<Uint8>::max() &&
                          chunkSize > 0 && chunkSize <= std::numeric_limits<Uint16>::max();
     if (!inRange)
         SDL_SetError("frequency, channels or chunk size out of range");
@@ -27,12 +46,18 @@ int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSiz
         return 0;
     }
     _KXAudioInitialized = -1;
+    for (_KXMixerObject* object = newestObject; object; object = object->next()) {
+        object->unload(); // nothing, unless the game had opened the mixer itself
+        object->load();
+    }
     return -1;
 }
 
 void _KXDeInitAudio() {
     if (!_KXAudioInitialized)
         return;
+    for (_KXMixerObject* object = newestObject; object; object = object->next())
+        object->unload();
     Mix_HaltMusic();
     Mix_CloseAudio();
     SDL_QuitSubSystem(SDL_INIT_AUDIO);
@@ -40,6 +65,8 @@ void _KXDeInitAudio() {
 }
 
 void KXSetMixingChannels(int count) {
-    if (count >= 0) // a negative count only asks the mixer for the present one
-        Mix_AllocateChannels(count);
+    // A negative count only asks the mixer for the present one; memory for billions it would not even miss.
+    constexpr int most = 65536;
+    if (count >= 0 && _KXMixerIsOpen())
+        Mix_AllocateChannels(std::min(count, most));
 }

@@ -33,11 +33,14 @@ TEST_F(AudioDevice, OpensWithWhatIsAskedAndReopens) {
     _KXDeInitAudio();
     EXPECT_EQ(_KXAudioInitialized, 0);
     EXPECT_EQ(Mix_QuerySpec(nullptr, nullptr, nullptr), 0);
+    KXSetMixingChannels(4); // there are none to change
     _KXDeInitAudio();
+    EXPECT_EQ(KXInitAudio(), -1);
+    EXPECT_EQ(Mix_AllocateChannels(-1), 8);
 }
 
 TEST_F(AudioDevice, RefusesNonsense) {
-    const int cases[][3] = {{0, 2, 1024},        {-1, 2, 1024}, {44100, 0, 1024},
+    const int cases[][3] = {{0, 2, 1024},        {-1, 2, 1024}, {1, 2, 1024},       {44100, 0, 1024},
                             {44100, 1000, 1024}, {44100, 2, 0}, {44100, 2, 1 << 20}};
     for (const auto& [frequency, channels, chunk] : cases) {
         EXPECT_EQ(KXInitAudio(frequency, 0x8010, channels, chunk), 0);

@@ -1,5 +1,5 @@
-// Ends the README's game as closing its window would: a little after it was started, and again should it be
-// deaf.
+// Ends an example of the pages as closing its window would: a little after it was started, and again should
+// it be deaf.
 
 #include <SDL.h>
 

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <Kobaltrix/KXPlatform.h>
+
+#include <stdint.h>
+
+/// @file
+/// Sound effects: short samples, held in memory whole, that play on mixing channels.
+///
+/// There are 8 mixing channels unless KXSetMixingChannels() was called. A sound owns none of them: every
+/// KXSound::play() takes the first that is free, and the sound remembers its number until it is stopped,
+/// played again or destroyed. When it has ended by itself, another sound may take that channel; stop(),
+/// isPlaying(), volume(), setPanning() and setDistance() of the first then act on it all the same.
+///
+/// Volumes are 0 (silent) to 128 (full); what lies outside becomes the nearest of the two.
+
+struct Mix_Chunk;
+
+/// A sound effect. It works while the audio device is open, see KXInitAudio().
+///
+/// A sound may outlive the device: while it is closed nothing plays and play() gives false. Opening the
+/// device again loads the file again, since the new device may want other samples; if that fails, play()
+/// goes on giving false.
+class KX_API KXSound {
+public:
+    /// Never makes a sound: throws std::bad_alloc.
+    KXSound();
+    /// Loads a file: WAV, OGG or what else SDL_mixer reads. Throws std::bad_alloc if it cannot be loaded, for
+    /// null, and while the audio device is closed; no text is left in KXError().
+    explicit KXSound(const char* path);
+    /// Stops what sounds of it, on every channel, and what plays on the channel it remembers.
+    ~KXSound();
+    KXSound(const KXSound&) = delete;
+    KXSound& operator=(const KXSound&) = delete;
+
+    /// Plays the sound from its beginning on the first free channel. If it sounds already, a second copy of
+    /// it starts, and only that is remembered.
+    /// @param loops how often it is repeated: 0 plays it once, 1 twice, and -1 for ever.
+    /// @return false when no channel is free.
+    bool play(int loops);
+    /// Stops the channel of the last play(), and forgets it.
+    void stop();
+    /// Sets the sound's own volume, 0 to 128, now and for every later play(). It is heard scaled by the
+    /// volume of KXSetSoundVolume(): volume * that / 128, without the fraction.
+    void setVolume(int volume);
+    /// The scaled volume that the channel has now, 0 to 128; 0 when the sound has no channel.
+    int volume() const;
+    /// Whether the channel of the last play() is playing.
+    bool isPlaying() const;
+    /// Sets how loud the left and the right speaker are, 0 to 255; only the low 8 bits of the values count.
+    /// Lasts until the present playing ends; 255, 255 is as if it was never set. Does nothing without a
+    /// channel, and on a device with one output channel.
+    void setPanning(int left, int right);
+    /// Sets how far away the sound is, from 0 (near) to 255 (hardly to be heard); only the low 8 bits of the
+    /// value count. Lasts until the present playing ends. Does nothing without a channel.
+    void setDistance(int distance);
+
+private:
+    struct KX_INTERNAL Loader;
+    KX_INTERNAL bool _hasChannel() const;
+
+    Mix_Chunk* _chunk; // null while the device is closed
+    int32_t _channel;  // of the last play; -1: none
+    int32_t _volume;   // the sound's own
+    Loader* _loader;   // follows the device being closed and opened
+};
+
+/// Sets the volume of all sound effects, 0 to 128, which it is at first. Every channel takes this value at
+/// once; a sound's own volume counts again from its next KXSound::play() or KXSound::setVolume() on. It may
+/// be set before the device is opened and outlives its closing.
+KX_API void KXSetSoundVolume(int volume);
+
+/// Stops every channel. The music goes on.
+KX_API void KXStopAllSounds();

@@ -1,0 +1,101 @@
+#include "audio/KXSound.h"
+
+#include "audio/AudioDevice.h"
+#include "audio/WaveFile.h"
+
+#include <SDL.h>
+#include <SDL_mixer.h>
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <string>
+
+struct KXSound::Loader final : _KXMixerObject {
+    Loader(KXSound& owner, const char* file) : sound(owner), path(file) {}
+    void load() override;
+    void unload() override;
+
+    KXSound& sound;
+    std::string path;
+};
+
+void KXSound::Loader::load() {
+    SDL_RWops* file = _KXAudioFileIsSane(path.c_str()) ? SDL_RWFromFile(path.c_str(), "rb") : nullptr;
+    if (!file)
+        return;
+    sound._chunk = Mix_LoadWAV_RW(file, 0);
+    SDL_RWclose(file); // ourselves: the mixer forgets it when it does not know the format
+}
+
+void KXSound::Loader::unload() {
+    sound.stop();
+    if (sound._chunk)
+        Mix_FreeChunk(sound._chunk); // silences the channels that play other copies of it
+    sound._chunk = nullptr;
+}
+
+static int clampedVolume(int volume) { return std::clamp(volume, 0, MIX_MAX_VOLUME); }
+
+KXSound::KXSound() { throw std::bad_alloc(); }
+
+KXSound::KXSound(const char* path)
+    : _chunk(nullptr), _channel(-1), _volume(MIX_MAX_VOLUME), _loader(nullptr) {
+    if (!path || !_KXMixerIsOpen())
+        throw std::bad_alloc();
+    auto loader = std::make_unique<Loader>(*this, path);
+    loader->load();
+    if (!_chunk)
+        throw std::bad_alloc();
+    _loader = loader.release();
+}
+
+KXSound::~KXSound() {
+    _loader->unload();
+    delete _loader;
+}
+
+bool KXSound::_hasChannel() const { return _channel != -1 && _KXMixerIsOpen(); }
+
+bool KXSound::play(int loops) {
+    _channel = _chunk && _KXMixerIsOpen() ? Mix_PlayChannel(-1, _chunk, std::max(loops, -1)) : -1;
+    setVolume(_volume);
+    return _channel != -1;
+}
+
+void KXSound::stop() {
+    if (_hasChannel())
+        Mix_HaltChannel(_channel);
+    _channel = -1;
+}
+
+void KXSound::setVolume(int volume) {
+    _volume = clampedVolume(volume);
+    if (_hasChannel())
+        Mix_Volume(_channel, _volume * _KXMasterVolume / MIX_MAX_VOLUME);
+}
+
+int KXSound::volume() const { return _hasChannel() ? Mix_Volume(_channel, -1) : 0; }
+
+bool KXSound::isPlaying() const { return _hasChannel() && Mix_Playing(_channel) != 0; }
+
+void KXSound::setPanning(int left, int right) {
+    if (_hasChannel())
+        Mix_SetPanning(_channel, static_cast<Uint8>(left), static_cast<Uint8>(right));
+}
+
+void KXSound::setDistance(int distance) {
+    if (_hasChannel())
+        Mix_SetDistance(_channel, static_cast<Uint8>(distance));
+}
+
+void KXSetSoundVolume(int volume) {
+    _KXMasterVolume = clampedVolume(volume);
+    if (_KXMixerIsOpen())
+        Mix_Volume(-1, _KXMasterVolume);
+}
+
+void KXStopAllSounds() {
+    if (_KXMixerIsOpen())
+        Mix_HaltChannel(-1);
+}
