@@ -264,12 +264,12 @@ void KXUITextEntry::_pollMouse() {
 }
 
 void KXUITextEntry::_press() {
-    focus();
     _editor->compose({});
-    _updateView();
+    _updateView(); // before the focus makes it follow the cursor: the press means what is seen
     _KXTextEdit& edit = _editor->edit;
     const float x = static_cast<float>(KXMouseX) - _textLeft();
     const std::size_t nearest = _editor->view.positionNearest(x);
+    focus();
     _editor->dragging = true;
     _editor->pressPosition = _editor->view.positionUnder(x);
     switch (_editor->countClicks()) {
@@ -393,7 +393,7 @@ KXRect KXUITextEntry::_lineRect(float from, float to) const {
 }
 
 void KXUITextEntry::_updateView() {
-    _editor->view.update(_editor->shown(), _fontInUse(), _textWidth(), _masked);
+    _editor->view.update(_editor->shown(), _fontInUse(), _textWidth(), _masked, isFocused());
 }
 
 void KXUITextEntry::setSize(KXSize size) {
@@ -405,7 +405,7 @@ void KXUITextEntry::setSize(KXSize size) {
 void KXUITextEntry::draw() {
     KX_GL_CHECK("KXUITextEntry::draw");
     KXDrawRectFill(rect(), _backgroundColor);
-    if (_fontInUse())
+    if (_fontInUse() && _fontInUse()->getSize() > 0)
         _drawText();
     KXDrawRect(rect(), isFocused() ? _focusColor : _borderColor);
 }

@@ -12,19 +12,20 @@
 // More than any screen shows; a font without widths would otherwise never fill a box.
 static constexpr std::size_t mostCharacters = 4096;
 
-void _KXTextView::update(const _KXTextEdit& edit, KXFont* font, float width, bool masked) {
+void _KXTextView::update(const _KXTextEdit& edit, KXFont* font, float width, bool masked, bool follows) {
     const Key key = {edit.revision(),
                      font,
                      font ? font->getSize() : 0,
                      _KXGlobalFontGeneration,
                      _KXCurrentGraphicsContext,
                      width > 0 ? width : 0,
-                     masked};
+                     masked,
+                     follows};
     _edit = &edit;
     if (key == _key)
         return;
     _key = key;
-    if (font)
+    if (font && follows)
         scroll();
     else
         _first = 0;

@@ -15,10 +15,11 @@ class KXFont;
 /// at the left edge; positions are byte offsets of the text, x is in pixels from the left edge.
 class _KXTextView {
 public:
-    /// Scrolls so that the cursor is in view, no further than needed, and no space is left behind the end
-    /// while characters are hidden before the start. Costs nothing while text, font and width stay as they
-    /// were. @param font null sees nothing. @param masked shows an asterisk for each character.
-    void update(const _KXTextEdit& edit, KXFont* font, float width, bool masked);
+    /// Looks at a text through a box. Costs nothing while everything stays as it was.
+    /// @param font null sees nothing. @param masked shows an asterisk for each character. @param follows
+    /// scrolls so that the cursor is in view, no further than needed, and no space is left behind the end
+    /// while characters are hidden before the start; without it the start is in view.
+    void update(const _KXTextEdit& edit, KXFont* font, float width, bool masked, bool follows);
 
     /// The position nearest to @a x, also outside of the box.
     std::size_t positionNearest(float x) const { return hit(x).nearest; }
@@ -44,7 +45,7 @@ private:
         int fontSize;
         unsigned fontGeneration, graphicsContext;
         float width;
-        bool masked;
+        bool masked, follows;
 
         bool operator==(const Key&) const = default;
     };

@@ -548,4 +548,89 @@ TEST_F(TextEntry, InputMethodsCompose) {
     entry.draw();
     EXPECT_STREQ(entry.text(), "a日b");
 }
+
+struct TextEntryPicture : TextEntry {
+    /// Draws a new entry into the next free place, two in a row. @a prepare may focus it and more.
+    template<class Prepare>
+    void show(Prepare prepare, float height = -1) {
+        KXUITextEntry shown;
+        shown.setRect(
+            {10.0f + 155.0f * static_cast<float>(count % 2), 10.0f + 30.0f * static_cast<float>(count / 2)},
+            {145, height});
+        prepare(shown);
+        shown.poll();
+        shown.draw();
+        ++count;
+    }
+    int count = 0;
+};
+
+TEST_F(TextEntryPicture, States) {
+    const char* const pangram = "The quick brown fox jumps over the lazy dog";
+    show([](KXUITextEntry& e) { e.setPlaceholder("{C0.6,1,0.6,1}Name{EC} of the game"); });
+    show([](KXUITextEntry& e) {
+        e.setPlaceholder("Name");
+        e.focus();
+    });
+    show([&](KXUITextEntry& e) { e.setText(pangram); });
+    show([](KXUITextEntry& e) {
+        e.setText("Typing égal");
+        e.focus();
+    });
+    show([](KXUITextEntry& e) {
+        e.setText("some of it is selected");
+        e.select(5, 5);
+        e.focus();
+    });
+    show([&](KXUITextEntry& e) {
+        e.setText(pangram);
+        e.focus();
+    });
+    show([&](KXUITextEntry& e) {
+        e.setText(pangram);
+        e.focus();
+        e.poll();
+        e.select(20, 1);
+    });
+    show([](KXUITextEntry& e) {
+        e.setText("{C1,0,0,1}%s{EC}%%");
+        e.focus();
+    });
+    show([](KXUITextEntry& e) {
+        e.setText("secret");
+        e.setMasked(-1);
+        e.focus();
+        e.select(1, 2);
+    });
+    show([this](KXUITextEntry& e) {
+        e.setText("a b");
+        e.select(2, 0);
+        e.focus();
+        SDL_Event event = {};
+        event.type = SDL_TEXTEDITING;
+        SDL_strlcpy(event.edit.text, "composed ", sizeof event.edit.text);
+        send(event);
+    });
+    show(
+        [](KXUITextEntry& e) {
+            e.setText("Own colours");
+            e.setBackgroundColor(1, 1, 0.8f, 1);
+            e.setBorderColor(0.6f, 0.3f, 0, 1);
+            e.setFocusColor(1, 0.5f, 0, 1);
+            e.setTextColor(0, 0, 0.5f, 1);
+            e.setSelectionColor(0.4f, 0.9f, 0.4f, 1);
+            e.setPlaceholderColor(1, 0, 0, 1);
+            e.selectAll();
+            e.focus();
+        },
+        30);
+    show(
+        [](KXUITextEntry& e) {
+            e.setFont("no/such/font.ttf", KXAliasModeTexture);
+            e.setText("no font");
+            e.focus();
+        },
+        30);
+    expectGolden(Image::of(*window), "ui/text_entry");
+}
 } // namespace
