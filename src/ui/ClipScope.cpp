@@ -39,7 +39,7 @@ Pixels projected(KXRect rect) {
         GLfloat seen[4], clip[4];
         multiply(modelView, point, seen);
         multiply(projection, seen, clip);
-        if (!(clip[3] > 0))
+        if (clip[3] <= 0)
             return all;
         const auto pixel = [&](int axis) {
             return static_cast<float>(viewport[axis]) +

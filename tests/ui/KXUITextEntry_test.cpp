@@ -1,83 +1,18 @@
-#include <Kobaltrix/KXFont.h>
-#include <Kobaltrix/KXKeyboard.h>
-#include <Kobaltrix/KXTexture.h>
-#include <Kobaltrix/KXUITextEntry.h>
+#include "TextEntryTest.h"
 
-#include "UITest.h"
-
-#include "text/KXUIGlobalFont.h"
-#include "ui/ClipScope.h"
 #include "ui/TextInput.h"
 
+#include <Kobaltrix/KXKeyboard.h>
+
 #include <SDL.h>
-#include <SDL_opengl.h>
 
 #include <chrono>
 #include <climits>
-#include <cmath>
-#include <thread>
 
 namespace {
-enum : int { keyReturn = 53, keyTab = 54, keyBackspace = 56, keyLeft = 101 };
+enum : int { keyBackspace = 56, keyLeft = 101 };
 
-struct TextEntry : UITest {
-    TextEntry() {
-        for (KXUITextEntry* e : {&entry, &other}) {
-            e->setRect({10, e == &entry ? 10.0f : 50.0f}, {100, -1});
-            poll();
-        }
-    }
-    ~TextEntry() override { SDL_SetModState(KMOD_NONE); }
-
-    int poll() {
-        const int first = entry.poll();
-        other.poll();
-        return first;
-    }
-    /// Presses the entry at a distance from where its text begins.
-    void pressAt(int x, int y = 18) {
-        moveMouse(13 + x, y);
-        poll();
-        press();
-        poll();
-    }
-    void clickAt(int x, int y = 18) {
-        pressAt(x, y);
-        release();
-        poll();
-    }
-    void clickLater(int x, int y = 18) {
-        step(100);
-        clickAt(x, y);
-    }
-    /// Presses and releases a key, with up to two others held. @return what poll() told of the press.
-    int key(int keycode, int modifier = 0, int second = 0) {
-        for (int held : {modifier, second})
-            if (held)
-                keyDown(held);
-        keyDown(keycode);
-        const int told = poll();
-        for (int held : {keycode, modifier, second})
-            if (held)
-                keyUp(held);
-        poll();
-        return told;
-    }
-    int typed(const char* text) {
-        type(text);
-        return poll();
-    }
-    int widthOf(const char* text) const { return static_cast<int>(_KXUIGlobalFont->advance(text)); }
-
-    /// "start+length" of the selection, or the cursor's number.
-    std::string selection(const KXUITextEntry& e) const {
-        const std::string start = std::to_string(e.selectionStart());
-        return e.selectionLength() ? start + "+" + std::to_string(e.selectionLength()) : start;
-    }
-    std::string selection() const { return selection(entry); }
-
-    KXUITextEntry entry, other;
-};
+struct TextEntry : TextEntryTest {};
 
 TEST_F(TextEntry, TypingFromTheFirstClickToReturn) {
     type("lost");
@@ -249,80 +184,6 @@ TEST_F(TextEntry, HeldKeysRepeatAndTheGameReadsThemToo) {
     EXPECT_STREQ(other.text(), "z");
 }
 
-TEST_F(TextEntry, TabGoesRound) {
-    KXUITextEntry third;
-    const auto round = [&] {
-        poll();
-        third.poll();
-    };
-    const auto tab = [&](int modifier) {
-        if (modifier)
-            keyDown(modifier);
-        keyDown(SDLK_TAB);
-        round();
-        keyUp(SDLK_TAB);
-        keyUp(SDLK_LSHIFT);
-        keyUp(SDLK_LALT);
-        round();
-        return KXUIFocusedTextEntry();
-    };
-    other.setText("all");
-    entry.focus();
-    EXPECT_EQ(tab(0), &other);
-    EXPECT_EQ(selection(other), "0+3");
-    EXPECT_EQ(tab(SDLK_LALT), &other); // the desktop's
-    EXPECT_EQ(tab(0), &third);
-    EXPECT_EQ(tab(0), &entry);
-    EXPECT_EQ(tab(SDLK_LSHIFT), &third);
-    EXPECT_EQ(tab(SDLK_LSHIFT), &other);
-    EXPECT_EQ(KXKey(keyTab, 1), 0);
-
-    // The only one that is polled keeps the focus, and takes what is typed while it offers it.
-    for (int modifier : {0, static_cast<int>(SDLK_LSHIFT)}) {
-        if (modifier)
-            keyDown(modifier);
-        keyDown(SDLK_TAB);
-        other.poll();
-        EXPECT_EQ(KXUIFocusedTextEntry(), &other);
-        keyUp(SDLK_TAB);
-        other.poll();
-        EXPECT_EQ(KXUIFocusedTextEntry(), &other);
-    }
-    keyUp(SDLK_LSHIFT);
-    keyDown(SDLK_TAB);
-    other.poll();
-    other.unfocus(); // takes the offer back
-    round();
-    EXPECT_EQ(KXUIFocusedTextEntry(), nullptr);
-}
-
-TEST_F(TextEntry, ThePressDecidesWhoHasTheFocus) {
-    clickAt(5);
-    EXPECT_EQ(KXUIFocusedTextEntry(), &entry);
-    clickAt(5, 58);
-    EXPECT_EQ(KXUIFocusedTextEntry(), &other);
-    clickAt(5);
-    EXPECT_EQ(KXUIFocusedTextEntry(), &entry);
-    keyDown(SDLK_LCTRL);
-    clickAt(5, 58); // a right click
-    EXPECT_EQ(KXUIFocusedTextEntry(), &entry);
-    keyUp(SDLK_LCTRL);
-    clickAt(5, 120);
-    EXPECT_EQ(KXUIFocusedTextEntry(), nullptr);
-
-    // A press that goes on while an entry gets the focus, or appears, is none elsewhere.
-    pressAt(5, 120);
-    entry.focus();
-    KXUITextEntry late;
-    late.setRect({0, 100}, {100, 100});
-    poll();
-    late.poll();
-    EXPECT_EQ(KXUIFocusedTextEntry(), &entry);
-    release();
-    poll();
-    EXPECT_EQ(KXUIFocusedTextEntry(), &entry);
-}
-
 TEST_F(TextEntry, TheMousePlacesAndSelects) {
     entry.setText("one two WiWi");
     clickAt(widthOf("one t") + 1);
@@ -379,140 +240,6 @@ TEST_F(TextEntry, TheMousePlacesAndSelects) {
     release();
 }
 
-TEST_F(TextEntry, NeverNamesADestroyedEntry) {
-    auto first = std::make_unique<KXUITextEntry>(), second = std::make_unique<KXUITextEntry>();
-    first->focus();
-    first->poll();
-    keyDown(SDLK_TAB);
-    first->poll(); // offers the focus
-    first.reset();
-    EXPECT_EQ(KXUIFocusedTextEntry(), nullptr);
-    second->poll();
-    EXPECT_EQ(KXUIFocusedTextEntry(), nullptr);
-    keyUp(SDLK_TAB);
-
-    second->focus();
-    second->poll();
-    entry.focus();
-    second.reset(); // the one that Shift and Tab would go to
-    keyDown(SDLK_LSHIFT);
-    keyDown(SDLK_TAB);
-    entry.poll();
-    EXPECT_EQ(KXUIFocusedTextEntry(), &entry);
-
-    // One that destroys the focused entry while it is polled itself.
-    struct Destroyer : KXUITextEntry {
-        std::unique_ptr<KXUITextEntry> victim = std::make_unique<KXUITextEntry>();
-        int mouseOver() override {
-            victim.reset();
-            return KXUITextEntry::mouseOver();
-        }
-    } destroyer;
-    destroyer.victim->focus();
-    press();
-    destroyer.poll();
-    EXPECT_EQ(KXUIFocusedTextEntry(), nullptr);
-}
-
-TEST_F(TextEntry, SurvivesTheLibrary) {
-    entry.focus();
-    typed("a");
-    window.reset();
-    KXDeInit();
-    poll();
-    entry.draw();
-    entry.unfocus();
-    entry.focus();
-    poll();
-    EXPECT_EQ(KXUIFocusedTextEntry(), &entry);
-
-    ASSERT_EQ(KXInit(), -1);
-    window = std::make_unique<KXWindow>("Again", KXSize{320, 200});
-    poll();
-    EXPECT_EQ(typed("b"), -1);
-    entry.draw(); // without its font
-    EXPECT_EQ(entry.setFont(testFont(), KXAliasModeTexture), -1);
-    entry.draw();
-    KXDeInit(); // without unfocus()
-    ASSERT_EQ(KXInit(), -1);
-    poll();
-    EXPECT_EQ(typed("c"), -1);
-    EXPECT_STREQ(entry.text(), "abc");
-}
-
-TEST_F(TextEntry, LeavesTheTextEventsAndThePlatformsTextInputAsTheyWere) {
-    for (bool active : {false, true}) {
-        active ? SDL_StartTextInput() : SDL_StopTextInput();
-        entry.focus();
-        EXPECT_TRUE(SDL_IsTextInputActive());
-        other.focus();
-        EXPECT_TRUE(SDL_IsTextInputActive());
-        other.unfocus();
-        EXPECT_EQ(SDL_IsTextInputActive() == SDL_TRUE, active);
-    }
-    entry.focus();
-    SDL_Event event = {};
-    event.type = SDL_TEXTINPUT;
-    SDL_strlcpy(event.text.text, "game", sizeof event.text.text);
-    EXPECT_EQ(SDL_PushEvent(&event), 1);
-    SDL_Event seen = {};
-    EXPECT_EQ(SDL_PeepEvents(&seen, 1, SDL_GETEVENT, SDL_TEXTINPUT, SDL_TEXTINPUT), 1);
-    EXPECT_STREQ(seen.text.text, "game");
-    EXPECT_EQ(poll(), -1);
-    EXPECT_STREQ(entry.text(), "game");
-}
-
-// On some platforms Control and a digit come with the digit as text.
-TEST_F(TextEntry, TakesNoTextFromShortcuts) {
-    entry.focus();
-    const struct {
-        int modifiers;
-        const char* text;
-    } rows[] = {{KMOD_LCTRL, ""},
-                {KMOD_RGUI, ""},
-                {KMOD_LCTRL | KMOD_RALT, "1"},
-                {KMOD_LSHIFT, "1"},
-                {KMOD_MODE | KMOD_LCTRL, "1"}};
-    for (const auto& row : rows) {
-        entry.setText("");
-        SDL_SetModState(static_cast<SDL_Keymod>(row.modifiers));
-        typed("1");
-        EXPECT_STREQ(entry.text(), row.text) << row.modifiers;
-    }
-}
-
-TEST_F(TextEntry, ReadsWhatOtherThreadsType) {
-    entry.focus();
-    const auto typeMuch = [this](const char* text) {
-        for (int i = 0; i < 500; ++i) {
-            SDL_Event event = {};
-            event.type = SDL_TEXTINPUT;
-            SDL_strlcpy(event.text.text, text, sizeof event.text.text);
-            SDL_PushEvent(&event);
-        }
-    };
-    std::thread a(typeMuch, "a"), b(typeMuch, "é");
-    for (int i = 0; i < 50; ++i)
-        poll();
-    a.join();
-    b.join();
-    poll();
-    EXPECT_EQ(entry.length(), 1000);
-
-    std::thread c(typeMuch, "c");
-    for (int i = 0; i < 50; ++i) {
-        entry.unfocus();
-        entry.focus();
-    }
-    c.join();
-    entry.poll();
-    entry.setText("");
-    for (int i = 0; i < 3000; ++i) // no one reads: what is too much is dropped whole
-        type("🙂");
-    poll();
-    EXPECT_EQ(entry.length(), 1024);
-}
-
 TEST_F(TextEntry, InputMethodsCompose) {
     const auto compose = [this](const char* text) {
         SDL_Event event = {};
@@ -549,88 +276,24 @@ TEST_F(TextEntry, InputMethodsCompose) {
     EXPECT_STREQ(entry.text(), "a日b");
 }
 
-struct TextEntryPicture : TextEntry {
-    /// Draws a new entry into the next free place, two in a row. @a prepare may focus it and more.
-    template<class Prepare>
-    void show(Prepare prepare, float height = -1) {
-        KXUITextEntry shown;
-        shown.setRect(
-            {10.0f + 155.0f * static_cast<float>(count % 2), 10.0f + 30.0f * static_cast<float>(count / 2)},
-            {145, height});
-        prepare(shown);
-        shown.poll();
-        shown.draw();
-        ++count;
-    }
-    int count = 0;
-};
-
-TEST_F(TextEntryPicture, States) {
-    const char* const pangram = "The quick brown fox jumps over the lazy dog";
-    show([](KXUITextEntry& e) { e.setPlaceholder("{C0.6,1,0.6,1}Name{EC} of the game"); });
-    show([](KXUITextEntry& e) {
-        e.setPlaceholder("Name");
-        e.focus();
-    });
-    show([&](KXUITextEntry& e) { e.setText(pangram); });
-    show([](KXUITextEntry& e) {
-        e.setText("Typing égal");
-        e.focus();
-    });
-    show([](KXUITextEntry& e) {
-        e.setText("some of it is selected");
-        e.select(5, 5);
-        e.focus();
-    });
-    show([&](KXUITextEntry& e) {
-        e.setText(pangram);
-        e.focus();
-    });
-    show([&](KXUITextEntry& e) {
-        e.setText(pangram);
-        e.focus();
-        e.poll();
-        e.select(20, 1);
-    });
-    show([](KXUITextEntry& e) {
-        e.setText("{C1,0,0,1}%s{EC}%%");
-        e.focus();
-    });
-    show([](KXUITextEntry& e) {
-        e.setText("secret");
-        e.setMasked(-1);
-        e.focus();
-        e.select(1, 2);
-    });
-    show([this](KXUITextEntry& e) {
-        e.setText("a b");
-        e.select(2, 0);
-        e.focus();
-        SDL_Event event = {};
-        event.type = SDL_TEXTEDITING;
-        SDL_strlcpy(event.edit.text, "composed ", sizeof event.edit.text);
-        send(event);
-    });
-    show(
-        [](KXUITextEntry& e) {
-            e.setText("Own colours");
-            e.setBackgroundColor(1, 1, 0.8f, 1);
-            e.setBorderColor(0.6f, 0.3f, 0, 1);
-            e.setFocusColor(1, 0.5f, 0, 1);
-            e.setTextColor(0, 0, 0.5f, 1);
-            e.setSelectionColor(0.4f, 0.9f, 0.4f, 1);
-            e.setPlaceholderColor(1, 0, 0, 1);
-            e.selectAll();
-            e.focus();
-        },
-        30);
-    show(
-        [](KXUITextEntry& e) {
-            e.setFont("no/such/font.ttf", KXAliasModeTexture);
-            e.setText("no font");
-            e.focus();
-        },
-        30);
-    expectGolden(Image::of(*window), "ui/text_entry");
+// Only what is in view is measured. Were it the whole text, the long one would take a thousand times as long.
+TEST_F(TextEntry, ALongTextTypesAsFastAsAShortOne) {
+    const auto timeOfTyping = [this](std::size_t length) {
+        entry.setText(std::string(length, 'm').c_str());
+        entry.focus();
+        auto best = std::chrono::steady_clock::duration::max();
+        for (int attempt = 0; attempt < 5; ++attempt) {
+            const auto start = std::chrono::steady_clock::now();
+            for (int character = 0; character < 20; ++character) {
+                typed("x");
+                key(character % 2 ? SDLK_HOME : SDLK_END);
+                entry.draw();
+            }
+            best = std::min(best, std::chrono::steady_clock::now() - start);
+        }
+        return best;
+    };
+    const auto brief = timeOfTyping(100);
+    EXPECT_LT(timeOfTyping(100000), 20 * brief);
 }
 } // namespace
