@@ -5,6 +5,8 @@
 /// @file
 /// A box in which the user types one line of text, and the function that tells which of them is typed into.
 
+struct _KXTextEntryEditor;
+
 /// A line of text that the user edits: by keyboard once the entry has the focus, and with the mouse.
 ///
 /// A click into the entry gives it the focus and places the cursor, dragging selects, a second click selects
@@ -93,7 +95,6 @@ public:
     void setSelectionColor(float r, float g, float b, float a);   ///< At first the focus's at half opacity.
 
 private:
-    struct Editor;
     KX_INTERNAL void _takeOfferedFocus();
     KX_INTERNAL void _offerFocus(bool backwards);
     KX_INTERNAL void _pollMouse();
@@ -119,7 +120,7 @@ private:
     KXColor _textColor;
     KXColor _placeholderColor;
     KXColor _selectionColor;
-    Editor* _editor;
+    _KXTextEntryEditor* _editor;
     int32_t _masked;
     int32_t _changed;
     int32_t _entered;

@@ -89,7 +89,9 @@ void _KXTextEdit::setMaximumLength(std::size_t characters) {
 }
 
 bool _KXTextEdit::insert(const char* text) {
-    const std::string line = onOneLine(_KXLegibleText(text ? text : "").get());
+    if (!text || !*text)
+        return false;
+    const std::string line = onOneLine(_KXLegibleText(text).get());
     const std::size_t begin = selectionStart(), end = selectionEnd();
     const std::size_t selected = countCharacters(std::string_view(_text).substr(begin, end - begin));
     const std::size_t room = _maximumLength - std::min(_maximumLength, _length - selected);

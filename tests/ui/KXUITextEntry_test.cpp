@@ -240,6 +240,53 @@ TEST_F(TextEntry, TheMousePlacesAndSelects) {
     release();
 }
 
+TEST_F(TextEntry, DraggingOutOfTheBoxScrolls) {
+    entry.setText("abcdefghijklmnopqrstuvwxyz0123456789abcdefghijklmnopqrstuvwxyz");
+    entry.focus();
+    poll();
+    pressAt(-2); // at the padding: a press that rests there is a click
+    const int first = entry.cursor();
+    EXPECT_GT(first, 40);
+    EXPECT_LT(first, 55);
+    for (int wait = 0; wait < 10; ++wait) {
+        step();
+        poll();
+    }
+    EXPECT_EQ(entry.cursor(), first);
+    EXPECT_EQ(entry.selectionLength(), 0);
+    moveMouse(1, 150);
+    poll();
+    const int further = entry.cursor();
+    EXPECT_LT(further, first);
+    for (int wait = 0; wait < 100; ++wait) {
+        step();
+        poll();
+    }
+    EXPECT_EQ(selection(), "0+" + std::to_string(first));
+    moveMouse(200, 18);
+    for (int wait = 0; wait < 100; ++wait) {
+        step();
+        poll();
+    }
+    EXPECT_EQ(entry.cursor(), 62);
+    EXPECT_EQ(entry.selectionStart(), first);
+}
+
+// The left edge of the text, for the mouse and for the cursor, is where the font prints it.
+TEST_F(TextEntry, TheFontsOffsetCounts) {
+    KXUISetGlobalFont(testFont(), KXAliasModeTexture, 12, {20, 0});
+    KXUITextEntry moved;
+    moved.setRect({10, 100}, {100, 20});
+    moved.setText("one two");
+    moved.poll();
+    moveMouse(13 + 20 + widthOf("one"), 110);
+    press();
+    moved.poll();
+    EXPECT_EQ(selection(moved), "3");
+    moved.draw();
+    EXPECT_EQ(Image::of(*window).at(13 + 20 + widthOf("one"), 102 + 14), (Pixel{255, 255, 255, 255}));
+}
+
 TEST_F(TextEntry, InputMethodsCompose) {
     const auto compose = [this](const char* text) {
         SDL_Event event = {};

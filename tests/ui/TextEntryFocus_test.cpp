@@ -84,6 +84,25 @@ TEST_F(TextEntryFocus, ThePressDecidesWhoHasTheFocus) {
     EXPECT_EQ(KXUIFocusedTextEntry(), &entry);
 }
 
+TEST_F(TextEntryFocus, WhatWasTypedBeforeItMovesGoesWhereItWas) {
+    other.focus();
+    type("other's");
+    entry.focus();
+    EXPECT_EQ(entry.poll(), 0);
+    EXPECT_EQ(other.poll(), -1);
+    EXPECT_EQ(other.changed(), -1);
+    EXPECT_STREQ(entry.text(), "");
+    EXPECT_STREQ(other.text(), "other's");
+    EXPECT_EQ(other.poll(), 0);
+
+    moveMouse(5, 120);
+    press();
+    type("entry's");
+    EXPECT_EQ(poll(), -1);
+    EXPECT_EQ(KXUIFocusedTextEntry(), nullptr);
+    EXPECT_STREQ(entry.text(), "entry's");
+}
+
 TEST_F(TextEntryFocus, NeverNamesADestroyedEntry) {
     auto first = std::make_unique<KXUITextEntry>(), second = std::make_unique<KXUITextEntry>();
     first->focus();
