@@ -72,7 +72,8 @@ TEST_F(TextEntryFocus, ThePressDecidesWhoHasTheFocus) {
     EXPECT_EQ(KXUIFocusedTextEntry(), nullptr);
 
     // A press that goes on while an entry gets the focus, or appears, is none elsewhere.
-    pressAt(5, 120);
+    moveMouse(5, 120);
+    press();
     entry.focus();
     KXUITextEntry late;
     late.setRect({0, 100}, {100, 100});
@@ -82,6 +83,23 @@ TEST_F(TextEntryFocus, ThePressDecidesWhoHasTheFocus) {
     release();
     poll();
     EXPECT_EQ(KXUIFocusedTextEntry(), &entry);
+}
+
+TEST_F(TextEntryFocus, KeysThatOpenedItAreNotForIt) {
+    entry.setText("kept");
+    for (int keycode : {SDLK_RETURN, SDLK_ESCAPE, SDLK_TAB, SDLK_BACKSPACE}) {
+        keyDown(keycode);
+        type("t");
+        entry.focus();
+        for (int held = 0; held < 40; ++held) {
+            EXPECT_EQ(poll(), 0) << keycode;
+            step();
+        }
+        EXPECT_EQ(KXUIFocusedTextEntry(), &entry) << keycode;
+        keyUp(keycode);
+        entry.unfocus();
+    }
+    EXPECT_STREQ(entry.text(), "kept");
 }
 
 TEST_F(TextEntryFocus, WhatWasTypedBeforeItMovesGoesWhereItWas) {
