@@ -100,6 +100,15 @@ TEST_F(TextEntryFocus, KeysThatOpenedItAreNotForIt) {
         entry.unfocus();
     }
     EXPECT_STREQ(entry.text(), "kept");
+
+    constexpr int leftKey = 101;
+    keyDown(SDLK_LEFT);
+    KXKeyWithDelayedRepeat(leftKey);
+    step(30);
+    entry.focus();
+    poll();
+    EXPECT_EQ(entry.cursor(), 4);
+    EXPECT_EQ(KXKeyWithDelayedRepeat(leftKey), -1); // the game's repeat does not begin anew
 }
 
 TEST_F(TextEntryFocus, WhatWasTypedBeforeItMovesGoesWhereItWas) {
