@@ -14,12 +14,14 @@ struct _KXTextEntryEditor;
 /// move the cursor, with Control by words, with Shift selecting; Backspace and Delete erase, with Control
 /// words; Control or Command with A, C, X and V select all, copy, cut and paste. Return reports entered().
 /// Tab hands the focus to the next entry that is polled, with Shift to the one polled before. The game's own
-/// key queries still report every key: a game asks KXUIFocusedTextEntry() before it takes one as meant for
-/// it.
+/// key queries still report every key: a game asks KXUIFocusedTextEntry(), before it polls its entries,
+/// whether a key is meant for one of them.
 ///
 /// The text is UTF-8 at all times; of other bytes each becomes a question mark. It is one line: line breaks
 /// and tabs that are set or pasted become blanks, line breaks around it and control characters are dropped.
-/// A character is a Unicode code point, and positions count characters.
+/// A character is a Unicode code point, and positions count characters. A text that is longer than the box is
+/// scrolled to where the cursor is; without the focus its start is in view. What an input method is composing
+/// is shown underlined and is not in text() yet.
 class KX_API KXUITextEntry : public _KXUIWidget {
 public:
     /// An empty entry without a limit, in the user-interface colours.
