@@ -33,6 +33,7 @@
 #include <Kobaltrix/KXTouch.h>
 #include <Kobaltrix/KXTypes.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
+#include <Kobaltrix/KXUITextEntry.h>
 #include <Kobaltrix/KXUIWidget.h>
 #include <Kobaltrix/KXVector3D.h>
 #include <Kobaltrix/KXWindow.h>

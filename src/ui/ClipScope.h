@@ -1,0 +1,20 @@
+#pragma once
+
+#include <Kobaltrix/KXTypes.h>
+
+/// Limits drawing to a rectangle for as long as the scope lasts, within the limit that the game has set and
+/// that holds again afterwards. The rectangle is in the coordinates that are drawn in, wherever the matrices
+/// of the moment put them: in a window, in a texture, moved or scaled by the game. Of a turned rectangle it
+/// is the box around it. Without a window it does nothing.
+class _KXClipScope {
+public:
+    explicit _KXClipScope(KXRect rect);
+    ~_KXClipScope();
+    _KXClipScope(const _KXClipScope&) = delete;
+    _KXClipScope& operator=(const _KXClipScope&) = delete;
+
+private:
+    bool _active;
+    bool _wasClipped = false;
+    int _previous[4] = {};
+};

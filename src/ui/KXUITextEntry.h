@@ -1,0 +1,38 @@
+#pragma once
+
+#include "input/KXMouse.h"
+#include "ui/TextEdit.h"
+#include "ui/TextView.h"
+
+#include <Kobaltrix/KXUITextEntry.h>
+
+#include <cstdint>
+#include <string>
+
+/// What an entry's header does not show.
+struct _KXTextEntryEditor {
+    _KXTextEdit edit;
+    std::string placeholder;
+    // What an input method composes, and the text with it in place, which is shown meanwhile.
+    std::string composition;
+    _KXTextEdit composed;
+    _KXTextView view;
+
+    bool unreportedChange = false; // by what was typed when the focus went elsewhere
+
+    bool mouseHeld = _KXMouseButtonLeft; // a press that began before the entry was there is none for it
+    bool dragging = false;
+    int clicks = 0; // in quick succession at one place
+    int pressX = 0, pressY = 0, dragX = 0;
+    std::uint32_t pressTime = 0;
+    std::size_t pressPosition = 0;
+    int repeatingKey = 0;
+    std::int32_t repeatTime = 0;
+    std::uint32_t blinkTime = 0; // the cursor is seen for half a second from then on
+    std::uint64_t blinkRevision = 0;
+
+    const _KXTextEdit& shown() const { return composition.empty() ? edit : composed; }
+    bool reports(int key, bool repeats = false);
+    int countClicks();
+    void compose(std::string text);
+};

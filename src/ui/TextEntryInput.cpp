@@ -1,0 +1,283 @@
+// What an entry does with mouse and keyboard, and who has the focus.
+
+#include "ui/KXUITextEntry.h"
+
+#include "core/LogicClock.h"
+#include "input/Keyboard.h"
+#include "ui/TextInput.h"
+
+#include <Kobaltrix/KXMouse.h>
+
+#include <cstdlib>
+#include <utility>
+
+static constinit KXUITextEntry* focusedEntry = nullptr;
+// Has the focus, but hands it to the next entry that is polled.
+static constinit KXUITextEntry* offeringEntry = nullptr;
+static constinit KXUITextEntry* lastPolledEntry = nullptr;
+
+KXUITextEntry* KXUIFocusedTextEntry() { return focusedEntry; }
+
+namespace {
+enum Key : int {
+    keyA = 1,
+    keyC = 3,
+    keyV = 22,
+    keyX = 24,
+    keyReturn = 53,
+    keyTab = 54,
+    keyDelete = 55,
+    keyBackspace = 56,
+    keyEscape = 69,
+    keyPadEnter = 97,
+    keyRight = 100,
+    keyLeft = 101,
+    keyHome = 103,
+    keyEnd = 104,
+    keyLeftShift = 122,
+    keyLeftAlt = 124,
+    keyRightCommand = 131,
+    keyLeftControl = 135
+};
+
+// A modifier is two keys with neighbouring numbers.
+bool isEitherHeld(int key) { return _KXKeyTextEntry(key, 0) || _KXKeyTextEntry(key + 1, 0); }
+bool isShiftHeld() { return isEitherHeld(keyLeftShift); }
+bool isAltHeld() { return isEitherHeld(keyLeftAlt); }
+bool isControlHeld() { return isEitherHeld(keyLeftControl); }
+bool isCommandHeld() { return (isControlHeld() || isEitherHeld(keyRightCommand)) && !isAltHeld(); }
+
+// Keys that are down now were not meant for the entry that gets the focus. Only the entries' own record of
+// them changes, not the time that the game's repeats go by.
+void takeHeldKeysAsReported() {
+    for (int key = 0; key < _KXKeyCount; ++key)
+        if (_KXKeys[key])
+            _KXKeysTextEntryDown[key] = -1;
+}
+} // namespace
+
+// -1 for a press not seen yet and then, as the game's delayed repeat does, for each step from the 30th on.
+// The repeat has a time of its own, since the game may be reading the same key.
+bool _KXTextEntryEditor::reports(int key, bool repeats) {
+    if (_KXKeyTextEntry(key, -1)) {
+        repeatingKey = key;
+        repeatTime = static_cast<std::int32_t>(_KXLogicCurrentTime);
+        return true;
+    }
+    return repeats && key == repeatingKey && _KXKeyTextEntry(key, 0) && _KXRepeatIsDue(repeatTime);
+}
+
+int _KXTextEntryEditor::countClicks() {
+    constexpr std::uint32_t quick = 500; // milliseconds
+    constexpr int near = 4;              // points
+    const bool again = clicks > 0 && _KXLogicCurrentTime - pressTime <= quick &&
+                       std::abs(KXMouseX - pressX) <= near && std::abs(KXMouseY - pressY) <= near;
+    clicks = again ? clicks % 3 + 1 : 1;
+    pressTime = _KXLogicCurrentTime;
+    pressX = dragX = KXMouseX;
+    pressY = KXMouseY;
+    return clicks;
+}
+
+void _KXTextEntryEditor::compose(std::string text) {
+    if (text == composition && text.empty())
+        return;
+    composition = std::move(text);
+    composed = edit;
+    composed.setMaximumLength(static_cast<std::size_t>(-1));
+    composed.insert(composition.c_str());
+}
+
+KXUITextEntry::~KXUITextEntry() {
+    unfocus();
+    if (lastPolledEntry == this)
+        lastPolledEntry = nullptr;
+    delete _editor;
+}
+
+void KXUITextEntry::focus() {
+    if (focusedEntry == this)
+        return;
+    if (focusedEntry)
+        focusedEntry->unfocus();
+    focusedEntry = this;
+    offeringEntry = nullptr;
+    takeHeldKeysAsReported();
+    _editor->repeatingKey = 0;
+    _editor->mouseHeld = _KXMouseButtonLeft;
+    _editor->blinkTime = _KXLogicCurrentTime;
+    _KXBeginTextInput();
+}
+
+void KXUITextEntry::unfocus() {
+    if (focusedEntry != this)
+        return;
+    focusedEntry = offeringEntry = nullptr;
+    // What was typed since the last poll() is this entry's still.
+    if (_editor->edit.insert(_KXTakeTypedText().c_str()))
+        _editor->unreportedChange = true;
+    _editor->compose({});
+    _KXEndTextInput();
+}
+
+int KXUITextEntry::isFocused() const { return focusedEntry == this ? -1 : 0; }
+
+int KXUITextEntry::poll() {
+    _changed = _entered = 0;
+    _takeOfferedFocus();
+    const bool composes = isFocused() && _pollTyping();
+    _pollMouse();
+    if (composes)
+        takeHeldKeysAsReported(); // they are the input method's
+    else if (isFocused())
+        _pollKeys();
+    if (isFocused())
+        _showInputMethodTheCursor();
+    _noteChange(std::exchange(_editor->unreportedChange, false));
+    lastPolledEntry = this;
+    return _changed || _entered ? -1 : 0;
+}
+
+// When no other entry was polled in between, the offering one is the only one and starts over.
+void KXUITextEntry::_takeOfferedFocus() {
+    if (!offeringEntry)
+        return;
+    focus();
+    offeringEntry = nullptr;
+    selectAll();
+}
+
+void KXUITextEntry::_offerFocus(bool backwards) {
+    if (!backwards) {
+        offeringEntry = this;
+    } else if (lastPolledEntry) {
+        lastPolledEntry->focus();
+        lastPolledEntry->selectAll();
+    }
+}
+
+// With Control held the left button counts as the right one, so its press is none; one that is held stays
+// held when Control comes and goes.
+void KXUITextEntry::_pollMouse() {
+    const bool held = _KXMouseButtonLeft, pressed = held && !_editor->mouseHeld && KXMouse(0);
+    _editor->mouseHeld = held;
+    _editor->dragging = _editor->dragging && held;
+    if (pressed && mouseOver())
+        _press();
+    else if (pressed)
+        unfocus();
+    else if (_editor->dragging)
+        _drag();
+}
+
+void KXUITextEntry::_press() {
+    _editor->compose({});
+    _updateView(); // before the focus makes it follow the cursor: the press means what is seen
+    _KXTextEdit& edit = _editor->edit;
+    const float x = static_cast<float>(KXMouseX) - _textLeft();
+    const std::size_t nearest = _editor->view.positionNearest(x);
+    focus();
+    _editor->dragging = true;
+    _editor->pressPosition = _editor->view.positionUnder(x);
+    switch (_editor->countClicks()) {
+    case 1:
+        edit.select(isShiftHeld() ? edit.anchor() : nearest, nearest);
+        break;
+    case 2:
+        edit.selectWords(_editor->pressPosition, _editor->pressPosition);
+        break;
+    default:
+        edit.selectAll();
+    }
+}
+
+// A pointer that rests in the box changes nothing, even where the text has scrolled under it; one outside
+// scrolls on, the faster the further away it is.
+void KXUITextEntry::_drag() {
+    const float pointer = static_cast<float>(KXMouseX), left = rect().origin.x;
+    if (KXMouseX == _editor->dragX && pointer >= left && pointer <= left + rect().size.width)
+        return;
+    _editor->dragX = KXMouseX;
+    _updateView();
+    const float x = pointer - _textLeft();
+    _KXTextEdit& edit = _editor->edit;
+    if (_editor->clicks == 1)
+        edit.select(edit.anchor(), _editor->view.positionNearest(x));
+    else if (_editor->clicks == 2)
+        edit.selectWords(_editor->pressPosition, _editor->view.positionUnder(x));
+}
+
+// Whether an input method is at work. The key that ends its composition is not the entry's either.
+bool KXUITextEntry::_pollTyping() {
+    const bool wasComposing = !_editor->composition.empty();
+    _KXKeepTextInput();
+    _noteChange(_editor->edit.insert(_KXTakeTypedText().c_str()));
+    _editor->compose(_KXComposedText());
+    return wasComposing || !_editor->composition.empty();
+}
+
+void KXUITextEntry::_pollKeys() {
+    using Step = _KXCursorStep;
+    constexpr struct {
+        Key key;
+        Step step, wordStep;
+        bool erases;
+    } keys[] = {
+        {keyLeft, Step::Left, Step::WordLeft, false},     {keyRight, Step::Right, Step::WordRight, false},
+        {keyHome, Step::Start, Step::Start, false},       {keyEnd, Step::End, Step::End, false},
+        {keyBackspace, Step::Left, Step::WordLeft, true}, {keyDelete, Step::Right, Step::WordRight, true}};
+    for (const auto& row : keys) {
+        if (!_editor->reports(row.key, true))
+            continue;
+        const Step step = isControlHeld() ? row.wordStep : row.step;
+        if (row.erases)
+            _noteChange(_editor->edit.erase(step));
+        else
+            _editor->edit.move(step, isShiftHeld());
+    }
+    _pollClipboardKeys();
+    _pollFocusKeys();
+}
+
+// Every key is read, so that none counts later because Control comes down while it is held.
+void KXUITextEntry::_pollClipboardKeys() {
+    const bool all = _editor->reports(keyA), copy = _editor->reports(keyC), cut = _editor->reports(keyX),
+               paste = _editor->reports(keyV);
+    if (!isCommandHeld())
+        return;
+    _KXTextEdit& edit = _editor->edit;
+    if (all)
+        edit.selectAll();
+    const bool copied =
+        (copy || cut) && !_masked && edit.hasSelection() && _KXSetClipboardText(edit.selectedText());
+    if (cut && copied)
+        _noteChange(edit.erase(_KXCursorStep::Left));
+    if (paste)
+        _noteChange(edit.insert(_KXClipboardText().c_str()));
+}
+
+void KXUITextEntry::_pollFocusKeys() {
+    const bool enter = _editor->reports(keyReturn), padEnter = _editor->reports(keyPadEnter),
+               escape = _editor->reports(keyEscape), tab = _editor->reports(keyTab);
+    if (isAltHeld())
+        return; // the window's or the game's
+    if (enter || padEnter)
+        _entered = -1;
+    if (escape)
+        unfocus();
+    else if (tab)
+        _offerFocus(isShiftHeld());
+}
+
+void KXUITextEntry::_noteChange(bool changed) {
+    if (changed)
+        _changed = -1;
+}
+
+// Input methods open their lists below it.
+void KXUITextEntry::_showInputMethodTheCursor() {
+    _updateView();
+    const KXRect box = rect();
+    const float x = _textLeft() + _editor->view.xOf(_editor->shown().cursor());
+    _KXSetTextInputRect({{x, box.origin.y}, {1, box.size.height}});
+}
