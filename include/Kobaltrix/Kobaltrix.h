@@ -25,6 +25,7 @@
 #include <Kobaltrix/KXTimer.h>
 #include <Kobaltrix/KXTouch.h>
 #include <Kobaltrix/KXTypes.h>
+#include <Kobaltrix/KXUIButton.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
 #include <Kobaltrix/KXUIWidget.h>
 #include <Kobaltrix/KXVector3D.h>
