@@ -27,6 +27,7 @@
 #include <Kobaltrix/KXTypes.h>
 #include <Kobaltrix/KXUIButton.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
+#include <Kobaltrix/KXUISlider.h>
 #include <Kobaltrix/KXUIWidget.h>
 #include <Kobaltrix/KXVector3D.h>
 #include <Kobaltrix/KXWindow.h>
