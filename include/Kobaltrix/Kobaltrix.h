@@ -26,6 +26,7 @@
 #include <Kobaltrix/KXTouch.h>
 #include <Kobaltrix/KXTypes.h>
 #include <Kobaltrix/KXUIButton.h>
+#include <Kobaltrix/KXUIDialogBox.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
 #include <Kobaltrix/KXUISlider.h>
 #include <Kobaltrix/KXUIWidget.h>
