@@ -28,6 +28,7 @@
 #include <Kobaltrix/KXUIButton.h>
 #include <Kobaltrix/KXUIDialogBox.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
+#include <Kobaltrix/KXUIMenu.h>
 #include <Kobaltrix/KXUISlider.h>
 #include <Kobaltrix/KXUIWidget.h>
 #include <Kobaltrix/KXVector3D.h>
