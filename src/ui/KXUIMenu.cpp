@@ -190,6 +190,7 @@ void KXUIMenu::poll() {
 }
 
 void KXUIMenu::_openOrCloseByClick() {
+    _justOpened = 0; // should a callback have thrown
     const int pressed = mouseDownInside(0);
     if (!clicked(0))
         return;
@@ -198,8 +199,7 @@ void KXUIMenu::_openOrCloseByClick() {
         return; // the row is not on screen
     if (_open)
         return close();
-    _open = -1;
-    _justOpened = byMouse ? -1 : 0;
+    _open = _justOpened = -1;
 }
 
 void KXUIMenu::draw() {
