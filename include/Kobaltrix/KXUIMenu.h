@@ -70,12 +70,17 @@ public:
     _KXUIMenuItem(const char* name, void (*callback)(void*), void* context, int modifierKey, int key);
     ~_KXUIMenuItem() override;
 
+    /// Draws the row: bright under the pointer, or a line where there is no caption.
     void draw() override;
+    /// Does nothing: an entry is never open itself.
     void close() override;
+    /// -1 while the menu that it belongs to is open, else 0.
     int isOpen() override;
+    /// Does nothing: the menu sizes its rows.
     void resize() override;
     /// Acts on a click while the menu is open, and on the shortcut at any time.
     void poll() override;
+    /// Does nothing: the menu places its rows.
     void layout() override;
 
 private:

@@ -112,7 +112,7 @@ void KXUIMenu::addMenuItemWithName(const char* name, void (*callback)(void*), vo
     if (_fontPath && _fontInUse() != _KXUIGlobalFont)
         item->setFont(_fontPath, _fontAliasMode);
     _addEntry(item.get());
-    item.release();
+    static_cast<void>(item.release());
     resize();
 }
 
