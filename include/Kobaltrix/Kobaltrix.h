@@ -32,7 +32,11 @@
 #include <Kobaltrix/KXTimer.h>
 #include <Kobaltrix/KXTouch.h>
 #include <Kobaltrix/KXTypes.h>
+#include <Kobaltrix/KXUIButton.h>
+#include <Kobaltrix/KXUIDialogBox.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
+#include <Kobaltrix/KXUIMenu.h>
+#include <Kobaltrix/KXUISlider.h>
 #include <Kobaltrix/KXUITextEntry.h>
 #include <Kobaltrix/KXUIWidget.h>
 #include <Kobaltrix/KXVector3D.h>

@@ -1,0 +1,237 @@
+#include <Kobaltrix/KXUIMenu.h>
+
+#include "core/Truncate.h"
+#include "text/KXUIGlobalFont.h"
+
+#include <Kobaltrix/KXDrawing.h>
+#include <Kobaltrix/KXFont.h>
+
+#include <algorithm>
+#include <memory>
+
+/// Goes through the entries that a menu has now while what it calls removes entries, adds some, deletes the
+/// menu or goes through the same menu again. It lives on the stack of a poll; menus tell all walks of theirs.
+struct KXUIMenu::Walk {
+    explicit Walk(KXUIMenu* walked) : menu(walked), end(walked->_entries.size()), outer(innermost) {
+        innermost = this;
+    }
+    ~Walk() { innermost = outer; }
+    Walk(const Walk&) = delete;
+    Walk& operator=(const Walk&) = delete;
+
+    /// Null at the end, which is also where the menu was deleted.
+    _KXUIMenuBase* next() { return menu && position < end ? menu->_entries[position++] : nullptr; }
+
+    static void entryGoes(const KXUIMenu* menu, std::size_t index) {
+        for (Walk* walk = innermost; walk; walk = walk->outer) {
+            if (walk->menu != menu)
+                continue;
+            walk->position -= index < walk->position;
+            walk->end -= index < walk->end;
+        }
+    }
+    static void menuGoes(const KXUIMenu* menu) {
+        for (Walk* walk = innermost; walk; walk = walk->outer)
+            if (walk->menu == menu)
+                walk->menu = nullptr;
+    }
+
+    KXUIMenu* menu;
+    std::size_t position = 0, end;
+    Walk* outer;
+    static constinit Walk* innermost;
+};
+constinit KXUIMenu::Walk* KXUIMenu::Walk::innermost = nullptr;
+
+KXUIMenu::KXUIMenu(const char* title) : _open(0) {
+    _setLabel(title);
+    KXUIMenu::resize();
+}
+
+KXUIMenu::KXUIMenu() : _open(0) {}
+
+KXUIMenu::~KXUIMenu() {
+    Walk::menuGoes(this);
+    clearMenuItems();
+}
+
+void KXUIMenu::clearMenuItems() {
+    while (!_entries.empty())
+        delete _entries.back(); // takes itself out
+}
+
+void KXUIMenu::_removeEntry(_KXUIMenuBase* entry) {
+    const auto found = std::find(_entries.rbegin(), _entries.rend(), entry);
+    const auto place = std::next(found).base();
+    Walk::entryGoes(this, static_cast<std::size_t>(place - _entries.begin()));
+    _entries.erase(place);
+    entry->_owner = nullptr;
+}
+
+int KXUIMenu::setFont(const char* path, KXAliasMode mode) {
+    const KXFont* const font = _fontInUse();
+    return setFont(path, mode, font && font != _KXUIGlobalFont ? font->getSize() : _fontSize);
+}
+
+int KXUIMenu::setFont(const char* path, KXAliasMode mode, int size) {
+    const int result = _KXUIWidget::setFont(path, mode);
+    if (result) {
+        // Before the size: a sub-menu would set the shared font back to the size of the font it had.
+        for (_KXUIMenuBase* entry : _entries)
+            entry->setFont(_fontPath, _fontAliasMode);
+        setFontSize(size);
+    } else {
+        resize();
+    }
+    return result;
+}
+
+int KXUIMenu::setFontSize(int size) {
+    const int result = _KXUIWidget::setFontSize(size);
+    if (const KXFont* font = _fontInUse())
+        for (_KXUIMenuBase* entry : _entries)
+            entry->setFontSize(font->getSize());
+    resize();
+    return result;
+}
+
+void KXUIMenu::_addEntry(_KXUIMenuBase* entry) {
+    _entries.push_back(entry);
+    entry->_owner = this;
+    entry->setParent(this);
+}
+
+void KXUIMenu::addMenuItemWithName(const char* name, void (*callback)(void*), void* context) {
+    addMenuItemWithName(name, callback, context, 0, 0);
+}
+
+void KXUIMenu::addMenuItemWithName(const char* name, void (*callback)(void*), void* context, int modifierKey,
+                                   int key) {
+    auto item = std::make_unique<_KXUIMenuItem>(name, callback, context, modifierKey, key);
+    item->_colors = _colors;
+    if (_fontPath && _fontInUse() != _KXUIGlobalFont)
+        item->setFont(_fontPath, _fontAliasMode);
+    _addEntry(item.get());
+    static_cast<void>(item.release());
+    resize();
+}
+
+void KXUIMenu::addSubMenu(KXUIMenu* subMenu) {
+    if (!subMenu)
+        return;
+    for (const _KXUIMenuBase* above = this; above; above = above->_owner)
+        if (above == subMenu)
+            return;
+    for (const _KXUIMenuBase* above = this; above; above = above->_parent)
+        if (above == subMenu)
+            return;
+    const KXFont* const font = _fontInUse();
+    if (_fontPath && font && font != _KXUIGlobalFont) {
+        const int size = font->getSize(); // of the font that the sub-menu will share, and set to its own size
+        subMenu->setFont(_fontPath, _fontAliasMode);
+        subMenu->setFontSize(size);
+    }
+    if (subMenu->_owner)
+        subMenu->_owner->_removeEntry(subMenu);
+    _addEntry(subMenu);
+    resize();
+    subMenu->resize();
+}
+
+void KXUIMenu::addDivider() { addMenuItemWithName(nullptr, nullptr, nullptr); }
+
+void KXUIMenu::close() {
+    _open = 0;
+    for (_KXUIMenuBase* entry : _entries)
+        entry->close();
+}
+
+int KXUIMenu::isOpen() { return _open; }
+
+void KXUIMenu::resize() {
+    if (!_fontInUse())
+        return setSize({100, 100});
+    const float frame = 2 * KXUIWidgetInnerPadding.width + 2 * static_cast<float>(_borderSize);
+    const float height = _idealSizeForText(_label).height + 2 * static_cast<float>(_borderSize);
+    if (!_parent)
+        setSize({frame + static_cast<float>(itemWidth()), height});
+    int widest = 0;
+    for (const _KXUIMenuBase* entry : _entries)
+        widest = std::max(widest, entry->itemWidth());
+    for (_KXUIMenuBase* entry : _entries)
+        entry->setSize({frame + static_cast<float>(widest), height});
+}
+
+void KXUIMenu::layout() {
+    const auto [corner, size] = rect();
+    const float left = static_cast<float>(_KXTruncate(corner.x));
+    float row = 0;
+    for (_KXUIMenuBase* entry : _entries) {
+        ++row;
+        const float y =
+            static_cast<float>(_KXTruncate(corner.y + size.height * row - static_cast<float>(_borderSize)));
+        if (!_parent)
+            entry->setOrigin({left, y});
+        else
+            entry->setOrigin({static_cast<float>(_KXTruncate(left + size.width)),
+                              static_cast<float>(_KXTruncate(y - size.height))});
+        entry->layout();
+    }
+}
+
+void KXUIMenu::poll() {
+    layout();
+    _openOrCloseByClick();
+    Walk walk(this);
+    while (_KXUIMenuBase* entry = walk.next())
+        entry->poll();
+    if (walk.menu)
+        _justOpened = 0;
+}
+
+void KXUIMenu::_openOrCloseByClick() {
+    _justOpened = 0; // should a callback have thrown
+    const int pressed = mouseDownInside(0);
+    if (!clicked(0))
+        return;
+    const bool byMouse = pressed && !mouseDownInside(0); // and not by click()
+    if (byMouse && _parent && !_takesClicks())
+        return; // the row is not on screen
+    if (_open)
+        return close();
+    _open = _justOpened = -1;
+}
+
+void KXUIMenu::draw() {
+    const auto [corner, size] = rect();
+    const float border = static_cast<float>(_borderSize);
+    KXDrawRectFill({{corner.x + border, corner.y}, {size.width - border, size.height}}, _open ? _colors.open
+                                                                                        : mouseOver()
+                                                                                            ? _colors.hover
+                                                                                            : _colors.normal);
+    KXDrawRectFill({corner, {size.width, border}}, _colors.border);
+    KXDrawRectFill({corner, {border, size.height}}, _colors.border);
+    KXDrawRectFill({{corner.x + size.width - border, corner.y}, {border, size.height}}, _colors.border);
+    _printLabel();
+    if (_parent)
+        KXDrawRectFill({{corner.x + size.width - 6, corner.y}, {5, size.height}}, _colors.border);
+    if (_open)
+        _drawEntries();
+    else if (!_parent)
+        KXDrawRectFill({{static_cast<float>(_KXTruncate(corner.x)),
+                         static_cast<float>(_KXTruncate(corner.y + size.height - border))},
+                        {size.width, border}},
+                       _colors.border);
+}
+
+void KXUIMenu::_drawEntries() {
+    for (_KXUIMenuBase* entry : _entries)
+        entry->draw();
+    if (_entries.empty())
+        return;
+    const float border = static_cast<float>(_borderSize);
+    const KXRect first = _entries.front()->rect(), last = _entries.back()->rect();
+    KXDrawRectFill({first.origin, {first.size.width, border}}, _colors.border);
+    KXDrawRectFill({{last.origin.x, last.origin.y + last.size.height - border}, {last.size.width, border}},
+                   _colors.border);
+}
