@@ -26,6 +26,7 @@
 #include <Kobaltrix/KXTouch.h>
 #include <Kobaltrix/KXTypes.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
+#include <Kobaltrix/KXUIListBox.h>
 #include <Kobaltrix/KXUIWidget.h>
 #include <Kobaltrix/KXVector3D.h>
 #include <Kobaltrix/KXWindow.h>
