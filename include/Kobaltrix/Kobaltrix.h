@@ -25,8 +25,11 @@
 #include <Kobaltrix/KXTimer.h>
 #include <Kobaltrix/KXTouch.h>
 #include <Kobaltrix/KXTypes.h>
+#include <Kobaltrix/KXUIButton.h>
+#include <Kobaltrix/KXUIDialogBox.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
 #include <Kobaltrix/KXUIListBox.h>
+#include <Kobaltrix/KXUISlider.h>
 #include <Kobaltrix/KXUIWidget.h>
 #include <Kobaltrix/KXVector3D.h>
 #include <Kobaltrix/KXWindow.h>

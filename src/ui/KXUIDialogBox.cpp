@@ -1,0 +1,142 @@
+#include <Kobaltrix/KXUIDialogBox.h>
+
+#include "core/Truncate.h"
+#include "text/KXUIGlobalFont.h"
+#include "text/Utf8.h"
+
+#include <Kobaltrix/KXDrawing.h>
+#include <Kobaltrix/KXFont.h>
+#include <Kobaltrix/KXUIButton.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+KXUIDialogBox::KXUIDialogBox()
+    : _message(nullptr), _buttonIndexClicked(-1),
+      _padding(2), _backgroundColor{1, 1, 1, 1}, _textColor{0, 0, 0, 1}, _borderColor{0, 0, 0, 1} {}
+
+KXUIDialogBox::~KXUIDialogBox() { std::free(_message); }
+
+int KXUIDialogBox::setFont(const char* path, KXAliasMode mode) {
+    const int result = _KXUIWidget::setFont(path, mode);
+    if (result)
+        resize();
+    return result;
+}
+
+int KXUIDialogBox::setFontSize(int size) {
+    const int result = _KXUIWidget::setFontSize(size);
+    if (const KXFont* font = _fontInUse()) {
+        for (const auto& button : _buttons)
+            button->setFontSize(font->getSize());
+        resize();
+    }
+    return result;
+}
+
+void KXUIDialogBox::setMessage(const char* text) {
+    constexpr std::size_t longest = 512;
+    char* const copy = text ? strndup(text, longest) : nullptr;
+    if (copy && std::strlen(copy) == longest)
+        _KXDropCutCharacter(copy, longest);
+    std::free(_message);
+    _message = copy;
+    resize();
+}
+
+void KXUIDialogBox::addButton(const char* text) {
+    const KXFont* const font = _fontInUse();
+    if (!font)
+        return;
+    auto button = std::make_unique<KXUIButton>();
+    if (_fontPath) { // a box with the user-interface font never was given a path
+        button->setFont(_fontPath, _fontAliasMode);
+        button->setFontSize(font->getSize());
+    }
+    button->setText(text ? text : "");
+    _buttons.push_back(std::move(button));
+    resize();
+}
+
+void KXUIDialogBox::setPadding(int padding) {
+    _padding = padding;
+    resize();
+}
+
+void KXUIDialogBox::setBackgroundColor(float r, float g, float b, float a) {
+    _backgroundColor = {r, g, b, a};
+}
+void KXUIDialogBox::setTextColor(float r, float g, float b, float a) { _textColor = {r, g, b, a}; }
+void KXUIDialogBox::setBorderColor(float r, float g, float b, float a) { _borderColor = {r, g, b, a}; }
+
+void KXUIDialogBox::setButtonNormalBackgroundColor(float r, float g, float b, float a) {
+    for (const auto& button : _buttons)
+        button->setNormalBackgroundColor(r, g, b, a);
+}
+void KXUIDialogBox::setButtonDepressedBackgroundColor(float r, float g, float b, float a) {
+    for (const auto& button : _buttons)
+        button->setDepressedBackgroundColor(r, g, b, a);
+}
+void KXUIDialogBox::setButtonBorderColor(float r, float g, float b, float a) {
+    for (const auto& button : _buttons)
+        button->setBorderColor(r, g, b, a);
+}
+void KXUIDialogBox::setButtonTextColor(float r, float g, float b, float a) {
+    for (const auto& button : _buttons)
+        button->setTextColor(r, g, b, a);
+}
+
+int KXUIDialogBox::buttonIndexClicked() { return _buttonIndexClicked; }
+
+KXUIButton* KXUIDialogBox::button(int index) {
+    return index >= 0 && index < std::ssize(_buttons) ? _buttons[static_cast<std::size_t>(index)].get()
+                                                      : nullptr;
+}
+
+void KXUIDialogBox::poll() {
+    for (std::size_t i = 0; i < _buttons.size(); ++i)
+        if (_buttons[i]->clicked(0))
+            _buttonIndexClicked = static_cast<int32_t>(i);
+}
+
+void KXUIDialogBox::draw() {
+    const KXRect box = rect();
+    KXDrawRectFill(box, _backgroundColor);
+    KXDrawRect(box, _borderColor);
+    const float padding = static_cast<float>(_padding);
+    _KXUIGlobalFontPrint(_fontInUse(), {box.origin.x + padding, box.origin.y + padding}, _textColor,
+                         _message);
+    for (const auto& button : _buttons)
+        button->draw();
+}
+
+void KXUIDialogBox::resize() {
+    const KXFont* const font = _fontInUse();
+    if (!font)
+        return;
+    const KXSize text = font->stringBounds(_message);
+    const double padding = _padding;
+    int rowWidth = 0, rowHeight = 0;
+    for (const auto& button : _buttons) {
+        const KXSize size = button->rect().size;
+        rowWidth = _KXTruncate(size.width + padding + rowWidth);
+        rowHeight =
+            _KXTruncate(std::max(static_cast<double>(rowHeight), static_cast<double>(size.height)) + padding);
+    }
+    const double width = std::max(_KXTruncate(text.width), rowWidth) + 2 * padding;
+    const double height = static_cast<double>(rowHeight) + _KXTruncate(text.height) + 2 * padding;
+    setSize({static_cast<float>(width), static_cast<float>(height)});
+    _placeButtons();
+}
+
+void KXUIDialogBox::_placeButtons() {
+    const auto [origin, size] = rect();
+    const float padding = static_cast<float>(_padding);
+    float right = origin.x + size.width;
+    for (const auto& button : _buttons) {
+        button->setOrigin({static_cast<float>(_KXTruncate(right)) - size.width - padding,
+                           (origin.y + size.height) - size.height - padding});
+        right = origin.x; // only the first is measured from the right edge
+    }
+}
