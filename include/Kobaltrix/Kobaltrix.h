@@ -30,6 +30,7 @@
 #include <Kobaltrix/KXUIGlobalFont.h>
 #include <Kobaltrix/KXUIListBox.h>
 #include <Kobaltrix/KXUISlider.h>
+#include <Kobaltrix/KXUITextEntry.h>
 #include <Kobaltrix/KXUIWidget.h>
 #include <Kobaltrix/KXVector3D.h>
 #include <Kobaltrix/KXWindow.h>

@@ -2,11 +2,10 @@
 
 #include <Kobaltrix/KXTypes.h>
 
-/// Limits drawing to a rectangle for as long as the scope lasts, within the limit that was set before, which
-/// then is as it was.
-///
-/// The rectangle is in the coordinates that drawing has at the moment: in a window, in a texture, at any
-/// scale and under the game's own matrix. One that is turned limits to the box around it.
+/// Limits drawing to a rectangle for as long as the scope lasts, within the limit that the game has set and
+/// that holds again afterwards. The rectangle is in the coordinates that are drawn in, wherever the matrices
+/// of the moment put them: in a window, in a texture, moved or scaled by the game. Of a turned rectangle it
+/// is the box around it. Without a window it does nothing.
 class _KXClipScope {
 public:
     explicit _KXClipScope(KXRect rect);
@@ -15,7 +14,7 @@ public:
     _KXClipScope& operator=(const _KXClipScope&) = delete;
 
 private:
-    bool _active = false;
-    unsigned char _wasEnabled = 0;
+    bool _active;
+    bool _wasClipped = false;
     int _previous[4] = {};
 };

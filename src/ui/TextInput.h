@@ -1,0 +1,28 @@
+#pragma once
+
+#include <Kobaltrix/KXTypes.h>
+
+#include <string>
+
+// What the user types, as the platform understands it: any keyboard layout, dead keys and input methods. It
+// is overheard while it enters the event queue; the events themselves go their way to the game.
+
+/// Begins to collect what is typed from now on and shows an on-screen keyboard where there is one. Without a
+/// started library it waits for _KXKeepTextInput().
+void _KXBeginTextInput();
+/// Begins again if the library was stopped and started since. To be called once per logic step.
+void _KXKeepTextInput();
+/// Stops collecting, and the platform's text input too if it was off before.
+void _KXEndTextInput();
+
+/// What was typed since the last call, in UTF-8.
+std::string _KXTakeTypedText();
+/// What an input method is composing but has not typed yet; mostly empty.
+std::string _KXComposedText();
+/// Tells input methods where the text is that they help to write, in points of the window.
+void _KXSetTextInputRect(KXRect rect);
+
+/// The text on the system's clipboard, empty if it holds none.
+std::string _KXClipboardText();
+/// Puts a text on the system's clipboard. False if the platform refuses.
+bool _KXSetClipboardText(const std::string& text);
