@@ -15,7 +15,7 @@
 /// repeatedly when held; Return and the key pad's Enter activate the selected row. Typing letters selects the
 /// next row that begins with them in any case, as the user's keyboard layout writes them; a pause of a second
 /// begins a new word, and the same letter again goes to the next row with it. A press on the list gives it
-/// focus, a press elsewhere takes it; one list has focus at a time.
+/// focus, a press elsewhere takes it; one list or text entry has focus at a time.
 ///
 /// The keys are read beside the game's own queries, which still see every press: ask hasFocus() where a game
 /// should not act on keys that are meant for a list. Keys that are held when a list gets focus count for it
@@ -94,7 +94,6 @@ public:
 
     // Used by the library itself.
     KX_INTERNAL void _showTextsAsTheyAre();
-    KX_INTERNAL void _typed(const char* text);
     KX_INTERNAL int _measuredRows() const;
 
 private:
@@ -110,7 +109,8 @@ private:
     KX_INTERNAL void _turnPage(const Layout& layout);
     KX_INTERNAL void _pollWheel(const Layout& layout);
     KX_INTERNAL void _pollKeys();
-    KX_INTERNAL void _pollTyping();
+    KX_INTERNAL bool _pollTyping();
+    KX_INTERNAL void _findTyped();
     KX_INTERNAL int _nextBeginningWith(const char* word, int from) const;
     KX_INTERNAL const char* _shownText(int index, int width);
     KX_INTERNAL void _drawRows(const Layout& layout);

@@ -32,6 +32,10 @@ struct KXUIListBox::Layout {
 };
 
 struct KXUIListBox::State {
+    State();
+    static bool anyButtonHeld();
+    bool reports(int key);
+
     std::vector<std::string> rows;
     int selected = -1;
     int activated = -1;
@@ -39,7 +43,7 @@ struct KXUIListBox::State {
     std::int64_t scrolled = 0; ///< Pixels of the content that lie above the box.
     int rowToReveal = -1; ///< Scrolled to when the layout is next looked at: the box may have no size yet.
 
-    bool buttonHeld = false;
+    bool buttonHeld; ///< A press that began before the list was there is none for it.
     bool dragsKnob = false;
     bool turnsPages = false;
     int grip = 0;                    ///< From the knob's top to where it was gripped.
@@ -49,8 +53,10 @@ struct KXUIListBox::State {
     bool wheelSeen = false;
     std::uint32_t wheelTime = 0; ///< Of the frame whose notch has been counted.
 
-    std::string typed; ///< Since the last poll.
-    std::string word;  ///< That rows are looked up by.
+    bool composing = false; ///< An input method was at work in the last poll.
+    int repeatingKey = 0;
+    std::int32_t repeatTime = 0;
+    std::string word; ///< That rows are looked up by.
     std::uint32_t wordTime = 0;
 
     _KXSpans spans = _KXSpans::Colored;

@@ -5,11 +5,11 @@
 #include "core/LogicClock.h"
 #include "input/Keyboard.h"
 #include "text/ColorEscapes.h"
+#include "ui/TextInput.h"
 #include "ui/TextOrder.h"
 
 #include <Kobaltrix/KXMouse.h>
-
-#include <SDL_events.h>
+#include <Kobaltrix/KXUITextEntry.h>
 
 #include <algorithm>
 #include <cstring>
@@ -35,44 +35,59 @@ constexpr int keysRead[] = {KeyReturn, KeyEnter, KeyUp, KeyDown, KeyHome, KeyEnd
 
 std::uint32_t millisecondsSince(std::uint32_t time) { return _KXLogicCurrentTime - time; }
 
-bool anyButtonHeld() { return KXMouse(0) || KXMouse(1) || KXMouse(2); }
-
-// Letters reach the focused list beside the event loop, which leaves them to the game.
-int watchTyping(void*, SDL_Event* event) {
-    if (event->type == SDL_TEXTINPUT && _KXUIFocusedListBox)
-        _KXUIFocusedListBox->_typed(event->text.text);
-    return 0;
+// Keys that are down now were meant for something else.
+void takeHeldKeysAsReported() {
+    for (int key : keysRead)
+        if (_KXKeys[key])
+            _KXKeysTextEntryDown[key] = -1;
 }
 } // namespace
 
+// The list and the entries share what is typed, so one of them has the focus at a time.
 void KXUIListBox::setFocus(int focus) {
     if (!focus == !hasFocus())
         return;
-    SDL_DelEventWatch(watchTyping, nullptr);
-    _state->typed.clear();
-    _state->word.clear();
-    _KXUIFocusedListBox = focus ? this : nullptr;
-    if (!focus)
+    if (!focus) {
+        _KXUIFocusedListBox = nullptr;
+        if (!KXUIFocusedTextEntry()) // it may have been faster
+            _KXEndTextInput();
         return;
-    SDL_AddEventWatch(watchTyping, nullptr);
-    for (int key : keysRead) // the press that brought the focus here was meant for something else
-        _KXKeyTextEntry(key, -1);
+    }
+    if (KXUITextEntry* entry = KXUIFocusedTextEntry())
+        entry->unfocus();
+    _KXUIFocusedListBox = this;
+    _state->word.clear();
+    _state->repeatingKey = 0;
+    takeHeldKeysAsReported();
+    _KXBeginTextInput();
 }
 
-/// Notes what the user has typed.
-void KXUIListBox::_typed(const char* text) {
-    constexpr std::size_t most = 256; // a list that is not polled does not collect for ever
-    if (_state->typed.size() < most)
-        _state->typed += text;
+KXUIListBox::State::State() : buttonHeld(anyButtonHeld()) {}
+
+bool KXUIListBox::State::anyButtonHeld() { return KXMouse(0) || KXMouse(1) || KXMouse(2); }
+
+// A press not seen yet and then, as the game's delayed repeat does, each step from the 30th on. The repeat
+// has a time of its own, since the game may be reading the same key.
+bool KXUIListBox::State::reports(int key) {
+    if (_KXKeyTextEntry(key, -1)) {
+        repeatingKey = key;
+        repeatTime = static_cast<std::int32_t>(_KXLogicCurrentTime);
+        return true;
+    }
+    return key == repeatingKey && _KXKeyTextEntry(key, 0) && _KXRepeatIsDue(repeatTime);
 }
 
 int KXUIListBox::poll() {
     const int selected = _state->selected;
     _state->activated = -1;
     _pollMouse();
+    if (hasFocus() && KXUIFocusedTextEntry())
+        setFocus(0);
     if (hasFocus()) {
-        _pollTyping();
-        _pollKeys();
+        if (_pollTyping())
+            takeHeldKeysAsReported();
+        else
+            _pollKeys();
     }
     _state->changed = _state->selected != selected;
     return _state->changed || _state->activated != -1 ? -1 : 0;
@@ -80,7 +95,7 @@ int KXUIListBox::poll() {
 
 void KXUIListBox::_pollMouse() {
     const Layout layout = _settledLayout();
-    const bool held = anyButtonHeld();
+    const bool held = State::anyButtonHeld();
     const bool pressed = held && !_state->buttonHeld;
     _state->buttonHeld = held;
     if (pressed)
@@ -146,7 +161,7 @@ void KXUIListBox::_pollWheel(const Layout& layout) {
 }
 
 void KXUIListBox::_pollKeys() {
-    const auto pressed = [](int key) { return _KXKey(key, -1, _KXKeysTextEntryDown, -1) != 0; };
+    const auto pressed = [this](int key) { return _state->reports(key); };
     const bool enter = _KXKeyTextEntry(KeyReturn, -1) | _KXKeyTextEntry(KeyEnter, -1);
     const int page = _layout().pageRows();
     const std::int64_t selected = _state->selected;
@@ -185,11 +200,19 @@ int KXUIListBox::_nextBeginningWith(const char* word, int from) const {
     return -1;
 }
 
-void KXUIListBox::_pollTyping() {
-    if (_state->typed.empty())
+// Whether an input method is at work. The key that ends its composition is not the list's either.
+bool KXUIListBox::_pollTyping() {
+    const bool wasComposing = _state->composing;
+    _KXKeepTextInput();
+    _state->composing = !_KXComposedText().empty();
+    _findTyped();
+    return wasComposing || _state->composing;
+}
+
+void KXUIListBox::_findTyped() {
+    const std::string typed = _KXFoldedText(_KXTakeTypedText().c_str());
+    if (typed.empty())
         return;
-    const std::string typed = _KXFoldedText(_state->typed.c_str());
-    _state->typed.clear();
     if (millisecondsSince(_state->wordTime) > wordEndsAfter)
         _state->word.clear();
     const bool same = typed == _state->word; // the same letter again, with no word that has it twice

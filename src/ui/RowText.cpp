@@ -5,6 +5,7 @@
 
 #include <Kobaltrix/KXFont.h>
 
+#include <cmath>
 #include <cstring>
 #include <string_view>
 
@@ -75,7 +76,7 @@ void _KXPrintRow(KXFont& font, KXPoint p, KXColor color, const char* text, _KXSp
         while (const char* brace = std::strstr(text, "{C")) {
             const std::string piece(text, brace + 1);
             font.print(p, color, "%s", piece.c_str());
-            p.x += font.advance(piece.c_str());
+            p.x += std::round(font.advance(piece.c_str())); // glyphs are sharp on whole pixels
             text = brace + 1;
         }
     }

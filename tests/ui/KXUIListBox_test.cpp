@@ -7,6 +7,7 @@
 
 #include <Kobaltrix/KXFont.h>
 #include <Kobaltrix/KXTexture.h>
+#include <Kobaltrix/KXUITextEntry.h>
 
 #include <SDL_opengl.h>
 
@@ -344,8 +345,35 @@ TEST_F(ListBox, FocusComesAndGoes) {
     list.setFocus(0); // takes nothing from the other one
     EXPECT_EQ(other->hasFocus(), -1);
     other.reset();
-    type("x"); // for nobody
     EXPECT_EQ(_KXUIFocusedListBox, nullptr);
+
+    // An entry that is typed into has the keyboard alone, whoever is polled first.
+    KXUITextEntry entry;
+    entry.setRect({200, 10}, {100, 20});
+    for (bool listFirst : {true, false}) {
+        list.setFocus(-1);
+        moveMouse(250, 20);
+        press();
+        for (bool second : {false, true})
+            second != listFirst ? static_cast<void>(list.poll()) : static_cast<void>(entry.poll());
+        EXPECT_EQ(list.hasFocus(), 0);
+        EXPECT_EQ(entry.isFocused(), -1);
+        release();
+        type("r");
+        tap(SDLK_DOWN);
+        EXPECT_EQ(list.selectedIndex(), 0);
+        entry.poll();
+        EXPECT_STREQ(entry.text(), "r");
+        entry.setText("");
+        list.setFocus(-1);
+        EXPECT_EQ(entry.isFocused(), 0);
+        typeAndPoll("row 2");
+        EXPECT_EQ(list.selectedIndex(), 2);
+        list.setSelectedIndex(0);
+        entry.focus(); // by the game
+        list.poll();
+        EXPECT_EQ(list.hasFocus(), 0);
+    }
 }
 
 TEST_F(ListBox, TypingFindsRows) {
