@@ -27,6 +27,7 @@
 #include <Kobaltrix/KXTypes.h>
 #include <Kobaltrix/KXUIButton.h>
 #include <Kobaltrix/KXUIDialogBox.h>
+#include <Kobaltrix/KXUIFileBrowser.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
 #include <Kobaltrix/KXUIListBox.h>
 #include <Kobaltrix/KXUISlider.h>

@@ -1,6 +1,7 @@
 #include "ui/RowText.h"
 
 #include "text/ColorEscapes.h"
+#include "text/FontCache.h"
 #include "text/Utf8.h"
 
 #include <Kobaltrix/KXFont.h>
@@ -68,6 +69,37 @@ std::string _KXTextThatFits(KXFont& font, const char* original, float width, _KX
         return text;
     const std::size_t fits = fittingBytes(font, visible, width - font.advance(ellipsis));
     return colored ? cutColored(text, fits) : std::string(text, fits) + ellipsis;
+}
+
+std::string _KXTextEndThatFits(KXFont& font, const char* original, float width) {
+    const _KXLegibleText legible(original);
+    const std::string text = legible.get();
+    std::size_t fits = text.size(), tooLong = text.size() < printable ? 0 : text.size() - printable;
+    if (tooLong == 0 && font.advance(text.c_str()) <= width)
+        return text;
+    width -= font.advance(ellipsis);
+    while (fits - tooLong > 1) {
+        const std::size_t middle = tooLong + (fits - tooLong) / 2;
+        if (font.advance(text.c_str() + characterStart(text, middle)) <= width)
+            fits = middle;
+        else
+            tooLong = middle;
+    }
+    while (fits < text.size() && isContinuation(text[fits]))
+        ++fits;
+    return ellipsis + text.substr(fits);
+}
+
+bool _KXFittedText::isFor(const KXFont& font, const std::string& text, float width) {
+    if (_font == &font && _fontSize == font.getSize() && _fontGeneration == _KXGlobalFontGeneration &&
+        _width == width && _text == text)
+        return true;
+    _text = text;
+    _width = width;
+    _font = &font;
+    _fontSize = font.getSize();
+    _fontGeneration = _KXGlobalFontGeneration;
+    return false;
 }
 
 void _KXPrintRow(KXFont& font, KXPoint p, KXColor color, const char* text, _KXSpans spans) {
