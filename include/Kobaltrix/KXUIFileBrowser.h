@@ -100,7 +100,7 @@ public:
     void setFocusColor(float r, float g, float b, float a);      ///< Around list or name with the keyboard.
 
 private:
-    struct State;
+    struct KX_INTERNAL State;
 
     State* _state;
 };

@@ -77,28 +77,28 @@ public:
     /// Draws the list into the current target, within the limit that the game has set there, which stays.
     void draw() override;
 
-    void setBackgroundColor(KXColor color); ///< Behind the rows.
-    void setBackgroundColor(float r, float g, float b, float a);
-    void setBorderColor(KXColor color); ///< Around list and knob.
-    void setBorderColor(float r, float g, float b, float a);
-    void setTextColor(KXColor color); ///< Of texts outside of colour spans.
-    void setTextColor(float r, float g, float b, float a);
-    void setSelectionColor(KXColor color); ///< Behind the selected row; the held knob.
-    void setSelectionColor(float r, float g, float b, float a);
-    void setFocusColor(KXColor color); ///< Around the list that has the keyboard.
-    void setFocusColor(float r, float g, float b, float a);
-    void setTrackColor(KXColor color); ///< Of the scroll bar.
-    void setTrackColor(float r, float g, float b, float a);
-    void setKnobColor(KXColor color); ///< Of the scroll bar.
-    void setKnobColor(float r, float g, float b, float a);
+    void setBackgroundColor(KXColor color);                      ///< Behind the rows.
+    void setBackgroundColor(float r, float g, float b, float a); ///< Behind the rows.
+    void setBorderColor(KXColor color);                          ///< Around list and knob.
+    void setBorderColor(float r, float g, float b, float a);     ///< Around list and knob.
+    void setTextColor(KXColor color);                            ///< Of texts outside of colour spans.
+    void setTextColor(float r, float g, float b, float a);       ///< Of texts outside of colour spans.
+    void setSelectionColor(KXColor color);                       ///< Behind the selected row; the held knob.
+    void setSelectionColor(float r, float g, float b, float a);  ///< Behind the selected row; the held knob.
+    void setFocusColor(KXColor color);                           ///< Around the list that has the keyboard.
+    void setFocusColor(float r, float g, float b, float a);      ///< Around the list that has the keyboard.
+    void setTrackColor(KXColor color);                           ///< Of the scroll bar.
+    void setTrackColor(float r, float g, float b, float a);      ///< Of the scroll bar.
+    void setKnobColor(KXColor color);                            ///< Of the scroll bar.
+    void setKnobColor(float r, float g, float b, float a);       ///< Of the scroll bar.
 
     // Used by the library itself.
     KX_INTERNAL void _showTextsAsTheyAre();
     KX_INTERNAL int _measuredRows() const;
 
 private:
-    struct Layout;
-    struct State;
+    struct KX_INTERNAL Layout;
+    struct KX_INTERNAL State;
     KX_INTERNAL Layout _layout() const;
     KX_INTERNAL Layout _settledLayout();
     KX_INTERNAL bool _isRow(int index) const;

@@ -47,8 +47,11 @@ void KXUIFileBrowser::show(KXUIFileBrowserMode mode, const char* folder, const c
     state.saves = mode != KXUIFileBrowserModeOpen;
     state.hasChosen = false;
     state.chosen.clear();
-    for (KXUIButton* button : state.buttons)
-        button->clicked(0); // a press that hide() cut short is none any more
+    // A press that hide() cut short, or that made the game show the browser, is none for its buttons.
+    for (KXUIButton* button : state.buttons) {
+        button->setSize(KXZeroSize);
+        button->_KXUIWidget::clicked(0);
+    }
     state.caption();
     state.enter(path, initial);
     state.putName(initial);
@@ -202,7 +205,7 @@ void KXUIFileBrowser::State::pressed() {
 static std::string whyNot(const std::string& name, int error) {
     if (error == ENOENT || error == ENOTDIR)
         return "There is no file " + quoted(name) + ".";
-    return quoted(name) + ": " + std::strerror(error);
+    return std::string(std::strerror(error)) + ": " + quoted(name);
 }
 
 void KXUIFileBrowser::State::open(const std::string& path) {
@@ -287,6 +290,14 @@ void KXUIFileBrowser::State::pollParts() {
         pressed();
 }
 
+// A press on a button or between the parts leaves the keyboard where it was.
+void KXUIFileBrowser::State::keepFocus(bool pressedHere) {
+    if (name.isFocused() || list.hasFocus())
+        nameHadFocus = name.isFocused();
+    else if (pressedHere && !KXUIFocusedTextEntry() && !_KXUIFocusedListBox)
+        nameHadFocus ? name.focus() : list.setFocus(-1);
+}
+
 int KXUIFileBrowser::poll() {
     State& state = *_state;
     if (!state.isShown)
@@ -302,9 +313,7 @@ int KXUIFileBrowser::poll() {
     if (!cancelled)
         state.pollParts();
     if (!cancelled && !state.hasChosen) {
-        // A press on a button or between the parts leaves the keyboard here.
-        if (KXMouse(0) && mouseOver() && !KXUIFocusedTextEntry() && !_KXUIFocusedListBox)
-            state.list.setFocus(-1);
+        state.keepFocus(KXMouse(0) && mouseOver());
         return 0;
     }
     hide();

@@ -34,7 +34,8 @@ struct KXUIFileBrowser::State {
 
     bool isShown = false;
     bool saves = false;
-    bool composing = false; ///< An input method was at work in the last poll.
+    bool nameHadFocus = false; ///< When one of the parts had it last.
+    bool composing = false;    ///< An input method was at work in the last poll.
     std::string folder = "/";
     _KXFileFilter filter;
     std::vector<_KXFolderListing::Entry> entries; ///< One for each row of the list.
@@ -60,4 +61,5 @@ struct KXUIFileBrowser::State {
     void choose(const std::string& path);
     bool pollKeys();
     void pollParts();
+    void keepFocus(bool pressedHere);
 };

@@ -107,8 +107,6 @@ int KXUIListBox::scrollTo(int index) {
     return -1;
 }
 
-int KXUIListBox::hasFocus() const { return _KXUIFocusedListBox == this ? -1 : 0; }
-
 int KXUIListBox::selectionChanged() const { return _state->changed ? -1 : 0; }
 
 int KXUIListBox::activatedIndex() const { return _state->activated; }

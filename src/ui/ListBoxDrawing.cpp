@@ -41,7 +41,7 @@ KXUIListBox::Layout KXUIListBox::_layout() const {
     layout.rowHeight = ::rowHeight(_fontInUse(), KXUIWidgetInnerPadding.height);
     layout.contentHeight = static_cast<std::int64_t>(count()) * layout.rowHeight;
     layout.furthest = std::max<std::int64_t>(0, layout.contentHeight - layout.viewHeight());
-    layout.scrolls = layout.furthest > 0 && layout.right - layout.left > 2 * barWidth;
+    layout.scrolls = _fontInUse() && layout.furthest > 0 && layout.right - layout.left > 2 * barWidth;
     layout.rowsRight = layout.right - (layout.scrolls ? barWidth : 0);
     return layout;
 }

@@ -43,16 +43,20 @@ void takeHeldKeysAsReported() {
 }
 } // namespace
 
-// The list and the entries share what is typed, so one of them has the focus at a time.
+// The list and the entries share what is typed, so one of them has the focus at a time. An entry that was
+// given it while this list had it has it already, even before the list is polled.
+int KXUIListBox::hasFocus() const { return _KXUIFocusedListBox == this && !KXUIFocusedTextEntry() ? -1 : 0; }
+
 void KXUIListBox::setFocus(int focus) {
-    if (!focus == !hasFocus())
-        return;
     if (!focus) {
-        _KXUIFocusedListBox = nullptr;
-        if (!KXUIFocusedTextEntry()) // it may have been faster
+        if (hasFocus())
             _KXEndTextInput();
+        if (_KXUIFocusedListBox == this)
+            _KXUIFocusedListBox = nullptr;
         return;
     }
+    if (hasFocus())
+        return;
     if (KXUITextEntry* entry = KXUIFocusedTextEntry())
         entry->unfocus();
     _KXUIFocusedListBox = this;
@@ -81,7 +85,7 @@ int KXUIListBox::poll() {
     const int selected = _state->selected;
     _state->activated = -1;
     _pollMouse();
-    if (hasFocus() && KXUIFocusedTextEntry())
+    if (KXUIFocusedTextEntry())
         setFocus(0);
     if (hasFocus()) {
         if (_pollTyping())

@@ -142,6 +142,46 @@ TEST_F(FileBrowser, AFileIsChosenOnce) {
     EXPECT_EQ(browser.poll(), 0);
 }
 
+TEST_F(FileBrowser, PressesOutsideOfItsTimeAndTheFocus) {
+    // Shown while a button is held where "Cancel" comes to be: the release is none of its business.
+    moveMouse(290, 180);
+    press();
+    open();
+    EXPECT_EQ(browser.poll(), 0);
+    release();
+    EXPECT_EQ(browser.poll(), 0);
+    // Hidden by the game in the middle of a press.
+    press();
+    browser.poll();
+    browser.hide();
+    release();
+    open();
+    EXPECT_EQ(browser.poll(), 0);
+    moveMouse(295, 20);
+    press();
+    browser.poll();
+    browser.hide();
+    release();
+    open();
+    EXPECT_EQ(browser.poll(), 0);
+    EXPECT_EQ(clickHidden(), 0);
+    EXPECT_EQ(browser.showsHiddenFiles(), -1);
+
+    // A press on a button leaves the keyboard where it was, one beside the browser takes it.
+    tap(SDLK_TAB);
+    type("b.tx");
+    EXPECT_EQ(browser.poll(), 0);
+    EXPECT_EQ(clickConfirm(), 0);
+    EXPECT_STREQ(browser.message(), "There is no file \"b.tx\".");
+    type("t");
+    browser.poll();
+    clickAt(2, 2);
+    EXPECT_EQ(KXUIFocusedTextEntry(), nullptr);
+    EXPECT_EQ(each({tap(SDLK_RETURN), tap(SDLK_ESCAPE)}), 0);
+    EXPECT_EQ(clickConfirm(), -1);
+    EXPECT_EQ(chosen(), inFolder("b.txt"));
+}
+
 TEST_F(FileBrowser, WalksThroughFolders) {
     const std::string root = folder.path(), music = root + "/music";
     const struct {
@@ -292,8 +332,8 @@ TEST_F(FileBrowser, SaysWhatIsWrong) {
     } rows[] = {{false, "nobody", "There is no file \"nobody\"."},
                 {false, "nobody/", "There is no folder \"nobody/\"."},
                 {false, "a.png/x", "There is no file \"a.png/x\"."},
-                {false, longName, "\"" + longName + "\": File name too long"},
-                {true, longName, "\"" + longName + "\": File name too long"},
+                {false, longName, "File name too long: \"" + longName + "\""},
+                {true, longName, "File name too long: \"" + longName + "\""},
                 {true, "nowhere/x", "There is no folder \"" + inFolder("nowhere") + "\"."},
                 {true, "a.png/x", "There is no folder \"" + inFolder("a.png") + "\"."},
                 {true, "a.png/", "There is no folder \"a.png/\"."},
@@ -352,7 +392,7 @@ TEST_F(FileBrowser, AFolderThatMayNotBeRead) {
     EXPECT_EQ(browser.folder(), locked);
     EXPECT_STREQ(browser.message(), "This folder cannot be read: Permission denied");
     EXPECT_EQ(each({tap(SDLK_TAB), typeAndEnter("x")}), 0);
-    EXPECT_STREQ(browser.message(), "\"x\": Permission denied");
+    EXPECT_STREQ(browser.message(), "Permission denied: \"x\"");
     EXPECT_EQ(seteuid(user), 0);
 }
 
@@ -417,7 +457,7 @@ TEST_F(FileBrowser, PathsLongerThanTemporaryStrings) {
 
 TEST_F(FileBrowser, ManyEntries) {
     const std::string inside = folder / "music/loud";
-    const int count = 20000;
+    const int count = 5000;
     for (int i = 0; i < count; ++i)
         ASSERT_EQ(mknod((inside + "/" + std::to_string(i)).c_str(), S_IFREG | 0666, 0), 0);
     browser.show(KXUIFileBrowserModeOpen, inside.c_str());

@@ -371,8 +371,12 @@ TEST_F(ListBox, FocusComesAndGoes) {
         EXPECT_EQ(list.selectedIndex(), 2);
         list.setSelectedIndex(0);
         entry.focus(); // by the game
-        list.poll();
         EXPECT_EQ(list.hasFocus(), 0);
+        list.poll();
+        type("e");
+        entry.poll();
+        EXPECT_STREQ(entry.text(), "e");
+        entry.setText("");
     }
 }
 
