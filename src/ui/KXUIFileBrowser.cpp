@@ -274,6 +274,8 @@ void KXUIFileBrowser::State::pollParts() {
     list.poll();
     name.poll();
     if (name.changed()) {
+        if (!*name.text())
+            picked.clear(); // it may have been shown as nothing
         list.setSelectedIndex(-1);
         dropQuestion();
         message.clear();

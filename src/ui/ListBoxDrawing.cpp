@@ -51,11 +51,8 @@ KXUIListBox::Layout KXUIListBox::_settledLayout() {
     Layout layout = _layout();
     if (_state->rowToReveal != -1 && layout.viewHeight() > 0) {
         const std::int64_t top = static_cast<std::int64_t>(_state->rowToReveal) * layout.rowHeight;
-        _state->scrolled = std::min(_state->scrolled, top);
-        if (layout.viewHeight() >= layout.rowHeight)
-            _state->scrolled = std::max(_state->scrolled, top + layout.rowHeight - layout.viewHeight());
-        else
-            _state->scrolled = top;
+        _state->scrolled = std::max(_state->scrolled, top + layout.rowHeight - layout.viewHeight());
+        _state->scrolled = std::min(_state->scrolled, top); // of a row that does not fit the top is seen
         _state->rowToReveal = -1;
     }
     _state->scrolled = std::clamp<std::int64_t>(_state->scrolled, 0, layout.furthest);

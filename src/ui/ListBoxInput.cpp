@@ -138,7 +138,7 @@ void KXUIListBox::_press(const Layout& layout) {
 void KXUIListBox::_pressRow(int row) {
     const bool second =
         row == _state->lastPressed && millisecondsSince(_state->lastPressTime) <= secondPressWithin;
-    _state->selected = row; // without scrolling: the second press must find the row where the first one did
+    setSelectedIndex(row);
     if (second)
         _state->activated = row;
     _state->lastPressed = second ? -1 : row; // a third press begins anew

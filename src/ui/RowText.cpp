@@ -73,7 +73,7 @@ std::string _KXTextThatFits(KXFont& font, const char* original, float width, _KX
 
 std::string _KXTextEndThatFits(KXFont& font, const char* original, float width) {
     const _KXLegibleText legible(original);
-    const std::string text = legible.get();
+    std::string text = legible.get();
     std::size_t fits = text.size(), tooLong = text.size() < printable ? 0 : text.size() - printable;
     if (tooLong == 0 && font.advance(text.c_str()) <= width)
         return text;

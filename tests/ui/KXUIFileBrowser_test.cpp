@@ -136,6 +136,12 @@ TEST_F(FileBrowser, AFileIsChosenOnce) {
         EXPECT_EQ(KXUIFocusedTextEntry(), nullptr);
         steps.advance(100);
     }
+    open(); // a row that is selected, but not what the name says any more, can be selected again
+    EXPECT_EQ(each({clickRow(2), clickAt(100, 180)}), 0);
+    type("x");
+    steps.advance(100);
+    EXPECT_EQ(each({browser.poll(), clickRow(2), clickConfirm()}), -1);
+    EXPECT_EQ(chosen(), inFolder("a.png"));
     open();
     EXPECT_EQ(chosen(), "-");
     browser.hide();
@@ -218,6 +224,8 @@ TEST_F(FileBrowser, WalksThroughFolders) {
         steps.advance(100);
     }
     browser.setFolder(music.c_str());
+    EXPECT_EQ(browser.folder(), music);
+    EXPECT_EQ(each({clickRow(1), clickUp(), clickConfirm()}), 0) << "the name was one of the folder before";
     EXPECT_EQ(browser.folder(), music);
     EXPECT_EQ(each({clickRow(1), clickConfirm()}), -1);
     EXPECT_EQ(chosen(), music + "/song.ogg");
@@ -475,6 +483,8 @@ TEST_F(FileBrowser, StrangeGeometryAndFonts) {
         browser.draw();
         EXPECT_EQ(clickAt(6, 6), 0);
     }
+    browser.setRect({100, 5}, {20, 150});
+    EXPECT_EQ(clickAt(90, 145), 0) << "beside a browser that is too narrow for its buttons";
     browser.setRect({10, 10}, {300, 180});
     KXClearGUIFontCache();
     browser.draw();

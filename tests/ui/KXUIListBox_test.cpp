@@ -135,6 +135,25 @@ TEST_F(ListBox, APressSelectsAndASecondOneActivates) {
         EXPECT_EQ(list.activatedIndex(), -1);
         EXPECT_EQ(list.selectionChanged(), 0);
     }
+    // A row that is partly in view comes into view whole, and the second press still finds it.
+    fillWith(7);
+    list.setSize({120, static_cast<float>(2 * rowHeight + rowHeight / 2 + 2)});
+    moveMouse(20, 11 + 2 * rowHeight + 3);
+    for (int activated : {-1, 2}) {
+        press();
+        list.poll();
+        EXPECT_EQ(list.activatedIndex(), activated);
+        release();
+        list.poll();
+    }
+    EXPECT_EQ(list.indexAt({20, 12 + 1.5f * static_cast<float>(rowHeight)}), 2);
+    list.setSize({120, static_cast<float>(rowHeight / 2)}); // lower than a row: its top is what is seen
+    list.scrollTo(5);
+    EXPECT_EQ(list.indexAt({20, 11}), 5);
+    EXPECT_EQ(list.indexAt({20, 10 + static_cast<float>(rowHeight / 2) - 2}), 5);
+    list.setSize({120, static_cast<float>(5 * rowHeight + 2)});
+    while (list.count() > 3)
+        list.remove(3);
     click(0);
     list.insert(0, "new"); // the row under the pointer is another one now
     EXPECT_EQ(click(0), -1);
@@ -377,6 +396,8 @@ TEST_F(ListBox, FocusComesAndGoes) {
         entry.poll();
         EXPECT_STREQ(entry.text(), "e");
         entry.setText("");
+        entry.unfocus();
+        EXPECT_EQ(list.hasFocus(), 0) << "what is given up goes to nobody";
     }
 }
 
@@ -434,6 +455,20 @@ TEST_F(ListBox, OnlyRowsInViewCost) {
     list.rename(99997, "another text");
     list.draw();
     EXPECT_EQ(list._measuredRows(), before + 1);
+
+    // What is remembered is what a list that has drawn nothing yet would show.
+    list.insert(0, "new");
+    list.remove(99996);
+    list.setSelectedIndex(-1);
+    const Image remembered = draw([&] { list.draw(); });
+    KXUIListBox fresh;
+    fresh.setRect(list.rect().origin, list.rect().size);
+    for (int i = 0; i < list.count(); ++i) {
+        fresh.add(list.text(i));
+        _KXCleanTempStrings();
+    }
+    fresh.scrollTo(list.count() - 1);
+    EXPECT_EQ(differingPixels(remembered, draw([&] { fresh.draw(); })), 0);
 }
 
 std::array<int, 5> clipState() {
