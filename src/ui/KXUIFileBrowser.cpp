@@ -284,7 +284,7 @@ void KXUIFileBrowser::State::pollParts() {
         selected(list.selectedIndex());
     const int activated = list.activatedIndex();
     if (activated != -1 && entries[activated].isFolder)
-        enter(std::string(_KXPathIn(folder, entries[activated].name)), "");
+        enter(_KXPathIn(folder, entries[activated].name), "");
     else if (activated != -1) {
         putName(entries[activated].name);
         pressed();
