@@ -34,7 +34,9 @@
 #include <Kobaltrix/KXTypes.h>
 #include <Kobaltrix/KXUIButton.h>
 #include <Kobaltrix/KXUIDialogBox.h>
+#include <Kobaltrix/KXUIFileBrowser.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
+#include <Kobaltrix/KXUIListBox.h>
 #include <Kobaltrix/KXUIMenu.h>
 #include <Kobaltrix/KXUISlider.h>
 #include <Kobaltrix/KXUITextEntry.h>

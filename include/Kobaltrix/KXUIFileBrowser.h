@@ -1,0 +1,106 @@
+#pragma once
+
+#include <Kobaltrix/KXUIWidget.h>
+
+/// @file
+/// A box in which the user looks for a file to open, or says where to save one.
+
+/// What a file is looked for.
+enum KXUIFileBrowserMode : int {
+    /// To be read: the file must exist.
+    KXUIFileBrowserModeOpen = 0,
+    /// To be written: the file may be new; one that exists is asked about. Every value other than 0 means
+    /// this.
+    KXUIFileBrowserModeSave = 1
+};
+
+/// A folder's contents, a line to type a name into, and buttons.
+///
+/// It is hidden, and neither polled nor drawn, until show(); then until the user has chosen or cancelled.
+///
+/// Folders come first, then files; in each half "b" comes after "A" and "10" after "9". A double click or
+/// Return on a folder enters it and on a file chooses it; "Up" and Backspace go to the folder above. A name
+/// is typed as it is, as a path from the folder shown, or as a path from the root; naming a folder enters it.
+/// Before a file is saved over, the browser asks once: the button then says "Replace". Tab changes between
+/// list and name, Escape cancels. Keys are read as KXUIListBox does, beside the game's own queries.
+///
+/// What goes wrong is said in the line above the name: a folder that cannot be read or is no longer there, a
+/// file that does not exist, a name that is not UTF-8. Bytes of a name that are no character are shown as
+/// question marks, but stay as they are in the path.
+///
+/// Paths are bytes, as in KXFile.h. Links to folders are followed. A folder is read when it is entered and
+/// when refresh() is called. Nothing is thrown but std::bad_alloc when memory is exhausted.
+class KX_API KXUIFileBrowser : public _KXUIWidget {
+public:
+    /// A hidden browser in the user-interface colours.
+    KXUIFileBrowser();
+    ~KXUIFileBrowser() override;
+
+    /// Shows the browser and gives it the keyboard; what was chosen before is forgotten.
+    /// @param folder where to begin, copied; null for the working directory.
+    void show(KXUIFileBrowserMode mode, const char* folder);
+    /// The same with a name to begin with, copied; null for none. A file of this name is selected.
+    void show(KXUIFileBrowserMode mode, const char* folder, const char* name);
+    /// Hides the browser; there is no result.
+    void hide();
+    /// -1 while the browser is shown, else 0.
+    int isShown() const;
+
+    /// Lists only files with certain extensions, in any case. A name to save under that has none of them gets
+    /// the first. Folders are always listed, and any name can be typed.
+    /// @param extensions copied, for example "png jpg" or "*.tar.gz"; null or empty for every file.
+    void setExtensions(const char* extensions);
+    /// Lists names that begin with a dot for a non-zero @a shows. The user can change it.
+    void setShowsHiddenFiles(int shows);
+    /// -1 if names that begin with a dot are listed, else 0.
+    int showsHiddenFiles() const;
+    /// Goes to a folder, as the user could. @param folder null for the working directory.
+    void setFolder(const char* folder);
+    /// Reads the folder again.
+    void refresh();
+
+    /// The folder shown, from the root. A temporary string; one that is longer than these can be, 1023 bytes,
+    /// is the browser's own and valid until it goes to another folder.
+    const char* folder() const;
+    /// The line above the name, empty if there is nothing to say. A temporary string (so cut to 1023 bytes).
+    const char* message() const;
+    /// The path that was chosen, from the root; null if the user cancelled or has not chosen yet. A temporary
+    /// string; one that is longer than these can be, 1023 bytes, is the browser's own and valid until show().
+    const char* path() const;
+
+    /// Takes the user's doing of one logic step in.
+    /// @return -1 once, when the user has chosen or cancelled in this call, with path() telling which; else
+    /// 0.
+    int poll();
+    /// Draws the browser into the current target; nothing while it is hidden.
+    void draw() override;
+
+    /// Moves the top-left corner, pixels.
+    void setOrigin(KXPoint origin) override;
+    /// Sets the extent in pixels. Parts that it has no room for are not drawn; 300 by 200 is comfortable.
+    void setSize(KXSize size) override;
+    /// Gives browser, list, name and buttons a font of their own. See _KXUIWidget::setFont().
+    int setFont(const char* path, KXAliasMode mode) override;
+    /// Changes the size of that font. See _KXUIWidget::setFontSize().
+    int setFontSize(int size) override;
+
+    void setBackgroundColor(KXColor color);                      ///< Behind everything.
+    void setBackgroundColor(float r, float g, float b, float a); ///< Behind everything.
+    void setControlColor(KXColor color);                         ///< Of list, name and buttons.
+    void setControlColor(float r, float g, float b, float a);    ///< Of list, name and buttons.
+    void setDepressedColor(KXColor color);                       ///< Of buttons held or on, and scroll bar.
+    void setDepressedColor(float r, float g, float b, float a);  ///< Of buttons held or on, and scroll bar.
+    void setBorderColor(KXColor color);                          ///< Around browser, list, name, buttons.
+    void setBorderColor(float r, float g, float b, float a);     ///< Around browser, list, name, buttons.
+    void setTextColor(KXColor color);                            ///< Of every text.
+    void setTextColor(float r, float g, float b, float a);       ///< Of every text.
+    void setSelectionColor(KXColor color);                       ///< Behind what is selected.
+    void setSelectionColor(float r, float g, float b, float a);  ///< Behind what is selected.
+    void setFocusColor(KXColor color);                           ///< Around list or name with the keyboard.
+    void setFocusColor(float r, float g, float b, float a);      ///< Around list or name with the keyboard.
+
+private:
+    struct KX_INTERNAL State;
+
+    State* _state;
+};

@@ -1,0 +1,127 @@
+#pragma once
+
+#include <Kobaltrix/KXUIWidget.h>
+
+/// @file
+/// A list of texts that scrolls and of which the user selects one.
+
+/// A box of rows with a scroll bar where there are more rows than it shows.
+///
+/// The mouse: a press on a row selects it, a second press on it within half a second activates it. The wheel
+/// scrolls the box under the pointer by three rows a notch; the bar's knob can be dragged, and a press beside
+/// it turns a page, again and again while it is held. Times are those of the logic loop.
+///
+/// The keyboard, while the list has focus: Up, Down, Page Up, Page Down, Home and End select another row,
+/// repeatedly when held; Return and the key pad's Enter activate the selected row. Typing letters selects the
+/// next row that begins with them in any case, as the user's keyboard layout writes them; a pause of a second
+/// begins a new word, and the same letter again goes to the next row with it. A press on the list gives it
+/// focus, a press elsewhere takes it; one list or text entry has focus at a time.
+///
+/// The keys are read beside the game's own queries, which still see every press: ask hasFocus() where a game
+/// should not act on keys that are meant for a list. Keys that are held when a list gets focus count for it
+/// only once they are pressed again.
+///
+/// Rows are numbered from 0. A number that is none changes nothing and gives the neutral result; nothing is
+/// thrown but std::bad_alloc when memory is exhausted. Only the rows in view are measured and drawn, so that
+/// a list of 100,000 scrolls as one of 10. Texts may hold colour spans as in KXFont::print(); a percent sign
+/// is itself. One that is too long for the box ends in three dots.
+///
+/// Colours are those of KXSetUIColor() when the list is made. Without a font it draws its box only.
+class KX_API KXUIListBox : public _KXUIWidget {
+public:
+    /// An empty list.
+    KXUIListBox();
+    ~KXUIListBox() override;
+
+    /// Appends a row. @return its number; -1 for a null @a text.
+    int add(const char* text);
+    /// Puts a row before row @a index, or behind the last one for count(). What was selected stays selected.
+    /// @return its number; -1 for another number or a null @a text.
+    int insert(int index, const char* text);
+    /// Removes a row; if it was selected, none is then. @return -1 on success, 0 if there is no such row.
+    int remove(int index);
+    /// Gives a row another text. @return -1 on success, 0 if there is no such row or @a text is null.
+    int rename(int index, const char* text);
+    /// Removes every row.
+    void clear();
+    /// Number of rows.
+    int count() const;
+    /// A row's text, null if there is no such row. A temporary string (so cut to 1023 bytes).
+    const char* text(int index) const;
+
+    /// The selected row, -1 for none.
+    int selectedIndex() const;
+    /// Selects a row and scrolls to it; -1 selects none. Does not count as the user's doing in poll().
+    /// @return -1 on success, 0 if there is no such row.
+    int setSelectedIndex(int index);
+    /// The first row that is at least partly in view, -1 for an empty list.
+    int firstVisibleIndex();
+    /// Scrolls by as little as brings a row into view whole. @return -1, or 0 if there is no such row.
+    int scrollTo(int index);
+    /// The row at a position in pixels, -1 if there is none.
+    int indexAt(KXPoint point);
+
+    /// Gives the list the keyboard for a non-zero @a focus, takes it for 0.
+    void setFocus(int focus);
+    /// -1 while the list has the keyboard, else 0.
+    int hasFocus() const;
+
+    /// Takes the user's doing of one logic step in. @return -1 if the user selected another row or activated
+    /// one in this call, else 0.
+    int poll();
+    /// -1 if the user selected another row in the last poll(), else 0.
+    int selectionChanged() const;
+    /// The row that the user activated in the last poll(), -1 for none.
+    int activatedIndex() const;
+
+    /// Draws the list into the current target, within the limit that the game has set there, which stays.
+    void draw() override;
+
+    void setBackgroundColor(KXColor color);                      ///< Behind the rows.
+    void setBackgroundColor(float r, float g, float b, float a); ///< Behind the rows.
+    void setBorderColor(KXColor color);                          ///< Around list and knob.
+    void setBorderColor(float r, float g, float b, float a);     ///< Around list and knob.
+    void setTextColor(KXColor color);                            ///< Of texts outside of colour spans.
+    void setTextColor(float r, float g, float b, float a);       ///< Of texts outside of colour spans.
+    void setSelectionColor(KXColor color);                       ///< Behind the selected row; the held knob.
+    void setSelectionColor(float r, float g, float b, float a);  ///< Behind the selected row; the held knob.
+    void setFocusColor(KXColor color);                           ///< Around the list that has the keyboard.
+    void setFocusColor(float r, float g, float b, float a);      ///< Around the list that has the keyboard.
+    void setTrackColor(KXColor color);                           ///< Of the scroll bar.
+    void setTrackColor(float r, float g, float b, float a);      ///< Of the scroll bar.
+    void setKnobColor(KXColor color);                            ///< Of the scroll bar.
+    void setKnobColor(float r, float g, float b, float a);       ///< Of the scroll bar.
+
+    // Used by the library itself.
+    KX_INTERNAL void _showTextsAsTheyAre();
+    KX_INTERNAL int _measuredRows() const;
+
+private:
+    struct KX_INTERNAL Layout;
+    struct KX_INTERNAL State;
+    KX_INTERNAL Layout _layout() const;
+    KX_INTERNAL Layout _settledLayout();
+    KX_INTERNAL bool _isRow(int index) const;
+    KX_INTERNAL void _rowsChanged();
+    KX_INTERNAL void _pollMouse();
+    KX_INTERNAL void _press(const Layout& layout);
+    KX_INTERNAL void _pressRow(int row);
+    KX_INTERNAL void _turnPage(const Layout& layout);
+    KX_INTERNAL void _pollWheel(const Layout& layout);
+    KX_INTERNAL void _pollKeys();
+    KX_INTERNAL bool _pollTyping();
+    KX_INTERNAL void _findTyped();
+    KX_INTERNAL int _nextBeginningWith(const char* word, int from) const;
+    KX_INTERNAL const char* _shownText(int index, int width);
+    KX_INTERNAL void _drawRows(const Layout& layout);
+    KX_INTERNAL void _drawScrollBar(const Layout& layout);
+
+    KXColor _backgroundColor;
+    KXColor _borderColor;
+    KXColor _textColor;
+    KXColor _selectionColor;
+    KXColor _focusColor;
+    KXColor _trackColor;
+    KXColor _knobColor;
+    State* _state;
+};

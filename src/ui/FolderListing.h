@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// What is in a folder, for people to choose from.
+struct _KXFolderListing {
+    struct Entry {
+        std::string name; ///< Its bytes as the system has them.
+        bool isFolder;
+    };
+    std::vector<Entry> entries; ///< Folders first, each half in the order people expect.
+    bool hasOthers = false;     ///< Whether something was left out.
+    int error = 0;              ///< Why the folder could not be read, or not to its end; an errno.
+};
+
+/// Which files are listed. Folders always are, unless they are hidden.
+struct _KXFileFilter {
+    std::vector<std::string> extensions; ///< In lower case, without the dot; empty for every file.
+    bool showsHidden = false;            ///< Names that begin with a dot.
+
+    /// Extensions out of a list like "png, .jpg;*.tar.gz". Null is an empty one.
+    static std::vector<std::string> extensionsIn(const char* list);
+    /// Whether a file's name ends with one of the extensions, or every name does.
+    bool matchesExtension(const std::string& name) const;
+};
+
+/// Reads a folder. What a symbolic link leads to counts; what is neither file nor folder is left out.
+_KXFolderListing _KXReadFolder(const std::string& path, const _KXFileFilter& filter);
+
+/// What is at a path.
+enum class _KXPathKind { Nothing, File, Folder };
+_KXPathKind _KXKindOf(const std::string& path);
+
+/// A path below @a folder, or @a path itself if it is absolute.
+std::string _KXPathIn(const std::string& folder, const std::string& path);
+/// A path from the root without "." and "..", doubled slashes and one at the end. A null or empty path is the
+/// working directory's.
+std::string _KXAbsolutePath(const char* path);
+/// The last part of an absolute path, empty for the root; and what is before it, the root at last.
+std::string _KXLastPart(const std::string& path);
+std::string _KXParentOf(const std::string& path);

@@ -1,0 +1,323 @@
+#include "ui/KXUIFileBrowser.h"
+
+#include "input/Keyboard.h"
+#include "text/Utf8.h"
+#include "ui/KXUIListBox.h"
+#include "ui/TextInput.h"
+
+#include <Kobaltrix/KXMouse.h>
+#include <Kobaltrix/KXString.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+namespace {
+constexpr int keyTab = 54, keyBackspace = 56, keyEscape = 69, keyLeftAlt = 124, keyRightAlt = 125;
+
+std::string quoted(const std::string& name) { return "\"" + name + "\""; }
+
+// A name for a row: bytes that would break the line, or are no character, as question marks.
+std::string rowFor(const _KXFolderListing::Entry& entry) {
+    std::string row = _KXLegibleText(entry.name.c_str()).get();
+    std::replace_if(
+        row.begin(), row.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; },
+        '?');
+    return entry.isFolder ? row + "/" : row;
+}
+
+// Lengths a temporary string cannot have are the browser's own.
+const char* textOut(const std::string& text) {
+    constexpr std::size_t longest = 1023;
+    return text.size() <= longest ? KXTempString("%s", text.c_str()) : text.c_str();
+}
+} // namespace
+
+KXUIFileBrowser::KXUIFileBrowser() : _state(new State) {}
+
+KXUIFileBrowser::~KXUIFileBrowser() { delete _state; }
+
+void KXUIFileBrowser::show(KXUIFileBrowserMode mode, const char* folder) { show(mode, folder, nullptr); }
+
+void KXUIFileBrowser::show(KXUIFileBrowserMode mode, const char* folder, const char* name) {
+    State& state = *_state;
+    const std::string initial = name ? name : ""; // before it goes: it may be a path of this browser
+    const std::string path = _KXAbsolutePath(folder);
+    state.isShown = true;
+    state.saves = mode != KXUIFileBrowserModeOpen;
+    state.hasChosen = false;
+    state.chosen.clear();
+    // A press that hide() cut short, or that made the game show the browser, is none for its buttons.
+    for (KXUIButton* button : state.buttons) {
+        button->setSize(KXZeroSize);
+        button->_KXUIWidget::clicked(0);
+    }
+    state.caption();
+    state.enter(path, initial);
+    state.putName(initial);
+    if (!state.saves) {
+        state.list.setFocus(-1);
+        return;
+    }
+    state.name.focus();
+    state.name.selectAll();
+    // Typing replaces the name but not its extension.
+    const std::string text = state.name.text();
+    const std::size_t dot = text.rfind('.');
+    if (dot != 0 && dot != std::string::npos)
+        state.name.select(0, static_cast<int>(std::count_if(text.begin(), text.begin() + dot, [](char c) {
+                              return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+                          })));
+}
+
+void KXUIFileBrowser::hide() {
+    _state->isShown = false;
+    _state->list.setFocus(0);
+    _state->name.unfocus();
+    _state->dropQuestion();
+}
+
+int KXUIFileBrowser::isShown() const { return _state->isShown ? -1 : 0; }
+
+void KXUIFileBrowser::setExtensions(const char* extensions) {
+    _state->filter.extensions = _KXFileFilter::extensionsIn(extensions);
+    refresh();
+}
+
+void KXUIFileBrowser::setShowsHiddenFiles(int shows) {
+    _state->filter.showsHidden = shows;
+    _state->hidden.setState(shows ? KXUIToggleButtonStateOn : KXUIToggleButtonStateOff);
+    refresh();
+}
+
+int KXUIFileBrowser::showsHiddenFiles() const { return _state->filter.showsHidden ? -1 : 0; }
+
+void KXUIFileBrowser::setFolder(const char* folder) { _state->enter(_KXAbsolutePath(folder), ""); }
+
+void KXUIFileBrowser::refresh() {
+    if (!_state->isShown)
+        return;
+    const int row = _state->list.selectedIndex();
+    _state->read(row == -1 ? "" : std::string(_state->entries[row].name));
+}
+
+const char* KXUIFileBrowser::folder() const { return textOut(_state->folder); }
+
+const char* KXUIFileBrowser::message() const { return KXTempString("%s", _state->message.c_str()); }
+
+const char* KXUIFileBrowser::path() const { return _state->hasChosen ? textOut(_state->chosen) : nullptr; }
+
+/// Lists the folder, with the entry of a name selected if there is one. @return 0, or the system's error.
+int KXUIFileBrowser::State::read(const std::string& select) {
+    dropQuestion();
+    list.clear();
+    _KXFolderListing listing = _KXReadFolder(folder, filter);
+    entries = std::move(listing.entries);
+    for (const _KXFolderListing::Entry& entry : entries)
+        list.add(rowFor(entry).c_str());
+    const auto found = select.empty()
+                           ? entries.end()
+                           : std::find_if(entries.begin(), entries.end(),
+                                          [&](const _KXFolderListing::Entry& e) { return e.name == select; });
+    if (found != entries.end())
+        list.setSelectedIndex(static_cast<int>(found - entries.begin()));
+    if (listing.error == ENOENT || listing.error == ENOTDIR)
+        message = "There is no such folder.";
+    else if (listing.error)
+        message = std::string("This folder cannot be read: ") + std::strerror(listing.error);
+    else if (entries.empty())
+        message = listing.hasOthers ? "Nothing in this folder is listed." : "This folder is empty.";
+    else
+        message.clear();
+    return listing.error;
+}
+
+void KXUIFileBrowser::State::enter(const std::string& path, const std::string& select) {
+    folder = path;
+    if (!saves)
+        putName(""); // it named a file of the folder before
+    if (isShown)
+        read(select);
+}
+
+void KXUIFileBrowser::State::goUp() {
+    const std::string from = _KXLastPart(folder);
+    if (!from.empty())
+        enter(_KXParentOf(folder), from);
+}
+
+/// Writes a name that was not typed. The line shows bytes that are no text in its own way.
+void KXUIFileBrowser::State::putName(const std::string& bytes) {
+    name.setText(bytes.c_str());
+    picked = bytes;
+    pickedShown = name.text();
+}
+
+/// The bytes that the line stands for.
+std::string KXUIFileBrowser::State::nameMeant() const {
+    const std::string text = name.text();
+    return text == pickedShown ? picked : text;
+}
+
+void KXUIFileBrowser::State::selected(int row) {
+    dropQuestion();
+    message.clear();
+    const _KXFolderListing::Entry& entry = entries[row];
+    if (entry.name != _KXLegibleText(entry.name.c_str()).get())
+        message = "This name has bytes that are no text; they are shown as question marks.";
+    if (!entry.isFolder)
+        putName(entry.name);
+    else if (!saves)
+        putName(""); // the button is to enter the folder; a name to save under goes along into it
+}
+
+void KXUIFileBrowser::State::dropQuestion() {
+    if (asked.empty())
+        return;
+    asked.clear();
+    message.clear();
+    caption();
+}
+
+/// The button, Return in the line, or the activation of a file.
+void KXUIFileBrowser::State::pressed() {
+    const std::string typed = nameMeant();
+    const int row = list.selectedIndex();
+    const std::string path = _KXPathIn(folder, typed);
+    if (typed.empty() && row != -1 && entries[row].isFolder) {
+        const std::string inside = _KXPathIn(folder, entries[row].name);
+        enter(inside, "");
+    } else if (typed.empty()) {
+        message = saves ? "Type a name for the file." : "Select a file or type its name.";
+    } else if (_KXKindOf(path) == _KXPathKind::Folder) {
+        putName("");
+        enter(_KXAbsolutePath(path.c_str()), "");
+    } else if (typed.ends_with('/')) {
+        message = "There is no folder " + quoted(typed) + ".";
+    } else if (saves) {
+        save(path);
+    } else {
+        open(path);
+    }
+}
+
+// Why there is nothing at a path that was asked for just before.
+static std::string whyNot(const std::string& name, int error) {
+    if (error == ENOENT || error == ENOTDIR)
+        return "There is no file " + quoted(name) + ".";
+    return std::string(std::strerror(error)) + ": " + quoted(name);
+}
+
+void KXUIFileBrowser::State::open(const std::string& path) {
+    const bool exists = _KXKindOf(path) != _KXPathKind::Nothing;
+    const int error = errno;
+    if (exists) {
+        choose(path);
+        return;
+    }
+    // What was listed may have vanished, with its folder or without.
+    if (list.selectedIndex() == -1 || read("") == 0)
+        message = whyNot(nameMeant(), error);
+}
+
+void KXUIFileBrowser::State::save(std::string path) {
+    if (!filter.matchesExtension(_KXLastPart(path)))
+        path += "." + filter.extensions.front();
+    const std::string parent = _KXParentOf(path);
+    const _KXPathKind kind = _KXKindOf(path);
+    const int error = errno;
+    if (kind == _KXPathKind::Folder)
+        message = "There is a folder " + quoted(_KXLastPart(path)) + ".";
+    else if (kind == _KXPathKind::Nothing && _KXKindOf(parent) != _KXPathKind::Folder)
+        message = "There is no folder " + quoted(parent) + ".";
+    else if (kind == _KXPathKind::Nothing && error != ENOENT)
+        message = whyNot(_KXLastPart(path), error);
+    else if (kind == _KXPathKind::Nothing || asked == path)
+        choose(path);
+    else {
+        asked = path;
+        message = "Replace the file " + quoted(_KXLastPart(path)) + "?";
+        caption();
+    }
+}
+
+void KXUIFileBrowser::State::choose(const std::string& path) {
+    chosen = path;
+    hasChosen = true;
+}
+
+/// Keys that neither list nor line keeps for itself. @return whether the user cancels.
+bool KXUIFileBrowser::State::pollKeys() {
+    const bool inName = name.isFocused(), inList = list.hasFocus();
+    const bool wasComposing = composing;
+    composing = !_KXComposedText().empty();
+    // The keys are an input method's, the last one too.
+    if ((!inName && !inList) || composing || wasComposing)
+        return false;
+    if (_KXKeys[keyLeftAlt] || _KXKeys[keyRightAlt])
+        return false;
+    if (_KXKeyTextEntry(keyTab, -1)) {
+        if (inName)
+            list.setFocus(-1);
+        else
+            name.focus();
+    }
+    if (inList && _KXKeyTextEntry(keyBackspace, -1))
+        goUp();
+    return _KXKeyTextEntry(keyEscape, -1);
+}
+
+void KXUIFileBrowser::State::pollParts() {
+    if (up.clicked(0))
+        goUp();
+    const bool confirmed = confirm.clicked(0);
+    list.poll();
+    name.poll();
+    if (name.changed()) {
+        if (!*name.text())
+            picked.clear(); // it may have been shown as nothing
+        list.setSelectedIndex(-1);
+        dropQuestion();
+        message.clear();
+    }
+    if (list.selectionChanged() && list.selectedIndex() != -1)
+        selected(list.selectedIndex());
+    const int activated = list.activatedIndex();
+    if (activated != -1 && entries[activated].isFolder)
+        enter(_KXPathIn(folder, entries[activated].name), "");
+    else if (activated != -1) {
+        putName(entries[activated].name);
+        pressed();
+    } else if (confirmed || name.entered())
+        pressed();
+}
+
+// A press on a button or between the parts leaves the keyboard where it was.
+void KXUIFileBrowser::State::keepFocus(bool pressedHere) {
+    if (name.isFocused() || list.hasFocus())
+        nameHadFocus = name.isFocused();
+    else if (pressedHere && !KXUIFocusedTextEntry() && !_KXUIFocusedListBox)
+        nameHadFocus ? name.focus() : list.setFocus(-1);
+}
+
+int KXUIFileBrowser::poll() {
+    State& state = *_state;
+    if (!state.isShown)
+        return 0;
+    bool cancelled = state.pollKeys();
+    if (state.hidden.clicked(0))
+        setShowsHiddenFiles(state.hidden.state() == KXUIToggleButtonStateOn);
+    cancelled |= state.cancel.clicked(0) != 0;
+    if (cancelled && !state.asked.empty()) {
+        state.dropQuestion();
+        cancelled = false;
+    }
+    if (!cancelled)
+        state.pollParts();
+    if (!cancelled && !state.hasChosen) {
+        state.keepFocus(KXMouse(0) && mouseOver());
+        return 0;
+    }
+    hide();
+    return -1;
+}

@@ -1,0 +1,137 @@
+#include "ui/KXUIListBox.h"
+
+#include "core/UIColors.h"
+#include "text/Utf8.h"
+
+#include <Kobaltrix/KXString.h>
+
+#include <climits>
+#include <cstring>
+
+KXUIListBox::KXUIListBox()
+    : _backgroundColor(_KXUIBackroundColor), _borderColor(_KXUIBorderColor), _textColor(_KXUITextColor),
+      _selectionColor(_KXUISelectionColor), _focusColor(_KXUIFocusColor),
+      _trackColor(_KXUIBackgroundColor_Interaction), _knobColor(_KXUIBackroundColor), _state(new State) {}
+
+KXUIListBox::~KXUIListBox() {
+    setFocus(0);
+    delete _state;
+}
+
+bool KXUIListBox::_isRow(int index) const { return index >= 0 && index < count(); }
+
+// What was remembered by a row's number is void.
+void KXUIListBox::_rowsChanged() {
+    _state->shown.clear();
+    _state->lastPressed = -1;
+}
+
+int KXUIListBox::count() const { return static_cast<int>(_state->rows.size()); }
+
+int KXUIListBox::add(const char* text) {
+    if (!text || count() == INT_MAX)
+        return -1;
+    _state->rows.emplace_back(text);
+    return count() - 1;
+}
+
+int KXUIListBox::insert(int index, const char* text) {
+    if (index == count())
+        return add(text);
+    if (!text || !_isRow(index) || count() == INT_MAX)
+        return -1;
+    _state->rows.emplace(_state->rows.begin() + index, text);
+    for (int* row : {&_state->selected, &_state->rowToReveal})
+        if (*row >= index)
+            ++*row;
+    _rowsChanged();
+    return index;
+}
+
+int KXUIListBox::remove(int index) {
+    if (!_isRow(index))
+        return 0;
+    _state->rows.erase(_state->rows.begin() + index);
+    for (int* row : {&_state->selected, &_state->rowToReveal}) {
+        if (*row == index)
+            *row = -1;
+        else if (*row > index)
+            --*row;
+    }
+    _rowsChanged();
+    return -1;
+}
+
+int KXUIListBox::rename(int index, const char* text) {
+    if (!text || !_isRow(index))
+        return 0;
+    _state->rows[index] = std::string(text); // the new text may be part of the old one
+    for (State::Shown& shown : _state->shown)
+        if (shown.row == index)
+            shown.row = -1;
+    return -1;
+}
+
+void KXUIListBox::clear() {
+    _state->rows.clear();
+    _state->selected = _state->rowToReveal = -1;
+    _state->scrolled = 0;
+    _rowsChanged();
+}
+
+const char* KXUIListBox::text(int index) const {
+    if (!_isRow(index))
+        return nullptr;
+    const std::string& row = _state->rows[index];
+    char* text = KXTempString("%s", row.c_str());
+    if (text && std::strlen(text) < row.size())
+        _KXDropCutCharacter(text, std::strlen(text));
+    return text;
+}
+
+int KXUIListBox::selectedIndex() const { return _state->selected; }
+
+int KXUIListBox::setSelectedIndex(int index) {
+    if (index != -1 && !_isRow(index))
+        return 0;
+    _state->selected = index;
+    if (index != -1)
+        _state->rowToReveal = index;
+    return -1;
+}
+
+int KXUIListBox::scrollTo(int index) {
+    if (!_isRow(index))
+        return 0;
+    _state->rowToReveal = index;
+    return -1;
+}
+
+int KXUIListBox::selectionChanged() const { return _state->changed ? -1 : 0; }
+
+int KXUIListBox::activatedIndex() const { return _state->activated; }
+
+/// Takes braces for text, for rows that are names of files.
+void KXUIListBox::_showTextsAsTheyAre() {
+    _state->spans = _KXSpans::Plain;
+    _state->shown.clear();
+}
+
+/// How many times a row was measured, for tests of what a frame costs.
+int KXUIListBox::_measuredRows() const { return _state->measured; }
+
+void KXUIListBox::setBackgroundColor(KXColor color) { _backgroundColor = color; }
+void KXUIListBox::setBorderColor(KXColor color) { _borderColor = color; }
+void KXUIListBox::setTextColor(KXColor color) { _textColor = color; }
+void KXUIListBox::setSelectionColor(KXColor color) { _selectionColor = color; }
+void KXUIListBox::setFocusColor(KXColor color) { _focusColor = color; }
+void KXUIListBox::setTrackColor(KXColor color) { _trackColor = color; }
+void KXUIListBox::setKnobColor(KXColor color) { _knobColor = color; }
+
+void KXUIListBox::setBackgroundColor(float r, float g, float b, float a) { setBackgroundColor({r, g, b, a}); }
+void KXUIListBox::setBorderColor(float r, float g, float b, float a) { setBorderColor({r, g, b, a}); }
+void KXUIListBox::setTextColor(float r, float g, float b, float a) { setTextColor({r, g, b, a}); }
+void KXUIListBox::setSelectionColor(float r, float g, float b, float a) { setSelectionColor({r, g, b, a}); }
+void KXUIListBox::setFocusColor(float r, float g, float b, float a) { setFocusColor({r, g, b, a}); }
+void KXUIListBox::setTrackColor(float r, float g, float b, float a) { setTrackColor({r, g, b, a}); }
+void KXUIListBox::setKnobColor(float r, float g, float b, float a) { setKnobColor({r, g, b, a}); }

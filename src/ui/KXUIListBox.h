@@ -1,0 +1,74 @@
+#pragma once
+
+#include <Kobaltrix/KXUIListBox.h>
+
+#include "ui/RowText.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class KXFont;
+
+/// The list that has the keyboard, null if none has.
+inline constinit KXUIListBox* _KXUIFocusedListBox = nullptr;
+
+/// Where things are, in whole pixels as drawing truncates them; scrolled distances in 64 bits, because a long
+/// list is higher than an int can count.
+struct KXUIListBox::Layout {
+    int left, top, right, bottom; ///< Within the border.
+    int rowHeight;
+    int rowsRight; ///< Where the scroll bar begins, or the right edge.
+    bool scrolls;
+    std::int64_t contentHeight;
+    std::int64_t furthest; ///< The scrolled distance at which the last row ends at the bottom.
+    int knobTop, knobBottom;
+
+    int viewHeight() const { return bottom - top; }
+    /// Rows that a turned page brings, at least one.
+    int pageRows() const { return viewHeight() > rowHeight ? viewHeight() / rowHeight : 1; }
+    /// Pixels that the knob can travel.
+    int knobTravel() const { return viewHeight() - (knobBottom - knobTop); }
+};
+
+struct KXUIListBox::State {
+    State();
+    static bool anyButtonHeld();
+    bool reports(int key);
+
+    std::vector<std::string> rows;
+    int selected = -1;
+    int activated = -1;
+    bool changed = false;
+    std::int64_t scrolled = 0; ///< Pixels of the content that lie above the box.
+    int rowToReveal = -1; ///< Scrolled to when the layout is next looked at: the box may have no size yet.
+
+    bool buttonHeld; ///< A press that began before the list was there is none for it.
+    bool dragsKnob = false;
+    bool turnsPages = false;
+    int grip = 0;                    ///< From the knob's top to where it was gripped.
+    std::int32_t pageTime = 0;       ///< When the press beside the knob began.
+    int lastPressed = -1;            ///< The row that a second press would activate.
+    std::uint32_t lastPressTime = 0; ///< Logic time in milliseconds, like all times here.
+    bool wheelSeen = false;
+    std::uint32_t wheelTime = 0; ///< Of the frame whose notch has been counted.
+
+    bool composing = false; ///< An input method was at work in the last poll.
+    int repeatingKey = 0;
+    std::int32_t repeatTime = 0;
+    std::string word; ///< That rows are looked up by.
+    std::uint32_t wordTime = 0;
+
+    _KXSpans spans = _KXSpans::Colored;
+    // What the rows in view show, each where its number says, with what it was measured for.
+    struct Shown {
+        int row = -1;
+        std::string text;
+    };
+    std::vector<Shown> shown;
+    const KXFont* shownFont = nullptr;
+    unsigned shownFontGeneration = 0;
+    int shownFontSize = 0;
+    int shownWidth = 0;
+    int measured = 0; ///< Rows measured so far.
+};

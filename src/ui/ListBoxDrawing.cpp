@@ -1,0 +1,142 @@
+// Where the parts of a list box are, and how they look.
+
+#include "ui/KXUIListBox.h"
+
+#include "core/Truncate.h"
+#include "render/GraphicsContext.h"
+#include "text/FontCache.h"
+#include "text/KXUIGlobalFont.h"
+#include "ui/ClipScope.h"
+
+#include <Kobaltrix/KXDrawing.h>
+#include <Kobaltrix/KXFont.h>
+
+#include <algorithm>
+#include <cmath>
+
+static constexpr int barWidth = 12;
+static constexpr int smallestKnob = 16;
+static constexpr int rowHeightWithoutFont = 16;
+
+// Boxes lie where windows can be; sums of two of these fit into an int.
+static int coordinate(float value) { return std::clamp(_KXTruncate(value), -(1 << 16), 1 << 16); }
+
+static KXRect rectBetween(int left, int top, int right, int bottom) {
+    return {{static_cast<float>(left), static_cast<float>(top)},
+            {static_cast<float>(right - left), static_cast<float>(bottom - top)}};
+}
+
+static int rowHeight(const KXFont* font, float padding) {
+    const float height = font ? std::ceil(font->ascender()) + 2 * padding : rowHeightWithoutFont;
+    return std::clamp(_KXTruncate(height), 1, 1 << 16);
+}
+
+KXUIListBox::Layout KXUIListBox::_layout() const {
+    const KXRect box = rect();
+    Layout layout = {};
+    layout.left = coordinate(box.origin.x) + 1;
+    layout.top = coordinate(box.origin.y) + 1;
+    layout.right = std::max(layout.left, layout.left - 2 + coordinate(box.size.width));
+    layout.bottom = std::max(layout.top, layout.top - 2 + coordinate(box.size.height));
+    layout.rowHeight = ::rowHeight(_fontInUse(), KXUIWidgetInnerPadding.height);
+    layout.contentHeight = static_cast<std::int64_t>(count()) * layout.rowHeight;
+    layout.furthest = std::max<std::int64_t>(0, layout.contentHeight - layout.viewHeight());
+    layout.scrolls = _fontInUse() && layout.furthest > 0 && layout.right - layout.left > 2 * barWidth;
+    layout.rowsRight = layout.right - (layout.scrolls ? barWidth : 0);
+    return layout;
+}
+
+// The layout with the box scrolled no further than there are rows, and to the row that wants to be seen.
+KXUIListBox::Layout KXUIListBox::_settledLayout() {
+    Layout layout = _layout();
+    if (_state->rowToReveal != -1 && layout.viewHeight() > 0) {
+        const std::int64_t top = static_cast<std::int64_t>(_state->rowToReveal) * layout.rowHeight;
+        _state->scrolled = std::max(_state->scrolled, top + layout.rowHeight - layout.viewHeight());
+        _state->scrolled = std::min(_state->scrolled, top); // of a row that does not fit the top is seen
+        _state->rowToReveal = -1;
+    }
+    _state->scrolled = std::clamp<std::int64_t>(_state->scrolled, 0, layout.furthest);
+    if (layout.scrolls) {
+        const std::int64_t view = layout.viewHeight();
+        const auto knob = std::clamp<std::int64_t>(view * view / layout.contentHeight,
+                                                   std::min<std::int64_t>(smallestKnob, view), view);
+        layout.knobTop = layout.top + static_cast<int>(_state->scrolled * (view - knob) / layout.furthest);
+        layout.knobBottom = layout.knobTop + static_cast<int>(knob);
+    }
+    return layout;
+}
+
+int KXUIListBox::firstVisibleIndex() {
+    const Layout layout = _settledLayout();
+    return count() ? static_cast<int>(_state->scrolled / layout.rowHeight) : -1;
+}
+
+int KXUIListBox::indexAt(KXPoint point) {
+    const Layout layout = _settledLayout();
+    const int x = _KXTruncate(point.x), y = _KXTruncate(point.y);
+    if (x < layout.left || x >= layout.rowsRight || y < layout.top || y >= layout.bottom)
+        return -1;
+    const std::int64_t row = (y - layout.top + _state->scrolled) / layout.rowHeight;
+    return row < count() ? static_cast<int>(row) : -1;
+}
+
+// What a row shows. It is measured when it comes into view and when the font or the width changes.
+const char* KXUIListBox::_shownText(int index, int width) {
+    State::Shown& shown = _state->shown[index % _state->shown.size()];
+    if (shown.row != index) {
+        shown.text = _KXTextThatFits(*_fontInUse(), _state->rows[index].c_str(), static_cast<float>(width),
+                                     _state->spans);
+        shown.row = index;
+        ++_state->measured;
+    }
+    return shown.text.c_str();
+}
+
+void KXUIListBox::_drawRows(const Layout& layout) {
+    KXFont& font = *_fontInUse();
+    const int paddingWidth = std::clamp(_KXTruncate(KXUIWidgetInnerPadding.width), 0, 1 << 16);
+    const int width = std::max(0, layout.rowsRight - layout.left - 2 * paddingWidth);
+    const std::size_t rowsInView = layout.viewHeight() / layout.rowHeight + 2;
+    State& state = *_state;
+    if (state.shownFont != &font || state.shownFontSize != font.getSize() || state.shownWidth != width ||
+        state.shownFontGeneration != _KXGlobalFontGeneration || state.shown.size() != rowsInView) {
+        state.shown.assign(rowsInView, {});
+        state.shownFont = &font;
+        state.shownFontSize = font.getSize();
+        state.shownFontGeneration = _KXGlobalFontGeneration;
+        state.shownWidth = width;
+    }
+    const _KXClipScope clip(rectBetween(layout.left, layout.top, layout.rowsRight, layout.bottom));
+    int row = static_cast<int>(state.scrolled / layout.rowHeight);
+    int top = layout.top - static_cast<int>(state.scrolled % layout.rowHeight);
+    for (; row < count() && top < layout.bottom; ++row, top += layout.rowHeight) {
+        if (row == state.selected)
+            KXDrawRectFill(rectBetween(layout.left, top, layout.rowsRight, top + layout.rowHeight),
+                           _selectionColor);
+        _KXPrintRow(font,
+                    {static_cast<float>(layout.left + paddingWidth),
+                     static_cast<float>(top) + KXUIWidgetInnerPadding.height},
+                    _textColor, _shownText(row, width), state.spans);
+    }
+}
+
+void KXUIListBox::_drawScrollBar(const Layout& layout) {
+    KXDrawRectFill(rectBetween(layout.rowsRight, layout.top, layout.right, layout.bottom), _trackColor);
+    const KXRect knob = rectBetween(layout.rowsRight, layout.knobTop, layout.right, layout.knobBottom);
+    KXDrawRectFill(knob, _state->dragsKnob ? _selectionColor : _knobColor);
+    KXDrawRect(knob, _borderColor);
+}
+
+void KXUIListBox::draw() {
+    if (!_KXCurrentGraphicsContext)
+        return;
+    const Layout layout = _settledLayout();
+    KXDrawRectFill(rect(), _backgroundColor);
+    if (layout.right > layout.left && layout.bottom > layout.top) {
+        if (_fontInUse())
+            _drawRows(layout);
+        if (layout.scrolls)
+            _drawScrollBar(layout);
+    }
+    KXDrawRect(rect(), hasFocus() ? _focusColor : _borderColor);
+}

@@ -1,0 +1,236 @@
+// What a user does to a list box.
+
+#include "ui/KXUIListBox.h"
+
+#include "core/LogicClock.h"
+#include "input/Keyboard.h"
+#include "text/ColorEscapes.h"
+#include "ui/TextInput.h"
+#include "ui/TextOrder.h"
+
+#include <Kobaltrix/KXMouse.h>
+#include <Kobaltrix/KXUITextEntry.h>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace {
+constexpr std::uint32_t secondPressWithin = 500; // milliseconds
+constexpr std::uint32_t wordEndsAfter = 1000;
+constexpr int rowsPerNotch = 3;
+constexpr int wheelDown = 3, wheelUp = 4; // buttons of KXMouse()
+
+enum Key : int {
+    KeyReturn = 53,
+    KeyEnter = 97,
+    KeyUp = 99,
+    KeyDown = 102,
+    KeyHome = 103,
+    KeyEnd = 104,
+    KeyPageUp = 105,
+    KeyPageDown = 106
+};
+constexpr int keysRead[] = {KeyReturn, KeyEnter, KeyUp, KeyDown, KeyHome, KeyEnd, KeyPageUp, KeyPageDown};
+
+std::uint32_t millisecondsSince(std::uint32_t time) { return _KXLogicCurrentTime - time; }
+
+// Keys that are down now were meant for something else.
+void takeHeldKeysAsReported() {
+    for (int key : keysRead)
+        if (_KXKeys[key])
+            _KXKeysTextEntryDown[key] = -1;
+}
+} // namespace
+
+// The list and the entries share what is typed, so one of them has the focus at a time. An entry that was
+// given it while this list had it has it already, even before the list is polled.
+int KXUIListBox::hasFocus() const { return _KXUIFocusedListBox == this && !KXUIFocusedTextEntry() ? -1 : 0; }
+
+void KXUIListBox::setFocus(int focus) {
+    if (!focus) {
+        if (hasFocus())
+            _KXEndTextInput();
+        if (_KXUIFocusedListBox == this)
+            _KXUIFocusedListBox = nullptr;
+        return;
+    }
+    if (hasFocus())
+        return;
+    if (KXUITextEntry* entry = KXUIFocusedTextEntry())
+        entry->unfocus();
+    _KXUIFocusedListBox = this;
+    _state->word.clear();
+    _state->repeatingKey = 0;
+    takeHeldKeysAsReported();
+    _KXBeginTextInput();
+}
+
+KXUIListBox::State::State() : buttonHeld(anyButtonHeld()) {}
+
+bool KXUIListBox::State::anyButtonHeld() { return KXMouse(0) || KXMouse(1) || KXMouse(2); }
+
+// A press not seen yet and then, as the game's delayed repeat does, each step from the 30th on. The repeat
+// has a time of its own, since the game may be reading the same key.
+bool KXUIListBox::State::reports(int key) {
+    if (_KXKeyTextEntry(key, -1)) {
+        repeatingKey = key;
+        repeatTime = static_cast<std::int32_t>(_KXLogicCurrentTime);
+        return true;
+    }
+    return key == repeatingKey && _KXKeyTextEntry(key, 0) && _KXRepeatIsDue(repeatTime);
+}
+
+int KXUIListBox::poll() {
+    const int selected = _state->selected;
+    _state->activated = -1;
+    _pollMouse();
+    if (KXUIFocusedTextEntry())
+        setFocus(0);
+    if (hasFocus()) {
+        if (_pollTyping())
+            takeHeldKeysAsReported();
+        else
+            _pollKeys();
+    }
+    _state->changed = _state->selected != selected;
+    return _state->changed || _state->activated != -1 ? -1 : 0;
+}
+
+void KXUIListBox::_pollMouse() {
+    const Layout layout = _settledLayout();
+    const bool held = State::anyButtonHeld();
+    const bool pressed = held && !_state->buttonHeld;
+    _state->buttonHeld = held;
+    if (pressed)
+        setFocus(mouseOver());
+    if (pressed && KXMouse(0) && mouseOver())
+        _press(layout);
+    if (!KXMouse(0))
+        _state->dragsKnob = _state->turnsPages = false;
+    if (_state->dragsKnob && layout.knobTravel() > 0)
+        _state->scrolled = std::clamp<std::int64_t>(std::int64_t{KXMouseY} - _state->grip - layout.top, 0,
+                                                    layout.knobTravel()) *
+                           layout.furthest / layout.knobTravel();
+    if (_state->turnsPages && _KXRepeatIsDue(_state->pageTime))
+        _turnPage(layout);
+    _pollWheel(layout);
+}
+
+void KXUIListBox::_press(const Layout& layout) {
+    const bool inView = KXMouseY >= layout.top && KXMouseY < layout.bottom;
+    if (layout.scrolls && inView && KXMouseX >= layout.rowsRight) {
+        if (KXMouseY >= layout.knobTop && KXMouseY < layout.knobBottom) {
+            _state->dragsKnob = true;
+            _state->grip = KXMouseY - layout.knobTop;
+        } else {
+            _state->turnsPages = true;
+            _state->pageTime = static_cast<std::int32_t>(_KXLogicCurrentTime);
+            _turnPage(layout);
+        }
+        return;
+    }
+    const int row = indexAt(KXMousePoint);
+    if (row != -1)
+        _pressRow(row);
+}
+
+void KXUIListBox::_pressRow(int row) {
+    const bool second =
+        row == _state->lastPressed && millisecondsSince(_state->lastPressTime) <= secondPressWithin;
+    setSelectedIndex(row);
+    if (second)
+        _state->activated = row;
+    _state->lastPressed = second ? -1 : row; // a third press begins anew
+    _state->lastPressTime = _KXLogicCurrentTime;
+}
+
+// Turns a page towards the pointer, until the knob is under it.
+void KXUIListBox::_turnPage(const Layout& layout) {
+    const std::int64_t page = static_cast<std::int64_t>(layout.pageRows()) * layout.rowHeight;
+    if (KXMouseY < layout.knobTop)
+        _state->scrolled -= page;
+    else if (KXMouseY >= layout.knobBottom)
+        _state->scrolled += page;
+}
+
+// A notch is seen by every logic step of its frame, but the user has turned it once.
+void KXUIListBox::_pollWheel(const Layout& layout) {
+    const int notch = (KXMouse(wheelDown) ? 1 : 0) - (KXMouse(wheelUp) ? 1 : 0);
+    if (notch == 0 || !mouseOver() || (_state->wheelSeen && _state->wheelTime == _KXLogicCurrentTime))
+        return;
+    _state->wheelSeen = true;
+    _state->wheelTime = _KXLogicCurrentTime;
+    _state->scrolled += static_cast<std::int64_t>(notch) * rowsPerNotch * layout.rowHeight;
+}
+
+void KXUIListBox::_pollKeys() {
+    const auto pressed = [this](int key) { return _state->reports(key); };
+    const bool enter = _KXKeyTextEntry(KeyReturn, -1) | _KXKeyTextEntry(KeyEnter, -1);
+    const int page = _layout().pageRows();
+    const std::int64_t selected = _state->selected;
+    std::int64_t row = selected;
+    if (pressed(KeyUp))
+        row -= 1;
+    if (pressed(KeyDown))
+        row += 1;
+    if (pressed(KeyPageUp))
+        row -= page;
+    if (pressed(KeyPageDown))
+        row += page;
+    if (pressed(KeyHome))
+        row = std::numeric_limits<int>::min();
+    if (pressed(KeyEnd))
+        row = std::numeric_limits<int>::max();
+    if (row != selected && count() > 0)
+        setSelectedIndex(static_cast<int>(std::clamp<std::int64_t>(row, 0, count() - 1)));
+    if (enter)
+        _state->activated = _state->selected;
+}
+
+// The next row that begins with a word, from row @a from on and round; -1 if none does.
+int KXUIListBox::_nextBeginningWith(const char* word, int from) const {
+    for (std::size_t i = 0, rows = _state->rows.size(); i < rows; ++i) {
+        const std::size_t row = (from + i) % rows;
+        const char* text = _state->rows[row].c_str();
+        char visible[1024];
+        if (_state->spans == _KXSpans::Colored && std::strstr(text, "{C")) {
+            _KXVisibleText(visible, sizeof visible, text);
+            text = visible;
+        }
+        if (_KXBeginsWith(text, word))
+            return static_cast<int>(row);
+    }
+    return -1;
+}
+
+// Whether an input method is at work. The key that ends its composition is not the list's either.
+bool KXUIListBox::_pollTyping() {
+    const bool wasComposing = _state->composing;
+    _KXKeepTextInput();
+    _state->composing = !_KXComposedText().empty();
+    _findTyped();
+    return wasComposing || _state->composing;
+}
+
+void KXUIListBox::_findTyped() {
+    const std::string typed = _KXFoldedText(_KXTakeTypedText().c_str());
+    if (typed.empty())
+        return;
+    if (millisecondsSince(_state->wordTime) > wordEndsAfter)
+        _state->word.clear();
+    const bool same = typed == _state->word; // the same letter again, with no word that has it twice
+    const bool begins = _state->word.empty();
+    _state->wordTime = _KXLogicCurrentTime;
+    if (count() == 0)
+        return;
+    const int current = std::max(0, _state->selected);
+    const int next = _state->selected == -1 ? 0 : (_state->selected + 1) % count();
+    int row = _nextBeginningWith((_state->word + typed).c_str(), begins ? next : current);
+    if (row == -1 && same)
+        row = _nextBeginningWith(typed.c_str(), next);
+    else
+        _state->word += typed;
+    if (row != -1)
+        setSelectedIndex(row);
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <Kobaltrix/KXTypes.h>
+
+#include <string>
+
+class KXFont;
+
+/// What the braces of colour spans mean in a text.
+enum class _KXSpans {
+    Colored, ///< Spans colour their text.
+    Plain    ///< They are text like any other: the text is a file's name or what a user typed.
+};
+
+/// @a text as it fits into @a width pixels: whole, or cut between two characters with three dots behind,
+/// where a colour span that is cut still ends.
+std::string _KXTextThatFits(KXFont& font, const char* text, float width, _KXSpans spans);
+
+/// @a text as it fits into @a width pixels: whole, or its end behind three dots. Spans are text.
+std::string _KXTextEndThatFits(KXFont& font, const char* text, float width);
+
+/// A text that is shown for many frames and measured once.
+class _KXFittedText {
+public:
+    /// What @a fit, one of the functions above, makes of a text; called again only where something changed.
+    template<class Fit>
+    const char* of(const KXFont& font, const std::string& text, float width, Fit fit) {
+        if (isFor(font, text, width))
+            return _shown.c_str();
+        _shown = fit(text.c_str(), width);
+        return _shown.c_str();
+    }
+
+private:
+    bool isFor(const KXFont& font, const std::string& text, float width);
+
+    std::string _text, _shown;
+    float _width = -1;
+    const KXFont* _font = nullptr;
+    int _fontSize = 0;
+    unsigned _fontGeneration = 0;
+};
+
+/// Prints a text, no format.
+void _KXPrintRow(KXFont& font, KXPoint p, KXColor color, const char* text, _KXSpans spans);
