@@ -28,7 +28,7 @@ void benchText(Table& table) {
     font.setSize(16);
     int frame = 0;
     const auto everyString = [&all, &frame](bool changes, const auto& print) {
-        char text[32];
+        char text[64];
         frame += changes;
         for (int i = 0; i < count; ++i) {
             std::snprintf(text, sizeof text, "Player %04d has %07d p.", i,

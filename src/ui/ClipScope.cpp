@@ -1,6 +1,7 @@
 #include "ui/ClipScope.h"
 
 #include "core/Truncate.h"
+#include "render/DrawBatch.h"
 #include "render/GraphicsContext.h"
 
 #include <SDL_opengl.h>
@@ -56,6 +57,7 @@ Pixels projected(KXRect rect) {
 _KXClipScope::_KXClipScope(KXRect rect) : _active(_KXCurrentGraphicsContext != 0) {
     if (!_active)
         return;
+    _KXFlushBatch(KXDrawFlushClip);
     _wasClipped = glIsEnabled(GL_SCISSOR_TEST);
     glGetIntegerv(GL_SCISSOR_BOX, _previous);
     Pixels box = projected(rect);
@@ -72,6 +74,7 @@ _KXClipScope::_KXClipScope(KXRect rect) : _active(_KXCurrentGraphicsContext != 0
 _KXClipScope::~_KXClipScope() {
     if (!_active)
         return;
+    _KXFlushBatch(KXDrawFlushClip);
     glScissor(_previous[0], _previous[1], _previous[2], _previous[3]);
     if (!_wasClipped)
         glDisable(GL_SCISSOR_TEST);
