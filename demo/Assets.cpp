@@ -3,11 +3,11 @@
 #include <new>
 
 KXTexture& Assets::picture(const char* name) const {
-    return *KXTextureCacheLoad(KXTempString("%s/%s.png", _folder.c_str(), name));
+    return *KXTextureCacheLoad(path(KXTempString("%s.png", name)));
 }
 
 void Assets::load(KXSprite& sprite, const char* name) const {
-    sprite.load(KXTempString("%s/%s.spr", _folder.c_str(), name));
+    sprite.load(path(KXTempString("%s.spr", name)));
     if (sprite.numberOfAnimations() == 0)
         throw std::bad_alloc();
 }

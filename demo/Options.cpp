@@ -2,33 +2,70 @@
 
 #include <charconv>
 #include <cstdio>
-#include <cstring>
 #include <string_view>
 
 void printUsage() {
-    std::puts("usage: play [--headless] [--frames N] [--screenshot FILE]\n"
-              "  --headless         run without a display, play a short script, leave a screenshot and end\n"
+    std::puts("usage: play [OPTION]...\n"
+              "  --widgets          show a screen with every widget instead of the game\n"
+              "  --host PORT        wait for a second player at PORT and play together\n"
+              "  --join HOST:PORT   play with somebody who waits there\n"
+              "  --night SECONDS    how long a night lasts (90)\n"
+              "  --save FILE        keep settings and scores in FILE\n"
+              "  --headless         run without a display: play a script, leave a screenshot and end\n"
+              "  --script FILE      do what a script says, see docs/testing.md\n"
+              "  --record FILE      write such a script while somebody plays\n"
               "  --frames N         end after N frames\n"
               "  --screenshot FILE  write the last frame to FILE (.bmp, otherwise PNG)");
 }
 
-static bool readCount(std::string_view text, int& count) {
+static bool readCount(std::string_view text, int& count, int most) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
-    return error == std::errc() && end == text.data() + text.size() && count > 0;
+    return error == std::errc() && end == text.data() + text.size() && count > 0 && count <= most;
+}
+
+bool splitAddress(const std::string& address, std::string& host, int& port) {
+    constexpr int largestPort = 65535;
+    const std::size_t colon = address.rfind(':');
+    if (colon == std::string::npos || colon == 0 ||
+        !readCount(std::string_view(address).substr(colon + 1), port, largestPort))
+        return false;
+    host = address.substr(0, colon);
+    return true;
+}
+
+// The value of one option. False if the option is unknown or the value makes no sense.
+static bool readValue(std::string_view option, const char* value, Options& options) {
+    constexpr int most = 1'000'000'000, largestPort = 65535, longestNight = 3600;
+    std::string host;
+    int port = 0;
+    if (option == "--frames")
+        return readCount(value, options.frames, most);
+    if (option == "--night")
+        return readCount(value, options.night, longestNight);
+    if (option == "--host")
+        return readCount(value, options.hostPort, largestPort);
+    std::string* text = option == "--screenshot" ? &options.screenshot
+                        : option == "--script"   ? &options.script
+                        : option == "--record"   ? &options.record
+                        : option == "--save"     ? &options.save
+                        : option == "--join"     ? &options.join
+                                                 : nullptr;
+    if (!text || !*value || (option == "--join" && !splitAddress(value, host, port)))
+        return false;
+    *text = value;
+    return true;
 }
 
 bool readOptions(int argc, char** argv, Options& options) {
     for (int i = 1; i < argc; ++i) {
         const std::string_view option = argv[i];
-        const char* value = i + 1 < argc ? argv[i + 1] : nullptr;
         if (option == "--headless") {
             options.headless = true;
         } else if (option == "--help") {
             options.help = true;
-        } else if (option == "--frames" && value && readCount(value, options.frames)) {
-            ++i;
-        } else if (option == "--screenshot" && value && *value) {
-            options.screenshot = value;
+        } else if (option == "--widgets") {
+            options.widgets = true;
+        } else if (i + 1 < argc && readValue(option, argv[i + 1], options)) {
             ++i;
         } else {
             std::fprintf(stderr, "play: '%s' is not understood; see play --help\n", argv[i]);

@@ -1,40 +1,100 @@
-#include "Demo.h"
-#include "Options.h"
+#include "App.h"
 #include "Script.h"
+#include "StartScene.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <new>
+#include <optional>
 
-// Without anybody watching each frame runs one logic step and no frame is left without one: the same pictures
-// come out on a slow machine as on a fast one.
-static void run(Demo& demo, const Options& options) {
-    const int lastFrame = options.frames ? options.frames : options.headless ? scriptLength : 0;
-    int frames = 0, titleSecond = -1;
+namespace {
+/// Runs scenes until somebody leaves.
+class Game {
+public:
+    explicit Game(const Options& options) : _app(options), _scene(startScene(_app)) {}
+
+    bool prepare();
+    void run();
+    bool finish();
+
+private:
+    bool isOver() const;
+    void step();
+
+    App _app;
+    std::unique_ptr<Scene> _scene;
+    Script _script;
+    std::optional<Recorder> _recorder;
+    int _steps = 0, _frames = 0, _lastFrame = 0;
+    bool _failed = false;
+};
+
+bool Game::prepare() {
+    const Options& options = _app.options;
+    if (!options.script.empty() && !_script.load(options.script))
+        return false;
+    if (!options.record.empty() && !_recorder.emplace(options.record).isOpen()) {
+        std::fprintf(stderr, "play: %s: cannot be written\n", options.record.c_str());
+        return false;
+    }
+    _script.feed(1, _app.window.id());
+    _lastFrame = options.frames ? options.frames : options.headless ? _script.length() : 0;
+    return true;
+}
+
+bool Game::isOver() const { return KXApplicationQuitRequested() || (_lastFrame && _frames >= _lastFrame); }
+
+void Game::step() {
+    ++_steps;
+    if (_recorder)
+        _recorder->setStep(_steps);
+    _app.stepSwitches();
+    if (std::unique_ptr<Scene> next = _scene->step())
+        _scene = std::move(next);
+    for (const std::string& path : _script.shots(_steps))
+        _failed |= !_app.save(*_scene, path);
+    _script.feed(_steps + 1, _app.window.id());
+}
+
+// Without anybody watching each frame runs one logic step at most: the same happens on a slow machine as on a
+// fast one. Only what a screenshot shows is drawn then.
+void Game::run() {
+    const bool headless = _app.options.headless;
     KXResetLogicLoop();
-    while (!KXApplicationQuitRequested() && (!lastFrame || frames < lastFrame)) {
+    while (!isOver()) {
         KXPreLogicLoop();
-        int steps = 0;
-        while (KXLogicLoop()) {
-            demo.step();
+        bool stepped = false;
+        while (!(headless && stepped) && KXLogicLoop()) {
+            step();
             KXLogicUpdate();
-            ++steps;
-            if (options.headless)
-                break;
+            stepped = true;
         }
-        if (steps || !options.headless) {
-            demo.draw();
-            demo.window().swapBuffers();
+        if (!headless) {
+            _app.draw(*_scene);
+            _app.window.swapBuffers();
             KXFPSTick();
-            ++frames;
-            if (options.headless)
-                playScript(frames, demo.window().id());
         }
+        _frames += stepped || !headless;
         KXPostLogicLoop();
-        if (const int second = static_cast<int>(KXElapsedTime()); second != titleSecond) {
-            titleSecond = second;
-            demo.window().setTitle(KXTempString("Kobaltrix: %d frames a second", KXFPS()));
-        }
+    }
+}
+
+bool Game::finish() {
+    const std::string& screenshot = _app.options.screenshot;
+    return (screenshot.empty() || _app.save(*_scene, screenshot)) && !_failed;
+}
+} // namespace
+
+static int play(const Options& options) {
+    try {
+        Game game(options);
+        if (!game.prepare())
+            return 2;
+        game.run();
+        return game.finish() ? 0 : 1;
+    } catch (const std::bad_alloc&) {
+        std::fprintf(stderr, "play: a window, a picture or a sprite cannot be opened. %s\n", KXError());
+        return 1;
     }
 }
 
@@ -46,25 +106,20 @@ int main(int argc, char** argv) {
         printUsage();
         return 0;
     }
-    if (options.headless && options.screenshot.empty())
-        options.screenshot = "kobaltrix-demo.png";
-
     if (!KXInit(argv[0])) {
         std::fprintf(stderr, "play: %s\n", KXError());
         return 1;
     }
-    if (options.headless)
-        std::srand(1); // the same pictures every time
-    int result = 0;
-    try {
-        Demo demo(std::string(KXExecutablePath ? KXExecutablePath : ".") + "/assets");
-        run(demo, options);
-        if (!options.screenshot.empty() && !demo.save(options.screenshot))
-            result = 1;
-    } catch (const std::bad_alloc&) {
-        std::fprintf(stderr, "play: a window or a picture cannot be opened. %s\n", KXError());
-        result = 1;
+    KXInitializeLog("ember-night.log", 0);
+    if (options.headless) {
+        std::srand(1); // the same night every time
+        if (options.script.empty())
+            options.script = std::string(KXExecutablePath ? KXExecutablePath : ".") + "/assets/night.txt";
+        if (options.screenshot.empty())
+            options.screenshot = "ember-night.png";
     }
+    const int result = play(options);
+    KXDeinitializeLog();
     KXDeInit();
     return result;
 }

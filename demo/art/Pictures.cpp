@@ -92,41 +92,46 @@ Canvas drawPanel() {
     return canvas;
 }
 
-Canvas drawCrate() {
-    Canvas canvas(32, 32, wood);
-    for (int y = 0; y < 32; ++y)
-        for (int x = 0; x < 32; ++x) {
-            const bool frame = x < 5 || y < 5 || x > 26 || y > 26;
-            const bool brace = std::abs(x - y) < 4;
-            Color color = frame || brace ? woodLight : wood;
-            if (!frame && !brace && x % 6 == 5)
-                color = woodDark;
-            if (frame && (x == 4 || y == 4 || x == 27 || y == 27 || x == 0 || y == 0 || x == 31 || y == 31))
-                color = woodDark;
-            if (!frame && std::abs(x - y) == 4)
-                color = woodDark;
-            canvas.at(x, y) = color;
-        }
-    for (const int x : {2, 29})
-        for (const int y : {2, 29})
-            canvas.at(x, y) = ink;
+Canvas drawLogo() {
+    constexpr std::string_view title = "EMBER NIGHT";
+    Canvas canvas(4 * static_cast<int>(title.size()), 7);
+    canvas.write(1, 1, title, ink);
+    canvas.write(0, 0, title, sun);
+    for (int x = 0; x < canvas.width(); ++x) // letters glow from below
+        for (int y = 0; y < 5; ++y)
+            if (canvas.at(x, y) == sun)
+                canvas.at(x, y) = mix(sun, glow, y / 5.0);
     return canvas;
 }
 
-Canvas drawKeys() {
-    const struct {
-        const char *key, *meaning;
-    } lines[] = {
-        {"ARROWS", "WALK"}, {"SPACE", "HOP"},        {"WHEEL", "TURN"},        {"CLICK", "PLACE"},
-        {"H", "HIT BOXES"}, {"M", "MIRROR PICTURE"}, {"DRAG", "RESIZE PANEL"}, {"F", "FULLSCREEN"},
-        {"3", "3D"},        {"B", "SAVE BMP"},       {"P", "SAVE PNG"},        {"ESC", "LEAVE"},
-    };
-    Canvas canvas(88, 84);
-    int y = 0;
-    for (const auto& [key, meaning] : lines) {
-        canvas.write(0, y, key, sun);
-        canvas.write(28, y, meaning, paper);
-        y += 7;
-    }
+Canvas drawGlow() {
+    // In rings, like the sky in bands. White: whoever draws it gives it a colour.
+    constexpr int side = 64, rings = 9;
+    Canvas canvas(side, side, 0xffffff00);
+    for (int y = 0; y < side; ++y)
+        for (int x = 0; x < side; ++x) {
+            const double distance = std::hypot(x - 31.5, y - 31.5) / 32;
+            const double light = std::fmax(0, 1 - std::ceil(distance * rings) / rings);
+            canvas.at(x, y) = 0xffffff00u | static_cast<Color>(std::lround(255 * light));
+        }
+    return canvas;
+}
+
+Canvas drawMoon() {
+    Canvas canvas(16, 16);
+    for (int y = 0; y < 16; ++y)
+        for (int x = 0; x < 16; ++x)
+            if (std::hypot(x - 7.5, y - 7.5) < 7.5 && std::hypot(x - 11.5, y - 5.5) > 6.5)
+                canvas.at(x, y) = mix(paper, sun, y / 16.0);
+    return canvas;
+}
+
+Canvas drawLogs() {
+    Canvas canvas(16, 6);
+    canvas.fillRect(0, 2, 16, 3, woodDark);
+    canvas.fillRect(1, 2, 14, 1, wood);
+    canvas.fillRect(3, 4, 10, 2, 0x4b3326ff);
+    for (const int x : {0, 15})
+        canvas.fillRect(x, 2, 1, 3, woodLight);
     return canvas;
 }

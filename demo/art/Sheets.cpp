@@ -46,6 +46,17 @@ const Rows otherStride = {"   eccceddde    ", "  eccce eddde   ", " ebbbe   eBBB
 const Rows passing = {"    eccddde     ", "    ecccdde     ", "    ebbbbBBe    ", "    eeeeeeee    "};
 const Rows tucked = {"   eccceddde    ", "   ebbbebBBBe   ", "   eeeeeeeeee   "};
 
+Color batColor(char pixel) {
+    switch (pixel) {
+    case 'e':
+        return 0x1a1626ff;
+    case 'd':
+        return 0x4a2e5cff;
+    default:
+        return 0xe86878ff; // eyes
+    }
+}
+
 Color mothColor(char pixel) {
     switch (pixel) {
     case 'w':
@@ -58,7 +69,25 @@ Color mothColor(char pixel) {
 }
 } // namespace
 
-Canvas drawHeroSheet() {
+// The same figure in another coat and hat.
+static Color friendColor(char pixel) {
+    switch (pixel) {
+    case 'h':
+        return 0x3f5f3aff;
+    case 'H':
+        return 0x6f9a58ff;
+    case 'd':
+        return 0x6e2f45ff;
+    case 'c':
+        return 0x8c3f57ff;
+    case 'C':
+        return 0xc05c74ff;
+    default:
+        return heroColor(pixel);
+    }
+}
+
+static Canvas drawFigureSheet(Color (*palette)(char)) {
     // How far the body sinks, how far the lantern swings and hangs, and the legs.
     const struct {
         int sink, swing, hang;
@@ -71,11 +100,32 @@ Canvas drawHeroSheet() {
     int x = 0;
     for (const auto& [sink, swing, hang, legs] : frames) {
         Canvas frame(16, 20);
-        frame.stamp(0, 16, legs, heroColor);
-        frame.stamp(0, sink, body, heroColor);
-        frame.stamp(13 + swing, 12 + hang, lantern, heroColor);
+        frame.stamp(0, 16, legs, palette);
+        frame.stamp(0, sink, body, palette);
+        frame.stamp(13 + swing, 12 + hang, lantern, palette);
         sheet.paste(x, 0, frame);
         sheet.paste(x, 20, frame, true);
+        x += 16;
+    }
+    return sheet;
+}
+
+Canvas drawHeroSheet() { return drawFigureSheet(heroColor); }
+Canvas drawFriendSheet() { return drawFigureSheet(friendColor); }
+
+Canvas drawBatSheet() {
+    const Rows frames[] = {
+        {"ee          ee  ", "edee      eede  ", " eddee  eedde   ", "  edddeedddee   ", "   eeddddee     ",
+         "    erddre      ", "     edde       ", "      ee        "},
+        {"                ", "      ee ee     ", "  eee edded eee ", " eddddeddeddddee", "eddeedddddddeede",
+         "ee   erddre   ee", "      edde      ", "       ee       "},
+        {"                ", "                ", "      e  e      ", "     eddde      ", "   eeddddddee   ",
+         "  edderddredde  ", " edde edde edde ", " ee    ee    ee "},
+    };
+    Canvas sheet(48, 10);
+    int x = 0;
+    for (const Rows& rows : frames) {
+        sheet.stamp(x, 1, rows, batColor);
         x += 16;
     }
     return sheet;
@@ -121,9 +171,6 @@ Canvas drawFireSheet() {
                 if (height > 0)
                     sheet.fillRect(left + x, 14 - height, 1, height, color);
             }
-        sheet.fillRect(left + 1, 13, 14, 2, 0x6e4230ff);
-        sheet.fillRect(left + 3, 14, 10, 2, 0x4b3326ff);
-        sheet.fillRect(left + 2, 13, 3, 1, 0xa8693fff);
     }
     return sheet;
 }

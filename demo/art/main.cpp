@@ -13,8 +13,16 @@ int main(int argc, char** argv) {
         const char* name;
         Canvas (*draw)();
     } pictures[] = {
-        {"background", drawBackground}, {"crate", drawCrate},    {"keys", drawKeys},
-        {"panel", drawPanel},           {"hero", drawHeroSheet}, {"moth", drawMothSheet},
+        {"background", drawBackground},
+        {"panel", drawPanel},
+        {"logo", drawLogo},
+        {"glow", drawGlow},
+        {"moon", drawMoon},
+        {"logs", drawLogs},
+        {"hero", drawHeroSheet},
+        {"friend", drawFriendSheet},
+        {"moth", drawMothSheet},
+        {"bat", drawBatSheet},
         {"fire", drawFireSheet},
     };
     for (const auto& [name, draw] : pictures) {

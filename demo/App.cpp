@@ -1,0 +1,69 @@
+#include "App.h"
+
+#include "Keys.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <new>
+
+static std::string besideExecutable(const char* name) {
+    return std::string(KXExecutablePath ? KXExecutablePath : ".") + "/" + name;
+}
+
+App::App(const Options& wanted)
+    : options(wanted), window("Ember Night", Style::windowSize, 0), assets(besideExecutable("assets")),
+      audio(assets),
+      _settingsFile(options.save.empty() && !options.headless ? besideExecutable("ember-night.save")
+                                                              : options.save) {
+    window.setRenderContext();
+    if (!KXFileExists(assets.path("font.ttf"))) {
+        std::fprintf(stderr,
+                     "play: there is no font; install the package fonts-dejavu-core and build again\n");
+        throw std::bad_alloc();
+    }
+    KXUISetGlobalFont(assets.path("font.ttf"), KXAliasModeTexture, Style::fontSize, KXZeroPoint);
+    Style::prepareWidgets();
+    KXInitGamePad();
+    if (!_settingsFile.empty())
+        settings.load(_settingsFile);
+    audio.setVolumes(settings.soundVolume, settings.musicVolume);
+    KXBeginDrawBatch(); // all that is drawn leaves in a few calls, frame after frame
+}
+
+App::~App() { KXEndDrawBatch(); }
+
+void App::settingsChanged() {
+    audio.setVolumes(settings.soundVolume, settings.musicVolume);
+    if (!_settingsFile.empty())
+        settings.save(_settingsFile);
+}
+
+void App::stepSwitches() {
+    if (KXUIFocusedTextEntry() || !KXKey(Key::f, 1))
+        return;
+    if (window.isFullscreen())
+        window.exitFullscreen();
+    else
+        window.enterFullscreen();
+}
+
+void App::draw(Scene& scene) {
+    window.setRenderContext();
+    KXDrawRectFill({{0, 0}, window.size()}, Style::night);
+    scene.draw();
+}
+
+bool App::save(Scene& scene, const std::string& path) {
+    draw(scene); // what was shown last is not there to be read any more
+    int saved = 0;
+    if (path.ends_with(".bmp")) {
+        saved = window.saveBuffer(path.c_str(), 0);
+    } else if (const std::unique_ptr<KXTexture> copy{window.copyTexture()}) {
+        saved = copy->writeToPNG(path.c_str());
+    }
+    if (saved)
+        std::printf("Screenshot: %s\n", std::filesystem::absolute(path).c_str());
+    else
+        std::fprintf(stderr, "play: %s\n", KXError());
+    return saved != 0;
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Assets.h"
+#include "Audio.h"
+#include "Options.h"
+#include "Scene.h"
+#include "Settings.h"
+#include "Style.h"
+
+/// What every scene needs: the window, the assets, sounds, and what the player has set.
+struct App {
+    explicit App(const Options& options);
+    ~App();
+
+    /// Fills the window, makes it the target and has the scene draw; the caller swaps.
+    void draw(Scene& scene);
+    /// Draws the scene and writes it as a PNG file, or as a BMP file if the name says so.
+    bool save(Scene& scene, const std::string& path);
+    /// Applies and saves what the player has set.
+    void settingsChanged();
+    /// F11-like switches that work in every scene.
+    void stepSwitches();
+
+    Options options;
+    KXWindow window;
+    Assets assets;
+    Settings settings;
+    Audio audio;
+
+private:
+    std::string _settingsFile; ///< Empty: nothing is kept.
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Assets.h"
+
+#include <array>
+#include <memory>
+
+enum class Effect { Click, Pick, Feed, Hop, Hurt, Bat, Dawn, Dark, Count };
+
+/// The game's sounds and its music. Without an audio device, or without the files, the game is silent.
+class Audio {
+public:
+    explicit Audio(const Assets& assets);
+
+    void play(Effect effect);
+    /// Plays an effect where it happens. @param x 0 left, 1 right.
+    void play(Effect effect, float x);
+    /// Volumes from 0 to 128.
+    void setVolumes(int sounds, int music);
+
+private:
+    std::array<std::unique_ptr<KXSound>, static_cast<std::size_t>(Effect::Count)> _effects;
+    std::unique_ptr<KXMusic> _music;
+};

@@ -1,0 +1,48 @@
+#include "ButtonColumn.h"
+
+#include "Keys.h"
+
+static constexpr int hatUp = 0, hatDown = 1;
+
+ButtonColumn::ButtonColumn(KXPoint top, float width, const std::vector<std::string>& captions) {
+    constexpr float gap = 8;
+    float y = top.y;
+    for (const std::string& caption : captions) {
+        auto& button = *_buttons.emplace_back(std::make_unique<KXUIButton>());
+        button.setText(caption.c_str());
+        button.setRect({top.x - width / 2, y}, {width, -1});
+        y += button.rect().size.height + gap;
+    }
+}
+
+void ButtonColumn::moveFocus(int by) {
+    const int count = static_cast<int>(_buttons.size());
+    _focus = (_focus + by + count) % count;
+}
+
+int ButtonColumn::step() {
+    if (KXKeyWithDelayedRepeat(Key::up) || KXGamePadHatWithDelayedRepeat(hatUp))
+        moveFocus(-1);
+    if (KXKeyWithDelayedRepeat(Key::down) || KXGamePadHatWithDelayedRepeat(hatDown))
+        moveFocus(1);
+    if (KXKey(Key::enter, 1) || KXGamePadButton(0, 1))
+        _buttons[static_cast<std::size_t>(_focus)]->click(0);
+    const bool moved = _pointer.x != KXMousePoint.x || _pointer.y != KXMousePoint.y;
+    _pointer = KXMousePoint;
+    int chosen = -1;
+    for (std::size_t i = 0; i < _buttons.size(); ++i) {
+        if (moved && _buttons[i]->mouseOver())
+            _focus = static_cast<int>(i);
+        if (_buttons[i]->clicked(0))
+            chosen = static_cast<int>(i);
+    }
+    return chosen;
+}
+
+void ButtonColumn::draw() {
+    for (const auto& button : _buttons)
+        button->draw();
+    const KXRect focus = _buttons[static_cast<std::size_t>(_focus)]->rect();
+    KXDrawRect({{focus.origin.x - 2, focus.origin.y - 2}, {focus.size.width + 4, focus.size.height + 4}},
+               Style::gold);
+}

@@ -1,0 +1,46 @@
+#include "GuestScene.h"
+
+#include "Controls.h"
+#include "Keys.h"
+#include "LevelScene.h"
+#include "TitleScene.h"
+#include "Wire.h"
+
+GuestScene::GuestScene(App& app, std::unique_ptr<KXNetworkClient> client)
+    : _app(app), _client(std::move(client)), _view(app) {}
+
+// Only the newest picture is shown, but what happened in each of them is.
+void GuestScene::receive() {
+    std::vector<Event> events;
+    while (const std::unique_ptr<KXNetworkBuffer> message{_client->receive()}) {
+        const bool wasOver = _picture.phase != Picture::Night;
+        _picture = readPicture(*message);
+        events.insert(events.end(), _picture.events.begin(), _picture.events.end());
+        if (!wasOver && _picture.phase != Picture::Night)
+            reportScore(_app, _picture);
+    }
+    _picture.events = std::move(events);
+}
+
+std::unique_ptr<Scene> GuestScene::step() {
+    receive();
+    _view.step(_picture);
+    if (_client->connected()) {
+        KXNetworkBuffer message;
+        writeInput(message, firstPlayerInput(true));
+        _client->send(&message);
+    }
+    const bool over = _picture.phase != Picture::Night || !_client->connected();
+    _stepsOver += over;
+    if (_stepsOver > stepsOfEnding || KXKey(Key::escape, 1))
+        return std::make_unique<TitleScene>(_app);
+    return nullptr;
+}
+
+void GuestScene::draw() {
+    _view.draw(_picture);
+    if (_picture.phase != Picture::Night)
+        drawEnding(_picture);
+    else if (!_client->connected())
+        Style::printCentred(400, 470, 14, Style::rose, "Your friend has left.");
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "App.h"
+
+/// Asks where to play, and goes there.
+class JoinScene : public Scene {
+public:
+    explicit JoinScene(App& app);
+    std::unique_ptr<Scene> step() override;
+    void draw() override;
+
+private:
+    std::unique_ptr<Scene> connect();
+
+    App& _app;
+    KXUITextEntry _address;
+    KXUIButton _go;
+    std::string _failure;
+    bool _goesAtOnce; ///< The command line has told where.
+};

@@ -1,0 +1,103 @@
+#include "LevelScene.h"
+
+#include "Controls.h"
+#include "Keys.h"
+#include "ResultScene.h"
+#include "TitleScene.h"
+#include "Wire.h"
+
+#include <cstdio>
+
+LevelScene::LevelScene(App& app, int players)
+    : _app(app), _world(players, app.options.night), _view(app), _players(players) {}
+
+LevelScene::LevelScene(App& app, std::unique_ptr<KXNetworkServer> server)
+    : _app(app), _world(2, app.options.night), _view(app), _players(2), _server(std::move(server)) {}
+
+// The newest of what the guest has sent; an older hop counts, too, or a short press would be lost.
+Input LevelScene::guestInput() {
+    bool hop = false;
+    while (const std::unique_ptr<KXNetworkBuffer> message{_server->receiveBufferFromClient(0)}) {
+        _guestInput = readInput(*message);
+        hop |= _guestInput.hop;
+    }
+    if (!_server->isClientConnected(0))
+        _guestInput = {};
+    Input input = _guestInput;
+    input.hop |= hop;
+    return input;
+}
+
+void LevelScene::tellGuest() {
+    KXNetworkBuffer message;
+    writePicture(message, _world.picture());
+    _server->sendBufferToClient(0, &message);
+}
+
+void LevelScene::stepWorld() {
+    const bool padForSecond = _players == 2 && !_server && !_app.settings.usesPad;
+    Input inputs[2] = {firstPlayerInput(!padForSecond), {}};
+    if (_server)
+        inputs[1] = guestInput();
+    else if (_players == 2)
+        inputs[1] = secondPlayerInput(padForSecond);
+    const bool wasOver = _world.isOver();
+    _world.step(inputs);
+    if (_world.isOver() && !wasOver)
+        reportScore(_app, _world.picture());
+    _view.step(_world.picture());
+    if (_server)
+        tellGuest();
+}
+
+std::unique_ptr<Scene> LevelScene::stepPause() {
+    const int chosen = _pause->step();
+    if (chosen == 1)
+        return std::make_unique<TitleScene>(_app);
+    if (chosen == 0 || KXKey(Key::escape, 1))
+        _pause.reset();
+    return nullptr;
+}
+
+std::unique_ptr<Scene> LevelScene::step() {
+    if (_pause && !_server) // a guest cannot be stopped
+        return stepPause();
+    if (_pause)
+        if (std::unique_ptr<Scene> next = stepPause())
+            return next;
+    if (!_pause && (KXKey(Key::escape, 1) || KXKey(Key::p, 1) || KXGamePadButton(7, 1)))
+        _pause.emplace(KXPoint{400, 220}, 160.0f, std::vector<std::string>{"Go on", "Give up"});
+    stepWorld();
+    _stepsOver += _world.isOver();
+    if (_stepsOver > stepsOfEnding)
+        return std::make_unique<ResultScene>(_app, _world.picture().score);
+    return nullptr;
+}
+
+void LevelScene::draw() {
+    _view.draw(_world.picture());
+    if (_world.isOver())
+        drawEnding(_world.picture());
+    if (_server && !_server->isClientConnected(0))
+        Style::printCentred(400, 470, 14, Style::rose, "Your friend has left.");
+    if (!_pause)
+        return;
+    KXDrawRectFill({{0, 0}, Style::windowSize}, Style::faded(Style::ink, 0.6f));
+    Style::printCentred(400, 180, 24, Style::gold, "Pause");
+    _pause->draw();
+}
+
+void drawEnding(const Picture& picture) {
+    const bool dawn = picture.phase == Picture::Dawn;
+    KXDrawRectFill({{0, 190}, {Style::windowSize.width, 90}}, Style::faded(Style::ink, 0.7f));
+    Style::printCentred(400, 204, 34, dawn ? Style::gold : Style::rose,
+                        dawn ? "Dawn!" : "The fire went out.");
+    Style::printCentred(400, 250, 16, Style::paper,
+                        KXTempString("You kept it for {C1,0.85,0.54,1}%d{EC} points.", picture.score));
+}
+
+void reportScore(const App& app, const Picture& picture) {
+    KXLog("game", "the night ended with %d points", picture.score);
+    if (app.options.headless)
+        std::printf("Score: %d\n", picture.score);
+}

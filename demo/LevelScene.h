@@ -1,0 +1,39 @@
+#pragma once
+
+#include "App.h"
+#include "ButtonColumn.h"
+#include "WorldView.h"
+
+#include <optional>
+
+/// A night, for one or two players at this machine, or with a guest over the network.
+class LevelScene : public Scene {
+public:
+    LevelScene(App& app, int players);
+    /// @param server at which a guest has arrived, with the id 0.
+    LevelScene(App& app, std::unique_ptr<KXNetworkServer> server);
+    std::unique_ptr<Scene> step() override;
+    void draw() override;
+
+private:
+    void stepWorld();
+    Input guestInput();
+    void tellGuest();
+    std::unique_ptr<Scene> stepPause();
+
+    App& _app;
+    World _world;
+    WorldView _view;
+    int _players;
+    std::unique_ptr<KXNetworkServer> _server; ///< Null without a guest.
+    Input _guestInput;
+    std::optional<ButtonColumn> _pause; ///< While the game is paused.
+    int _stepsOver = 0;
+};
+
+/// What is said over a night that has ended.
+void drawEnding(const Picture& picture);
+/// Tells the log, and whoever started the game without a display, how a night has ended.
+void reportScore(const App& app, const Picture& picture);
+/// How many steps the end of a night is looked at before the game goes on.
+inline constexpr int stepsOfEnding = 180;

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "App.h"
+
+/// Volumes, the player's name, and what steers.
+class OptionsScene : public Scene {
+public:
+    explicit OptionsScene(App& app);
+    std::unique_ptr<Scene> step() override;
+    void draw() override;
+
+private:
+    App& _app;
+    KXUISlider _sounds, _music;
+    KXUITextEntry _name;
+    KXUIToggleButton _pad;
+    KXUIButton _back;
+};

@@ -1,0 +1,66 @@
+#include "Settings.h"
+
+#include <Kobaltrix/Kobaltrix.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+static constexpr long fileVersion = 1;
+
+int Settings::enterScore(const std::string& who, int points) {
+    const auto place = std::find_if(scores.begin(), scores.end(),
+                                    [points](const Score& score) { return score.points < points; });
+    const auto index = static_cast<std::size_t>(place - scores.begin());
+    if (points <= 0 || index >= mostScores)
+        return -1;
+    scores.insert(place, {who, points});
+    scores.resize(std::min(scores.size(), mostScores));
+    return static_cast<int>(index);
+}
+
+static std::string takeString(FILE* file) {
+    char* const text = KXGetString(file);
+    std::string result = text ? text : "";
+    std::free(text);
+    return result;
+}
+
+void Settings::load(const std::string& path) {
+    FILE* const file = KXFileExists(path.c_str()) ? std::fopen(path.c_str(), "r") : nullptr;
+    if (!file)
+        return;
+    if (KXGetL(file) == fileVersion) {
+        int sounds = static_cast<int>(KXGetL(file)), music = static_cast<int>(KXGetL(file));
+        KXClampi(&sounds, 0, 128);
+        KXClampi(&music, 0, 128);
+        soundVolume = sounds;
+        musicVolume = music;
+        usesPad = KXGetL(file) > 0;
+        name = takeString(file);
+        const long count = KXGetL(file);
+        for (long i = 0; i < count && i < static_cast<long>(mostScores) && !std::feof(file); ++i) {
+            const std::string who = takeString(file);
+            enterScore(who, static_cast<int>(KXGetL(file)));
+        }
+    }
+    std::fclose(file);
+}
+
+void Settings::save(const std::string& path) const {
+    FILE* const file = std::fopen(path.c_str(), "w");
+    if (!file) {
+        KXLog("game", "%s cannot be written", path.c_str());
+        return;
+    }
+    for (long value : {fileVersion, static_cast<long>(soundVolume), static_cast<long>(musicVolume),
+                       static_cast<long>(usesPad)})
+        KXPutL(value, file);
+    KXPutString(name.c_str(), file);
+    KXPutL(static_cast<long>(scores.size()), file);
+    for (const Score& score : scores) {
+        KXPutString(score.name.c_str(), file);
+        KXPutL(score.points, file);
+    }
+    std::fclose(file);
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// What the game remembers from one time to the next.
+struct Settings {
+    struct Score {
+        std::string name;
+        int points;
+    };
+    static constexpr std::size_t mostScores = 10;
+
+    int soundVolume = 96; ///< 0 to 128.
+    int musicVolume = 64; ///< 0 to 128.
+    bool usesPad = false; ///< The first player steers with the pad.
+    std::string name = "Keeper";
+    std::vector<Score> scores; ///< The best first.
+
+    /// Enters a score. @return its place, -1 if it is not among the best.
+    int enterScore(const std::string& who, int points);
+    /// Reads the file; one that is missing or damaged leaves what could not be read as it was.
+    void load(const std::string& path);
+    /// Writes the file.
+    void save(const std::string& path) const;
+};

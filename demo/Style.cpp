@@ -1,0 +1,10 @@
+#include "Style.h"
+
+void Style::printCentred(float x, float y, int size, KXColor color, const char* text) {
+    KXUIGlobalFontPrint({x - KXUIGlobalFontStringBounds(size, text).width / 2, y}, color, size, text);
+}
+
+void Style::prepareWidgets() {
+    KXSetUIColor(woodDark, ink, wood, faded(gold, 0.35f), gold, paper);
+    _KXUIWidget::KXUIWidgetInnerPadding = {12, 5};
+}

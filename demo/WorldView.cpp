@@ -1,0 +1,199 @@
+#include "WorldView.h"
+
+#if defined(__APPLE__)
+#include <OpenGL/gl.h>
+#else
+#include <GL/gl.h>
+#endif
+
+#include <cmath>
+#include <cstring>
+
+namespace {
+constexpr float spriteScale = 3;
+constexpr KXPoint feet = {8, 19}; // in a frame of a player
+constexpr int lightScale = 2;     // pixels of the window for one of the light's
+
+KXColor mixed(KXColor a, KXColor b, float share) {
+    return {a.r + (b.r - a.r) * share, a.g + (b.g - a.g) * share, a.b + (b.b - a.b) * share, 1};
+}
+
+// Setting the animation that plays already would start it over.
+void play(KXSprite& sprite, const char* name) {
+    if (std::strcmp(name, sprite.currentAnimation()) != 0)
+        sprite.setAnimation(name);
+}
+} // namespace
+
+WorldView::WorldView(App& app)
+    : _app(app), _light(static_cast<int>(Style::windowSize.width) / lightScale,
+                        static_cast<int>(Style::windowSize.height) / lightScale),
+      _emberTimer(7) {
+    const char* files[2] = {"hero", "friend"};
+    for (int i = 0; i < 2; ++i) {
+        app.assets.load(_players[i], files[i]);
+        _players[i].setScale(spriteScale);
+    }
+    app.assets.load(_fire, "fire");
+    _fire.setAnimation("burn");
+}
+
+KXSprite& WorldView::spriteOf(std::vector<std::unique_ptr<KXSprite>>& sprites, std::size_t index,
+                              const char* file, const char* animation) {
+    while (sprites.size() <= index) {
+        auto& sprite = *sprites.emplace_back(std::make_unique<KXSprite>());
+        _app.assets.load(sprite, file);
+        sprite.setAnimation(animation);
+        sprite.randomizeCurrentFrame(); // or all would flap as one
+        sprite.setScale(spriteScale);
+    }
+    return *sprites[index];
+}
+
+void WorldView::happened(const Event& event) {
+    constexpr Effect effects[] = {Effect::Pick, Effect::Feed, Effect::Hop, Effect::Hurt,
+                                  Effect::Bat,  Effect::Dawn, Effect::Dark};
+    _app.audio.play(effects[event.kind], event.at.x / Style::windowSize.width);
+    switch (event.kind) {
+    case Event::Pick:
+        _particles.burst(event.at, 8, 1.2f, Style::paper);
+        break;
+    case Event::Feed:
+        _particles.burst(event.at, 14 + event.amount / 5, 3, Style::gold);
+        break;
+    case Event::Hurt:
+        _particles.burst(event.at, 16, 2, Style::rose);
+        break;
+    default:
+        break;
+    }
+    if (event.amount)
+        _particles.number(event.at, event.amount);
+}
+
+void WorldView::step(const Picture& picture) {
+    for (const Event& event : picture.events)
+        happened(event);
+    for (int i = 0; i < 2; ++i) {
+        const Picture::Player& player = picture.players[i];
+        play(_players[i], KXTempString("%s %s",
+                                       player.height > 0 ? "hop"
+                                       : player.walking  ? "walk"
+                                                         : "stand",
+                                       player.facing == KXDirectionLeft ? "left" : "right"));
+        _players[i].poll();
+    }
+    for (const auto& sprites : {&_moths, &_bats})
+        for (const auto& sprite : *sprites)
+            sprite->poll();
+    _fire.poll();
+    _particles.step();
+    if (picture.fuel > 0 && _emberTimer.tick())
+        _particles.ember({World::fire.x, World::fire.y - 20});
+    ++_flicker;
+}
+
+void WorldView::drawGlow(KXPoint at, float radius, KXColor color) {
+    KXTexture& glow = _app.assets.picture("glow");
+    const float scale = 2 * radius / glow.size().width / lightScale;
+    glow.setTint(color);
+    glow.draw(static_cast<int>((at.x - radius) / lightScale), static_cast<int>((at.y - radius) / lightScale),
+              color.a, scale, 0, 0, -1);
+}
+
+// Light adds up on a texture that begins as dark as the night.
+void WorldView::drawLight(const Picture& picture) {
+    const float dawn = 1 - KXMinf(1, picture.nightLeft * 5); // the last fifth of the night gets brighter
+    const KXColor ambient = picture.phase == Picture::Dark
+                                ? KXMakeColor(0.2f, 0.2f, 0.36f, 1)
+                                : mixed({0.36f, 0.36f, 0.58f, 1}, {1, 0.95f, 0.9f, 1}, dawn);
+    _light.setRenderContext();
+    KXDrawRectFill({{0, 0}, _light.size()}, ambient);
+    KXFlushDrawBatch(); // before OpenGL of our own
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    const float flicker = 1 + 0.04f * std::sin(static_cast<float>(_flicker) * 0.31f);
+    if (picture.fuel > 0)
+        drawGlow({World::fire.x, World::fire.y - 20}, (110 + 1.9f * picture.fuel) * flicker,
+                 {1, 0.72f, 0.42f, 0.9f});
+    for (const Picture::Player& player : picture.players)
+        if (player.present)
+            drawGlow({player.at.x, player.at.y - 24 - player.height}, 74 * flicker, {1, 0.85f, 0.54f, 0.55f});
+    for (const Picture::Moth& moth : picture.moths)
+        drawGlow({moth.at.x + 9, moth.at.y + 9}, 34, {0.95f, 0.9f, 0.75f, 0.6f * moth.light});
+    _light.unsetRenderContext(); // lets the glows out
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+}
+
+void WorldView::drawPlayer(int index, const Picture::Player& player) {
+    KXDrawCircleFill(player.at, 18 - static_cast<int>(player.height / 8), 16, {0, 0, 0, 0.3f});
+    _players[index].setAlpha(player.hurt % 12 >= 6 ? 0.35f : 1);
+    _players[index].draw(
+        {player.at.x - feet.x * spriteScale, player.at.y - feet.y * spriteScale - player.height});
+}
+
+void WorldView::draw(const Picture& picture) {
+    drawLight(picture);
+    _app.window.setRenderContext();
+    _app.assets.picture("background").draw(0, 0, 1.0f, 2.0f, 0, 0, -1);
+    const float fireScale = 1.4f + 3.0f * picture.fuel / 100;
+    _fire.setScale(fireScale);
+    const auto drawFire = [&] {
+        _app.assets.picture("logs").draw(static_cast<int>(World::fire.x) - 32,
+                                         static_cast<int>(World::fire.y) - 20, 1.0f, 4.0f, 0, 0, -1);
+        if (picture.fuel > 0)
+            _fire.draw({World::fire.x - 8 * fireScale, World::fire.y - 14 * fireScale});
+    };
+    // Who stands lower stands in front.
+    int order[2] = {0, 1};
+    if (picture.players[0].at.y > picture.players[1].at.y)
+        std::swap(order[0], order[1]);
+    bool fireDrawn = false;
+    for (int index : order) {
+        const Picture::Player& player = picture.players[index];
+        if (!player.present)
+            continue;
+        if (!fireDrawn && player.at.y > World::fire.y) {
+            drawFire();
+            fireDrawn = true;
+        }
+        drawPlayer(index, player);
+    }
+    if (!fireDrawn)
+        drawFire();
+    for (std::size_t i = 0; i < picture.bats.size(); ++i)
+        spriteOf(_bats, i, "bat", "fly").draw({picture.bats[i].at.x - 24, picture.bats[i].at.y - 16});
+    KXFlushDrawBatch();
+    glBlendFunc(GL_DST_COLOR, GL_ZERO); // what the light falls on
+    _light.draw(0, 0, 1.0f, static_cast<float>(lightScale), 0, 0, -1);
+    KXFlushDrawBatch();
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    for (std::size_t i = 0; i < picture.moths.size(); ++i) {
+        KXSprite& moth = spriteOf(_moths, i, "moth", "fly");
+        moth.setAlpha(picture.moths[i].light);
+        moth.draw(picture.moths[i].at);
+    }
+    _particles.draw();
+    drawStatus(picture);
+}
+
+void WorldView::drawStatus(const Picture& picture) {
+    const float width = Style::windowSize.width;
+    _app.assets.picture("panel").drawNineSlice({8, 8}, {190, 56}, 8);
+    KXUIGlobalFontPrint({22, 16}, Style::paper, 16,
+                        KXTempString("Score {C1,0.85,0.54,1}%d{EC}", picture.score));
+    const KXColor fuelColor = picture.fuel < 25 ? Style::rose : picture.fuel < 50 ? Style::wood : Style::gold;
+    KXDrawRectFill({{22, 42}, {162, 10}}, Style::ink);
+    KXDrawRectFill({{23, 43}, {160 * picture.fuel / 100, 8}}, fuelColor);
+    // The moon wanders over the sky, and where it sets the sun rises.
+    const KXPoint moon = {60 + (width - 120) * (1 - picture.nightLeft),
+                          96 - 60 * std::sin(3.1416f * (1 - picture.nightLeft))};
+    _app.assets.picture("moon").draw(static_cast<int>(moon.x) - 16, static_cast<int>(moon.y) - 16, 1.0f, 2.0f,
+                                     0, 0, -1);
+    for (int i = 0; i < 2; ++i) {
+        const Picture::Player& player = picture.players[i];
+        for (int moth = 0; player.present && moth < World::mostCarried; ++moth)
+            KXDrawRectFill(
+                {{width - 120 + 20 * static_cast<float>(moth), 18 + 20 * static_cast<float>(i)}, {12, 12}},
+                moth < player.carried ? (i ? Style::rose : Style::teal) : Style::faded(Style::ink, 0.6f));
+    }
+}

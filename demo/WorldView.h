@@ -1,0 +1,33 @@
+#pragma once
+
+#include "App.h"
+#include "Particles.h"
+#include "World.h"
+
+/// Shows a night: draws a picture of the world, and lets its events be heard.
+class WorldView {
+public:
+    explicit WorldView(App& app);
+
+    /// One logic step: animations and particles follow the picture.
+    void step(const Picture& picture);
+    /// Draws the world with its light, and above it the score, the fire and the time.
+    void draw(const Picture& picture);
+
+private:
+    void happened(const Event& event);
+    void drawLight(const Picture& picture);
+    void drawGlow(KXPoint at, float radius, KXColor color);
+    void drawPlayer(int index, const Picture::Player& player);
+    void drawStatus(const Picture& picture);
+    KXSprite& spriteOf(std::vector<std::unique_ptr<KXSprite>>& sprites, std::size_t index, const char* file,
+                       const char* animation);
+
+    App& _app;
+    KXSprite _players[2], _fire;
+    std::vector<std::unique_ptr<KXSprite>> _moths, _bats;
+    KXTexture _light; ///< How bright it is where, in half of the window's resolution.
+    Particles _particles;
+    KXTimer _emberTimer;
+    int _flicker = 0;
+};
