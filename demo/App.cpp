@@ -30,6 +30,11 @@ App::App(const Options& wanted)
     KXBeginDrawBatch(); // all that is drawn leaves in a few calls, frame after frame
 }
 
+int App::secondsOfNight() const {
+    constexpr int usual = 90, shown = 20; // nobody watches a script for long
+    return options.night ? options.night : options.headless ? shown : usual;
+}
+
 App::~App() { KXEndDrawBatch(); }
 
 void App::settingsChanged() {

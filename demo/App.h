@@ -18,7 +18,9 @@ struct App {
     bool save(Scene& scene, const std::string& path);
     /// Applies and saves what the player has set.
     void settingsChanged();
-    /// F11-like switches that work in every scene.
+    /// How long a night lasts.
+    int secondsOfNight() const;
+    /// The switch to fullscreen and back, which works in every scene.
     void stepSwitches();
 
     Options options;

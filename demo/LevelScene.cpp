@@ -9,10 +9,10 @@
 #include <cstdio>
 
 LevelScene::LevelScene(App& app, int players)
-    : _app(app), _world(players, app.options.night), _view(app), _players(players) {}
+    : _app(app), _world(players, app.secondsOfNight()), _view(app), _players(players) {}
 
 LevelScene::LevelScene(App& app, std::unique_ptr<KXNetworkServer> server)
-    : _app(app), _world(2, app.options.night), _view(app), _players(2), _server(std::move(server)) {}
+    : _app(app), _world(2, app.secondsOfNight()), _view(app), _players(2), _server(std::move(server)) {}
 
 // The newest of what the guest has sent; an older hop counts, too, or a short press would be lost.
 Input LevelScene::guestInput() {

@@ -38,16 +38,16 @@ WorldView::WorldView(App& app)
     _fire.setAnimation("burn");
 }
 
-KXSprite& WorldView::spriteOf(std::vector<std::unique_ptr<KXSprite>>& sprites, std::size_t index,
-                              const char* file, const char* animation) {
-    while (sprites.size() <= index) {
-        auto& sprite = *sprites.emplace_back(std::make_unique<KXSprite>());
+// As many sprites as there is to show. Made while stepping, because random numbers are drawn for them: what
+// is drawn on the screen, and how often, must not change the night.
+void WorldView::provide(Flock& flock, std::size_t count, const char* file) {
+    while (flock.size() < count) {
+        auto& sprite = *flock.emplace_back(std::make_unique<KXSprite>());
         _app.assets.load(sprite, file);
-        sprite.setAnimation(animation);
+        sprite.setAnimation("fly");
         sprite.randomizeCurrentFrame(); // or all would flap as one
         sprite.setScale(spriteScale);
     }
-    return *sprites[index];
 }
 
 void WorldView::happened(const Event& event) {
@@ -83,8 +83,10 @@ void WorldView::step(const Picture& picture) {
                                        player.facing == KXDirectionLeft ? "left" : "right"));
         _players[i].poll();
     }
-    for (const auto& sprites : {&_moths, &_bats})
-        for (const auto& sprite : *sprites)
+    provide(_moths, picture.moths.size(), "moth");
+    provide(_bats, picture.bats.size(), "bat");
+    for (const Flock* flock : {&_moths, &_bats})
+        for (const auto& sprite : *flock)
             sprite->poll();
     _fire.poll();
     _particles.step();
@@ -160,17 +162,16 @@ void WorldView::draw(const Picture& picture) {
     }
     if (!fireDrawn)
         drawFire();
-    for (std::size_t i = 0; i < picture.bats.size(); ++i)
-        spriteOf(_bats, i, "bat", "fly").draw({picture.bats[i].at.x - 24, picture.bats[i].at.y - 16});
+    for (std::size_t i = 0; i < picture.bats.size() && i < _bats.size(); ++i)
+        _bats[i]->draw({picture.bats[i].at.x - 24, picture.bats[i].at.y - 16});
     KXFlushDrawBatch();
     glBlendFunc(GL_DST_COLOR, GL_ZERO); // what the light falls on
     _light.draw(0, 0, 1.0f, static_cast<float>(lightScale), 0, 0, -1);
     KXFlushDrawBatch();
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    for (std::size_t i = 0; i < picture.moths.size(); ++i) {
-        KXSprite& moth = spriteOf(_moths, i, "moth", "fly");
-        moth.setAlpha(picture.moths[i].light);
-        moth.draw(picture.moths[i].at);
+    for (std::size_t i = 0; i < picture.moths.size() && i < _moths.size(); ++i) {
+        _moths[i]->setAlpha(picture.moths[i].light);
+        _moths[i]->draw(picture.moths[i].at);
     }
     _particles.draw();
     drawStatus(picture);

@@ -20,12 +20,12 @@ private:
     void drawGlow(KXPoint at, float radius, KXColor color);
     void drawPlayer(int index, const Picture::Player& player);
     void drawStatus(const Picture& picture);
-    KXSprite& spriteOf(std::vector<std::unique_ptr<KXSprite>>& sprites, std::size_t index, const char* file,
-                       const char* animation);
+    using Flock = std::vector<std::unique_ptr<KXSprite>>;
+    void provide(Flock& flock, std::size_t count, const char* file);
 
     App& _app;
     KXSprite _players[2], _fire;
-    std::vector<std::unique_ptr<KXSprite>> _moths, _bats;
+    Flock _moths, _bats;
     KXTexture _light; ///< How bright it is where, in half of the window's resolution.
     Particles _particles;
     KXTimer _emberTimer;

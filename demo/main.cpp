@@ -114,7 +114,7 @@ int main(int argc, char** argv) {
     if (options.headless) {
         std::srand(1); // the same night every time
         if (options.script.empty())
-            options.script = std::string(KXExecutablePath ? KXExecutablePath : ".") + "/assets/night.txt";
+            options.script = std::string(KXExecutablePath ? KXExecutablePath : ".") + "/assets/glimpse.txt";
         if (options.screenshot.empty())
             options.screenshot = "ember-night.png";
     }
