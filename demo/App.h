@@ -28,6 +28,7 @@ struct App {
     Assets assets;
     Settings settings;
     Audio audio;
+    int nightsEnded = 0;
 
 private:
     std::string _settingsFile; ///< Empty: nothing is kept.

@@ -13,13 +13,16 @@ GuestScene::GuestScene(App& app, std::unique_ptr<KXNetworkClient> client)
 void GuestScene::receive() {
     std::vector<Event> events;
     while (const std::unique_ptr<KXNetworkBuffer> message{_client->receive()}) {
-        const bool wasOver = _picture.phase != Picture::Night;
         _picture = readPicture(*message);
         events.insert(events.end(), _picture.events.begin(), _picture.events.end());
-        if (!wasOver && _picture.phase != Picture::Night)
-            reportScore(_app, _picture);
     }
     _picture.events = std::move(events);
+}
+
+// True some time after the host has left in the middle of a night.
+bool GuestScene::lostHost() {
+    constexpr int told = 180;
+    return !_client->connected() && ++_stepsLost > told;
 }
 
 std::unique_ptr<Scene> GuestScene::step() {
@@ -30,9 +33,9 @@ std::unique_ptr<Scene> GuestScene::step() {
         writeInput(message, firstPlayerInput(true));
         _client->send(&message);
     }
-    const bool over = _picture.phase != Picture::Night || !_client->connected();
-    _stepsOver += over;
-    if (_stepsOver > stepsOfEnding || KXKey(Key::escape, 1))
+    if (_picture.phase != Picture::Night ? stepEnding(_app, _picture, ++_stepsOver) : lostHost())
+        return std::make_unique<TitleScene>(_app);
+    if (KXKey(Key::escape, 1))
         return std::make_unique<TitleScene>(_app);
     return nullptr;
 }

@@ -12,10 +12,11 @@ public:
 
 private:
     void receive();
+    bool lostHost();
 
     App& _app;
     std::unique_ptr<KXNetworkClient> _client;
     WorldView _view;
     Picture _picture;
-    int _stepsOver = 0;
+    int _stepsOver = 0, _stepsLost = 0;
 };

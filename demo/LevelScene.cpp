@@ -41,10 +41,7 @@ void LevelScene::stepWorld() {
         inputs[1] = guestInput();
     else if (_players == 2)
         inputs[1] = secondPlayerInput(padForSecond);
-    const bool wasOver = _world.isOver();
     _world.step(inputs);
-    if (_world.isOver() && !wasOver)
-        reportScore(_app, _world.picture());
     _view.step(_world.picture());
     if (_server)
         tellGuest();
@@ -68,8 +65,7 @@ std::unique_ptr<Scene> LevelScene::step() {
     if (!_pause && (KXKey(Key::escape, 1) || KXKey(Key::p, 1) || KXGamePadButton(7, 1)))
         _pause.emplace(KXPoint{400, 220}, 160.0f, std::vector<std::string>{"Go on", "Give up"});
     stepWorld();
-    _stepsOver += _world.isOver();
-    if (_stepsOver > stepsOfEnding)
+    if (_world.isOver() && stepEnding(_app, _world.picture(), ++_stepsOver))
         return std::make_unique<ResultScene>(_app, _world.picture().score);
     return nullptr;
 }
@@ -96,8 +92,15 @@ void drawEnding(const Picture& picture) {
                         KXTempString("You kept it for {C1,0.85,0.54,1}%d{EC} points.", picture.score));
 }
 
-void reportScore(const App& app, const Picture& picture) {
-    KXLog("game", "the night ended with %d points", picture.score);
-    if (app.options.headless)
-        std::printf("Score: %d\n", picture.score);
+bool stepEnding(App& app, const Picture& picture, int stepsOver) {
+    constexpr int looked = 180, looking = 30;
+    if (stepsOver == 1) {
+        KXLog("game", "the night ended with %d points", picture.score);
+        if (app.options.headless)
+            std::printf("Score: %d\n", picture.score);
+        ++app.nightsEnded;
+    }
+    if (stepsOver == looking && app.nightsEnded == app.options.nights)
+        KXApplicationRequestQuit();
+    return stepsOver > looked;
 }

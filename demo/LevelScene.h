@@ -33,7 +33,6 @@ private:
 
 /// What is said over a night that has ended.
 void drawEnding(const Picture& picture);
-/// Tells the log, and whoever started the game without a display, how a night has ended.
-void reportScore(const App& app, const Picture& picture);
-/// How many steps the end of a night is looked at before the game goes on.
-inline constexpr int stepsOfEnding = 180;
+/// One step after the end of a night. In the first the log, and whoever started the game without a display,
+/// is told how it ended. @return true when the end was looked at for long enough.
+bool stepEnding(App& app, const Picture& picture, int stepsOver);

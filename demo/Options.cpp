@@ -5,17 +5,9 @@
 #include <string_view>
 
 void printUsage() {
-    std::puts("usage: play [OPTION]...\n"
-              "  --widgets          show a screen with every widget instead of the game\n"
-              "  --host PORT        wait for a second player at PORT and play together\n"
-              "  --join HOST:PORT   play with somebody who waits there\n"
-              "  --night SECONDS    how long a night lasts (90)\n"
-              "  --save FILE        keep settings and scores in FILE\n"
-              "  --headless         run without a display: play a script, leave a screenshot and end\n"
-              "  --script FILE      do what a script says, see docs/testing.md\n"
-              "  --record FILE      write such a script while somebody plays\n"
-              "  --frames N         end after N frames\n"
-              "  --screenshot FILE  write the last frame to FILE (.bmp, otherwise PNG)");
+    std::fputs(
+#include "Usage.inc" // ./play shows it, too
+        , stdout);
 }
 
 static bool readCount(std::string_view text, int& count, int most) {
@@ -42,6 +34,8 @@ static bool readValue(std::string_view option, const char* value, Options& optio
         return readCount(value, options.frames, most);
     if (option == "--night")
         return readCount(value, options.night, longestNight);
+    if (option == "--nights")
+        return readCount(value, options.nights, most);
     if (option == "--host")
         return readCount(value, options.hostPort, largestPort);
     std::string* text = option == "--screenshot" ? &options.screenshot

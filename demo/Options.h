@@ -9,6 +9,7 @@ struct Options {
     bool widgets = false;
     int frames = 0;   ///< Leave after so many; 0 for never.
     int night = 0;    ///< Seconds that a night lasts; 0 for the usual ones.
+    int nights = 0;   ///< Leave when so many have ended; 0 for never.
     int hostPort = 0; ///< Wait for a second player at this port; 0 for no.
     std::string join; ///< HOST:PORT to play at.
     std::string screenshot;

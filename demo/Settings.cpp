@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 
 static constexpr long fileVersion = 1;
 
@@ -19,11 +18,9 @@ int Settings::enterScore(const std::string& who, int points) {
     return static_cast<int>(index);
 }
 
-static std::string takeString(FILE* file) {
-    char* const text = KXGetString(file);
-    std::string result = text ? text : "";
-    std::free(text);
-    return result;
+static std::string readString(FILE* file) {
+    const char* const text = KXGetString(file);
+    return text ? text : "";
 }
 
 void Settings::load(const std::string& path) {
@@ -37,10 +34,10 @@ void Settings::load(const std::string& path) {
         soundVolume = sounds;
         musicVolume = music;
         usesPad = KXGetL(file) > 0;
-        name = takeString(file);
+        name = readString(file);
         const long count = KXGetL(file);
         for (long i = 0; i < count && i < static_cast<long>(mostScores) && !std::feof(file); ++i) {
-            const std::string who = takeString(file);
+            const std::string who = readString(file);
             enterScore(who, static_cast<int>(KXGetL(file)));
         }
     }

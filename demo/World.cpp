@@ -110,7 +110,7 @@ void World::deliver(int index) {
     const int points = 10 * player.carried * player.carried;
     _picture.score += points;
     _picture.fuel = KXMinf(100, _picture.fuel + fuelPerMoth * static_cast<float>(player.carried));
-    happened(Event::Feed, {fire.x, fire.y - 30}, points);
+    happened(Event::Feed, {fire.x, fire.y - 70}, points);
     for (Moth& moth : _moths)
         if (moth.carrier == index) {
             moth.carrier = -1;

@@ -162,13 +162,13 @@ void WorldView::draw(const Picture& picture) {
     }
     if (!fireDrawn)
         drawFire();
-    for (std::size_t i = 0; i < picture.bats.size() && i < _bats.size(); ++i)
-        _bats[i]->draw({picture.bats[i].at.x - 24, picture.bats[i].at.y - 16});
     KXFlushDrawBatch();
     glBlendFunc(GL_DST_COLOR, GL_ZERO); // what the light falls on
     _light.draw(0, 0, 1.0f, static_cast<float>(lightScale), 0, 0, -1);
     KXFlushDrawBatch();
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    for (std::size_t i = 0; i < picture.bats.size() && i < _bats.size(); ++i)
+        _bats[i]->draw({picture.bats[i].at.x - 24, picture.bats[i].at.y - 16});
     for (std::size_t i = 0; i < picture.moths.size() && i < _moths.size(); ++i) {
         _moths[i]->setAlpha(picture.moths[i].light);
         _moths[i]->draw(picture.moths[i].at);
@@ -190,11 +190,26 @@ void WorldView::drawStatus(const Picture& picture) {
                           96 - 60 * std::sin(3.1416f * (1 - picture.nightLeft))};
     _app.assets.picture("moon").draw(static_cast<int>(moon.x) - 16, static_cast<int>(moon.y) - 16, 1.0f, 2.0f,
                                      0, 0, -1);
-    for (int i = 0; i < 2; ++i) {
-        const Picture::Player& player = picture.players[i];
-        for (int moth = 0; player.present && moth < World::mostCarried; ++moth)
-            KXDrawRectFill(
-                {{width - 120 + 20 * static_cast<float>(moth), 18 + 20 * static_cast<float>(i)}, {12, 12}},
-                moth < player.carried ? (i ? Style::rose : Style::teal) : Style::faded(Style::ink, 0.6f));
+    for (int i = 0; i < 2; ++i)
+        if (picture.players[i].present)
+            drawCarried(i, picture.players[i].carried);
+    constexpr float hintEnds = 0.93f;
+    if (picture.nightLeft > hintEnds)
+        Style::printCentred(width / 2, 452, 16,
+                            Style::faded(Style::paper, KXMinf(1, (picture.nightLeft - hintEnds) * 40)),
+                            "Arrows walk, space hops over bats. Bring moths to the fire, many at once.");
+}
+
+// A box for every moth that a player can carry.
+void WorldView::drawCarried(int index, int carried) {
+    constexpr float side = 12, step = 18;
+    const float y = 14 + step * static_cast<float>(index);
+    float x = Style::windowSize.width - 14 - step * World::mostCarried;
+    KXUIGlobalFontPrint({x - 56, y - 4}, Style::paper, "Moths");
+    for (int moth = 0; moth < World::mostCarried; ++moth, x += step) {
+        const KXRect box = {{x, y}, {side, side}};
+        KXDrawRectFill(box,
+                       moth < carried ? (index ? Style::rose : Style::teal) : Style::faded(Style::ink, 0.6f));
+        KXDrawRect(box, Style::faded(Style::paper, 0.4f));
     }
 }

@@ -20,6 +20,7 @@ private:
     void drawGlow(KXPoint at, float radius, KXColor color);
     void drawPlayer(int index, const Picture::Player& player);
     void drawStatus(const Picture& picture);
+    void drawCarried(int index, int carried);
     using Flock = std::vector<std::unique_ptr<KXSprite>>;
     void provide(Flock& flock, std::size_t count, const char* file);
 

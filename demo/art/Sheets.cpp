@@ -49,11 +49,11 @@ const Rows tucked = {"   eccceddde    ", "   ebbbebBBBe   ", "   eeeeeeeeee   "}
 Color batColor(char pixel) {
     switch (pixel) {
     case 'e':
-        return 0x1a1626ff;
+        return 0x3a2450ff;
     case 'd':
-        return 0x4a2e5cff;
+        return 0x7a5a96ff;
     default:
-        return 0xe86878ff; // eyes
+        return 0xff8a8aff; // eyes
     }
 }
 
