@@ -61,8 +61,8 @@ Track makeBat() {
     Track track(rate);
     for (int flap = 0; flap < 5; ++flap)
         track.add(Noise{{900, 350}, 0.8}, {0.015, 0.04, 0, 0.02}, 0.075 * flap, 0.05, 2);
-    track.add(Tone{{2600, 3400}, Timbres::flute, 0.5, 30}, {0.01, 1e9, 0, 0.03}, 0.1, 0.06, 0.6);
-    track.add(Tone{{3300, 2500}, Timbres::flute, 0.5, 30}, {0.01, 1e9, 0, 0.05}, 0.24, 0.06, 0.6);
+    track.add(Tone{{2600, 3400}, Timbres::flute, 0.5, 30}, {0.01, 1, 1, 0.03}, 0.1, 0.06, 0.6);
+    track.add(Tone{{3300, 2500}, Timbres::flute, 0.5, 30}, {0.01, 1, 1, 0.05}, 0.24, 0.06, 0.6);
     return track;
 }
 

@@ -4,7 +4,7 @@
 /// nothing clicks.
 struct Envelope {
     double attack;          ///< Seconds until it is loudest.
-    double halfLife = 1e9;  ///< Seconds in which it falls half of the way to `sustain`.
+    double halfLife;        ///< Seconds in which it falls half of the way to `sustain`.
     double sustain = 0;     ///< Where it falls to; 1 is the loudest.
     double release = 0.005; ///< Seconds of dying away, after the length of the sound.
 

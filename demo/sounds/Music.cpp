@@ -3,7 +3,7 @@
 #include "Pitch.h"
 #include "Score.h"
 
-#include <iterator>
+#include <string_view>
 
 namespace {
 constexpr int rate = 22050; // half of what is usual: a calm tune needs no more, and the file is small
@@ -16,7 +16,7 @@ struct Instrument {
     double loudness;
     double vibrato = 0;
 };
-constexpr Instrument pad = {Timbres::pad, {0.5, 1e9, 0, 0.7}, 0.1};
+constexpr Instrument pad = {Timbres::pad, {0.5, 1, 1, 0.7}, 0.1};
 constexpr Instrument harp = {Timbres::pluck, {0.005, 0.22, 0, 0.3}, 0.16};
 constexpr Instrument bass = {Timbres::bass, {0.02, 0.6, 0.2, 0.15}, 0.24};
 constexpr Instrument lead = {Timbres::flute, {0.06, 0.8, 0.5, 0.2}, 0.32, 0.25};
@@ -73,8 +73,11 @@ Track makeMusic() {
         playChord(melody, bar.chord, start);
         playLine(melody, bass, bar.bass, start);
         playLine(melody, lead, bar.lead, start);
-        for (int i = 0; i < stepsInBar; ++i)
-            drum(melody, bar.drums[i], start + i * step);
+        double moment = start;
+        for (const char kind : std::string_view(bar.drums)) {
+            drum(melody, kind, moment);
+            moment += step;
+        }
         start += stepsInBar * step;
     }
     melody.echo(1.5 * step, 0.25, 3);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 std::size_t Track::samplesIn(double seconds) const {
     return static_cast<std::size_t>(std::lround(seconds * _rate));
@@ -52,7 +53,7 @@ void Track::loop(double length) {
     const auto crossing =
         std::ranges::adjacent_find(_samples, [](float before, float now) { return before < 0 && now >= 0; });
     if (crossing != _samples.end())
-        std::ranges::rotate(_samples, crossing + 1);
+        std::rotate(_samples.begin(), crossing + 1, _samples.end());
 }
 
 bool Track::save(const std::string& path, double peak) const {
