@@ -1,0 +1,6 @@
+#pragma once
+
+#include "Track.h"
+
+/// Plays the score; its end goes over into its beginning.
+Track makeMusic();
