@@ -20,7 +20,7 @@
 
 namespace {
 constexpr int markerLength = 7;
-constexpr std::size_t piece = 1024; // the library hands longer messages to the system in pieces of this size
+constexpr std::size_t piece = 1024; // in which the library sends and receives
 
 void check(bool success, const char* what) {
     if (!success)
@@ -150,8 +150,8 @@ void transferBare(int messages, std::size_t size) {
         close(out);
     });
     const int in = accept(listener, nullptr, nullptr);
-    std::vector<char> store(1 << 16);
-    while (read(in, store.data(), store.size()) > 0) {
+    std::vector<char> store(piece);
+    while (recv(in, store.data(), store.size(), 0) > 0) {
     }
     close(in);
     close(listener);

@@ -11,6 +11,9 @@
 // No call reads more than this, so that a peer that sends faster than the game reads cannot keep it reading.
 // More than a system buffers for a connection by default.
 static constexpr int mostPerReceive = 16 * 1024 * 1024;
+// Nor does it read more than this once there is a message to hand out: what the game does not ask for yet may as
+// well wait with the system, which then has the peer wait.
+static constexpr int mostBehindAMessage = 64 * 1024;
 
 static constexpr int longestBuffer = std::numeric_limits<int>::max();
 
@@ -84,7 +87,8 @@ Reading readAll(int socket, StoredBufferInfo& stored, int limit) {
     if (!stored.findMessages(limit))
         return Reading::tooLong;
     int failures = 0;
-    for (int total = 0; total < mostPerReceive;) {
+    int total = 0, behindAMessage = 0;
+    while (total < mostPerReceive && behindAMessage < mostBehindAMessage) {
         if (stored.hasMessage() && stored.length() > limit)
             break;
         const ssize_t count = _KXSocketCall.receive(socket, stored.room(_KXSocketPiece), _KXSocketPiece);
@@ -93,6 +97,7 @@ Reading readAll(int socket, StoredBufferInfo& stored, int limit) {
             if (!stored.findMessages(limit))
                 return Reading::tooLong;
             total += static_cast<int>(count);
+            behindAMessage += stored.hasMessage() ? static_cast<int>(count) : 0;
             failures = 0;
             continue;
         }

@@ -94,6 +94,13 @@ bool _KXWouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK; }
 // Interrupted, or the system is short of memory for a moment.
 static bool passesByItself() { return errno == EINTR || errno == ENOBUFS; }
 
+// Sleeps until the peer has read something, for a moment at most: spinning would take from the peer, where it
+// runs on the same machine, the time to read.
+static void awaitRoom(int socket) {
+    pollfd waiting = {socket, POLLOUT, 0};
+    poll(&waiting, 1, 1);
+}
+
 bool _KXSendAll(int socket, const char* data, int length, int retryLimit, int& sent) {
     int failures = 0;
     bool refused = false;
@@ -105,6 +112,7 @@ bool _KXSendAll(int socket, const char* data, int length, int retryLimit, int& s
             sent += static_cast<int>(count);
             failures = 0;
         } else if (count < 0 && _KXWouldBlock()) {
+            awaitRoom(socket);
             if (retryLimit < 0)
                 continue;
             const std::uint32_t now = _KXTicks();

@@ -63,6 +63,7 @@ bool _KXFindAddress(const char* host, int port, sockaddr_in& address);
 
 /// Whether the call that just failed did so only because there is nothing to read or no room to write.
 bool _KXWouldBlock();
-/// Sends everything, retrying at once while the peer does not read, for @a retryLimit milliseconds (negative:
-/// for ever). Counts what was taken in @a sent. False when the connection is no longer usable.
+/// Sends everything, retrying as soon as there is room while the peer does not read, for @a retryLimit
+/// milliseconds (negative: for ever). Counts what was taken in @a sent. False when the connection is no
+/// longer usable.
 bool _KXSendAll(int socket, const char* data, int length, int retryLimit, int& sent);

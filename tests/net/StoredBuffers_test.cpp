@@ -374,4 +374,21 @@ TEST(Framing, WithALimitWaitingMessagesAreLeftToTheSystem) {
     }
     EXPECT_FALSE(handler.lost);
 }
+
+TEST(Framing, BehindAMessageLittleIsReadAtATime) {
+    constexpr int behind = 64 * 1024, piece = 1024;
+    const std::string message(100'000, 'x');
+    std::string stream;
+    for (int i = 0; i < 20; ++i)
+        stream += message + marker;
+    Handler handler;
+    handler.socket.incoming.push_back({stream});
+    for (int i = 0; i < 20;) {
+        const auto received = take(handler._receiveFrom(-1, 7, handler.lost));
+        ASSERT_TRUE(!received || *received == message);
+        i += received.has_value();
+        ASSERT_LE(handler._storedLength(7), static_cast<int>(message.size()) + behind + piece);
+    }
+    EXPECT_EQ(handler._storedLength(7), 0);
+}
 } // namespace
