@@ -16,7 +16,8 @@ static const struct {
     void (*run)(Table&);
 } parts[] = {
     {"sprites", benchSprites}, {"rects", benchRectangles}, {"text", benchText},
-    {"network", benchNetwork}, {"files", benchFiles},      {"lookups", benchLookups},
+    {"widgets", benchWidgets}, {"network", benchNetwork},  {"files", benchFiles},
+    {"lookups", benchLookups},
 };
 
 static int usage(FILE* out, int status) {

@@ -7,6 +7,8 @@ static void place(KXUISlider& slider, float y, int value) {
     constexpr int loudest = 128;
     slider.setSize({190, 20});
     slider.setOrigin({360, y});
+    slider.setKnobFillColor(Style::wood);
+    slider.setKnobPressedFillColor(Style::gold);
     slider.setValueRange(0, loudest);
     slider.setValue(value);
 }

@@ -205,7 +205,8 @@ void WorldView::drawCarried(int index, int carried) {
     constexpr float side = 12, step = 18;
     const float y = 14 + step * static_cast<float>(index);
     float x = Style::windowSize.width - 14 - step * World::mostCarried;
-    KXUIGlobalFontPrint({x - 56, y - 4}, Style::paper, "Moths");
+    if (index == 0)
+        KXUIGlobalFontPrint({x - 56, y - 4}, Style::paper, "Moths");
     for (int moth = 0; moth < World::mostCarried; ++moth, x += step) {
         const KXRect box = {{x, y}, {side, side}};
         KXDrawRectFill(box,
