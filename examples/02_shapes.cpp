@@ -1,4 +1,5 @@
-// Rectangles, circles, triangles and lines. What is drawn later lies above; opacity mixes it with what is there.
+// Rectangles, circles, triangles and lines. What is drawn later lies above; opacity mixes it with what is
+// there.
 #include "example.h"
 
 static void drawTree(float x, float y, float height) {

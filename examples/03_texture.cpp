@@ -10,7 +10,7 @@ int main(int argc, char** argv) {
         KXUISetGlobalFont(example.font(), KXAliasModeTexture, 11, KXZeroPoint);
         // KXSetTextureMode(0) before this would smooth the pixels when they are enlarged.
         KXTexture fish(example.file("fish.png")); // 22 by 16 pixels
-        const char* names[] = {"as it is",      "scaled",   "turned", "mirrored",
+        const char* names[] = {"as it is",    "scaled", "turned",     "mirrored",
                                "upside down", "tinted", "half there", "a part"};
         int step = 0;
         KXResetLogicLoop();
@@ -24,7 +24,8 @@ int main(int argc, char** argv) {
             window.setRenderContext();
             KXDrawRectFill({{0, 0}, window.size()}, night);
             for (int i = 0; i < 8; ++i) {
-                const KXPoint cell = {static_cast<float>(i % 4 * 98 + 5), static_cast<float>(i / 4 * 122 + 6)};
+                const KXPoint cell = {static_cast<float>(i % 4 * 98 + 5),
+                                      static_cast<float>(i / 4 * 122 + 6)};
                 KXDrawRectFill({cell, {94, 116}}, dusk);
                 const int width = static_cast<int>(KXUIGlobalFontStringBounds(names[i]).width);
                 KXUIGlobalFontPrint({cell.x + (94 - width) / 2, cell.y + 92}, paper, names[i]);

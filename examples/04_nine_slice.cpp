@@ -29,7 +29,7 @@ int main(int argc, char** argv) {
                 KXDrawLine({38 + line, 22}, {38 + line, 106}, rose); // where it is cut
                 KXDrawLine({32, 28 + line}, {116, 28 + line}, rose);
             }
-            KXUIGlobalFontPrint({50, 110}, paper, "nine slices");
+            KXUIGlobalFontPrint({43, 110}, paper, "nine slices");
 
             panel.drawNineSlice({150, 20}, {230, 110}, 8);
             owl.draw(0, 0, 16, 16, 64, 64, 168, 44, 1, 1, 0, 0, 0);

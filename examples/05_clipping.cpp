@@ -5,7 +5,8 @@
 static void drawLand(int step) {
     KXDrawRectFill({{0, 0}, {400, 250}}, night);
     for (int i = 0; i < 50; ++i)
-        KXDrawRectFill({{static_cast<float>(i * 137 % 400), static_cast<float>(i * 53 % 130)}, {1, 1}}, paper);
+        KXDrawRectFill({{static_cast<float>(i * 137 % 400), static_cast<float>(i * 53 % 130)}, {1, 1}},
+                       paper);
     KXDrawCircleFill({300, 74}, 22, 48, gold);
     for (int i = 0; i < 6; ++i) {
         const float x = static_cast<float>(i * 100 - step / 2 % 100);
@@ -43,14 +44,16 @@ int main(int argc, char** argv) {
             KXDrawRectFill({{0, 0}, window.size()}, paper); // the wall
             KXDrawRectFill({{0, 190}, {400, 60}}, rose);
             for (int x = 8; x < 400; x += 16)
-                KXDrawLine({static_cast<float>(x), 196}, {static_cast<float>(x), 250}, withAlpha(night, 0.2f));
+                KXDrawLine({static_cast<float>(x), 196}, {static_cast<float>(x), 250},
+                           withAlpha(night, 0.2f));
             for (const KXRect& pane : panes) {
                 const float x = pane.origin.x, y = pane.origin.y;
                 KXDrawRectFill({{x - 8, y - 8}, {pane.size.width + 16, pane.size.height + 16}}, gold);
                 window.setClipTo(pane); // from here on nothing is drawn outside of it
                 drawLand(step);
                 window.unsetClip(); // until here
-                KXDrawTriangleFill({x + 20, y}, {x + 60, y}, {x, y + 80}, withAlpha(paper, 0.08f)); // the glass
+                KXDrawTriangleFill({x + 20, y}, {x + 60, y}, {x, y + 80},
+                                   withAlpha(paper, 0.08f)); // the glass
                 KXDrawRect(pane, night);
             }
             KXDrawRectFill({{0, 182}, {400, 8}}, gold);

@@ -1,4 +1,5 @@
-// Drawing into a texture instead of the window: a town is drawn once, and twice seen, the second time in water.
+// Drawing into a texture instead of the window: a town is drawn once, and twice seen, the second time in
+// water.
 #include "example.h"
 
 #include <cmath>
@@ -6,7 +7,8 @@
 static void drawTown(int step) {
     KXDrawRectFill({{0, 0}, {400, 150}}, night);
     for (int i = 0; i < 60; ++i)
-        KXDrawRectFill({{static_cast<float>(i * 137 % 400), static_cast<float>(i * 53 % 110)}, {1, 1}}, paper);
+        KXDrawRectFill({{static_cast<float>(i * 137 % 400), static_cast<float>(i * 53 % 110)}, {1, 1}},
+                       paper);
     KXDrawCircleFill({320, 40}, 20, 48, gold);
     for (int house = 0; house < 14; ++house) {
         const float x = house * 30.0f - 8, height = 36.0f + house * 47 % 64;
@@ -48,7 +50,8 @@ int main(int argc, char** argv) {
             town.setTint(KXMakeColor(0.75f, 0.9f, 1, 1));
             for (int y = 0; y < 100; y += 2) { // the water: strips of it, from the bottom up, shifted
                 const float depth = static_cast<float>(y) / 100, wave = static_cast<float>(step) / 12;
-                const int row = 148 - y, shift = static_cast<int>(std::lround(6 * depth * std::sin(y / 4.0f + wave)));
+                const int row = 148 - y,
+                          shift = static_cast<int>(std::lround(6 * depth * std::sin(y / 4.0f + wave)));
                 town.draw(0, row, 400, row + 2, 412, 2, shift - 6, 150 + y, 0.85f - 0.4f * depth, 1, 0, 0, 0);
             }
             KXDrawRectFill({{0, 150}, {400, 1}}, withAlpha(paper, 0.5f));

@@ -35,13 +35,15 @@ int main(int argc, char** argv) {
             window.setRenderContext();
             KXDrawRectFill({{0, 0}, window.size()}, night);
             for (int i = 0; i < 40; ++i)
-                KXDrawRectFill({{static_cast<float>(i * 137 % 400), static_cast<float>(i * 61 % 150)}, {1, 1}}, paper);
+                KXDrawRectFill(
+                    {{static_cast<float>(i * 137 % 400), static_cast<float>(i * 61 % 150)}, {1, 1}}, paper);
             KXDrawCircleFill({204, 66}, 50, 64, gold);
             KXDrawRectFill({{0, 196}, {400, 8}}, rose); // the branch, with leaves
             KXDrawRectFill({{0, 200}, {400, 6}}, dusk);
             for (int i = 0; i < 10; ++i) {
                 const float x = 12 + 42.0f * i;
-                KXDrawTriangleFill({x, 202}, {x - 5, 216}, {x + 9, 214 + 6.0f * (i % 3)}, i % 2 ? leaf : teal);
+                KXDrawTriangleFill({x, 202}, {x - 5, 216}, {x + 9, 214 + 6.0f * (i % 3)},
+                                   i % 2 ? leaf : teal);
             }
             flying.draw(at);
             for (int i = 0; i < 5; ++i)

@@ -1,5 +1,5 @@
-// Things that happen every so often, and movements that start or end gently. Both count logic steps: a game that
-// stands still stops them, too.
+// Things that happen every so often, and movements that start or end gently. Both count logic steps: a game
+// that stands still stops them, too.
 #include "example.h"
 
 int main(int argc, char** argv) {
@@ -12,10 +12,11 @@ int main(int argc, char** argv) {
         const char* names[] = {"linear", "ease in", "ease out", "ease in and out"};
         const KXColor colors[] = {paper, teal, rose, leaf};
         KXValueInterpolater ways[4];
-        for (int i = 0; i < 4; ++i) // from 0 to 1 in 2.5 seconds and back, for ever, 20 steps of pause at each end
+        for (int i = 0; i < 4;
+             ++i) // from 0 to 1 in 2.5 seconds and back, for ever, 20 steps of pause at each end
             ways[i] = KXValueInterpolater(1, 2.5f, 0, 0, 1, -1, 20, -1, 20,
                                           static_cast<KXAnimationCurveType>(i)); // the curves, from 0 to 3
-        KXTimer beat(60); // fires at every 60th tick
+        KXTimer beat(60);                                                        // fires at every 60th tick
         int beats = 0;
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {

@@ -1,5 +1,5 @@
-// The keyboard and the mouse: the arrows move the fish, the left button paints, the wheel makes the brush larger or
-// smaller, Space wipes everything off.
+// The keyboard and the mouse: the arrows move the fish, the left button paints, the wheel makes the brush
+// larger or smaller, Space wipes everything off.
 #include "example.h"
 
 #include <vector>
@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
                 at.x += KXKey(keyRight) ? 2 : KXKey(keyLeft) ? -2 : 0;
                 at.y += KXKey(keyDown) ? 2 : KXKey(keyUp) ? -2 : 0;
                 flips = KXKey(keyRight) ? 0 : KXKey(keyLeft) ? 2 : flips; // 2 mirrors it
-                if (KXKey(keySpace, 1)) // once for each press
+                if (KXKey(keySpace, 1))                                   // once for each press
                     paint.clear();
                 brush += KXMouse(4) ? 1 : KXMouse(3) ? -1 : 0; // a notch of the wheel: up, down
                 KXClampi(&brush, 2, 20);

@@ -7,9 +7,9 @@ int main(int argc, char** argv) {
         return example.failed();
     {
         KXWindow window("Text", {400, 250});
-        KXFont large(example.font(), KXAliasModePolygon); // smooth at any size, best for few large letters
+        KXFont large(example.font(), KXAliasModeTexture); // fast; KXAliasModePolygon draws outlines
         large.setSize(40);
-        KXFont small(example.font(), KXAliasModeTexture); // fast, for everything else
+        KXFont small(example.font(), KXAliasModeTexture);
         small.setSize(14);
         const char* story = "One letter after another, as if somebody typed.";
         int step = 0;
@@ -30,23 +30,24 @@ int main(int argc, char** argv) {
             const float width = large.stringBounds(title).width; // colours do not count
             large.print({(400 - width) / 2, 14}, paper, "%s", title);
 
-            small.print({30, 84}, paper, "Health {C0.91,0.41,0.47,1}%d{EC} of 100, %s {C1,0.85,0.54,1}%.1f{EC} km", 72,
-                        "and still", 3.5); // as printf
+            small.print({30, 84}, paper,
+                        "Health {C0.91,0.41,0.47,1}%d{EC}, score {C1,0.85,0.54,1}%05d{EC}, %s", 72, 480,
+                        "level one");                                       // as printf
             small.print({30, 108}, paper, "Grüße, Καλημέρα, Привет, żółw"); // UTF-8
-            small.print({30, 132}, paper, "%.*s", step / 2, story);
+            small.print({30, 132}, paper, "%.*s", step / 3, story);
 
             // A text measured: a rectangle as wide as the pen moves, and the line that the letters stand on.
             small.setSize(30);
             const char* word = "Glyph";
             const KXPoint at = {30, 176};
-            const float baseline = at.y + small.ascender() + small.descender();
-            const float advance = small.advance(word);
-            KXDrawRectFill({{at.x, baseline - small.ascender()}, {advance, small.fullHeight()}}, dusk);
+            const float advance = small.advance(word), ascender = small.ascender();
+            const float baseline = at.y + ascender + small.descender();
+            KXDrawRectFill({{at.x, baseline - ascender}, {advance, small.fullHeight()}}, dusk);
             KXDrawLine({at.x - 8, baseline}, {at.x + advance + 8, baseline}, rose);
             small.print(at, gold, "%s", word);
             small.setSize(14);
             small.print({156, 176}, rose, "the baseline");
-            small.print({156, 198}, paper, "advance %.0f, ascender %.0f", advance, small.ascender());
+            small.print({156, 198}, paper, "advance %.0f, ascender %.0f", advance, ascender);
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();

@@ -1,5 +1,5 @@
-// Buttons, a toggle and sliders. The game polls each of them in a logic step and draws it in a frame; there is no
-// other machinery.
+// Buttons, a toggle and sliders. The game polls each of them in a logic step and draws it in a frame; there
+// is no other machinery.
 #include "example.h"
 
 int main(int argc, char** argv) {
@@ -10,14 +10,15 @@ int main(int argc, char** argv) {
         KXWindow window("Buttons, toggle, sliders", {400, 250});
         // Font and colours first: widgets take them over when they are made.
         KXUISetGlobalFont(example.font(), KXAliasModeTexture, 13, KXZeroPoint);
-        KXSetUIColor(teal, dusk, teal, teal, gold, paper); // border, background, pressed, selection, focus, text
+        KXSetUIColor(teal, dusk, teal, teal, gold,
+                     paper); // border, background, pressed, selection, focus, text
 
         KXUIButton next;
         next.setText("Another colour");
-        next.setRect({24, 30}, {140, 28});
+        next.setOrigin({24, 30}); // as large as its caption
         KXUIToggleButton filled;
         filled.setText("Filled");
-        filled.setRect({24, 70}, {140, 28});
+        filled.setOrigin({24, 66});
         filled.setState(KXUIToggleButtonStateOn);
         KXUISlider corners, radius;
         corners.setSize({140, 20}); // the size first: setOrigin() lays the slider out
@@ -28,6 +29,8 @@ int main(int argc, char** argv) {
         radius.setOrigin({24, 202});
         radius.setValueRange(0, 90);
         radius.setValue(70);
+        corners.setKnobFillColor(gold);
+        radius.setKnobFillColor(gold);
 
         const KXColor colors[] = {gold, rose, leaf, teal};
         int color = 0;

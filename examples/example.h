@@ -1,5 +1,5 @@
-// What the examples share: their colours, where their files lie, and a run that nobody watches. A game of your
-// own needs none of this, and works the same without the two lines stepDone() and frameDone().
+// What the examples share: their colours, where their files lie, and a run that nobody watches. A game of
+// your own needs none of this, and works the same without the two lines stepDone() and frameDone().
 #pragma once
 
 #include <Kobaltrix/Kobaltrix.h>
@@ -19,11 +19,11 @@ inline const KXColor night = KXMakeColori(27, 27, 58, 255), dusk = KXMakeColori(
 inline KXColor withAlpha(KXColor color, float alpha) { return {color.r, color.g, color.b, alpha}; }
 
 /// Called after each step with the number of steps so far: here the tests press keys and move the mouse.
-inline void (*exampleStepHook)(int steps) = nullptr;
+inline void (*afterEachStep)(int steps) = nullptr;
 
-/// Reads what an example was started with. With `--frames N` it ends after N frames, with `--screenshot FILE` it
-/// saves the last one, the 100th if no number is given. Either runs it without a display, where every frame is
-/// exactly one logic step: the pictures are the same on a slow machine as on a fast one.
+/// Reads what an example was started with. With `--frames N` it ends after N frames, with `--screenshot FILE`
+/// it saves the last one, the 100th if no number is given. Either runs it without a display, where every
+/// frame is exactly one logic step: the pictures are the same on a slow machine as on a fast one.
 class Example {
 public:
     Example(int argc, char** argv) {
@@ -53,8 +53,8 @@ public:
     /// Call it at the end of every logic step.
     void stepDone() {
         ++_steps;
-        if (exampleStepHook)
-            exampleStepHook(_steps);
+        if (afterEachStep)
+            afterEachStep(_steps);
         if (_lastFrame)
             KXResetLogicLoop(); // nothing is owed but one step, which the next frame runs
     }

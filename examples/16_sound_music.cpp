@@ -3,7 +3,7 @@
 #include "wave.h"
 
 const double frequencies[] = {261.6, 293.7, 329.6, 349.2, 392.0, 440.0, 493.9, 523.3}; // C to C
-const int keys[] = {1, 19, 4, 6, 7, 8, 10, 11};                                         // A to K
+const int keys[] = {1, 19, 4, 6, 7, 8, 10, 11};                                        // A to K
 
 static KXRect keyRect(int i) { return {{40 + 40.0f * i, 130}, {38, 96}}; }
 
@@ -21,7 +21,8 @@ int main(int argc, char** argv) {
         for (int i = 0; i < 8; ++i)
             sounds[i] = std::make_unique<KXSound>(
                 writeWave(example.file(KXTempString("note%d.wav", i)), {frequencies[i]}, 1.2).c_str());
-        KXMusic music(writeWave(example.file("music.wav"), {131, 0, 196, 165, 110, 0, 165, 131}, 0.6).c_str());
+        KXMusic music(
+            writeWave(example.file("music.wav"), {131, 0, 196, 165, 110, 0, 165, 131}, 0.6).c_str());
         music.setVolume(50); // of 128
         music.play(-1);      // for ever
         bool halted = false, wasDown = false;
@@ -39,7 +40,7 @@ int main(int argc, char** argv) {
                     glow[i] = KXMaxf(0, glow[i] - 0.012f);
                     if (!KXKey(keys[i], 1) && !(clicked && hit))
                         continue;
-                    if (sounds[i]->play(0))                            // once; false if all 8 channels are busy
+                    if (sounds[i]->play(0)) // once; false if all 8 channels are busy
                         sounds[i]->setPanning(255 - 30 * i, 45 + 30 * i); // low notes left, high ones right
                     glow[i] = 1;
                 }

@@ -32,20 +32,22 @@ int main(int argc, char** argv) {
                 KXBeginDrawBatch(); // collects from here on
             for (int i = 0; i < count; ++i) {
                 // A spiral galaxy: the nearer to the middle, the faster.
-                const float part = static_cast<float>(i) / count, distance = 190 * std::sqrt(part);
+                const float part = static_cast<float>(i) / count, distance = 172 * std::sqrt(part);
                 const float angle = i * 2.39996f + step * (0.012f - 0.008f * part);
                 const float wave = 1 + 0.12f * std::sin(5 * angle + 14 * part);
                 spark.setTint(colors[i * 5 / count]);
                 spark.draw(static_cast<int>(196 + distance * wave * std::cos(angle)),
-                           static_cast<int>(121 + 0.6f * distance * wave * std::sin(angle)), 0.5f, 1.0f, 0, 0, 0);
+                           static_cast<int>(113 + 0.58f * distance * wave * std::sin(angle)), 0.5f, 1.0f, 0,
+                           0, 0);
             }
             if (batch)
-                KXEndDrawBatch(); // draws all of it
+                KXEndDrawBatch();                                  // draws all of it
             const KXDrawStatistics frame = KXLastDrawStatistics(); // of the frame before
             KXDrawRectFill({{0, 226}, {400, 24}}, withAlpha(night, 0.85f));
             KXUIGlobalFontPrint({12, 231}, paper,
-                                KXTempString("batch %s: %d quads, %d draw calls, %d textures bound", batch ? "on" : "off",
-                                             frame.quads, frame.drawCalls, frame.textureBinds));
+                                KXTempString("batch %s: %d quads, %d draw calls, %d textures bound",
+                                             batch ? "on" : "off", frame.quads, frame.drawCalls,
+                                             frame.textureBinds));
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();

@@ -1,19 +1,17 @@
-// A server and a client, here in one program that talks to itself: the server lights stars and tells the client,
-// which lights them too and answers. What happens is written to network.log, beside the program.
+// A server and a client, here in one program that talks to itself: the server lights stars and tells the
+// client, which lights them too and answers. What happens is written to network.log, beside the program.
 #include "example.h"
 
-#include <string>
 #include <vector>
 
 static void drawSky(float left, const char* title, const std::vector<KXPoint>& stars) {
     KXDrawRectFill({{left, 40}, {170, 180}}, dusk);
-    KXDrawTriangleFill({left, 220}, {left + 60, 170}, {left + 130, 220}, teal);
-    KXDrawTriangleFill({left + 60, 220}, {left + 120, 184}, {left + 170, 220}, teal);
+    KXDrawTriangleFill({left, 220}, {left + 60, 170}, {left + 170, 220}, teal);
     KXUIGlobalFontPrint({left, 18}, paper, title);
     for (std::size_t i = 0; i < stars.size(); ++i) {
         const KXPoint star = {left + stars[i].x, 40 + stars[i].y};
-        if (i > 0)
-            KXDrawLine({left + stars[i - 1].x, 40 + stars[i - 1].y}, star, withAlpha(paper, 0.3f));
+        const KXPoint before = i ? KXPoint{left + stars[i - 1].x, 40 + stars[i - 1].y} : star;
+        KXDrawLine(before, star, withAlpha(paper, 0.3f));
         KXDrawCircleFill(star, 3, 16, gold);
     }
 }
@@ -31,22 +29,19 @@ int main(int argc, char** argv) {
         KXNetworkServer server("127.0.0.1", 0, 4, 0, 4); // this machine only, any free port, 4 clients
         KXNetworkClient client;
         char* address = server.IPAddress(); // "127.0.0.1:port", ours to free
-        const int port = std::atoi(std::strchr(address, ':') + 1);
+        if (!client.connect("127.0.0.1", std::atoi(std::strchr(address, ':') + 1)))
+            return example.failed();
         std::free(address);
-        if (!client.connect("127.0.0.1", port))
-            return 1;
         std::vector<KXPoint> lit, seen;
         long answers = 0;
-        KXTimer nextStar(15);
+        KXTimer nextStar(6);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
             while (KXLogicLoop()) {
-                const int id = server.checkForIncomingConnections(); // -1 if nobody came
-                if (id >= 0)
-                    KXLog("net", "client %d came\n", id);
-                if (nextStar.tick() && lit.size() < 40) {
-                    lit.push_back({KXRandomizef(10, 160), KXRandomizef(10, 120)});
+                server.checkForIncomingConnections(); // the number of a new client, -1 if nobody came
+                if (nextStar.tick() && lit.size() < 16) {
+                    lit.push_back({10 + 10.0f * lit.size(), KXRandomizef(12, 110)});
                     for (int to : server.clientIDList()) {
                         KXNetworkBuffer message; // one for each: sending appends to it
                         message.appendFloat(lit.back().x);
@@ -55,14 +50,14 @@ int main(int argc, char** argv) {
                     }
                 }
                 while (const std::unique_ptr<KXNetworkBuffer> message{client.receive()}) {
-                    const float x = message->readFloat(); // in the order in which it was written
-                    seen.push_back({x, message->readFloat()});
+                    seen.push_back({message->readFloat(), message->readFloat()}); // as they were written
                     KXNetworkBuffer answer;
                     answer.appendLong(static_cast<long>(seen.size()));
                     client.send(&answer);
                 }
                 for (int from : server.clientIDList())
-                    if (const std::unique_ptr<KXNetworkBuffer> message{server.receiveBufferFromClient(from)}) {
+                    if (const std::unique_ptr<KXNetworkBuffer> message{
+                            server.receiveBufferFromClient(from)}) {
                         answers = message->readLong();
                         KXLog("net", "client %d sees %ld stars\n", from, answers);
                     }

@@ -1,4 +1,5 @@
-// A list, and a line to type into: Return adds what was typed, a second click or Return takes a row off the list.
+// A list, and a line to type into: Return adds what was typed, a second click or Return takes a row off the
+// list.
 #include "example.h"
 
 int main(int argc, char** argv) {
@@ -17,11 +18,11 @@ int main(int argc, char** argv) {
         entry.focus(); // it has the keyboard from the start
         KXUIButton add;
         add.setText("Add");
-        add.setRect({214, 48}, {50, 24});
+        add.setOrigin({226, 48});
         KXUIListBox list;
-        list.setRect({24, 84}, {240, 146});
-        for (const char* thing : {"Rope, twenty metres", "A {C1,0.85,0.54,1}lantern{EC}", "Matches", "Two blankets",
-                                  "Bread and cheese", "The old map", "A whistle", "Chalk"})
+        list.setRect({24, 84}, {240, 135});
+        for (const char* thing : {"Rope, twenty metres", "A {C1,0.85,0.54,1}lantern{EC}", "Matches",
+                                  "Two blankets", "Bread and cheese", "The old map", "A whistle", "Chalk"})
             list.add(thing);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
@@ -45,7 +46,7 @@ int main(int argc, char** argv) {
             entry.draw();
             add.draw();
             list.draw();
-            KXDrawRectFill({{284, 48}, {92, 182}}, dusk);
+            KXDrawRectFill({{284, 48}, {92, 171}}, dusk);
             KXUIGlobalFontPrint({298, 60}, gold, 30, KXTempString("%d", list.count()));
             KXUIGlobalFontPrint({298, 98}, paper, "things");
             if (list.selectedIndex() >= 0) {
