@@ -30,7 +30,7 @@ int main(int argc, char** argv) {
                         speeds[i].y = -speeds[i].y;
                 }
                 KXLogicUpdate();
-                example.stepDone();
+                example.stepDone(); // this and frameDone() serve --screenshot: see example.h
             }
             window.setRenderContext(); // draw into this window
             KXDrawRectFill({{0, 0}, window.size()}, night);

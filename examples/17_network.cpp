@@ -56,9 +56,8 @@ int main(int argc, char** argv) {
                     client.send(&answer);
                 }
                 for (int from : server.clientIDList())
-                    if (const std::unique_ptr<KXNetworkBuffer> message{
-                            server.receiveBufferFromClient(from)}) {
-                        answers = message->readLong();
+                    if (const std::unique_ptr<KXNetworkBuffer> got{server.receiveBufferFromClient(from)}) {
+                        answers = got->readLong();
                         KXLog("net", "client %d sees %ld stars\n", from, answers);
                     }
                 KXLogicUpdate();

@@ -1,7 +1,11 @@
 // Three dimensions, in OpenGL of one's own, between things that the library draws.
 #include "example.h"
 
+#ifdef __APPLE__
+#include <OpenGL/gl.h>
+#else
 #include <GL/gl.h>
+#endif
 
 // The six sides of a cube, counter-clockwise seen from outside: in 3D mode what faces away is not drawn.
 const float sides[6][4][3] = {

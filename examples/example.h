@@ -40,6 +40,10 @@ public:
             setenv("SDL_VIDEODRIVER", "offscreen", 0);
             setenv("SDL_AUDIODRIVER", "dummy", 0);
         }
+#ifndef __APPLE__
+        if (!std::getenv("DISPLAY") && !std::getenv("WAYLAND_DISPLAY") && !std::getenv("SDL_VIDEODRIVER"))
+            end(1, "There is no display to open a window on.", "--screenshot FILE does without one.");
+#endif
         // A window, a picture or a sound that cannot be had throws std::bad_alloc.
         std::set_terminate([] { end(1, "A window, a file or the memory for it cannot be had.", KXError()); });
     }

@@ -19,10 +19,11 @@ struct Outcome {
     std::string output;
 };
 
-/// Runs an example in a folder of the test's own; its output on both channels.
+/// Runs an example in a folder of the test's own and without a display; its output on both channels.
 Outcome runExample(const std::string& name, const TemporaryFolder& folder, const std::string& arguments) {
-    const std::string command =
-        "cd '" + folder.path() + "' && '" EXAMPLES "/" + name + "' " + arguments + " 2>&1";
+    const std::string command = "cd '" + folder.path() +
+                                "' && env -u DISPLAY -u WAYLAND_DISPLAY -u SDL_VIDEODRIVER '" EXAMPLES "/" +
+                                name + "' " + arguments + " 2>&1";
     Outcome run = {};
     FILE* pipe = popen(command.c_str(), "r");
     std::array<char, 256> buffer;
@@ -85,6 +86,10 @@ TEST(Example, EndsAfterSomeFramesAndSaysWhatIsWrong) {
         EXPECT_NE(run.output.find("usage: [--frames N] [--screenshot FILE]"), std::string::npos)
             << run.output;
     }
+    const Outcome unseen = runExample("01_window", folder, "");
+    EXPECT_EQ(unseen.status, 1);
+    EXPECT_EQ(unseen.output,
+              "There is no display to open a window on. --screenshot FILE does without one.\n");
     const Outcome run = runExample("01_window", folder, "--screenshot no/such/folder/shot.png");
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.output.rfind("The screenshot cannot be saved.", 0), 0u) << run.output;
@@ -100,7 +105,7 @@ TEST(Example, EachStaysShortAndHasItsPlaceInTheGallery) {
     const std::string gallery = contentOf(ROOT "/docs/gallery.md");
     for (const Shown& example : all) {
         const std::string name = example.name, source = contentOf(ROOT "/examples/" + name + ".cpp");
-        EXPECT_LE(std::count(source.begin(), source.end(), '\n'), 80) << name;
+        EXPECT_LT(std::count(source.begin(), source.end(), '\n'), 80) << name;
         EXPECT_NE(gallery.find("(../examples/" + name + ".cpp)"), std::string::npos) << name;
         EXPECT_NE(gallery.find("(gallery/" + name + ".png)"), std::string::npos) << name;
     }
