@@ -32,7 +32,8 @@ int main(int argc, char** argv) {
 
             small.print({30, 88}, paper,
                         "Health {C0.91,0.41,0.47,1}%d{EC}, score {C1,0.85,0.54,1}%05d{EC}, %s", 72, 480,
-                        "level one");                                       // as printf
+                        "level one"); // as printf
+
             small.print({30, 114}, paper, "Grüße, Καλημέρα, Привет, żółw"); // UTF-8
             small.print({30, 140}, paper, "%.*s", step / 3, story);
 

@@ -29,7 +29,8 @@ int main(int argc, char** argv) {
             KXPreLogicLoop();
             while (KXLogicLoop()) {
                 entry.poll();
-                if ((entry.entered() || add.clicked(0)) && entry.length()) {
+                const bool clicked = add.clicked(0); // widgets are asked in every step
+                if ((clicked || entry.entered()) && entry.length()) {
                     const int row = list.add(entry.text());
                     list.setSelectedIndex(row); // scrolls there, too
                     entry.setText("");

@@ -41,7 +41,8 @@ int main(int argc, char** argv) {
                            0, 0);
             }
             if (batch)
-                KXEndDrawBatch();                                  // draws all of it
+                KXEndDrawBatch(); // draws all of it
+
             const KXDrawStatistics frame = KXLastDrawStatistics(); // of the frame before
             KXDrawRectFill({{0, 226}, {400, 24}}, withAlpha(night, 0.85f));
             KXUIGlobalFontPrint({12, 231}, paper,
