@@ -1,0 +1,79 @@
+// A server and a client, here in one program that talks to itself: the server lights stars and tells the
+// client, which lights them too and answers. What happens is written to network.log, beside the program.
+#include "example.h"
+
+#include <vector>
+
+static void drawSky(float left, const char* title, const std::vector<KXPoint>& stars) {
+    KXDrawRectFill({{left, 40}, {170, 180}}, dusk);
+    KXDrawTriangleFill({left, 220}, {left + 60, 170}, {left + 170, 220}, teal);
+    KXUIGlobalFontPrint({left, 18}, paper, title);
+    for (std::size_t i = 0; i < stars.size(); ++i) {
+        const KXPoint star = {left + stars[i].x, 40 + stars[i].y};
+        const KXPoint before = i ? KXPoint{left + stars[i - 1].x, 40 + stars[i - 1].y} : star;
+        KXDrawLine(before, star, withAlpha(paper, 0.3f));
+        KXDrawCircleFill(star, 3, 16, gold);
+    }
+}
+
+int main(int argc, char** argv) {
+    Example example(argc, argv);
+    if (!KXInit(argv[0]))
+        return example.failed();
+    KXInitializeLog("network.log", 1);
+    KXLogEnableCategory("net");
+    std::srand(5); // the same stars every time
+    {
+        KXWindow window("Server and client", {400, 250});
+        KXUISetGlobalFont(example.font(), KXAliasModeTexture, 12, KXZeroPoint);
+        KXNetworkServer server("127.0.0.1", 0, 4, 0, 4); // this machine only, any free port, 4 clients
+        KXNetworkClient client;
+        char* address = server.IPAddress(); // "127.0.0.1:port", ours to free
+        if (!client.connect("127.0.0.1", std::atoi(std::strchr(address, ':') + 1)))
+            return example.failed();
+        std::free(address);
+        std::vector<KXPoint> lit, seen;
+        long answers = 0;
+        KXTimer nextStar(6);
+        KXResetLogicLoop();
+        while (!KXApplicationQuitRequested()) {
+            KXPreLogicLoop();
+            while (KXLogicLoop()) {
+                server.checkForIncomingConnections(); // the number of a new client, -1 if nobody came
+                if (nextStar.tick() && lit.size() < 16) {
+                    lit.push_back({10 + 10.0f * lit.size(), KXRandomizef(12, 110)});
+                    for (int to : server.clientIDList()) {
+                        KXNetworkBuffer message; // one for each: sending appends to it
+                        message.appendFloat(lit.back().x);
+                        message.appendFloat(lit.back().y);
+                        server.sendBufferToClient(to, &message);
+                    }
+                }
+                while (const std::unique_ptr<KXNetworkBuffer> message{client.receive()}) {
+                    seen.push_back({message->readFloat(), message->readFloat()}); // as they were written
+                    KXNetworkBuffer answer;
+                    answer.appendLong(static_cast<long>(seen.size()));
+                    client.send(&answer);
+                }
+                for (int from : server.clientIDList())
+                    if (const std::unique_ptr<KXNetworkBuffer> got{server.receiveBufferFromClient(from)}) {
+                        answers = got->readLong();
+                        KXLog("net", "client %d sees %ld stars\n", from, answers);
+                    }
+                KXLogicUpdate();
+                example.stepDone();
+            }
+            window.setRenderContext();
+            KXDrawRectFill({{0, 0}, window.size()}, night);
+            drawSky(20, "the server's sky", lit);
+            drawSky(210, "the client's sky", seen);
+            KXUIGlobalFontPrint({20, 228}, gold, KXTempString("The client says that it sees %ld.", answers));
+            example.frameDone(window);
+            window.swapBuffers();
+            KXPostLogicLoop();
+        }
+    }
+    KXDeinitializeLog();
+    KXDeInit();
+    return 0;
+}
