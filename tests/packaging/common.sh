@@ -47,3 +47,10 @@ build_game() {
 }
 # configure_game SOURCE-FOLDER BUILD-FOLDER OPTION...
 configure_game() { cmake -S "$1" -B "$2" -G Ninja --no-warn-unused-cli -DCMAKE_CXX_COMPILER="$CXX" -DWANTED="${VERSION%.*}" "${@:3}"; }
+
+# ask_pkg_config OPTION...: its answer, word by word, in the array flags.
+ask_pkg_config() {
+    local answer
+    answer=$(pkg-config "$@")
+    eval "flags=($answer)" # it escapes what a shell would take for more
+}

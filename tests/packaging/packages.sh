@@ -39,7 +39,7 @@ dpkg-deb --ctrl-tarfile "$runtime" | tar -xO ./shlibs >shlibs
 
 # What was unpacked builds a game; nothing in it looks for libraries anywhere but where the system does.
 export PKG_CONFIG_PATH=$pc LD_LIBRARY_PATH=$SCRATCH/root/usr/$LIBDIR
-read -ra flags < <(pkg-config --cflags --libs kobaltrix)
+ask_pkg_config --cflags --libs kobaltrix
 "$CXX" "$here/game/main.cpp" -o game "${flags[@]}"
 links_shared game
 ./game

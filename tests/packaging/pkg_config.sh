@@ -2,17 +2,14 @@
 # A game finds the library with pkg-config, shared and static.
 source "${BASH_SOURCE[0]%/*}/common.sh"
 [[ $(pkg-config --modversion kobaltrix) == "$VERSION" ]] || fail "Not version $VERSION."
-read -ra cflags < <(pkg-config --cflags kobaltrix)
-
-read -ra libs < <(pkg-config --libs kobaltrix)
-"$CXX" -std=c++11 "${cflags[@]}" "$here/game/main.cpp" -o shared "${libs[@]}"
+ask_pkg_config --cflags --libs kobaltrix
+"$CXX" -std=c++11 "$here/game/main.cpp" -o shared "${flags[@]}"
 links_shared shared
 if needed shared | grep -q SDL; then fail "The game itself links what only the library calls."; fi
 LD_LIBRARY_PATH=$PREFIX/$LIBDIR ./shared
 
-read -ra cflags < <(pkg-config --cflags kobaltrix-static)
-read -ra libs < <(pkg-config --libs kobaltrix-static)
-"$CXX" -std=c++11 "${cflags[@]}" "$here/game/main.cpp" -o static "${libs[@]}"
+ask_pkg_config --cflags --libs kobaltrix-static
+"$CXX" -std=c++11 "$here/game/main.cpp" -o static "${flags[@]}"
 links_static static
 ./static
 

@@ -12,6 +12,6 @@ installed/games/my_game/my_game --frames 2 --screenshot last.bmp
 [[ -s last.bmp ]]
 desktop=installed/share/applications/my_game.desktop
 for key in Exec Icon; do
-    file=$(sed -n "s/^$key=//p" "$desktop")
+    file=$(sed -n "s/^$key=//p" "$desktop" | tr -d '"')
     [[ -f $file ]] || fail "$key of $desktop is no file: $file"
 done
