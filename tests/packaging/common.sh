@@ -16,14 +16,14 @@ fail() {
 
 # same_files FOLDER LIST: the folder holds the files of the list and no others.
 same_files() {
-    local headers
-    headers=$(cd "$SOURCE/include/Kobaltrix" && printf '%s\n' *.h)
+    local headers=("$SOURCE"/include/Kobaltrix/*.h)
+    headers=("${headers[@]##*/}")
     while IFS= read -r line; do
         line=${line//@LIBDIR@/$LIBDIR}
         line=${line//@VERSION@/$VERSION}
         line=${line//@SONAME@/$SONAME}
         case $line in
-        *'@HEADERS@') sed "s|^|${line%@HEADERS@}|" <<<"$headers" ;;
+        *'@HEADERS@') printf '%s\n' "${headers[@]/#/${line%@HEADERS@}}" ;;
         *) printf '%s\n' "$line" ;;
         esac
     done <"$here/expected/$2" | LC_ALL=C sort >"$SCRATCH/expected-$2"
@@ -49,6 +49,7 @@ build_game() {
 configure_game() { cmake -S "$1" -B "$2" -G Ninja --no-warn-unused-cli -DCMAKE_CXX_COMPILER="$CXX" -DWANTED="${VERSION%.*}" "${@:3}"; }
 
 # ask_pkg_config OPTION...: its answer, word by word, in the array flags.
+flags=()
 ask_pkg_config() {
     local answer
     answer=$(pkg-config "$@")
