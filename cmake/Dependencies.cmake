@@ -1,5 +1,4 @@
-# Everything the library calls and does not contain. All of it is packaged by Debian. The targets are global, since a
-# project that adds this one as a subdirectory links them through the static library.
+# Everything the library calls and does not contain. All of it is packaged by Debian.
 find_package(OpenGL REQUIRED)
 find_package(PkgConfig REQUIRED)
 # NAME=MODULE: what pkg-config knows as MODULE is the target PkgConfig::NAME. Installed files repeat this list.
@@ -8,5 +7,5 @@ foreach(pair IN LISTS kobaltrix_modules)
   string(REPLACE "=" ";" pair ${pair})
   list(GET pair 0 name)
   list(GET pair 1 module)
-  pkg_check_modules(${name} REQUIRED IMPORTED_TARGET GLOBAL ${module})
+  pkg_check_modules(${name} REQUIRED IMPORTED_TARGET ${module})
 endforeach()

@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034
 # What the packaging tests share. Sourced; the test's environment says where things are.
 set -euo pipefail
 here=$SOURCE/tests/packaging
