@@ -1,8 +1,11 @@
 # Everything the library calls and does not contain. All of it is packaged by Debian.
 find_package(OpenGL REQUIRED)
 find_package(PkgConfig REQUIRED)
-pkg_check_modules(SDL2 REQUIRED IMPORTED_TARGET sdl2)
-pkg_check_modules(SDL2_image REQUIRED IMPORTED_TARGET SDL2_image)
-pkg_check_modules(SDL2_mixer REQUIRED IMPORTED_TARGET SDL2_mixer)
-pkg_check_modules(FTGL REQUIRED IMPORTED_TARGET ftgl)
-pkg_check_modules(FreeType REQUIRED IMPORTED_TARGET freetype2)
+# NAME=MODULE: what pkg-config knows as MODULE is the target PkgConfig::NAME. Installed files repeat this list.
+set(kobaltrix_modules SDL2=sdl2 SDL2_image=SDL2_image SDL2_mixer=SDL2_mixer FTGL=ftgl FreeType=freetype2)
+foreach(pair IN LISTS kobaltrix_modules)
+  string(REPLACE "=" ";" pair ${pair})
+  list(GET pair 0 name)
+  list(GET pair 1 module)
+  pkg_check_modules(${name} REQUIRED IMPORTED_TARGET ${module})
+endforeach()

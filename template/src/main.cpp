@@ -1,0 +1,76 @@
+#include "Scene.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+
+// What the player steers with the arrow keys.
+static KXPoint push() {
+    KXPoint push = {0, 0};
+    if (KXKey(99))
+        push.y -= 1; // up
+    if (KXKey(100))
+        push.x += 1; // right
+    if (KXKey(101))
+        push.x -= 1; // left
+    if (KXKey(102))
+        push.y += 1; // down
+    return push;
+}
+
+// Plays until the window is closed, or for a number of frames. @param screenshot written at the end; null for
+// none.
+static int play(int frames, const char* screenshot) {
+    KXWindow window("My Game", Scene::size);
+    Scene scene(std::string(KXExecutablePath ? KXExecutablePath : ".") + "/assets");
+    KXResetLogicLoop();
+    for (int frame = 0; !KXApplicationQuitRequested() && (frames == 0 || frame < frames); ++frame) {
+        KXPreLogicLoop();
+        while (KXLogicLoop()) { // 60 times a second, whatever the drawing takes
+            if (KXKey(69))      // escape
+                KXApplicationRequestQuit();
+            scene.step(push());
+            KXLogicUpdate();
+        }
+        window.setRenderContext();
+        scene.draw();
+        window.swapBuffers();
+        KXFPSTick();
+        KXPostLogicLoop();
+    }
+    if (screenshot && !window.saveBuffer(screenshot, 0)) {
+        std::fprintf(stderr, "my_game: %s\n", KXError());
+        return 1;
+    }
+    return 0;
+}
+
+int main(int argc, char** argv) {
+    int frames = 0;
+    const char* screenshot = nullptr;
+    for (int i = 1; i < argc; i += 2) {
+        const char* value = argv[i + 1]; // null behind the last one
+        if (value && std::strcmp(argv[i], "--frames") == 0) {
+            frames = std::atoi(value);
+        } else if (value && std::strcmp(argv[i], "--screenshot") == 0) {
+            screenshot = value;
+        } else {
+            std::fprintf(stderr, "usage: my_game [--frames N] [--screenshot FILE.bmp]\n");
+            return 2;
+        }
+    }
+
+    if (!KXInit(argv[0])) {
+        std::fprintf(stderr, "my_game: %s\n", KXError());
+        return 1;
+    }
+    int result = 1;
+    try {
+        result = play(frames, screenshot);
+    } catch (const std::exception& error) { // the library's own say more in KXError()
+        std::fprintf(stderr, "my_game: %s %s\n", error.what(), KXError());
+    }
+    KXDeInit();
+    return result;
+}
