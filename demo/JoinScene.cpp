@@ -5,13 +5,11 @@
 #include "Keys.h"
 #include "TitleScene.h"
 
-#include <utility>
-
-JoinScene::JoinScene(App& app) : _app(app), _goesAtOnce(!app.options.join.empty()) {
+JoinScene::JoinScene(App& app) : _app(app), _keepsTrying(!app.options.join.empty()) {
     _address.setRect({270, 236}, {190, 24});
     _address.setPlaceholder("name:port");
-    _address.setText(_goesAtOnce ? app.options.join.c_str()
-                                 : KXTempString("localhost:%d", HostScene::usualPort));
+    _address.setText(_keepsTrying ? app.options.join.c_str()
+                                  : KXTempString("localhost:%d", HostScene::usualPort));
     _address.focus();
     _go.setText("Join");
     _go.setOrigin({474, 236});
@@ -40,7 +38,10 @@ std::unique_ptr<Scene> JoinScene::step() {
     const bool hadFocus = _address.isFocused();
     _address.poll();
     const bool go = _go.clicked(0) != 0;
-    if (std::exchange(_goesAtOnce, false) || go || _address.entered())
+    if (_address.changed())
+        _keepsTrying = false;
+    constexpr int stepsBetweenTries = 60;
+    if (go || _address.entered() || (_keepsTrying && _steps++ % stepsBetweenTries == 0))
         return connect();
     if (!hadFocus && KXKey(Key::escape, 1))
         return std::make_unique<TitleScene>(_app);

@@ -16,5 +16,6 @@ private:
     KXUITextEntry _address;
     KXUIButton _go;
     std::string _failure;
-    bool _goesAtOnce; ///< The command line has told where.
+    bool _keepsTrying; ///< The command line has told where; the host may not have begun to wait.
+    int _steps = 0;
 };

@@ -163,8 +163,8 @@ TEST_F(DrawBatch, RandomScenesLookTheSame) {
     }
 }
 
-// What a block holds: 16384 corners.
-constexpr int quadsInABlock = 4096;
+// What a block holds, 16384 corners, and what leaves in one call, 1024 corners.
+constexpr int quadsInABlock = 4096, quadsInACall = 256;
 
 TEST_F(DrawBatch, CallsOfKnownScenes) {
     const auto sprites = [this](int count) {
@@ -179,8 +179,9 @@ TEST_F(DrawBatch, CallsOfKnownScenes) {
         int quads, lines, glyphs, drawCalls, binds, flushes;
     } scenes[] = {
         {"nothing", [] {}, 0, 0, 0, 0, 0, 0},
-        {"sprites of one texture", [&] { sprites(10000); }, 10000, 0, 0, 3, 3, 3},
-        {"as many as a block holds", [&] { sprites(quadsInABlock); }, quadsInABlock, 0, 0, 1, 1, 1},
+        {"sprites of one texture", [&] { sprites(10000); }, 10000, 0, 0, 40, 3, 3}, // of 256 each
+        {"as many as a block holds", [&] { sprites(quadsInABlock); }, quadsInABlock, 0, 0,
+         quadsInABlock / quadsInACall, 1, 1},
         {"two textures by turns",
          [&] {
              for (int i = 0; i < 10; ++i) {
