@@ -21,9 +21,9 @@ NightList::NightList(const App& app) : _app(app) {
     _list.setKnobColor(Style::wood);
     for (int night = 1; night <= nights; ++night) {
         const int moths = night * 37 % 61;
-        const std::string text = night % 29 == 0
-                                     ? "Night " + grouped(night) + ": {C1,0.851,0.541,1}full moon{EC}"
-                                     : "Night " + grouped(night) + ": " + grouped(moths) + " moths";
+        const std::string text =
+            std::to_string(night) +
+            (night % 29 == 0 ? ": {C1,0.851,0.541,1}full moon{EC}" : ": " + std::to_string(moths) + " moths");
         _list.add(text.c_str());
     }
     _list.setSelectedIndex(0);
@@ -41,5 +41,6 @@ void NightList::draw() {
     _app.assets.picture("panel").drawNineSlice({532, 40}, {252, 400}, 8);
     KXUIGlobalFontPrint({left, 54}, Style::gold, KXTempString("List of %s nights", grouped(nights).c_str()));
     _list.draw();
-    KXUIGlobalFontPrint({left, 412}, Style::faded(Style::paper, 0.6f), "Letters find, Return opens");
+    KXUIGlobalFontPrint({left, 412}, Style::faded(Style::paper, 0.6f),
+                        "A typed number is found, Return opens");
 }
