@@ -63,7 +63,7 @@ void FirePanel::drawGlow() {
 
 // As high as the slider says, with its foot on the logs.
 void FirePanel::drawFire() {
-    constexpr float logScale = 3, pixels = 16;
+    constexpr float logScale = 3, pixels = 16, foot = 14; // no flame in the rows below
     const bool burns = _burning.state() == KXUIToggleButtonStateOn;
     if (burns)
         drawGlow();
@@ -74,7 +74,7 @@ void FirePanel::drawFire() {
         return;
     const float scale = 1 + 5 * static_cast<float>(_height.value()) / 100;
     _flames.setScale(scale);
-    _flames.draw({middle - pixels / 2 * scale, ground - 8 - pixels * scale});
+    _flames.draw({middle - pixels / 2 * scale, ground - 8 - foot * scale});
 }
 
 void FirePanel::draw() {

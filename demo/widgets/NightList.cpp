@@ -41,6 +41,5 @@ void NightList::draw() {
     _app.assets.picture("panel").drawNineSlice({532, 40}, {252, 400}, 8);
     KXUIGlobalFontPrint({left, 54}, Style::gold, KXTempString("List of %s nights", grouped(nights).c_str()));
     _list.draw();
-    KXUIGlobalFontPrint({left, 412}, Style::faded(Style::paper, 0.6f),
-                        "A typed number is found, Return opens");
+    KXUIGlobalFontPrint({left, 412}, Style::faded(Style::paper, 0.6f), "Type a number to find it");
 }
