@@ -21,7 +21,7 @@ App::App(const Options& wanted)
                      "play: there is no font; install the package fonts-dejavu-core and build again\n");
         throw std::bad_alloc();
     }
-    KXUISetGlobalFont(assets.path("font.ttf"), KXAliasModeTexture, Style::fontSize, KXZeroPoint);
+    KXUISetGlobalFont(assets.path("font.ttf"), KXAliasModeTexture, Style::fontSize, {0, 2});
     Style::prepareWidgets();
     KXInitGamePad();
     if (!_settingsFile.empty())

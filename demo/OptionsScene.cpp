@@ -27,6 +27,7 @@ OptionsScene::OptionsScene(App& app) : _app(app) {
 
 std::unique_ptr<Scene> OptionsScene::step() {
     const bool typing = _name.isFocused();
+    const bool escape = KXKey(Key::escape, 1) != 0; // the press that leaves the name does not count later
     _name.poll();
     if (_sounds.poll() | _music.poll()) {
         _app.settings.soundVolume = _sounds.value();
@@ -38,7 +39,7 @@ std::unique_ptr<Scene> OptionsScene::step() {
     if (_pad.clicked(0))
         _app.settings.usesPad = _pad.state() == KXUIToggleButtonStateOn;
     const bool back = _back.clicked(0) != 0;
-    if (!back && (typing || !KXKey(Key::escape, 1)))
+    if (!back && (typing || !escape))
         return nullptr;
     if (*_name.text())
         _app.settings.name = _name.text();

@@ -15,4 +15,6 @@ public:
     virtual std::unique_ptr<Scene> step() = 0;
     /// Draws into the window, which is the target and has been cleared.
     virtual void draw() = 0;
+    /// Whether letters are typed into something now, so that they switch nothing.
+    virtual bool takesLetters() { return false; }
 };

@@ -3,19 +3,236 @@
 #include "Keys.h"
 #include "TitleScene.h"
 
-WidgetsScene::WidgetsScene(App& app) : _app(app) {
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+
+WidgetsScene::WidgetsScene(App& app) : _app(app), _fire(app), _texts(app), _nights(app) {
     _back.setText("Back");
-    _back.setOrigin({370, 460});
+    _back.setOrigin({784 - _back.rect().size.width, 454});
+    _browser.setRect({160, 70}, {480, 340});
+    _browser.setBackgroundColor(Style::faded(Style::panel, 1));
+}
+
+bool WidgetsScene::takesLetters() {
+    return KXUIFocusedTextEntry() || _nights.list().hasFocus() || _browser.isShown();
+}
+
+// Also a line on standard output, for whoever drives the screen from another program.
+void WidgetsScene::tell(const std::string& news) {
+    if (news.empty())
+        return;
+    _news = news;
+    std::puts(news.c_str());
+    std::fflush(stdout);
 }
 
 std::unique_ptr<Scene> WidgetsScene::step() {
+    _fire.animate();
+    // Asked in every step, so that a press that means something else is none for this screen later.
+    const bool escape = KXKey(Key::escape, 1) != 0, enter = KXKey(Key::enter, 1) != 0,
+               tab = KXKey(Key::tab, 1) != 0;
+    _waits = _waits && KXMouse(0);
+    bool leaves = false;
+    if (_dialog) {
+        stepDialog(enter, escape);
+    } else if (_browser.isShown()) {
+        stepBrowser();
+    } else if (_menus.isOpen()) {
+        if (escape)
+            _menus.close();
+        leaves = obey(_menus.step());
+    } else if (!_waits) {
+        leaves = escape && !KXUIFocusedTextEntry();
+        if (tab)
+            stepTab();
+        leaves |= stepWidgets();
+    }
+    if (!leaves)
+        return nullptr;
+    _app.audio.play(Effect::Click);
+    return std::make_unique<TitleScene>(_app);
+}
+
+// The entries hand the keyboard on among themselves; the list comes after the last one and before the first.
+void WidgetsScene::stepTab() {
+    if (KXKey(Key::leftAlt) || KXKey(Key::rightAlt))
+        return;
+    const bool backwards = KXKey(Key::leftShift) || KXKey(Key::rightShift);
+    const KXUITextEntry* const focused = KXUIFocusedTextEntry();
+    KXUIListBox& list = _nights.list();
+    if (focused && focused == (backwards ? &_texts.first() : &_texts.last())) {
+        list.setFocus(-1);
+    } else if (!focused) {
+        const bool toList = backwards && !list.hasFocus();
+        KXUITextEntry& entry = backwards ? _texts.last() : _texts.first();
+        if (toList) {
+            list.setFocus(-1);
+        } else {
+            entry.focus();
+            entry.selectAll();
+        }
+    }
+}
+
+// What every widget does. @return whether the screen is left.
+bool WidgetsScene::stepWidgets() {
+    const Command command = _menus.step();
+    if (_menus.isOpen())
+        return false;
+    tell(_texts.step());
+    tell(_nights.step());
+    tell(_fire.step());
+    if (_fire.asksQuestion())
+        askAboutFire();
+    if (_fire.asksToOpen())
+        browse(KXUIFileBrowserModeOpen);
+    if (_fire.asksToSave())
+        browse(KXUIFileBrowserModeSave);
     const bool back = _back.clicked(0) != 0;
-    if (back || KXKey(Key::escape, 1))
-        return std::make_unique<TitleScene>(_app);
-    return nullptr;
+    return obey(command) || back;
+}
+
+// @return whether the screen is left.
+bool WidgetsScene::obey(Command command) {
+    constexpr KXColor none = {0, 0, 0, 0};
+    if (command == Command::None || KXMouse(0)) // while something else is held by the mouse nothing opens
+        return false;
+    switch (command) {
+    case Command::Open:
+    case Command::Save:
+        browse(command == Command::Open ? KXUIFileBrowserModeOpen : KXUIFileBrowserModeSave);
+        return false;
+    case Command::Stoke:
+    case Command::Damp: {
+        const bool stokes = command == Command::Stoke;
+        _fire.setHeight(std::clamp(_fire.height() + (stokes ? 10 : -10), 0, 100));
+        tell(
+            KXTempString("Menu: %s, so that the slider is at %d", stokes ? "Stoke" : "Damp", _fire.height()));
+        return false;
+    }
+    case Command::About:
+        ask("This screen shows every widget of Kobaltrix.", {"Good"});
+        return false;
+    case Command::Dark:
+        return setGlow(none, "None");
+    case Command::Gold:
+        return setGlow(Style::gold, "Gold");
+    case Command::Rose:
+        return setGlow(Style::rose, "Rose");
+    case Command::Teal:
+        return setGlow(Style::teal, "Teal");
+    default:
+        return true;
+    }
+}
+
+bool WidgetsScene::setGlow(KXColor color, const char* name) {
+    _fire.setGlow(color);
+    tell(KXTempString("Menu: Fire, Glow, %s", name));
+    return false;
+}
+
+void WidgetsScene::askAboutFire() {
+    _asksAboutFire = true;
+    ask("Shall the fire go out?", {"Put it out", "Keep it"});
+}
+
+// The answers stand side by side below the message; the last one is also Escape's.
+void WidgetsScene::ask(const char* message, std::initializer_list<const char*> answers) {
+    constexpr int padding = 16;
+    constexpr float gap = 12;
+    leaveFields();
+    _dialog = std::make_unique<KXUIDialogBox>();
+    _dialog->setPadding(padding);
+    _dialog->setBackgroundColor(Style::panel.r, Style::panel.g, Style::panel.b, 1);
+    _dialog->setTextColor(Style::paper.r, Style::paper.g, Style::paper.b, 1);
+    _dialog->setBorderColor(Style::gold.r, Style::gold.g, Style::gold.b, 1);
+    _dialog->setMessage(message);
+    float row = -gap;
+    for (const char* answer : answers) {
+        _dialog->addButton(answer);
+        row += _dialog->button(static_cast<int>(_answers.size()))->rect().size.width + gap;
+        _answers.emplace_back(answer);
+    }
+    const KXSize size = _dialog->rect().size;
+    const KXPoint corner = {static_cast<float>(static_cast<int>((Style::windowSize.width - size.width) / 2)),
+                            190};
+    _dialog->setOrigin(corner);
+    float x = corner.x + static_cast<float>(static_cast<int>((size.width - row) / 2));
+    for (int i = 0; KXUIButton* button = _dialog->button(i); ++i) {
+        button->setOrigin({x, corner.y + size.height - button->rect().size.height - padding});
+        x += button->rect().size.width + gap;
+    }
+}
+
+void WidgetsScene::stepDialog(bool enter, bool escape) {
+    if (enter)
+        _dialog->button(0)->click(0);
+    if (escape)
+        _dialog->button(static_cast<int>(_answers.size()) - 1)->click(0);
+    _dialog->poll();
+    const int answer = _dialog->buttonIndexClicked();
+    if (answer < 0)
+        return;
+    tell("Dialog box: " + _answers[static_cast<std::size_t>(answer)]);
+    if (_asksAboutFire && answer == 0)
+        _fire.putOut();
+    _asksAboutFire = false;
+    _answers.clear();
+    _dialog.reset();
+}
+
+void WidgetsScene::browse(KXUIFileBrowserMode mode) {
+    leaveFields();
+    _browser.show(mode, nullptr, mode == KXUIFileBrowserModeSave ? "night.txt" : nullptr);
+}
+
+// Nothing is read or written: this screen only shows how a file is chosen.
+void WidgetsScene::stepBrowser() {
+    if (!_browser.poll())
+        return;
+    _waits = KXMouse(0) != 0; // a double click ends only after the browser is gone
+    if (const char* path = _browser.path())
+        tell("File browser: " + std::filesystem::path(path).filename().string() + " was chosen");
+    else
+        tell("File browser: cancelled");
+}
+
+void WidgetsScene::leaveFields() {
+    if (KXUITextEntry* entry = KXUIFocusedTextEntry())
+        entry->unfocus();
+    _nights.list().setFocus(0);
+}
+
+// A percent sign stands for itself only when it is written twice.
+static std::string printable(const std::string& text) {
+    std::string doubled;
+    for (char c : text)
+        doubled.append(c == '%' ? 2 : 1, c);
+    return doubled;
+}
+
+void WidgetsScene::drawNews() {
+    const KXRect line = {{16, 454}, {696, 23}};
+    KXDrawRectFill(line, Style::panel);
+    KXDrawRect(line, Style::ink);
+    _app.window.setClipTo(line);
+    KXUIGlobalFontPrint({line.origin.x + 12, line.origin.y + 5}, Style::gold, printable(_news).c_str());
+    _app.window.unsetClip();
 }
 
 void WidgetsScene::draw() {
     drawBackdrop(_app);
+    _fire.draw();
+    _texts.draw();
+    _nights.draw();
+    drawNews();
     _back.draw();
+    _menus.draw();
+    if (_dialog || _browser.isShown())
+        KXDrawRectFill({{0, 0}, Style::windowSize}, Style::faded(Style::ink, 0.6f));
+    _browser.draw();
+    if (_dialog)
+        _dialog->draw();
 }

@@ -48,7 +48,8 @@ void Game::step() {
     ++_steps;
     if (_recorder)
         _recorder->setStep(_steps);
-    _app.stepSwitches();
+    if (!_scene->takesLetters())
+        _app.stepSwitches();
     if (std::unique_ptr<Scene> next = _scene->step())
         _scene = std::move(next);
     for (const std::string& path : _script.shots(_steps))

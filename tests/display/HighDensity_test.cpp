@@ -2,17 +2,24 @@
 
 #include <Kobaltrix/KXCore.h>
 #include <Kobaltrix/KXDrawing.h>
+#include <Kobaltrix/KXString.h>
 #include <Kobaltrix/KXTexture.h>
+#include <Kobaltrix/KXUIButton.h>
+#include <Kobaltrix/KXUIGlobalFont.h>
+#include <Kobaltrix/KXUIListBox.h>
+#include <Kobaltrix/KXUITextEntry.h>
 #include <Kobaltrix/KXWindow.h>
 
 #include "support/Image.h"
 #include "support/TemporaryFolder.h"
+#include "text/TextTest.h"
 
 #include <gtest/gtest.h>
 
 #include <SDL_opengl.h>
 
 #include <array>
+#include <cmath>
 #include <memory>
 
 namespace {
@@ -38,6 +45,55 @@ struct HighDensity : testing::Test {
     }
 
     std::unique_ptr<KXWindow> window;
+};
+
+/// How much the texts of a part differ, in brightness for each point: those with two pixels to a point, moved
+/// by some pixels, from those with one.
+double difference(const Image& dense, const Image& plain, KXRect part, int moveX, int moveY) {
+    const int left = static_cast<int>(part.origin.x), top = static_cast<int>(part.origin.y),
+              right = left + static_cast<int>(part.size.width),
+              bottom = top + static_cast<int>(part.size.height);
+    double sum = 0;
+    for (int y = top; y < bottom; ++y)
+        for (int x = left; x < right; ++x) {
+            double light = 0;
+            for (int pixel = 0; pixel < 4; ++pixel)
+                light += dense.at(2 * x + moveX + pixel % 2, 2 * y + moveY + pixel / 2).g;
+            sum += std::abs(light / 4 - plain.at(x, y).g);
+        }
+    return sum / ((right - left) * (bottom - top));
+}
+
+struct DenseWidgets : HighDensity {
+    DenseWidgets() {
+        KXUISetGlobalFont(testFont(), KXAliasModeTexture, 14, KXZeroPoint);
+        // Green is for texts alone.
+        KXSetUIColor({1, 0, 0, 1}, {0, 0, 0.5f, 1}, {0, 0, 1, 1}, {1, 0, 0, 1}, {1, 0, 0, 1}, {0, 1, 0, 1});
+        button = std::make_unique<KXUIButton>();
+        button->setText("Hang it");
+        button->setOrigin(buttonBox.origin);
+        buttonBox = button->rect();
+        entry = std::make_unique<KXUITextEntry>();
+        entry->setRect(entryBox.origin, entryBox.size);
+        entry->setText("A text that is longer than its box by far");
+        list = std::make_unique<KXUIListBox>();
+        list->setRect(listBox.origin, listBox.size);
+        for (int i = 0; i < 100; ++i)
+            list->add(KXTempString("MMM %d WWW, too long for it", i));
+    }
+    void draw() const {
+        KXDrawRectFill({{0, 0}, {400, 300}}, {0, 0, 0, 1});
+        KXUIGlobalFontPrint(textBox.origin, {0, 1, 0, 1}, "Ember Night");
+        button->draw();
+        entry->draw();
+        list->draw();
+    }
+
+    KXRect textBox = {{200, 20}, {150, 30}}, buttonBox = {{20, 20}, {0, 0}}, entryBox = {{20, 60}, {111, 25}},
+           listBox = {{20, 100}, {121, 93}};
+    std::unique_ptr<KXUIButton> button;
+    std::unique_ptr<KXUITextEntry> entry;
+    std::unique_ptr<KXUIListBox> list;
 };
 
 TEST_F(HighDensity, AWindowHasPointsAndTwiceAsManyPixels) {
@@ -131,5 +187,56 @@ TEST_F(HighDensity, TexturesAsTargetsAreInPixels) {
     EXPECT_EQ(shown.at(210, 210), red);
     EXPECT_EQ(shown.at(229, 229), red);
     EXPECT_EQ(shown.at(230, 230).r, 0);
+}
+
+TEST_F(DenseWidgets, StandWhereTheyDoWithOnePixelToAPoint) {
+    window->setRenderContext();
+    draw();
+    const Image dense = Image::of(*window);
+    KXTexture target(400, 300); // has one pixel to a point everywhere
+    target.setRenderContext();
+    draw();
+    target.unsetRenderContext();
+    const Image plain = Image::of(target);
+
+    for (const KXRect part : {textBox, buttonBox, entryBox, listBox}) {
+        SCOPED_TRACE(testing::Message() << part.origin.x << ',' << part.origin.y);
+        const double here = difference(dense, plain, part, 0, 0);
+        EXPECT_GT(here, 0) << "there is a text, whose edges differ";
+        for (const int move : {0, 1, 2, 3, 5, 6, 7, 8}) // half a point to every side
+            EXPECT_LT(1.3 * here, difference(dense, plain, part, move % 3 - 1, move / 3 - 1)) << move;
+    }
+    // Frames and fills have edges at points, so they are the same pixels doubled.
+    for (const KXRect box : {buttonBox, entryBox, listBox})
+        for (int y = -2; y < static_cast<int>(box.size.height) + 2; ++y)
+            for (int x = -2; x < static_cast<int>(box.size.width) + 2; ++x) {
+                const int left = static_cast<int>(box.origin.x) + x, top = static_cast<int>(box.origin.y) + y;
+                const Pixel doubled = dense.at(2 * left, 2 * top), single = plain.at(left, top);
+                ASSERT_TRUE(doubled == single || doubled.g || single.g)
+                    << left << ',' << top << doubled << single;
+            }
+}
+
+TEST_F(DenseWidgets, CutTheirTextsAtTheirEdgesAndNoSooner) {
+    window->setRenderContext();
+    draw();
+    const Image image = Image::of(*window);
+    const auto hasText = [&image](int left, int top, int right, int bottom) {
+        for (int y = top; y < bottom; ++y)
+            for (int x = left; x < right; ++x)
+                if (image.at(x, y).g > 0)
+                    return true;
+        return false;
+    };
+    // In pixels: around the entry, and its last letter.
+    EXPECT_FALSE(hasText(0, 120, 40, 170));
+    EXPECT_FALSE(hasText(2 * (20 + 111) - 2, 120, 400, 170));
+    EXPECT_TRUE(hasText(2 * (20 + 111) - 24, 120, 2 * (20 + 111) - 2, 170));
+    // Around the list, and its last row, of which a part is in view.
+    EXPECT_FALSE(hasText(0, 200, 40, 600));
+    EXPECT_FALSE(hasText(2 * (20 + 121), 180, 800, 600));
+    EXPECT_FALSE(hasText(0, 2 * (100 + 93) - 2, 800, 600));
+    EXPECT_TRUE(hasText(40, 2 * (100 + 93) - 12, 200, 2 * (100 + 93) - 2));
+    EXPECT_FALSE(glIsEnabled(GL_SCISSOR_TEST)) << "as it was before";
 }
 } // namespace

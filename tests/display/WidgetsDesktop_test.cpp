@@ -1,0 +1,138 @@
+// The game's screen of widgets in a real window, used by a person's real keys and clicks.
+
+#include "support/Image.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <SDL_timer.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <string>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+/// The game as a process of its own, which writes what its widgets report into a file.
+class Game {
+public:
+    explicit Game(const TemporaryFolder& folder) : _reports(folder / "reports.txt") {
+        const std::string shot = folder / "shot.png", kept = folder / "kept.save";
+        _process = fork();
+        if (_process != 0)
+            return;
+        const int file = open(_reports.c_str(), O_CREAT | O_WRONLY | O_TRUNC, 0600);
+        dup2(file, STDOUT_FILENO);
+        execl(DEMO, DEMO, "--widgets", "--save", kept.c_str(), "--screenshot", shot.c_str(), nullptr);
+        _exit(127);
+    }
+    ~Game() {
+        if (!hasEnded()) {
+            kill(_process, SIGKILL);
+            waitpid(_process, nullptr, 0);
+        }
+    }
+    Game(const Game&) = delete;
+    Game& operator=(const Game&) = delete;
+
+    bool hasEnded() {
+        if (_process > 0 && waitpid(_process, &_status, WNOHANG) == _process)
+            _process = 0;
+        return _process <= 0;
+    }
+    /// Of a game that has ended.
+    int status() const { return WIFEXITED(_status) ? WEXITSTATUS(_status) : -1; }
+
+    std::string reports() const {
+        std::ifstream file(_reports);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    bool reported(const std::string& text) const { return reports().find(text) != std::string::npos; }
+
+private:
+    std::string _reports;
+    pid_t _process = 0;
+    int _status = 0;
+};
+
+struct WidgetsDesktop : testing::Test {
+    static int person(const std::string& does) {
+        return std::system(("xdotool " + does + " >/dev/null 2>&1").c_str()); // NOLINT(cert-env33-c)
+    }
+    static std::string at(int x, int y) {
+        return "search --name '^Ember Night$' mousemove --window %1 " + std::to_string(x) + ' ' +
+               std::to_string(y) + ' ';
+    }
+    // The game asks in each of its steps what is held, not what was pressed in between. A machine may be busy
+    // just then, which is why everything is tried again, with longer WAITs, until it was seen.
+    static std::string click(int x, int y) { return at(x, y) + "mousedown 1 WAIT mouseup 1 WAIT"; }
+
+    /// Does something until the game has taken it in; false if it never does.
+    bool until(const std::function<bool()>& holds, const std::function<void()>& act) {
+        const Uint64 end = SDL_GetTicks64() + 30'000;
+        while (SDL_GetTicks64() < end && !game.hasEnded()) {
+            act();
+            const Uint64 answer = SDL_GetTicks64() + 500;
+            while (SDL_GetTicks64() < answer)
+                if (holds())
+                    return true;
+                else
+                    SDL_Delay(10);
+        }
+        return holds();
+    }
+    bool untilReported(const std::string& text, const std::string& does) {
+        double seconds = 0.1;
+        const auto act = [&] {
+            std::string acts = does;
+            for (std::size_t i = acts.find("WAIT"); i != std::string::npos; i = acts.find("WAIT"))
+                acts.replace(i, 4, "sleep " + std::to_string(seconds));
+            person(acts);
+            seconds *= 1.5;
+        };
+        const bool reported = until([&] { return game.reported(text); }, act);
+        EXPECT_TRUE(reported) << game.reports();
+        return reported;
+    }
+
+    const TemporaryFolder folder;
+    Game game{folder};
+};
+
+TEST_F(WidgetsDesktop, TakesClicksKeysAndTypedTextAndIsClosed) {
+    ASSERT_TRUE(until([] { return person("search --onlyvisible --name '^Ember Night$'") == 0; }, [] {}));
+    person("search --name '^Ember Night$' windowfocus");
+
+    ASSERT_TRUE(untilReported("Button: rung", click(130, 90)));
+    ASSERT_TRUE(untilReported("Toggle button: off", click(130, 122)));
+    ASSERT_TRUE(untilReported("Slider: 75", at(134, 193) + "mousedown 1 WAIT mousemove --window %1 185 193 "
+                                                           "WAIT mouseup 1 WAIT"));
+    // A letter that comes before the entry has the focus is lost.
+    ASSERT_TRUE(untilReported("Name: ", click(450, 110) + " type a"));
+    EXPECT_EQ(person("type --delay 20 ' Lovelace, 1843'"), 0);
+    ASSERT_TRUE(until([this] { return game.reported("Lovelace, 1843\n"); }, [] {}));
+    ASSERT_TRUE(untilReported("Password: ", "keydown Tab WAIT keyup Tab WAIT type k"));
+    // The menu's title opens or closes it; where its first row appears is nothing without it.
+    ASSERT_TRUE(untilReported("Menu: Stoke", click(75, 13) + ' ' + click(90, 36)));
+    ASSERT_TRUE(untilReported("List: night", click(640, 137)));
+    ASSERT_TRUE(untilReported("List: night 9", "type 9"));
+    ASSERT_TRUE(untilReported("Dialog box: Good", "keydown F1 WAIT keyup F1 WAIT keydown Return "
+                                                  "WAIT keyup Return"));
+
+    ASSERT_TRUE(until([this] { return game.hasEnded(); }, [] { person("key alt+F4"); }))
+        << "closed by its frame";
+    EXPECT_EQ(game.status(), 0);
+    const Image shot = Image::fromFile(folder / "shot.png");
+    ASSERT_EQ(shot.width, 800);
+    ASSERT_EQ(shot.height, 500);
+    const Pixel ink = {26, 22, 38, 255}, wood = {168, 105, 63, 255};
+    EXPECT_EQ(shot.at(200, 122), ink) << "the toggle button is off";
+    EXPECT_EQ(shot.at(761, 88), wood) << "the list's knob is at the top";
+}
+} // namespace
