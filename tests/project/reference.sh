@@ -9,10 +9,10 @@ make_reference() { { cat docs/Doxyfile && printf 'OUTPUT_DIRECTORY = "%s"\n%s\n'
 
 make_reference ''
 for page in KXCore_8h classKXWindow class__KXUIWidget; do
-    [[ -s $folder/html/$page.html ]] || { printf 'No page %s\n' "$page" && exit 1; }
+    [[ -s $folder/reference/$page.html ]] || { printf 'No page %s\n' "$page" && exit 1; }
 done
 # What serves the library itself stays out.
-if grep -rlE '_commonInit|_idealSizeForText|_readPixels' "$folder/html"; then exit 1; fi
+if grep -rlE '_commonInit|_idealSizeForText|_readPixels' "$folder/reference"; then exit 1; fi
 
 # A function without a word said about it does not pass.
 printf '/// @file\n/// Bad.\nvoid KXBad(int a);\n' >"$folder/bad/bad.h"
