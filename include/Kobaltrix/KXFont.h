@@ -55,8 +55,8 @@ public:
 
     /// Pixels that the ink of a text covers, colour spans not counted. The first 1023 visible bytes count.
     KXSize stringBounds(const char* text) const;
-    /// Pixels that the ink of a text covers. @param raw 0 measures what print() shows; otherwise colour spans
-    /// are measured as they are written, at any length.
+    /// Pixels that the ink of a text covers. @param text UTF-8. @param raw 0 measures what print() shows;
+    /// otherwise colour spans are measured as they are written, at any length.
     KXSize stringBounds(const char* text, int raw) const;
     /// Pixels from one line to the next.
     float lineHeight() const;

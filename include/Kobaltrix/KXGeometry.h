@@ -25,16 +25,17 @@ KX_API KXDirection KXCardinalDirectionBetween(KXPoint from, KXPoint to);
 /// distance on both axes; none and values that are no direction leave the point where it is.
 KX_API KXPoint KXAddDirectionToPoint(KXDirection direction, KXPoint point, float distance);
 
-/// Finds the point at @a t on the line through @a a (t = 0) and @a b (t = 1). @a t is not clamped.
+/// Finds the point at @a t on the line through two points.
+/// @param t 0 at @a a, 1 at @a b; not clamped. @param a where the line starts. @param b where it ends.
 /// @param x receives the horizontal position; may be null. @param y likewise the vertical one.
 KX_API void KXParametricLine(float t, KXPoint a, KXPoint b, float* x, float* y);
 /// The point at @a t on the line through @a a (t = 0) and @a b (t = 1). @a t is not clamped.
 KX_API KXPoint KXParametricLine(float t, KXPoint a, KXPoint b);
 
-/// Finds the point at @a t on a circle, where t counts whole turns: 0 is right of the centre and 0.25, y
-/// growing downward, below it.
-/// @param radius pixels. @param x receives the horizontal position; may be null. @param y likewise the
-/// vertical one.
+/// Finds the point at @a t on a circle.
+/// @param t whole turns: 0 is right of the centre and 0.25, y growing downward, below it.
+/// @param radius pixels. @param centre the middle of the circle.
+/// @param x receives the horizontal position; may be null. @param y likewise the vertical one.
 KX_API void KXParametricCircle(float t, int radius, KXPoint centre, float* x, float* y);
 /// The point at @a t turns on a circle of @a radius pixels: 0 is right of the centre, 0.25 below it.
 KX_API KXPoint KXParametricCircle(float t, int radius, KXPoint centre);

@@ -30,9 +30,10 @@ KX_API void KXDeinitializeLog();
 
 /// Logs a message, formatted like printf and cut to 1023 bytes.
 ///
-/// Nothing happens while the log is not initialised, while the category is not enabled, and for a null
-/// format. @param category null for a message of no category, which is always logged; a name, with the
-/// blank after it, is cut to 1023 bytes.
+/// Nothing happens while the log is not initialised and while the category is not enabled.
+/// @param category null for a message of no category, which is always logged; a name, with the blank after
+/// it, is cut to 1023 bytes.
+/// @param format as for printf; null does nothing.
 KX_API void KXLog(const char* category, const char* format, ...) KX_PRINTF(2, 3);
 
 /// Has the messages of a category logged. Only while the log is initialised; null does nothing.

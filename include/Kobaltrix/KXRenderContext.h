@@ -21,7 +21,9 @@ public:
 protected:
     KXRenderContext() = default;
     ~KXRenderContext() = default;
+    /// Copies nothing: a base has no state.
     KXRenderContext(const KXRenderContext&) = default;
+    /// Copies nothing: a base has no state.
     KXRenderContext& operator=(const KXRenderContext&) = default;
 };
 

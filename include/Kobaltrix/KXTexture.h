@@ -41,8 +41,8 @@ public:
     /// Makes every pixel transparent black.
     void clear();
 
-    /// Draws the whole texture with its top-left corner at (x, y), in its natural size, fully opaque.
-    /// @param transformed as in the full form.
+    /// Draws the whole texture in its natural size, fully opaque.
+    /// @param x,y where its top-left corner goes. @param transformed as in the full form.
     void draw(int x, int y, int transformed);
     /// Draws the whole texture, transformed.
     void draw(int x, int y, float opacity, float scale, int rotation, int flips, int transformed);
@@ -63,7 +63,9 @@ public:
               float scale, int rotation, int flips, int transformed);
 
     /// Multiplies the current matrix by the placement that draw() gives its quad, for a game's own OpenGL.
+    /// @param x,y where its top-left corner goes.
     /// @param width,height size of the part drawn, whose middle is the centre of rotation and flips.
+    /// @param scale,rotation,flips as in the full form of draw().
     void drawingPosition(int x, int y, int width, int height, float scale, int rotation, int flips);
 
     /// Draws the texture as a frame of @a size pixels: its four corners of @a corner by @a corner pixels as
@@ -73,6 +75,7 @@ public:
     void drawNineSlice(KXPoint position, KXSize size, int corner);
 
     /// The colour of one pixel; all channels -1.0 outside the texture.
+    /// @param point in the texture's pixels, from its top left.
     /// @param keepCache non-zero keeps the pixels that were read back for further calls, until the texture's
     ///   contents are replaced, cleared or drawn into; 0 frees them at once.
     KXColor getPixel(KXPoint point, int keepCache);

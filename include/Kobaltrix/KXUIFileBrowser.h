@@ -37,6 +37,7 @@ public:
     ~KXUIFileBrowser() override;
 
     /// Shows the browser and gives it the keyboard; what was chosen before is forgotten.
+    /// @param mode what a file is looked for.
     /// @param folder where to begin, copied; null for the working directory.
     void show(KXUIFileBrowserMode mode, const char* folder);
     /// The same with a name to begin with, copied; null for none. A file of this name is selected.

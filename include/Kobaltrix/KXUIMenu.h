@@ -125,9 +125,9 @@ public:
     void addMenuItemWithName(const char* name, void (*callback)(void*), void* context);
     /// Adds an entry with a shortcut, whose name then ends in "(key)" or "(modifier - key)". The shortcut
     /// works while the menu is closed, too, once for each time that the keys come together, and consumes the
-    /// press of
-    /// @a key as KXKey(key, -1) does. Without a modifier it works whatever else is held, so add the entry
-    /// with a modifier before one with the same key alone.
+    /// press of @a key as KXKey(key, -1) does. Without a modifier it works whatever else is held, so add the
+    /// entry with a modifier before one with the same key alone.
+    /// @param name,callback,context as in the form without a shortcut.
     /// @param modifierKey a key number, see KXKey(); 0 for none. @param key a key number; 0 for no shortcut.
     void addMenuItemWithName(const char* name, void (*callback)(void*), void* context, int modifierKey,
                              int key);

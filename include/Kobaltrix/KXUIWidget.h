@@ -53,6 +53,7 @@ public:
     virtual void draw();
 
     /// Gives the widget a font of its own from the font cache. @param path the font file; only read.
+    /// @param mode how its glyphs are drawn.
     /// @return -1 on success, 0 on failure with a text in KXError() and no font left.
     virtual int setFont(const char* path, KXAliasMode mode);
     /// Changes the size of the widget's own font in points, and so of every widget that shares it.
@@ -78,10 +79,10 @@ private:
     ButtonRecord _buttons[7];
 
 protected:
-    // For the widgets of the library: what setFont() was given, and the size it fetches a font at.
-    char* _fontPath;
-    KXAliasMode _fontAliasMode;
-    int _fontSize;
+    // For the widgets of the library.
+    char* _fontPath;            ///< The path that setFont() was given; null before.
+    KXAliasMode _fontAliasMode; ///< The mode that setFont() was given.
+    int _fontSize;              ///< The size, in points, that setFont() fetches a font at.
 
 private:
     KXFont* _font;

@@ -84,9 +84,9 @@ public:
     /// Null with a text in KXError() if the texture cannot be made.
     KXTexture* copyTexture();
     /// Writes what was drawn, all its pixels, as a BMP file.
-    /// @param powerOfTwo non-zero for an image whose sides are rounded up to powers of two. Its pixels are
-    /// the
-    ///   drawn rows packed one behind the other, without regard to the wider rows of the image.
+    /// @param path the file to write. @param powerOfTwo non-zero for an image whose sides are rounded up to
+    /// powers of two. Its pixels are the drawn rows packed one behind the other, without regard to the wider
+    /// rows of the image.
     /// @return -1 on success, 0 on failure with a text in KXError().
     int saveBuffer(const char* path, int powerOfTwo);
 

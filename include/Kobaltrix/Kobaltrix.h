@@ -3,6 +3,24 @@
 /// @file
 /// Everything the library offers, in one header.
 
+/// @mainpage
+/// A small framework for 2D games. What each operation does, its units, who owns what and how it fails stands
+/// with its header:
+///
+/// - Start and loop: KXCore.h, KXTypes.h
+/// - Drawing: KXWindow.h, KXRenderContext.h, KXTexture.h, KXTextureCache.h, KXDrawing.h, KXDrawBatch.h
+/// - Sprites and values in files: KXSprite.h, KXIO.h
+/// - Text: KXFont.h, KXUIGlobalFont.h
+/// - Input: KXKeyboard.h, KXMouse.h, KXTouch.h, KXGamePad.h
+/// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
+///   KXUITextEntry.h, KXUIFileBrowser.h
+/// - Sound: KXAudio.h, KXSound.h, KXMusic.h
+/// - Time: KXTimer.h, KXInterpolation.h
+/// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkBuffer.h
+/// - Helpers: KXGeometry.h, KXVector3D.h, KXRandom.h, KXString.h, KXFile.h, KXLog.h, KXPlatform.h
+///
+/// The pages under `docs/` explain how these work together; begin with `docs/getting-started.md`.
+
 #include <Kobaltrix/KXAudio.h>
 #include <Kobaltrix/KXCore.h>
 #include <Kobaltrix/KXDrawBatch.h>

@@ -1,4 +1,4 @@
-// What the pages under docs/ claim about bytes.
+// What the pages claim about bytes, and where they lead.
 
 #include "support/TemporaryFolder.h"
 
@@ -7,9 +7,12 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <sstream>
+#include <vector>
 
 namespace {
 std::string contentOf(const std::string& path) {
@@ -19,7 +22,7 @@ std::string contentOf(const std::string& path) {
 
 /// The bytes of a page's dump: lines of an offset, in columns 5 to 52 up to 16 bytes, and what they mean.
 std::string dumpIn(const std::string& page) {
-    std::istringstream text(contentOf(DOCS "/" + page));
+    std::istringstream text(contentOf(PROJECT "/docs/" + page));
     std::string bytes;
     for (std::string line; std::getline(text, line);) {
         if (line.size() < 4 || !std::isxdigit(line[0]) || !std::isxdigit(line[1]) ||
@@ -40,5 +43,47 @@ TEST(Documents, TheBytesOfASpriteFile) {
     const TemporaryFolder folder;
     sprite.save((folder / "hero.spr").c_str());
     EXPECT_EQ(dumpIn("sprites.md"), contentOf(folder / "hero.spr"));
+}
+
+/// The pages, as paths.
+std::vector<std::filesystem::path> pages() {
+    std::vector<std::filesystem::path> found;
+    for (const char* folder : {PROJECT, PROJECT "/docs"})
+        for (const auto& entry : std::filesystem::directory_iterator(folder))
+            if (entry.path().extension() == ".md")
+                found.push_back(entry.path());
+    return found;
+}
+
+/// Whether a page has the heading that a link names: in small letters, blanks as dashes, nothing else.
+bool hasHeading(const std::filesystem::path& page, const std::string& anchor) {
+    std::istringstream text(contentOf(page.string()));
+    for (std::string line; std::getline(text, line);) {
+        if (line.rfind("##", 0) != 0)
+            continue;
+        std::string heading;
+        for (char c : line.substr(line.find_first_not_of("# ")))
+            if (std::isalnum(static_cast<unsigned char>(c)) || c == ' ' || c == '-')
+                heading += c == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        if (heading == anchor)
+            return true;
+    }
+    return false;
+}
+
+TEST(Documents, EveryLinkLeadsSomewhere) {
+    const std::regex link(R"(\]\(([^)#]*)#?([^)]*)\))");
+    int links = 0;
+    for (const auto& page : pages()) {
+        const std::string text = contentOf(page.string());
+        for (std::sregex_iterator at(text.begin(), text.end(), link), end; at != end; ++at, ++links) {
+            const std::string file = (*at)[1], anchor = (*at)[2];
+            const auto target = file.empty() ? page : page.parent_path() / file;
+            EXPECT_TRUE(std::filesystem::exists(target)) << page << ": " << file;
+            EXPECT_TRUE(anchor.empty() || hasHeading(target, anchor))
+                << page << ": " << file << "#" << anchor;
+        }
+    }
+    EXPECT_GT(links, 30);
 }
 } // namespace

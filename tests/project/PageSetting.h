@@ -1,0 +1,20 @@
+#pragma once
+
+// What the statements in the pages take for granted. They are compiled, never linked.
+
+#include <Kobaltrix/Kobaltrix.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+extern KXWindow window;
+extern KXSprite sprite;
+extern KXFont font;
+extern KXUIListBox list;
+extern KXNetworkServer server;
+extern KXNetworkClient client;
+extern KXPoint at;
+extern KXColor background;
+extern bool paused;

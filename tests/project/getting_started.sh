@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# getting_started.sh PROJECT BUILD FOLDER QUITTER: does what docs/getting-started.md says, word by word, with FOLDER for
+# a home. Only the library is not built again: it is installed from BUILD. QUITTER closes the game's window.
+set -euo pipefail
+project=$1 build=$2 folder=$3 quitter=$4
+
+rm -rf -- "$folder"
+mkdir -p -- "$folder/src"
+export HOME=$folder SDL_VIDEODRIVER=offscreen SDL_AUDIODRIVER=dummy
+ln -s "$project" "$HOME/src/kobaltrix"
+cmake --install "$build" --prefix "$HOME/kobaltrix" >/dev/null
+
+awk -f "$project/tests/project/page_as_script.awk" "$project/docs/getting-started.md" >"$folder/page.sh"
+# Each command of the page, and the game started twice.
+for command in 'cmake --build' kxsprite './build/my_game'; do
+    count=$(grep -c "^[^ ]*$command" "$folder/page.sh")
+    ((count == 2)) || { printf '%s: %d times\n' "$command" "$count" && exit 1; }
+done
+sed "s|^\./build/|LD_PRELOAD='$quitter' &|" "$folder/page.sh" | bash -eux
+
+# The game that comes out says what is wrong where its sprite is not.
+cd "$folder"
+if message=$(LD_PRELOAD=$quitter my_game/build/my_game 2>&1) || [[ $message != *"hero.spr is not here"* ]]; then
+    printf 'Without its sprite the game says: %s\n' "$message"
+    exit 1
+fi
