@@ -126,9 +126,9 @@ void WorldView::drawLight(const Picture& picture) {
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
 }
 
-void WorldView::drawPlayer(int index, const Picture::Player& player) {
+void WorldView::drawPlayer(int index, const Picture::Player& player, bool blinks) {
     KXDrawCircleFill(player.at, 18 - static_cast<int>(player.height / 8), 16, {0, 0, 0, 0.3f});
-    _players[index].setAlpha(player.hurt % 12 >= 6 ? 0.35f : 1);
+    _players[index].setAlpha(blinks && player.hurt % 12 >= 6 ? 0.35f : 1);
     _players[index].draw(
         {player.at.x - feet.x * spriteScale, player.at.y - feet.y * spriteScale - player.height});
 }
@@ -158,7 +158,7 @@ void WorldView::draw(const Picture& picture) {
             drawFire();
             fireDrawn = true;
         }
-        drawPlayer(index, player);
+        drawPlayer(index, player, picture.phase == Picture::Night);
     }
     if (!fireDrawn)
         drawFire();

@@ -18,7 +18,7 @@ private:
     void happened(const Event& event);
     void drawLight(const Picture& picture);
     void drawGlow(KXPoint at, float radius, KXColor color);
-    void drawPlayer(int index, const Picture::Player& player);
+    void drawPlayer(int index, const Picture::Player& player, bool blinks);
     void drawStatus(const Picture& picture);
     void drawCarried(int index, int carried);
     using Flock = std::vector<std::unique_ptr<KXSprite>>;
