@@ -33,7 +33,7 @@ std::unique_ptr<Scene> GuestScene::step() {
         writeInput(message, firstPlayerInput(true));
         _client->send(&message);
     }
-    if (_picture.phase != Picture::Night ? stepEnding(_app, _picture, ++_stepsOver) : lostHost())
+    if (_picture.phase != Picture::Night ? stepEnding(_app, _picture, ++_stepsOver, true) : lostHost())
         return std::make_unique<TitleScene>(_app);
     if (KXKey(Key::escape, 1))
         return std::make_unique<TitleScene>(_app);

@@ -65,7 +65,8 @@ std::unique_ptr<Scene> LevelScene::step() {
     if (!_pause && (KXKey(Key::escape, 1) || KXKey(Key::p, 1) || KXGamePadButton(7, 1)))
         _pause.emplace(KXPoint{400, 220}, 160.0f, std::vector<std::string>{"Go on", "Give up"});
     stepWorld();
-    if (_world.isOver() && stepEnding(_app, _world.picture(), ++_stepsOver))
+    const bool alone = !_server || !_server->isClientConnected(0);
+    if (_world.isOver() && stepEnding(_app, _world.picture(), ++_stepsOver, alone))
         return std::make_unique<ResultScene>(_app, _world.picture().score);
     return nullptr;
 }
@@ -92,7 +93,7 @@ void drawEnding(const Picture& picture) {
                         KXTempString("You kept it for {C1,0.85,0.54,1}%d{EC} points.", picture.score));
 }
 
-bool stepEnding(App& app, const Picture& picture, int stepsOver) {
+bool stepEnding(App& app, const Picture& picture, int stepsOver, bool alone) {
     constexpr int looked = 180, looking = 30;
     if (stepsOver == 1) {
         KXLog("game", "the night ended with %d points", picture.score);
@@ -100,7 +101,7 @@ bool stepEnding(App& app, const Picture& picture, int stepsOver) {
             std::printf("Score: %d\n", picture.score);
         ++app.nightsEnded;
     }
-    if (stepsOver == looking && app.nightsEnded == app.options.nights)
+    if (stepsOver >= (alone ? looking : looked) && app.nightsEnded == app.options.nights)
         KXApplicationRequestQuit();
     return stepsOver > looked;
 }

@@ -34,5 +34,6 @@ private:
 /// What is said over a night that has ended.
 void drawEnding(const Picture& picture);
 /// One step after the end of a night. In the first the log, and whoever started the game without a display,
-/// is told how it ended. @return true when the end was looked at for long enough.
-bool stepEnding(App& app, const Picture& picture, int stepsOver);
+/// is told how it ended. @param alone whether nobody else needs to be told yet. @return true when the end was
+/// looked at for long enough.
+bool stepEnding(App& app, const Picture& picture, int stepsOver, bool alone);

@@ -57,25 +57,29 @@ void Game::step() {
     _script.feed(_steps + 1, _app.window.id());
 }
 
-// Without anybody watching each frame runs one logic step at most: the same happens on a slow machine as on a
-// fast one. Only what a screenshot shows is drawn then.
+// Without anybody watching each frame is one logic step, as soon as the one before is done: the same happens
+// on a slow machine as on a fast one. Only what a screenshot shows is drawn then. Between two machines time
+// is what both have in common, and both keep to it.
 void Game::run() {
     const bool headless = _app.options.headless;
+    const bool lockstep = headless && !_app.options.hostPort && _app.options.join.empty();
     KXResetLogicLoop();
     while (!isOver()) {
         KXPreLogicLoop();
         bool stepped = false;
-        while (!(headless && stepped) && KXLogicLoop()) {
+        while (!(lockstep && stepped) && KXLogicLoop()) {
             step();
             KXLogicUpdate();
             stepped = true;
         }
+        if (lockstep)
+            KXResetLogicLoop(); // the next step is due at once
         if (!headless) {
             _app.draw(*_scene);
             _app.window.swapBuffers();
             KXFPSTick();
         }
-        _frames += stepped || !headless;
+        _frames = headless ? _steps : _frames + 1;
         KXPostLogicLoop();
     }
 }
