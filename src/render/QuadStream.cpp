@@ -63,6 +63,18 @@ _KXAffine _KXPlacement(int x, int y, int width, int height, float scale, int rot
             scale * turn.yx, scale * turn.yy, top + scale * (centreY - moved.y)};
 }
 
+// Drivers merge draws of one texture, without end where nothing else is drawn. One that draws in software is
+// then slower than with calls of a few hundred quads, which stay in the processor's cache: so every now and
+// then the texture changes for a moment, which ends the merging.
+static void bindToDraw(unsigned texture) {
+    constexpr unsigned drawsToMerge = 512;
+    static constinit unsigned draws = 0;
+    if (++draws % drawsToMerge == 0)
+        glBindTexture(GL_TEXTURE_2D, 0);
+    ++_KXDrawStatistics.textureBinds;
+    glBindTexture(GL_TEXTURE_2D, texture);
+}
+
 void _KXDrawTexturedQuad(unsigned texture, const _KXTextureRect& source, KXColor color,
                          const _KXAffine& placement, float width, float height) {
     const KXPoint corners[] = {placement(0, 0), placement(width, 0), placement(width, height),
@@ -80,8 +92,7 @@ void _KXDrawTexturedQuad(unsigned texture, const _KXTextureRect& source, KXColor
     }
     ++_KXDrawStatistics.quads;
     ++_KXDrawStatistics.drawCalls;
-    ++_KXDrawStatistics.textureBinds;
-    glBindTexture(GL_TEXTURE_2D, texture);
+    bindToDraw(texture);
     glColor4f(color.r, color.g, color.b, color.a);
     glBegin(GL_QUADS);
     glTexCoord2f(source.left, source.top);
@@ -112,8 +123,7 @@ static void drawGlyphsNow(const _KXGlyphQuad* quads, int count, KXColor color) {
     for (const _KXGlyphQuad* const end = quads + count; quads != end;) {
         const unsigned page = quads->page;
         ++_KXDrawStatistics.drawCalls;
-        ++_KXDrawStatistics.textureBinds;
-        glBindTexture(GL_TEXTURE_2D, page);
+        bindToDraw(page);
         glBegin(GL_QUADS);
         for (; quads != end && quads->page == page; ++quads) {
             KXPoint texels[4];
