@@ -9,10 +9,12 @@
 #include <cstdio>
 
 LevelScene::LevelScene(App& app, int players)
-    : _app(app), _world(players, app.secondsOfNight()), _view(app), _players(players) {}
+    : _app(app), _world(players, app.secondsOfNight(), loadHitBoxes(app.assets)), _view(app),
+      _players(players) {}
 
 LevelScene::LevelScene(App& app, std::unique_ptr<KXNetworkServer> server)
-    : _app(app), _world(2, app.secondsOfNight()), _view(app), _players(2), _server(std::move(server)) {}
+    : _app(app), _world(2, app.secondsOfNight(), loadHitBoxes(app.assets)), _view(app), _players(2),
+      _server(std::move(server)) {}
 
 // The newest of what the guest has sent; an older hop counts, too, or a short press would be lost.
 Input LevelScene::guestInput() {

@@ -3,13 +3,11 @@
 #include <cmath>
 
 namespace {
-constexpr KXRect meadow = {{24, 210}, {752, 270}}; // where feet may stand
+constexpr KXRect meadow = {{24, 316}, {752, 164}}; // where feet may stand
 constexpr float playerSpeed = 2.6f, batSpeed = 1.7f;
-constexpr float reach = 26;       // at which a moth is caught
-constexpr float fireSide = 58;    // at which moths are delivered
-constexpr float fearOfFire = 120; // what a fully fed fire keeps bats away by
-constexpr float batReach = 22;
-constexpr float safeHeight = 14; // of a hop, above bats
+constexpr float fireSide = 58;     // at which moths are delivered
+constexpr float fearOfFire = 120;  // what a fully fed fire keeps bats away by
+constexpr float highestMoth = 235; // within the reach of a hop
 constexpr int moths = 9, mostBats = 6;
 constexpr int stepsHurt = 100, stepsAway = 150;
 constexpr float burnsPerStep = 100.0f / (45 * 60); // a fire that nobody feeds lasts 45 seconds
@@ -24,7 +22,7 @@ KXValueInterpolater fadeIn() { return {1, 1.2f, 0, 0, 1, 0, 0, 0, 0, KXAnimation
 KXValueInterpolater hop() { return {1, 0.26f, 0, 0, 46, 0, 0, -1, 0, KXAnimationCurveTypeEaseOut}; }
 } // namespace
 
-World::World(int players, int seconds) : _length(seconds * 60) {
+World::World(int players, int seconds, const HitBoxes& boxes) : _boxes(boxes), _length(seconds * 60) {
     for (int i = 0; i < players && i < 2; ++i) {
         _picture.players[i].present = true;
         _picture.players[i].at = {fire.x + (i ? 70.0f : -70.0f), fire.y + 60};
@@ -39,7 +37,7 @@ World::World(int players, int seconds) : _length(seconds * 60) {
 
 void World::place(Moth& moth) {
     do
-        moth.home = {KXRandomizef(60, 740), KXRandomizef(170, 440)};
+        moth.home = {KXRandomizef(60, 740), KXRandomizef(highestMoth, 430)};
     while (distance(moth.home, fire) < 150);
     const float side = moth.home.x < fire.x ? 1.0f : -1.0f;
     moth.across = drift(KXRandomizef(1.5f, 3), side * KXRandomizef(40, 120));
@@ -136,15 +134,23 @@ void World::stepMoth(Moth& moth) {
     const KXPoint at = {moth.home.x + moth.across.value(), moth.home.y + moth.up.value()};
     for (int i = 0; i < 2; ++i) {
         Picture::Player& player = _picture.players[i];
-        const KXPoint chest = {player.at.x, player.at.y - 30 - player.height};
         if (!player.present || player.hurt || player.carried == mostCarried ||
-            distance(chest, at) > reach + 12)
+            !touches(player, _boxes.moth, at))
             continue;
         moth.carrier = i;
         moth.seat = player.carried++;
         happened(Event::Pick, at);
         return;
     }
+}
+
+// Whether a player, who may be up in a hop, overlaps a box that lies relative to a place.
+bool World::touches(const Picture::Player& player, KXRect box, KXPoint at) const {
+    const KXPoint own = {player.at.x + _boxes.player.origin.x,
+                         player.at.y - player.height + _boxes.player.origin.y};
+    const KXPoint other = {at.x + box.origin.x, at.y + box.origin.y};
+    return own.x < other.x + box.size.width && other.x < own.x + _boxes.player.size.width &&
+           own.y < other.y + box.size.height && other.y < own.y + _boxes.player.size.height;
 }
 
 int World::nearestPlayer(KXPoint from) const {
@@ -167,8 +173,7 @@ void World::stepBat(Bat& bat) {
     bat.at = KXAddDirectionToPoint(bat.direction, bat.at, batSpeed);
     KXClampf(&bat.at.x, -40, 840);
     KXClampf(&bat.at.y, 60, 470);
-    if (distance(bat.at, chest) < batReach && _picture.players[prey].height < safeHeight &&
-        !_picture.players[prey].hurt)
+    if (!_picture.players[prey].hurt && touches(_picture.players[prey], _boxes.bat, bat.at))
         hurt(prey);
 }
 
@@ -186,7 +191,7 @@ void World::lose(int index) {
         if (moth.carrier == index) {
             const KXPoint from = _picture.players[index].at;
             place(moth);
-            moth.home = {from.x + KXRandomizef(-60, 60), KXMaxf(170, from.y - KXRandomizef(40, 90))};
+            moth.home = {from.x + KXRandomizef(-60, 60), KXMaxf(highestMoth, from.y - KXRandomizef(40, 90))};
         }
     _picture.players[index].carried = 0;
 }

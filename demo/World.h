@@ -48,6 +48,11 @@ struct Picture {
     std::vector<Event> events; ///< Of this step.
 };
 
+/// What can be touched of each figure, relative to where the picture has it. From the sprite files.
+struct HitBoxes {
+    KXRect player, moth, bat;
+};
+
 /// The rules of a night: moths are caught and carried to the fire, which burns down; bats steal what is
 /// carried. Nothing here draws, sounds or reads input.
 class World {
@@ -56,7 +61,7 @@ public:
     static constexpr int mostCarried = 5;
 
     /// @param players 1 or 2. @param seconds the length of the night.
-    World(int players, int seconds);
+    World(int players, int seconds, const HitBoxes& boxes);
 
     /// One logic step.
     void step(const Input (&inputs)[2]);
@@ -90,11 +95,13 @@ private:
     void deliver(int index);
     void hurt(int index);
     void lose(int index);
+    bool touches(const Picture::Player& player, KXRect box, KXPoint at) const;
     int nearestPlayer(KXPoint from) const;
     void place(Moth& moth);
     void show();
     void happened(Event::Kind kind, KXPoint at, int amount = 0);
 
+    HitBoxes _boxes;
     Picture _picture;
     Hopper _hoppers[2];
     std::vector<Moth> _moths;

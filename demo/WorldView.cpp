@@ -11,8 +11,11 @@
 
 namespace {
 constexpr float spriteScale = 3;
-constexpr KXPoint feet = {8, 19}; // in a frame of a player
-constexpr int lightScale = 2;     // pixels of the window for one of the light's
+// Where the corner of a sprite is, seen from the place of its figure: between the feet of a player, in the
+// middle of a bat, at the corner of a moth.
+constexpr KXPoint playerCorner = {-8 * spriteScale, -19 * spriteScale},
+                  batCorner = {-8 * spriteScale, -5 * spriteScale};
+constexpr int lightScale = 2; // pixels of the window for one of the light's
 
 KXColor mixed(KXColor a, KXColor b, float share) {
     return {a.r + (b.r - a.r) * share, a.g + (b.g - a.g) * share, a.b + (b.b - a.b) * share, 1};
@@ -24,6 +27,20 @@ void play(KXSprite& sprite, const char* name) {
         sprite.setAnimation(name);
 }
 } // namespace
+
+// A sprite's box where it is drawn: the origin of a figure is that far from its sprite's corner.
+static KXRect hitBox(const Assets& assets, const char* file, KXPoint cornerAt) {
+    KXSprite sprite;
+    assets.load(sprite, file);
+    const KXRect box = sprite.boundingBoxNamed("hit");
+    return {{cornerAt.x + box.origin.x * spriteScale, cornerAt.y + box.origin.y * spriteScale},
+            {box.size.width * spriteScale, box.size.height * spriteScale}};
+}
+
+HitBoxes loadHitBoxes(const Assets& assets) {
+    return {hitBox(assets, "hero", playerCorner), hitBox(assets, "moth", KXZeroPoint),
+            hitBox(assets, "bat", batCorner)};
+}
 
 WorldView::WorldView(App& app)
     : _app(app), _light(static_cast<int>(Style::windowSize.width) / lightScale,
@@ -129,8 +146,7 @@ void WorldView::drawLight(const Picture& picture) {
 void WorldView::drawPlayer(int index, const Picture::Player& player, bool blinks) {
     KXDrawCircleFill(player.at, 18 - static_cast<int>(player.height / 8), 16, {0, 0, 0, 0.3f});
     _players[index].setAlpha(blinks && player.hurt % 12 >= 6 ? 0.35f : 1);
-    _players[index].draw(
-        {player.at.x - feet.x * spriteScale, player.at.y - feet.y * spriteScale - player.height});
+    _players[index].draw({player.at.x + playerCorner.x, player.at.y + playerCorner.y - player.height});
 }
 
 void WorldView::draw(const Picture& picture) {
@@ -168,7 +184,7 @@ void WorldView::draw(const Picture& picture) {
     KXFlushDrawBatch();
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     for (std::size_t i = 0; i < picture.bats.size() && i < _bats.size(); ++i)
-        _bats[i]->draw({picture.bats[i].at.x - 24, picture.bats[i].at.y - 16});
+        _bats[i]->draw({picture.bats[i].at.x + batCorner.x, picture.bats[i].at.y + batCorner.y});
     for (std::size_t i = 0; i < picture.moths.size() && i < _moths.size(); ++i) {
         _moths[i]->setAlpha(picture.moths[i].light);
         _moths[i]->draw(picture.moths[i].at);

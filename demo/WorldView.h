@@ -4,6 +4,9 @@
 #include "Particles.h"
 #include "World.h"
 
+/// What can be touched of each figure, as the sprite files say.
+HitBoxes loadHitBoxes(const Assets& assets);
+
 /// Shows a night: draws a picture of the world, and lets its events be heard.
 class WorldView {
 public:

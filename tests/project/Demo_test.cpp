@@ -78,7 +78,7 @@ TEST(Demo, ANightIsPlayedToItsEnd) {
     const TemporaryFolder folder;
     const Outcome night = run(folder, "--script " SCRIPTS "/night.txt --screenshot end.png");
     EXPECT_EQ(night.status, 0);
-    EXPECT_EQ(night.output, "Screenshot: " + folder.path() + "/night.png\nScore: 695\nScreenshot: " +
+    EXPECT_EQ(night.output, "Screenshot: " + folder.path() + "/night.png\nScore: 340\nScreenshot: " +
                                 folder.path() + "/scores.png\nScreenshot: " + folder.path() + "/end.png\n");
     expectGolden(Image::fromFile(folder / "night.png"), "demo_night", tolerance, allowed);
     expectGolden(Image::fromFile(folder / "scores.png"), "demo_scores", tolerance, allowed);
