@@ -3,6 +3,7 @@
 #include <Kobaltrix/KXUIListBox.h>
 
 #include "ui/RowText.h"
+#include "ui/WidgetKeys.h"
 
 #include <cstdint>
 #include <string>
@@ -34,7 +35,6 @@ struct KXUIListBox::Layout {
 struct KXUIListBox::State {
     State();
     static bool anyButtonHeld();
-    bool reports(int key);
 
     std::vector<std::string> rows;
     int selected = -1;
@@ -54,8 +54,7 @@ struct KXUIListBox::State {
     std::uint32_t wheelTime = 0; ///< Of the frame whose notch has been counted.
 
     bool composing = false; ///< An input method was at work in the last poll.
-    int repeatingKey = 0;
-    std::int32_t repeatTime = 0;
+    _KXWidgetKeys keys;
     std::string word; ///< That rows are looked up by.
     std::uint32_t wordTime = 0;
 

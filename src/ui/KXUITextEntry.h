@@ -3,6 +3,7 @@
 #include "input/KXMouse.h"
 #include "ui/TextEdit.h"
 #include "ui/TextView.h"
+#include "ui/WidgetKeys.h"
 
 #include <Kobaltrix/KXUITextEntry.h>
 
@@ -26,13 +27,12 @@ struct _KXTextEntryEditor {
     int pressX = 0, pressY = 0, dragX = 0;
     std::uint32_t pressTime = 0;
     std::size_t pressPosition = 0;
-    int repeatingKey = 0;
-    std::int32_t repeatTime = 0;
+    _KXWidgetKeys keys;
     std::uint32_t blinkTime = 0; // the cursor is seen for half a second from then on
     std::uint64_t blinkRevision = 0;
 
     const _KXTextEdit& shown() const { return composition.empty() ? edit : composed; }
-    bool reports(int key, bool repeats = false);
+    bool reports(int key, bool repeats = false) { return keys.reports(key, repeats); }
     int countClicks();
     void compose(std::string text);
 };

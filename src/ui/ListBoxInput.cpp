@@ -31,16 +31,8 @@ enum Key : int {
     KeyPageUp = 105,
     KeyPageDown = 106
 };
-constexpr int keysRead[] = {KeyReturn, KeyEnter, KeyUp, KeyDown, KeyHome, KeyEnd, KeyPageUp, KeyPageDown};
 
 std::uint32_t millisecondsSince(std::uint32_t time) { return _KXLogicCurrentTime - time; }
-
-// Keys that are down now were meant for something else.
-void takeHeldKeysAsReported() {
-    for (int key : keysRead)
-        if (_KXKeys[key])
-            _KXKeysTextEntryDown[key] = -1;
-}
 } // namespace
 
 // The list and the entries share what is typed, so one of them has the focus at a time. An entry that was
@@ -61,25 +53,13 @@ void KXUIListBox::setFocus(int focus) {
         entry->unfocus();
     _KXUIFocusedListBox = this;
     _state->word.clear();
-    _state->repeatingKey = 0;
-    takeHeldKeysAsReported();
+    _state->keys.begin();
     _KXBeginTextInput();
 }
 
 KXUIListBox::State::State() : buttonHeld(anyButtonHeld()) {}
 
 bool KXUIListBox::State::anyButtonHeld() { return KXMouse(0) || KXMouse(1) || KXMouse(2); }
-
-// A press not seen yet and then, as the game's delayed repeat does, each step from the 30th on. The repeat
-// has a time of its own, since the game may be reading the same key.
-bool KXUIListBox::State::reports(int key) {
-    if (_KXKeyTextEntry(key, -1)) {
-        repeatingKey = key;
-        repeatTime = static_cast<std::int32_t>(_KXLogicCurrentTime);
-        return true;
-    }
-    return key == repeatingKey && _KXKeyTextEntry(key, 0) && _KXRepeatIsDue(repeatTime);
-}
 
 int KXUIListBox::poll() {
     const int selected = _state->selected;
@@ -89,7 +69,7 @@ int KXUIListBox::poll() {
         setFocus(0);
     if (hasFocus()) {
         if (_pollTyping())
-            takeHeldKeysAsReported();
+            _state->keys.begin();
         else
             _pollKeys();
     }
@@ -165,7 +145,7 @@ void KXUIListBox::_pollWheel(const Layout& layout) {
 }
 
 void KXUIListBox::_pollKeys() {
-    const auto pressed = [this](int key) { return _state->reports(key); };
+    const auto pressed = [this](int key) { return _state->keys.reports(key, true); };
     const bool enter = _KXKeyTextEntry(KeyReturn, -1) | _KXKeyTextEntry(KeyEnter, -1);
     const int page = _layout().pageRows();
     const std::int64_t selected = _state->selected;

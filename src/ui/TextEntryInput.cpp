@@ -46,26 +46,7 @@ bool isShiftHeld() { return isEitherHeld(keyLeftShift); }
 bool isAltHeld() { return isEitherHeld(keyLeftAlt); }
 bool isControlHeld() { return isEitherHeld(keyLeftControl); }
 bool isCommandHeld() { return (isControlHeld() || isEitherHeld(keyRightCommand)) && !isAltHeld(); }
-
-// Keys that are down now were not meant for the entry that gets the focus. Only the entries' own record of
-// them changes, not the time that the game's repeats go by.
-void takeHeldKeysAsReported() {
-    for (int key = 0; key < _KXKeyCount; ++key)
-        if (_KXKeys[key])
-            _KXKeysTextEntryDown[key] = -1;
-}
 } // namespace
-
-// -1 for a press not seen yet and then, as the game's delayed repeat does, for each step from the 30th on.
-// The repeat has a time of its own, since the game may be reading the same key.
-bool _KXTextEntryEditor::reports(int key, bool repeats) {
-    if (_KXKeyTextEntry(key, -1)) {
-        repeatingKey = key;
-        repeatTime = static_cast<std::int32_t>(_KXLogicCurrentTime);
-        return true;
-    }
-    return repeats && key == repeatingKey && _KXKeyTextEntry(key, 0) && _KXRepeatIsDue(repeatTime);
-}
 
 int _KXTextEntryEditor::countClicks() {
     constexpr std::uint32_t quick = 500; // milliseconds
@@ -102,8 +83,7 @@ void KXUITextEntry::focus() {
         focusedEntry->unfocus();
     focusedEntry = this;
     offeringEntry = nullptr;
-    takeHeldKeysAsReported();
-    _editor->repeatingKey = 0;
+    _editor->keys.begin();
     _editor->mouseHeld = _KXMouseButtonLeft;
     _editor->blinkTime = _KXLogicCurrentTime;
     _KXBeginTextInput();
@@ -128,7 +108,7 @@ int KXUITextEntry::poll() {
     const bool composes = isFocused() && _pollTyping();
     _pollMouse();
     if (composes)
-        takeHeldKeysAsReported(); // they are the input method's
+        _editor->keys.begin(); // they are the input method's
     else if (isFocused())
         _pollKeys();
     if (isFocused())
