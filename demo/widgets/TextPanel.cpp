@@ -19,7 +19,7 @@ TextPanel::TextPanel(const App& app) : _app(app) {
 
 std::string TextPanel::step() {
     std::string news;
-    for (std::size_t i = 0; i < _entries.size(); ++i) {
+    for (std::size_t i = 0; i < std::size(labels); ++i) {
         KXUITextEntry& entry = *_entries[i];
         if (!entry.poll())
             continue;
@@ -47,7 +47,7 @@ void TextPanel::draw() {
     _app.assets.picture("panel").drawNineSlice({264, 40}, {256, 400}, 8);
     KXUIGlobalFontPrint({left, 54}, Style::gold, "Text entries");
     float y = firstLine;
-    for (std::size_t i = 0; i < _entries.size(); ++i) {
+    for (std::size_t i = 0; i < std::size(labels); ++i) {
         KXUIGlobalFontPrint({left, y}, Style::paper, labels[i]);
         _entries[i]->draw();
         y += lineHeight;

@@ -199,13 +199,13 @@ static void draw(const Run& run) {
         glDisable(GL_TEXTURE_2D);
         drawArrays(run.primitive, run.first, run.count);
         glEnable(GL_TEXTURE_2D);
-    } else if (!run.hasSolid) {
-        drawArrays(run.primitive, run.first, run.count);
-    } else if (const _KXFillProgramScope program; program) {
-        drawArrays(run.primitive, run.first, run.count);
-    } else {
-        drawStretches(run);
+        return;
     }
+    if (!run.hasSolid)
+        return drawArrays(run.primitive, run.first, run.count);
+    if (const _KXFillProgramScope program; program)
+        return drawArrays(run.primitive, run.first, run.count);
+    drawStretches(run);
 }
 
 void _KXFlushBatch(KXDrawFlushReason reason) {
