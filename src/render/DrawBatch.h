@@ -24,13 +24,12 @@ void _KXEndDrawStatistics();
 /// would show the edges between their triangles.
 bool _KXIsBatching();
 
-/// Room for the corners of @a count quads (4 each), at most _KXMostQuadsAtOnce, drawn after everything
+/// Room for the corners of @a count quads (4 each), a few at a time, drawn after everything
 /// before.
 /// @param texture what a fill other than a solid one is taken from.
 _KXVertex* _KXBatchQuads(int count, _KXFill fill, unsigned texture);
-/// Room for the ends of @a count lines (2 each), at most _KXMostQuadsAtOnce.
+/// Room for the ends of @a count lines (2 each), a few at a time.
 _KXVertex* _KXBatchLines(int count, float width);
-inline constexpr int _KXMostQuadsAtOnce = 256;
 
 /// What immediate drawing would leave as OpenGL's current colour, bound texture and line width.
 void _KXBatchLeavesColor(KXColor color);

@@ -11,13 +11,14 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 namespace {
 // The one bound on what a file may claim: a list goes on past the end of the file, but this many records of
 // all its lists together and no more.
 constexpr int mostRecordsPastEnd = 4096;
 
-constexpr char magic[8] = {'K', 'X', 'S', 'P', 'R', 'I', 'T', 'E'};
+constexpr std::string_view magic = "KXSPRITE";
 constexpr int version = 1;
 
 struct CloseFile {
@@ -95,7 +96,7 @@ int KXSprite::save(const char* path) const {
     FILE* const file = owned.get();
     if (!file)
         return -1;
-    fwrite(magic, 1, sizeof magic, file);
+    fwrite(magic.data(), 1, magic.size(), file);
     KXPutL(version, file);
     putName(_textureName ? _textureName : "", file);
     KXPutL(numberOfBoundingBoxes(), file);
@@ -127,9 +128,9 @@ int KXSprite::load(const char* path) {
     File file(path ? fopen(path, "r") : nullptr);
     if (!file)
         return -1;
-    char start[sizeof magic];
+    char start[magic.size()];
     if (fread(start, 1, sizeof start, file.get()) != sizeof start ||
-        std::memcmp(start, magic, sizeof start) != 0) {
+        std::memcmp(start, magic.data(), sizeof start) != 0) {
         keepOpen(std::move(file));
         return 0;
     }
