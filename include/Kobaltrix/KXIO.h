@@ -8,11 +8,12 @@
 /// Values in files, and one set of calls that stores them either in a file or in a network message.
 ///
 /// On a file every number takes 4 bytes, lowest byte first, whatever the machine: an integer as two's
-/// complement, a float as its IEEE-754 single. Nothing here seeks, flushes, closes or locks a stream; use one
-/// from one thread only. Where a float is made an integer it is truncated toward zero, not-a-number becomes 0
-/// and what is out of range becomes the nearest that fits. Failures show in the results alone: nothing is
-/// logged, and a value partly written stays so. A null stream fails like a full one and reads like an empty
-/// one.
+/// complement, a float as its IEEE-754 single. Nothing here seeks, flushes or closes a stream; numbers do not
+/// lock it either, so use a stream from one thread only. Where a float is made an integer it is truncated
+/// toward zero, not-a-number becomes 0 and what is out of range becomes the nearest that fits. Failures show
+/// in the results alone: nothing is logged, and a value partly written stays so. A null stream fails like a
+/// full one and reads like an empty one. Where a stream ends too early, floats read as 0.0 and integers as
+/// -1.
 
 class KXNetworkBuffer;
 
@@ -49,7 +50,8 @@ KX_API bool KXPutColor(KXColor color, FILE* file);
 KX_API KXColor KXGetColor(FILE* file);
 
 /// Writes a text: its length with the terminator as an integer, then that many bytes. A null text is written
-/// as the length 0. @return whether the stream's error flag is clear afterwards.
+/// as the length 0. @return whether the stream's error flag is clear afterwards; false with nothing written
+/// for a text of 2 GiB.
 KX_API bool KXPutString(const char* string, FILE* file);
 /// Reads a text. @return it as a temporary string (so cut to 1023 bytes, though all of it is read); null if
 /// its length is below 1 or cannot be read, and while the stream's error flag is set. A text that the end of

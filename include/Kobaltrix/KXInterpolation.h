@@ -30,16 +30,25 @@ public:
     /// Moves from 100.0 to 5.0 in one second, eased in and out, over and over without pause.
     KXValueInterpolater();
     /// Sets a movement up; the first interpolate() is its first logic step.
-    /// @param stepTicks logic steps from one change of the value to the next.
+    /// @param stepTicks logic steps from one change of the value to the next; with 0 and less time does not
+    /// go
+    ///   on, and the movement never ends.
     /// @param duration seconds of game time per run, and for each way of a ping-pong; with 0, and with
-    ///   not-a-number, the first change is to the end value.
+    ///   not-a-number, the first change is to the end value. A negative one ends with the first change too.
     /// @param extra kept, without effect.
     /// @param startValue where the movement starts; also value() until the first change.
-    /// @param endValue where it ends.
+    /// @param endValue where it moves to. A run ends with the first change after its duration, as far beyond
+    ///   its end as that change is late. Linear and eased-in movements are at the end value then. The curves
+    ///   with a slow end turn back beyond it, so what they leave short of the end value grows with the square
+    ///   of the delay: of the whole way 1.2 (ease out) or 2.9 (in and out) times the square of the part of
+    ///   the duration that the change is late, which is next to nothing while steps are short.
     /// @param repeatCount repeats after the first run, -1 for ever; less behaves as 0.
-    /// @param repeatDelay pause before a repeat in logic steps.
-    /// @param pingPong non-zero: after reaching the end value, go back to the start value.
-    /// @param pingPongDelay pause before going back in logic steps.
+    /// @param repeatDelay pause before a repeat: the value holds for one interpolate() less than this. 0 and
+    /// 1
+    ///   are no pause.
+    /// @param pingPong non-zero: after the way to the end value, go back to the start value.
+    /// @param pingPongDelay pause before going back: the value holds for one interpolate() less than this. 0
+    ///   and 1 are no pause.
     /// @param curve how each way is eased.
     KXValueInterpolater(int stepTicks, float duration, float extra, float startValue, float endValue,
                         int repeatCount, int repeatDelay, int pingPong, int pingPongDelay,
@@ -48,8 +57,8 @@ public:
     /// Advances by one logic step and returns the value, which never leaves the interval between the start
     /// and end values. A run ends with the first change later than its duration.
     float interpolate();
-    /// Starts over from the start value. value() stays as it is until the next change, and a movement that
-    /// repeats for ever now ends with its next run.
+    /// Starts over from the start value. value() stays as it is until the next change. A movement that
+    /// repeats for ever ends with its next run from now on.
     void reset();
     /// The value last computed.
     float value() const;

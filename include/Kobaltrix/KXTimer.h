@@ -27,7 +27,7 @@ public:
     void reset();
     /// Counts one tick. Returns -1 when the timeout is reached, and counting starts from 0 again; else 0.
     int tick();
-    /// The part of the timeout that has passed, 0.0 to 1.0; 1.0 with a timeout of 0.
+    /// The part of the timeout that has passed, 0.0 to 1.0; 1.0 with a timeout of 0, 0.0 with a negative one.
     float progress() const;
 
     // Used by the library itself.
@@ -54,18 +54,19 @@ public:
     /// Sets a fixed timeout in seconds, 0 for a negative one and for not-a-number, and starts now.
     void setTimeout(float timeout);
     /// Has the timeout drawn at random, now and again whenever the timer fires or is reset, and starts now.
-    /// In seconds, to a ten-thousandth; a @a min greater than @a max becomes @a max. With a bound that is not
-    /// a number the timeout is 0.
+    /// In seconds, to a ten-thousandth, both ends included; a @a min that is greater than @a max or not a
+    /// number becomes @a max. With a @a max that is not a number the timeout is 0.
     void setMinMaxTimeout(float min, float max);
     /// Starts now, with a newly drawn timeout if it is a random one.
     void reset();
     /// -1 when more than the timeout has passed, and the timer starts again now; else 0. Time beyond the
     /// timeout is dropped, not carried over.
     int tick();
-    /// Seconds since the timer started.
+    /// Seconds since the timer started; negative once more than 24 days have passed.
     float elapsedTime() const;
     /// The elapsed time divided by the timeout. Not clamped: it exceeds 1.0 while the timer is due and not
-    /// ticked. With a timeout of 0 it is infinite, and not a number while no time has passed.
+    /// ticked. With a timeout of 0 it is infinite, and not a number while no time has passed; with a negative
+    /// one, which setMinMaxTimeout() allows, it is negative.
     float progress() const;
 
     // Used by the library itself.
