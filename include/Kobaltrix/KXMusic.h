@@ -2,6 +2,8 @@
 
 #include <Kobaltrix/KXPlatform.h>
 
+#include <memory>
+
 /// @file
 /// Music: one piece at a time, read from its file while it plays.
 ///
@@ -22,14 +24,15 @@ public:
     /// Opens a file: OGG, WAV or what else SDL_mixer reads. Throws std::bad_alloc if it cannot be loaded, for
     /// null, and while the audio device is closed; no text is left in KXError().
     explicit KXMusic(const char* path);
-    /// Stops the music, also when it is another piece that plays.
+    /// Stops the music, also when it is another piece that plays; not if the piece is one that could not be
+    /// loaded again.
     ~KXMusic();
     KXMusic(const KXMusic&) = delete;
     KXMusic& operator=(const KXMusic&) = delete;
 
     /// Plays the piece from its beginning, in place of what plays now.
-    /// @param loops how often it is played: -1 for ever, 0 and 1 once, 2 twice. (A sound's count is of
-    ///   repeats.)
+    /// @param loops how often it is played: -1 and less for ever, 0 and 1 once, 2 twice. (A sound's count is
+    ///   of repeats.)
     /// @return false on failure, with a text in KXError(); nothing plays then.
     bool play(int loops);
     /// Stops the music.
@@ -49,6 +52,6 @@ public:
 private:
     struct KX_INTERNAL Loader;
 
-    _Mix_Music* _music; // null while the device is closed
-    Loader* _loader;    // follows the device being closed and opened
+    _Mix_Music* _music;              // null while the device is closed
+    std::unique_ptr<Loader> _loader; // follows the device being closed and opened
 };

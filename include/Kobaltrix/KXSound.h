@@ -4,6 +4,8 @@
 
 #include <stdint.h>
 
+#include <memory>
+
 /// @file
 /// Sound effects: short samples, held in memory whole, that play on mixing channels.
 ///
@@ -35,8 +37,8 @@ public:
 
     /// Plays the sound from its beginning on the first free channel. If it sounds already, a second copy of
     /// it starts, and only that is remembered.
-    /// @param loops how often it is repeated: 0 plays it once, 1 twice, and -1 for ever.
-    /// @return false when no channel is free.
+    /// @param loops how often it is repeated: 0 plays it once, 1 twice, -1 and less for ever.
+    /// @return false when no channel is free, while the device is closed, and when there is nothing to play.
     bool play(int loops);
     /// Stops the channel of the last play(), and forgets it.
     void stop();
@@ -59,10 +61,10 @@ private:
     struct KX_INTERNAL Loader;
     KX_INTERNAL bool _hasChannel() const;
 
-    Mix_Chunk* _chunk; // null while the device is closed
-    int32_t _channel;  // of the last play; -1: none
-    int32_t _volume;   // the sound's own
-    Loader* _loader;   // follows the device being closed and opened
+    Mix_Chunk* _chunk;               // null while the device is closed
+    int32_t _channel;                // of the last play; -1: none
+    int32_t _volume;                 // the sound's own
+    std::unique_ptr<Loader> _loader; // follows the device being closed and opened
 };
 
 /// Sets the volume of all sound effects, 0 to 128, which it is at first. Every channel takes this value at

@@ -5,14 +5,15 @@
 
 #include <stdint.h>
 
+#include <memory>
 #include <vector>
 
 /// @file
 /// Sprites: named animations of timed frames cut from one texture, with named bounding boxes.
 ///
-/// Names are texts compared byte by byte and always copied. Nothing reports an error: a setter given an
-/// unknown or null name or a bad index does nothing, a getter then gives the neutral value that is written
-/// with it. Indices count from 0.
+/// Names are texts compared byte by byte and always copied. Nothing but KXSprite::draw() reports an error: a
+/// setter given an unknown or null name or a bad index does nothing, a getter then gives the neutral value
+/// that is written with it. Indices count from 0.
 
 class KXTexture;
 
@@ -83,28 +84,36 @@ public:
     char* textureName() const;
     /// Sets the texture's file name, looked up in the texture path; null for none.
     void setTextureName(const char* name);
-    /// Sets the folder of the texture, with or without a trailing '/'; null for the working directory.
+    /// Sets the folder of the texture, with or without a trailing '/'; null for the working directory, an
+    /// empty text for the root folder. Folder and name together may have up to 1022 bytes.
     void setTexturePath(const char* path);
 
-    /// Plays an animation from its first frame, also when it plays already. The name need not exist yet; null
-    /// stops, with the frame index left as it is.
+    /// Plays an animation from its first frame, also when it plays already. The name need not exist yet: see
+    /// poll() for what happens until it does. Null stops, with the frame index left as it is.
     void setAnimation(const char* name);
-    /// The name set last, "(null)" for none. A temporary string.
+    /// The name set last, "(null)" for none. A temporary string, so at most 1023 bytes of it.
     const char* currentAnimation() const;
     /// Index of the frame on show.
     int currentFrameIndex() const;
-    /// Counts one logic step, which shows the next frame when the present one's duration has passed.
+    /// Counts one logic step, which shows the next frame when the present one's duration has passed. While
+    /// the current animation does not exist (removed, renamed or not there yet) steps go on being counted:
+    /// the frame index grows by one whenever the duration counted last has passed again, which is with every
+    /// poll where there was no such animation when it was set. setAnimation() begins with the first frame
+    /// again.
     void poll();
-    /// -1 while the last frame of an animation that does not loop is on show, and poll() does nothing more;
-    /// else 0.
+    /// -1 from when the last frame of an animation that does not loop is on show (not after its duration),
+    /// and poll() does nothing more; else 0.
     int animationFinished() const;
-    /// Shows a random frame of the current animation, a random way through its duration, so that many copies
-    /// of a sprite do not move in step.
+    /// Shows a random frame of the current animation, so that many copies of a sprite do not move in step.
+    /// Its time runs on by 0 to 100 steps, which count against the duration of the frame that was on show
+    /// before: where durations differ, the frame shown now may stay for a shorter or longer time than its
+    /// own.
     void randomizeCurrentFrame();
 
-    /// Draws the frame on show with its top-left corner at @a at, truncated to whole pixels.
-    /// Throws std::bad_alloc if the texture cannot be loaded, whether there is a frame or not. Without a
-    /// texture name nothing is drawn.
+    /// Draws the frame on show with its top-left corner, before it is rotated, at @a at. Bounds and @a at are
+    /// truncated to whole pixels. Throws std::bad_alloc if the texture cannot be loaded, whether there is a
+    /// frame or not. Nothing is drawn without a texture name, without a current animation, and while that
+    /// does not exist.
     void draw(KXPoint at);
 
     /// Sets the opacity, 0.0 to 1.0; not clamped.
@@ -115,7 +124,8 @@ public:
     void setScale(float scale);
     /// The scale of drawing.
     float scale() const;
-    /// Sets the rotation in degrees, clockwise on screen, about the middle of the frame.
+    /// Sets the rotation in degrees, clockwise on screen, about the middle of the frame, of which the
+    /// fraction is dropped: a frame of 5 by 4 pixels turns about (2, 2).
     void setRotation(int rotation);
     /// The rotation in degrees.
     int rotation() const;
@@ -143,15 +153,18 @@ public:
     /// Gives an animation another name, in place of any that has it. Renaming one to its own name removes
     /// it. The current name does not follow.
     void renameAnimation(const char* from, const char* to);
-    /// Removes an animation. If it was the current one, it stays so by name: nothing is drawn.
+    /// Removes an animation. If it was the current one, it stays so by name: nothing is drawn, and poll()
+    /// goes on counting.
     void removeAnimation(const char* name);
-    /// Number of frames of the current animation, -1 if there is none.
+    /// Number of frames of the current animation, -1 if there is no such animation.
     int numberOfFrames() const;
     /// Number of frames of an animation, -1 for an unknown one.
     int numberOfFrames(const char* name) const;
-    /// The largest width and the largest height among the current animation's frames, each at least 0.
+    /// The largest width and the largest height among the current animation's frames, each at least 0; zeros
+    /// if there is no such animation.
     KXSize fullSize() const;
-    /// The largest width and the largest height among an animation's frames; zeros for an unknown one.
+    /// The largest width and the largest height among an animation's frames, each at least 0; zeros for an
+    /// unknown one.
     KXSize fullSize(const char* name) const;
 
     /// Sets the box of a name.
@@ -177,15 +190,17 @@ public:
     /// goes on by name. The texture path becomes the folder of the file, in every case.
     ///
     /// A file that ends too early leaves what could be read, and records of the file's lists that lie beyond
-    /// its end read as frames and boxes of -1 by -1 pixels, a few thousand of them at most. Of a name all
-    /// counts up to its first zero byte.
+    /// its end read as frames and boxes of -1 by -1 pixels, 4096 of them at most. A name ends at its first
+    /// zero byte. A file that does not begin like a sprite file, or whose version is below 1, changes nothing
+    /// but the texture path.
     /// @return 0 if the file does not begin like a sprite file; it is then kept open until the next such
     ///   file. -1 in every other case, also when there is no file: ask KXFileExists().
     int load(const char* path);
     /// Writes texture name, boxes and animations to a sprite file. Widths and heights lose their fractions.
     /// @return always -1, also when the file cannot be written.
     int save(const char* path) const;
-    /// Writes everything that load() reads to standard output, for people to read.
+    /// Writes the texture's name, the animations with their frames, and the boxes to standard output, for
+    /// people to read.
     void print() const;
 
     // Used by the library itself.
@@ -195,19 +210,14 @@ public:
     KX_INTERNAL void _clearBoundingBoxes();
 
 private:
-    struct Animations;
-    struct BoundingBoxes;
+    struct KX_INTERNAL Contents;
     KX_INTERNAL KXSpriteAnimationInfo& _infoFor(const char* name);
     KX_INTERNAL void _findCurrentInfo();
     KX_INTERNAL KXTexture* _texture();
 
-    Animations* _animations;
-    BoundingBoxes* _boundingBoxes;
+    std::unique_ptr<Contents> _contents;
     int32_t _currentFrame;
-    char* _currentAnimation;
     KXTimer _frameTimer;
-    char* _texturePath;
-    char* _textureName;
     float _alpha;
     float _scale;
     int32_t _rotation;

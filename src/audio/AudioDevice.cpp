@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <limits>
 
-// Every living object, the newest first. It has no destructor, so a sound that is a static object of the game
-// finds it alive.
+// Every living object, the newest first. It has no destructor, so it is still there for a sound that is a
+// static object of the game and is destroyed after the library's own.
 static constinit _KXMixerObject* newestObject = nullptr;
 
 _KXMixerObject::_KXMixerObject() : _next(newestObject), _previous(nullptr) {
@@ -34,8 +34,9 @@ int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSiz
         _KXReportError("Couldn't initialize SDL: %s", SDL_GetError());
         return 0;
     }
-    // The platform keeps channels and chunk size in fewer bits than an int and takes 0 for "whatever you
-    // like". At a handful of frames a second it would wait minutes for a chunk to end before it closes.
+    // The platform keeps channels and chunk size in fewer bits than an int and takes 0 for a value of its own
+    // choice. It waits for the end of a chunk before it closes: with a few frames a second that takes
+    // minutes.
     const bool inRange = frequency >= 1000 && channels > 0 && channels <= std::numeric_limits<Uint8>::max() &&
                          chunkSize > 0 && chunkSize <= std::numeric_limits<Uint16>::max();
     if (!inRange)
@@ -47,7 +48,7 @@ int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSiz
     }
     _KXAudioInitialized = -1;
     for (_KXMixerObject* object = newestObject; object; object = object->next()) {
-        object->unload(); // nothing, unless the game had opened the mixer itself
+        object->unload(); // there is something only if the game had opened the mixer itself
         object->load();
     }
     return -1;
@@ -65,7 +66,8 @@ void _KXDeInitAudio() {
 }
 
 void KXSetMixingChannels(int count) {
-    // A negative count only asks the mixer for the present one; memory for billions it would not even miss.
+    // A negative count only asks the mixer for the present one. Memory for billions of channels may not be
+    // there, which the mixer does not notice.
     constexpr int most = 65536;
     if (count >= 0 && _KXMixerIsOpen())
         Mix_AllocateChannels(std::min(count, most));

@@ -11,9 +11,9 @@ void _KXDeInitAudio();
 /// they would reach for channels that are gone.
 bool _KXMixerIsOpen();
 
-/// Something that is loaded into the mixer. What is loaded fits one opening of it only: some decoders end
-/// with it, and the next one may have other samples. So it is let go before the mixer closes, and loaded
-/// once more when it is open again.
+/// Something that is loaded into the mixer. What is loaded can be used only until the mixer closes: some
+/// decoders end then, and the samples have its format, which may be another one when it opens again. So it is
+/// unloaded before the mixer closes, and loaded once more when it is open again.
 class _KXMixerObject {
 public:
     _KXMixerObject();

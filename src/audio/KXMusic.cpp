@@ -32,20 +32,16 @@ void KXMusic::Loader::unload() {
 
 KXMusic::KXMusic() { throw std::bad_alloc(); }
 
-KXMusic::KXMusic(const char* path) : _music(nullptr), _loader(nullptr) {
+KXMusic::KXMusic(const char* path) : _music(nullptr) {
     if (!path || !_KXMixerIsOpen())
         throw std::bad_alloc();
-    auto loader = std::make_unique<Loader>(*this, path);
-    loader->load();
+    _loader = std::make_unique<Loader>(*this, path);
+    _loader->load();
     if (!_music)
         throw std::bad_alloc();
-    _loader = loader.release();
 }
 
-KXMusic::~KXMusic() {
-    _loader->unload();
-    delete _loader;
-}
+KXMusic::~KXMusic() { _loader->unload(); }
 
 bool KXMusic::play(int loops) {
     Mix_HaltMusic();

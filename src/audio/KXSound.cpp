@@ -25,7 +25,7 @@ void KXSound::Loader::load() {
     if (!file)
         return;
     sound._chunk = Mix_LoadWAV_RW(file, 0);
-    SDL_RWclose(file); // ourselves: the mixer forgets it when it does not know the format
+    SDL_RWclose(file); // the mixer does not close a file whose format it does not know
 }
 
 void KXSound::Loader::unload() {
@@ -39,21 +39,16 @@ static int clampedVolume(int volume) { return std::clamp(volume, 0, MIX_MAX_VOLU
 
 KXSound::KXSound() { throw std::bad_alloc(); }
 
-KXSound::KXSound(const char* path)
-    : _chunk(nullptr), _channel(-1), _volume(MIX_MAX_VOLUME), _loader(nullptr) {
+KXSound::KXSound(const char* path) : _chunk(nullptr), _channel(-1), _volume(MIX_MAX_VOLUME) {
     if (!path || !_KXMixerIsOpen())
         throw std::bad_alloc();
-    auto loader = std::make_unique<Loader>(*this, path);
-    loader->load();
+    _loader = std::make_unique<Loader>(*this, path);
+    _loader->load();
     if (!_chunk)
         throw std::bad_alloc();
-    _loader = loader.release();
 }
 
-KXSound::~KXSound() {
-    _loader->unload();
-    delete _loader;
-}
+KXSound::~KXSound() { _loader->unload(); }
 
 bool KXSound::_hasChannel() const { return _channel != -1 && _KXMixerIsOpen(); }
 

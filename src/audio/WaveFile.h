@@ -1,6 +1,5 @@
 #pragma once
 
-/// Whether the mixer may be given a file: false if it cannot be opened, or is a WAV or AIFF file with a
-/// format that nobody ever recorded. The mixer would divide by a sample rate of 0 and reckon with negative
-/// ones.
+/// Whether the mixer may be given a file: false if it cannot be opened, or is a WAV or AIFF file with an
+/// impossible sample rate or number of channels. The mixer divides by them without looking.
 bool _KXAudioFileIsSane(const char* path);

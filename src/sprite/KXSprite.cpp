@@ -5,20 +5,9 @@
 #include <Kobaltrix/KXString.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <string_view>
-
-static char* copyOf(const char* text) { return text ? strdup(text) : nullptr; }
-
-static void replace(char*& text, const char* value) {
-    char* const copy = copyOf(value);
-    std::free(text);
-    text = copy;
-}
-
-static const char* printable(const char* text) { return text ? text : "(null)"; }
 
 // The entry of a name, the end of the map for an unknown or null one.
 static auto find(auto& map, const char* name) { return name ? map.find(std::string_view(name)) : map.end(); }
@@ -35,7 +24,8 @@ static char* nameAtIndex(const auto& map, int i) {
     return strdup(std::next(map.begin(), i)->first.c_str());
 }
 
-// A name that is its own new name is written and then erased: the games know it so.
+// The entry is written under its new name and then erased under the old one. Where both are the same name,
+// nothing is left; the interface promises that.
 static void rename(auto& map, const char* from, const char* to) {
     const auto found = find(map, from);
     if (found == map.end() || !to)
@@ -47,28 +37,23 @@ static void rename(auto& map, const char* from, const char* to) {
 }
 
 KXSprite::KXSprite()
-    : _animations(new Animations), _boundingBoxes(new BoundingBoxes), _currentFrame(0),
-      _currentAnimation(nullptr), _frameTimer(0), _texturePath(nullptr), _textureName(nullptr), _alpha(1),
-      _scale(1), _rotation(0), _currentInfo(nullptr), _knownTexture(nullptr), _knownTextureWindow(nullptr),
+    : _contents(std::make_unique<Contents>()), _currentFrame(0), _frameTimer(0), _alpha(1), _scale(1),
+      _rotation(0), _currentInfo(nullptr), _knownTexture(nullptr), _knownTextureWindow(nullptr),
       _knownTextureGeneration(0) {}
 
-KXSprite::~KXSprite() {
-    delete _animations;
-    delete _boundingBoxes;
-    std::free(_texturePath);
-    std::free(_textureName);
-    std::free(_currentAnimation);
+KXSprite::~KXSprite() = default;
+
+char* KXSprite::textureName() const {
+    return _contents->textureName ? strdup(_contents->textureName->c_str()) : nullptr;
 }
 
-char* KXSprite::textureName() const { return copyOf(_textureName); }
-
 void KXSprite::setTextureName(const char* name) {
-    replace(_textureName, name);
+    _contents->textureName = Contents::copyOf(name);
     _knownTexture = nullptr;
 }
 
 void KXSprite::setTexturePath(const char* path) {
-    replace(_texturePath, path);
+    _contents->texturePath = Contents::copyOf(path);
     _knownTexture = nullptr;
 }
 
@@ -85,19 +70,21 @@ void KXSprite::setRotation(int rotation) { _rotation = rotation; }
 int KXSprite::rotation() const { return _rotation; }
 
 KXSpriteAnimationInfo* KXSprite::_getInfoWithName(const char* name) const {
-    const auto found = find(_animations->byName, name);
-    return found == _animations->byName.end() ? nullptr : found->second.get();
+    const auto found = find(_contents->animations, name);
+    return found == _contents->animations.end() ? nullptr : found->second.get();
 }
 
 // Belongs after everything that adds, moves or removes an animation.
-void KXSprite::_findCurrentInfo() { _currentInfo = _getInfoWithName(_currentAnimation); }
+void KXSprite::_findCurrentInfo() {
+    _currentInfo = _getInfoWithName(Contents::pointerTo(_contents->currentAnimation));
+}
 
 KXSpriteAnimationInfo& KXSprite::_infoFor(const char* name) {
     if (KXSpriteAnimationInfo* info = _getInfoWithName(name))
         return *info;
     auto created = std::make_unique<KXSpriteAnimationInfo>();
     KXSpriteAnimationInfo& info = *created;
-    _animations->byName.emplace(name, std::move(created));
+    _contents->animations.emplace(name, std::move(created));
     _findCurrentInfo();
     return info;
 }
@@ -108,11 +95,11 @@ bool KXSprite::_validateFrameIndex(int i, const char* name) const {
 }
 
 void KXSprite::_clearAnimations() {
-    _animations->byName.clear();
+    _contents->animations.clear();
     _findCurrentInfo();
 }
 
-void KXSprite::_clearBoundingBoxes() { _boundingBoxes->byName.clear(); }
+void KXSprite::_clearBoundingBoxes() { _contents->boundingBoxes.clear(); }
 
 void KXSprite::addAnimation(const char* name) {
     if (!_getInfoWithName(name))
@@ -160,17 +147,17 @@ int KXSprite::animationLoops(const char* name) const {
     return info ? info->loops() : 0;
 }
 
-int KXSprite::numberOfAnimations() const { return static_cast<int>(_animations->byName.size()); }
+int KXSprite::numberOfAnimations() const { return static_cast<int>(_contents->animations.size()); }
 
-char* KXSprite::animationAtIndex(int i) const { return nameAtIndex(_animations->byName, i); }
+char* KXSprite::animationAtIndex(int i) const { return nameAtIndex(_contents->animations, i); }
 
 void KXSprite::renameAnimation(const char* from, const char* to) {
-    rename(_animations->byName, from, to);
+    rename(_contents->animations, from, to);
     _findCurrentInfo();
 }
 
 void KXSprite::removeAnimation(const char* name) {
-    erase(_animations->byName, name);
+    erase(_contents->animations, name);
     _findCurrentInfo();
 }
 
@@ -190,34 +177,34 @@ KXSize KXSprite::fullSize(const char* name) const {
 
 void KXSprite::addBoundingBox(const char* name, KXRect box) {
     if (name)
-        _boundingBoxes->byName.insert_or_assign(name, box);
+        _contents->boundingBoxes.insert_or_assign(name, box);
 }
 
 void KXSprite::setBoundingBox(const char* name, KXRect box) { addBoundingBox(name, box); }
 
 KXRect KXSprite::boundingBoxNamed(const char* name) const {
-    const auto found = find(_boundingBoxes->byName, name);
-    return found == _boundingBoxes->byName.end() ? KXZeroRect : found->second;
+    const auto found = find(_contents->boundingBoxes, name);
+    return found == _contents->boundingBoxes.end() ? KXZeroRect : found->second;
 }
 
-int KXSprite::numberOfBoundingBoxes() const { return static_cast<int>(_boundingBoxes->byName.size()); }
+int KXSprite::numberOfBoundingBoxes() const { return static_cast<int>(_contents->boundingBoxes.size()); }
 
-char* KXSprite::boundingBoxAtIndex(int i) const { return nameAtIndex(_boundingBoxes->byName, i); }
+char* KXSprite::boundingBoxAtIndex(int i) const { return nameAtIndex(_contents->boundingBoxes, i); }
 
 void KXSprite::renameBoundingBox(const char* from, const char* to) {
-    rename(_boundingBoxes->byName, from, to);
+    rename(_contents->boundingBoxes, from, to);
 }
 
-void KXSprite::removeBoundingBox(const char* name) { erase(_boundingBoxes->byName, name); }
+void KXSprite::removeBoundingBox(const char* name) { erase(_contents->boundingBoxes, name); }
 
 KXSprite* KXSprite::clone() const {
     auto copy = std::make_unique<KXSprite>();
-    copy->setTextureName(_textureName);
-    copy->setTexturePath(_texturePath);
+    copy->_contents->textureName = _contents->textureName;
+    copy->_contents->texturePath = _contents->texturePath;
     copy->setAlpha(_alpha);
     copy->setScale(_scale);
     copy->setRotation(_rotation);
-    for (const auto& [name, info] : _animations->byName) {
+    for (const auto& [name, info] : _contents->animations) {
         copy->addAnimation(name.c_str());
         KXSpriteAnimationInfo& copied = copy->_infoFor(name.c_str());
         if (info->numberOfFrames() > 0)
@@ -230,9 +217,9 @@ KXSprite* KXSprite::clone() const {
 
 void KXSprite::print() const {
     std::printf("Animation: %p\n", static_cast<const void*>(this));
-    std::printf("Texture name: %s\n", printable(_textureName));
-    std::printf("Number of animations: %lu\n", static_cast<unsigned long>(_animations->byName.size()));
-    for (const auto& [name, info] : _animations->byName) {
+    std::printf("Texture name: %s\n", Contents::printable(Contents::pointerTo(_contents->textureName)));
+    std::printf("Number of animations: %lu\n", static_cast<unsigned long>(_contents->animations.size()));
+    for (const auto& [name, info] : _contents->animations) {
         std::printf(" - Animation: %s\n", name.c_str());
         std::printf("      Frames: %d\n", info->numberOfFrames());
         for (int k = 0; k < info->numberOfFrames(); ++k) {
@@ -246,9 +233,10 @@ void KXSprite::print() const {
                         _KXTruncate(bounds.size.height));
         }
     }
-    std::printf("Number of bounding boxes: %lu\n", static_cast<unsigned long>(_boundingBoxes->byName.size()));
-    for (const auto& [name, box] : _boundingBoxes->byName) {
+    std::printf("Number of bounding boxes: %lu\n",
+                static_cast<unsigned long>(_contents->boundingBoxes.size()));
+    for (const auto& [name, box] : _contents->boundingBoxes) {
         std::printf(" - Bounding box: %s\n", name.c_str());
-        std::printf("               : %s\n", printable(KXRectToString(box)));
+        std::printf("               : %s\n", Contents::printable(KXRectToString(box)));
     }
 }

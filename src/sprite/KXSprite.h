@@ -5,13 +5,20 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
-// Ordered byte by byte, which is the order of the indices and of the file.
-struct KXSprite::Animations {
-    std::map<std::string, std::unique_ptr<KXSpriteAnimationInfo>, std::less<>> byName;
-};
+/// What a sprite owns. The maps are ordered byte by byte, which is the order of the indices and of the file.
+struct KXSprite::Contents {
+    using Text = std::optional<std::string>;
 
-struct KXSprite::BoundingBoxes {
-    std::map<std::string, KXRect, std::less<>> byName;
+    static Text copyOf(const char* text) { return text ? Text(text) : std::nullopt; }
+    static const char* pointerTo(const Text& text) { return text ? text->c_str() : nullptr; }
+    static const char* printable(const char* text) { return text ? text : "(null)"; }
+
+    std::map<std::string, std::unique_ptr<KXSpriteAnimationInfo>, std::less<>> animations;
+    std::map<std::string, KXRect, std::less<>> boundingBoxes;
+    Text currentAnimation;
+    Text texturePath;
+    Text textureName;
 };

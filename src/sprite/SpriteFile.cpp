@@ -3,8 +3,6 @@
 #include <Kobaltrix/KXFile.h>
 #include <Kobaltrix/KXIO.h>
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -14,8 +12,8 @@
 #include <string_view>
 
 namespace {
-// The one bound on what a file may claim: a list goes on past the end of the file, but this many records of
-// all its lists together and no more.
+// Lists may go on past the end of the file, but no further than this many records of all of them together: a
+// count that is wrong could otherwise be one of two thousand millions.
 constexpr int mostRecordsPastEnd = 4096;
 
 constexpr std::string_view magic = "KXSPRITE";
@@ -26,18 +24,18 @@ struct CloseFile {
 };
 using File = std::unique_ptr<FILE, CloseFile>;
 
-// Numbers, names and lists of a file that need not tell the truth.
+struct FreeText {
+    void operator()(char* text) const { std::free(text); }
+};
+
+// Numbers, names and lists of a file whose counts and lengths may be wrong.
 class Reader {
 public:
-    explicit Reader(FILE* file) : _file(file) {
-        struct stat status;
-        if (fstat(fileno(file), &status) == 0 && S_ISREG(status.st_mode))
-            _size = status.st_size;
-    }
+    explicit Reader(FILE* file) : _file(file) {}
 
     int number() { return static_cast<std::int32_t>(KXGetL(_file)); }
     KXRect rect() { return KXGetRect(_file); }
-    std::string name() { return text(number()); }
+    std::string text() { return text(number()); }
     std::string text(int length);
 
     /// Whether a list of this many records goes on to another one.
@@ -49,41 +47,34 @@ public:
 
 private:
     FILE* _file;
-    off_t _size = 0; // 0 when it cannot be told beforehand
     int _recordsPastEnd = 0;
 };
 } // namespace
 
-// As much of a text as there is, up to its first zero byte; what comes after that is only read past.
+// As much of a text as there is, up to its first zero byte; what comes after that is only read past. Memory
+// is taken for what was read, whatever the length claims.
 std::string Reader::text(int length) {
     std::string text;
-    if (length < 1)
-        return text;
-    auto left = static_cast<std::size_t>(length);
-    const off_t available = std::max<off_t>(_size - ftello(_file), 0);
-    text.reserve(std::min(left, static_cast<std::size_t>(available)));
     char block[4096];
-    for (bool ended = false; left > 0;) {
-        const std::size_t wanted = std::min(left, sizeof block);
+    bool ended = false;
+    for (int left = length; left > 0; left -= static_cast<int>(sizeof block)) {
+        const std::size_t wanted = std::min(static_cast<std::size_t>(left), sizeof block);
         const std::size_t got = fread(block, 1, wanted, _file);
         const std::size_t used = strnlen(block, got);
         if (!ended)
             text.append(block, used);
         ended = ended || used < got;
-        left -= got;
         if (got < wanted)
             break;
     }
     return text;
 }
 
-// A file that is none of ours stays open, but only the latest: a game that searches a folder of thousands
-// shall not run out of files.
+// load() leaves a file open that is no sprite file, but only the latest: a game that searches a folder of
+// thousands must not run out of files.
 static void keepOpen(File file) {
-    static constinit FILE* kept = nullptr;
-    if (kept)
-        fclose(kept);
-    kept = file.release();
+    static constinit File kept;
+    kept = std::move(file);
 }
 
 static void putName(const std::string& name, FILE* file) {
@@ -98,14 +89,14 @@ int KXSprite::save(const char* path) const {
         return -1;
     fwrite(magic.data(), 1, magic.size(), file);
     KXPutL(version, file);
-    putName(_textureName ? _textureName : "", file);
+    putName(_contents->textureName.value_or(""), file);
     KXPutL(numberOfBoundingBoxes(), file);
-    for (const auto& [name, box] : _boundingBoxes->byName) {
+    for (const auto& [name, box] : _contents->boundingBoxes) {
         putName(name, file);
         KXPutRect(box, file);
     }
     KXPutL(numberOfAnimations(), file);
-    for (const auto& [name, info] : _animations->byName) {
+    for (const auto& [name, info] : _contents->animations) {
         putName(name, file);
         KXPutL(info->numberOfFrames(), file);
         for (int i = 0; i < info->numberOfFrames(); ++i) {
@@ -120,10 +111,30 @@ int KXSprite::save(const char* path) const {
     return -1;
 }
 
+// Frames of a name that is there already are added to it. An animation is made by its first frame, so one
+// without frames is left out.
+static void readAnimation(Reader& reader, KXSprite& sprite) {
+    const std::string name = reader.text();
+    const int frames = reader.number();
+    KXSpriteAnimationInfo* info = sprite._getInfoWithName(name.c_str()); // once: a name may be long
+    for (int i = 0; reader.hasRecord(i, frames); ++i) {
+        const int duration = reader.number();
+        const KXRect bounds = reader.rect();
+        if (info) {
+            info->insertFrameInfo(info->numberOfFrames(), duration, bounds);
+        } else {
+            sprite.addFrameInfo(name.c_str(), bounds, duration);
+            info = sprite._getInfoWithName(name.c_str());
+        }
+    }
+    const int loops = reader.number();
+    if (info)
+        info->setLoops(loops);
+}
+
 int KXSprite::load(const char* path) {
-    char* const folder = KXGetContainingPathOf(path);
-    setTexturePath(folder);
-    std::free(folder);
+    const std::unique_ptr<char, FreeText> folder(KXGetContainingPathOf(path));
+    setTexturePath(folder.get());
 
     File file(path ? fopen(path, "r") : nullptr);
     if (!file)
@@ -143,25 +154,12 @@ int KXSprite::load(const char* path) {
     _clearBoundingBoxes();
     const int boxes = reader.number();
     for (int i = 0; reader.hasRecord(i, boxes); ++i) {
-        const std::string name = reader.name();
+        const std::string name = reader.text();
         addBoundingBox(name.c_str(), reader.rect());
     }
     _clearAnimations();
     const int animations = reader.number();
-    for (int i = 0; reader.hasRecord(i, animations); ++i) {
-        const std::string name = reader.name();
-        const int frames = reader.number();
-        KXSpriteAnimationInfo* info =
-            nullptr; // the first frame makes it; looked up once, as a name may be long
-        for (int k = 0; reader.hasRecord(k, frames); ++k) {
-            const int duration = reader.number();
-            const KXRect bounds = reader.rect();
-            info = info ? info : &_infoFor(name.c_str());
-            info->insertFrameInfo(info->numberOfFrames(), duration, bounds);
-        }
-        const int loops = reader.number();
-        if (info || (info = _getInfoWithName(name.c_str())))
-            info->setLoops(loops);
-    }
+    for (int i = 0; reader.hasRecord(i, animations); ++i)
+        readAnimation(reader, *this);
     return -1;
 }

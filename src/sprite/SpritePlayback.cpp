@@ -7,13 +7,10 @@
 #include <Kobaltrix/KXRandom.h>
 #include <Kobaltrix/KXString.h>
 
-#include <cstdlib>
-#include <cstring>
 #include <limits>
 
 void KXSprite::setAnimation(const char* name) {
-    std::free(_currentAnimation);
-    _currentAnimation = name ? strdup(name) : nullptr;
+    _contents->currentAnimation = Contents::copyOf(name);
     _findCurrentInfo();
     if (!name)
         return;
@@ -26,13 +23,13 @@ void KXSprite::setAnimation(const char* name) {
 }
 
 const char* KXSprite::currentAnimation() const {
-    return KXTempString("%s", _currentAnimation ? _currentAnimation : "(null)");
+    return KXTempString("%s", Contents::printable(Contents::pointerTo(_contents->currentAnimation)));
 }
 
 int KXSprite::currentFrameIndex() const { return _currentFrame; }
 
 void KXSprite::poll() {
-    if (!_currentAnimation || animationFinished() || !_frameTimer.tick())
+    if (!_contents->currentAnimation || animationFinished() || !_frameTimer.tick())
         return;
     if (_currentFrame < std::numeric_limits<int>::max())
         ++_currentFrame;
@@ -70,8 +67,9 @@ KXTexture* KXSprite::_texture() {
     _knownTexture = nullptr;
     // Without a folder the name alone is the path: a file found by its bare name lies in the working
     // directory, and so does its texture.
-    const char* path =
-        _texturePath ? KXTempString("%s/%s", _texturePath, _textureName) : KXTempString("%s", _textureName);
+    const char* const name = _contents->textureName->c_str();
+    const char* path = _contents->texturePath ? KXTempString("%s/%s", _contents->texturePath->c_str(), name)
+                                              : KXTempString("%s", name);
     KXTexture* const texture = KXTextureCacheLoad(path);
     _knownTextureGeneration = _KXTextureCacheGeneration;
     _knownTextureWindow = _KXCurrentWindowRenderContext;
@@ -80,10 +78,10 @@ KXTexture* KXSprite::_texture() {
 }
 
 void KXSprite::draw(KXPoint at) {
-    if (!_textureName)
+    if (!_contents->textureName)
         return;
     KXTexture* const texture = _texture();
-    if (!texture || !_currentAnimation)
+    if (!texture || !_contents->currentAnimation)
         return;
     KXRect bounds = KXZeroRect;
     if (_currentInfo)
