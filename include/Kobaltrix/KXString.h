@@ -13,6 +13,11 @@
 /// Null for a null @a format or when memory is exhausted.
 KX_API char* KXTempString(const char* format, ...) KX_PRINTF(1, 2);
 
+/// Keeps temporary strings alive across logic steps; calls nest.
+KX_API void KXDisableTemporaryStringCleanup();
+/// Undoes one KXDisableTemporaryStringCleanup(); more calls than those do nothing.
+KX_API void KXEnableTemporaryStringCleanup();
+
 KX_API const char* KXPointToString(KXPoint point);  ///< "(x, y)" with six decimals. A temporary string.
 KX_API const char* KXPointToStringi(KXPoint point); ///< "(x, y)" truncated toward zero. A temporary string.
 KX_API const char* KXSizeToString(KXSize size);  ///< "(width, height)" with six decimals. A temporary string.

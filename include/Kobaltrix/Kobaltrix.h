@@ -7,7 +7,8 @@
 /// A small framework for 2D games. What each operation does, its units, who owns what and how it fails stands
 /// with its header:
 ///
-/// - Start and loop: KXCore.h, KXTypes.h
+/// - Start and loop: KXCore.h (KXInit.h, KXLogicLoop.h, KXError.h, KXApplication.h, KXEvents.h,
+/// KXUIColors.h), KXTypes.h
 /// - Drawing: KXWindow.h, KXRenderContext.h, KXTexture.h, KXTextureCache.h, KXDrawing.h, KXDrawBatch.h
 /// - Sprites and values in files: KXSprite.h, KXIO.h
 /// - Text: KXFont.h, KXUIGlobalFont.h
@@ -21,18 +22,23 @@
 ///
 /// The pages under `docs/` explain how these work together; begin with `docs/getting-started.md`.
 
+#include <Kobaltrix/KXApplication.h>
 #include <Kobaltrix/KXAudio.h>
 #include <Kobaltrix/KXCore.h>
 #include <Kobaltrix/KXDrawBatch.h>
 #include <Kobaltrix/KXDrawing.h>
+#include <Kobaltrix/KXError.h>
+#include <Kobaltrix/KXEvents.h>
 #include <Kobaltrix/KXFile.h>
 #include <Kobaltrix/KXFont.h>
 #include <Kobaltrix/KXGamePad.h>
 #include <Kobaltrix/KXGeometry.h>
 #include <Kobaltrix/KXIO.h>
+#include <Kobaltrix/KXInit.h>
 #include <Kobaltrix/KXInterpolation.h>
 #include <Kobaltrix/KXKeyboard.h>
 #include <Kobaltrix/KXLog.h>
+#include <Kobaltrix/KXLogicLoop.h>
 #include <Kobaltrix/KXMouse.h>
 #include <Kobaltrix/KXMusic.h>
 #include <Kobaltrix/KXNetworkBuffer.h>
@@ -51,6 +57,7 @@
 #include <Kobaltrix/KXTouch.h>
 #include <Kobaltrix/KXTypes.h>
 #include <Kobaltrix/KXUIButton.h>
+#include <Kobaltrix/KXUIColors.h>
 #include <Kobaltrix/KXUIDialogBox.h>
 #include <Kobaltrix/KXUIFileBrowser.h>
 #include <Kobaltrix/KXUIGlobalFont.h>

@@ -1,6 +1,6 @@
 #include "audio/AudioDevice.h"
 
-#include "core/ErrorSlot.h"
+#include "core/ground/ErrorSlot.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>

@@ -2,7 +2,7 @@
 
 #include "audio/AudioDevice.h"
 #include "audio/WaveFile.h"
-#include "core/ErrorSlot.h"
+#include "core/ground/ErrorSlot.h"
 
 #include <SDL_mixer.h>
 

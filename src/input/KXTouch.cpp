@@ -1,6 +1,6 @@
 #include "input/KXTouch.h"
 
-#include "core/Truncate.h"
+#include "core/ground/Truncate.h"
 
 constinit int KXTouchX = 0;
 constinit int KXTouchY = 0;

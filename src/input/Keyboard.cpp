@@ -1,6 +1,6 @@
 #include "input/Keyboard.h"
 
-#include "core/LogicClock.h"
+#include "core/ground/LogicClock.h"
 
 #include <SDL_keycode.h>
 

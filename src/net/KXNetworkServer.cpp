@@ -1,6 +1,6 @@
 #include <Kobaltrix/KXNetworkServer.h>
 
-#include "core/ErrorSlot.h"
+#include "core/ground/ErrorSlot.h"
 #include "net/Socket.h"
 #include "net/StoredBuffers.h"
 #include "util/KXString.h"

@@ -1,6 +1,6 @@
 #include "net/Socket.h"
 
-#include "core/LogicClock.h"
+#include "core/ground/LogicClock.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,6 +1,6 @@
 #include <Kobaltrix/KXDrawing.h>
 
-#include "core/Truncate.h"
+#include "core/ground/Truncate.h"
 #include "render/DrawBatch.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"

@@ -2,7 +2,7 @@
 
 #include "render/DrawBatch.h"
 #include "render/FillProgram.h"
-#include "render/RenderContext.h"
+#include "render/KXRenderContext.h"
 
 #include <SDL_video.h>
 

@@ -1,13 +1,13 @@
 #include "render/KXTexture.h"
 
-#include "core/ErrorSlot.h"
-#include "core/Truncate.h"
+#include "core/ground/ErrorSlot.h"
+#include "core/ground/Truncate.h"
 #include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
+#include "render/KXRenderContext.h"
 #include "render/QuadStream.h"
-#include "render/RenderContext.h"
 
 #include <SDL_opengl.h>
 

@@ -1,7 +1,7 @@
 #include "render/KXTextureCache.h"
 
+#include "render/KXRenderContext.h"
 #include "render/KXTexture.h"
-#include "render/RenderContext.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,12 +1,12 @@
 #include "render/KXWindow.h"
 
-#include "core/ErrorSlot.h"
-#include "core/Truncate.h"
+#include "core/ground/ErrorSlot.h"
+#include "core/ground/Truncate.h"
 #include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
-#include "render/RenderContext.h"
+#include "render/KXRenderContext.h"
 #include "render/VerticalSync.h"
 
 #include <GL/glu.h>

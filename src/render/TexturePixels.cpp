@@ -2,14 +2,14 @@
 
 #include "render/KXTexture.h"
 
-#include "core/Endianness.h"
-#include "core/ErrorSlot.h"
-#include "core/Truncate.h"
+#include "core/ground/Endianness.h"
+#include "core/ground/ErrorSlot.h"
+#include "core/ground/Truncate.h"
 #include "render/DrawBatch.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
+#include "render/KXRenderContext.h"
 #include "render/PixelStore.h"
-#include "render/RenderContext.h"
 
 #include <SDL_image.h>
 #include <SDL_opengl.h>

@@ -1,17 +1,17 @@
 // Reading a window's pixels back: into a texture, or into a BMP file.
 
-#include "core/Assert.h"
-#include "core/Endianness.h"
-#include "core/ErrorSlot.h"
-#include "core/Truncate.h"
+#include "core/ground/Assert.h"
+#include "core/ground/Endianness.h"
+#include "core/ground/ErrorSlot.h"
+#include "core/ground/Truncate.h"
 #include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
+#include "render/KXRenderContext.h"
 #include "render/KXTexture.h"
 #include "render/KXWindow.h"
 #include "render/PixelStore.h"
-#include "render/RenderContext.h"
 
 #include <SDL.h>
 #include <SDL_opengl.h>

@@ -1,6 +1,6 @@
 #include "sprite/KXSprite.h"
 
-#include "core/Truncate.h"
+#include "core/ground/Truncate.h"
 
 #include <Kobaltrix/KXString.h>
 

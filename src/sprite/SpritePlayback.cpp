@@ -1,7 +1,7 @@
-#include "core/Truncate.h"
+#include "core/ground/Truncate.h"
+#include "render/KXRenderContext.h"
 #include "render/KXTexture.h"
 #include "render/KXTextureCache.h"
-#include "render/RenderContext.h"
 #include "sprite/KXSprite.h"
 
 #include <Kobaltrix/KXRandom.h>

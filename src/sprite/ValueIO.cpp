@@ -1,7 +1,7 @@
 #include <Kobaltrix/KXIO.h>
 
-#include "core/Endianness.h"
-#include "core/Truncate.h"
+#include "core/ground/Endianness.h"
+#include "core/ground/Truncate.h"
 
 #include <Kobaltrix/KXString.h>
 

@@ -1,6 +1,6 @@
 #include "text/ColorEscapes.h"
 
-#include "text/Utf8.h"
+#include "util/Utf8.h"
 
 #include <algorithm>
 #include <clocale>

@@ -2,7 +2,7 @@
 
 #include "render/GraphicsContext.h"
 #include "text/GlyphAtlas.h"
-#include "text/Utf8.h"
+#include "util/Utf8.h"
 
 #include <type_traits>
 

@@ -1,7 +1,7 @@
 #include "text/FontCache.h"
 
-#include "core/ErrorSlot.h"
-#include "render/RenderContext.h"
+#include "core/ground/ErrorSlot.h"
+#include "render/KXRenderContext.h"
 
 #include <cstring>
 #include <new>

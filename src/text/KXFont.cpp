@@ -1,14 +1,14 @@
 #include <Kobaltrix/KXFont.h>
 
-#include "core/ErrorSlot.h"
-#include "core/Truncate.h"
+#include "core/ground/ErrorSlot.h"
+#include "core/ground/Truncate.h"
 #include "render/DrawBatch.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
 #include "text/ColorEscapes.h"
 #include "text/Face.h"
 #include "text/GlyphAtlas.h"
-#include "text/Utf8.h"
+#include "util/Utf8.h"
 
 #include <SDL_opengl.h>
 

@@ -1,7 +1,7 @@
 #include "text/KXUIGlobalFont.h"
 
-#include "core/ErrorSlot.h"
-#include "core/Truncate.h"
+#include "core/ground/ErrorSlot.h"
+#include "core/ground/Truncate.h"
 #include "text/FontCache.h"
 
 #include <cmath>

@@ -2,10 +2,10 @@
 
 #include "ui/KXUIFileBrowser.h"
 
-#include "core/Truncate.h"
-#include "core/UIColors.h"
+#include "core/ground/Truncate.h"
+#include "core/ground/UIColors.h"
+#include "render/ClipScope.h"
 #include "render/GraphicsContext.h"
-#include "ui/ClipScope.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>

@@ -1,6 +1,6 @@
 #include <Kobaltrix/KXUIButton.h>
 
-#include "core/UIColors.h"
+#include "core/ground/UIColors.h"
 #include "text/KXUIGlobalFont.h"
 
 #include <Kobaltrix/KXDrawing.h>

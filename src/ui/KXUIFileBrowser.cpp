@@ -1,9 +1,9 @@
 #include "ui/KXUIFileBrowser.h"
 
 #include "input/Keyboard.h"
-#include "text/Utf8.h"
+#include "input/TextInput.h"
 #include "ui/KXUIListBox.h"
-#include "ui/TextInput.h"
+#include "util/Utf8.h"
 
 #include <Kobaltrix/KXMouse.h>
 #include <Kobaltrix/KXString.h>

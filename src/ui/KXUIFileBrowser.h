@@ -2,8 +2,8 @@
 
 #include <Kobaltrix/KXUIFileBrowser.h>
 
-#include "ui/FolderListing.h"
-#include "ui/RowText.h"
+#include "text/RowText.h"
+#include "util/FolderListing.h"
 
 #include <Kobaltrix/KXUIButton.h>
 #include <Kobaltrix/KXUIListBox.h>

@@ -1,7 +1,7 @@
 #include "ui/KXUIListBox.h"
 
-#include "core/UIColors.h"
-#include "text/Utf8.h"
+#include "core/ground/UIColors.h"
+#include "util/Utf8.h"
 
 #include <Kobaltrix/KXString.h>
 

@@ -2,8 +2,8 @@
 
 #include <Kobaltrix/KXUIListBox.h>
 
-#include "ui/RowText.h"
-#include "ui/WidgetKeys.h"
+#include "input/WidgetKeys.h"
+#include "text/RowText.h"
 
 #include <cstdint>
 #include <string>

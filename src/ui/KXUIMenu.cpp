@@ -1,6 +1,6 @@
 #include <Kobaltrix/KXUIMenu.h>
 
-#include "core/Truncate.h"
+#include "core/ground/Truncate.h"
 #include "text/KXUIGlobalFont.h"
 
 #include <Kobaltrix/KXDrawing.h>

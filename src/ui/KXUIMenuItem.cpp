@@ -1,8 +1,8 @@
 #include <Kobaltrix/KXUIMenu.h>
 
-#include "core/Truncate.h"
+#include "core/ground/Truncate.h"
 #include "text/KXUIGlobalFont.h"
-#include "text/Utf8.h"
+#include "util/Utf8.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>

@@ -1,7 +1,7 @@
 #include <Kobaltrix/KXUISlider.h>
 
-#include "core/Truncate.h"
-#include "core/UIColors.h"
+#include "core/ground/Truncate.h"
+#include "core/ground/UIColors.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXMouse.h>

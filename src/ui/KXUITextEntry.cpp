@@ -1,10 +1,10 @@
 #include "ui/KXUITextEntry.h"
 
-#include "core/LogicClock.h"
-#include "core/Truncate.h"
-#include "core/UIColors.h"
+#include "core/ground/LogicClock.h"
+#include "core/ground/Truncate.h"
+#include "core/ground/UIColors.h"
+#include "render/ClipScope.h"
 #include "render/GLCheck.h"
-#include "ui/ClipScope.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "input/KXMouse.h"
-#include "ui/TextEdit.h"
-#include "ui/TextView.h"
-#include "ui/WidgetKeys.h"
+#include "input/WidgetKeys.h"
+#include "text/TextEdit.h"
+#include "text/TextView.h"
 
 #include <Kobaltrix/KXUITextEntry.h>
 

@@ -1,6 +1,6 @@
 #include <Kobaltrix/KXUIWidget.h>
 
-#include "core/ErrorSlot.h"
+#include "core/ground/ErrorSlot.h"
 #include "text/FontCache.h"
 #include "text/KXUIGlobalFont.h"
 

@@ -2,11 +2,11 @@
 
 #include "ui/KXUIListBox.h"
 
-#include "core/Truncate.h"
+#include "core/ground/Truncate.h"
+#include "render/ClipScope.h"
 #include "render/GraphicsContext.h"
 #include "text/FontCache.h"
 #include "text/KXUIGlobalFont.h"
-#include "ui/ClipScope.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>

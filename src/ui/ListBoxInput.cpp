@@ -2,11 +2,11 @@
 
 #include "ui/KXUIListBox.h"
 
-#include "core/LogicClock.h"
+#include "core/ground/LogicClock.h"
 #include "input/Keyboard.h"
+#include "input/TextInput.h"
 #include "text/ColorEscapes.h"
-#include "ui/TextInput.h"
-#include "ui/TextOrder.h"
+#include "util/TextOrder.h"
 
 #include <Kobaltrix/KXMouse.h>
 #include <Kobaltrix/KXUITextEntry.h>

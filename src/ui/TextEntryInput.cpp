@@ -2,9 +2,9 @@
 
 #include "ui/KXUITextEntry.h"
 
-#include "core/LogicClock.h"
+#include "core/ground/LogicClock.h"
 #include "input/Keyboard.h"
-#include "ui/TextInput.h"
+#include "input/TextInput.h"
 
 #include <Kobaltrix/KXMouse.h>
 

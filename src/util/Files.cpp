@@ -1,6 +1,6 @@
 #include <Kobaltrix/KXFile.h>
 
-#include "core/ErrorSlot.h"
+#include "core/ground/ErrorSlot.h"
 
 #include <Kobaltrix/KXString.h>
 

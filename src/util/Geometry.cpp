@@ -1,6 +1,6 @@
 #include <Kobaltrix/KXGeometry.h>
 
-#include "core/Truncate.h"
+#include "core/ground/Truncate.h"
 
 #include <cmath>
 #include <limits>

@@ -1,6 +1,6 @@
 #include "util/KXString.h"
 
-#include "core/Truncate.h"
+#include "core/ground/Truncate.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -94,4 +94,11 @@ const char* KXDirectionToString(KXDirection direction) {
                                             "Down Left", "Down Right", "Up Left", "Up Right"};
     const int value = direction;
     return KXTempString("%s", value >= -1 && value <= 7 ? names[value + 1] : "Unknown");
+}
+
+void KXDisableTemporaryStringCleanup() { ++_KXTemporaryStringCleanupDisabledCount; }
+
+void KXEnableTemporaryStringCleanup() {
+    if (_KXTemporaryStringCleanupDisabledCount > 0)
+        --_KXTemporaryStringCleanupDisabledCount;
 }

@@ -1,8 +1,8 @@
 #include "util/Log.h"
 
-#include "core/LogicClock.h"
+#include "core/ground/LogicClock.h"
 
-#include <Kobaltrix/KXCore.h>
+#include <Kobaltrix/KXApplication.h>
 
 #include <algorithm>
 #include <cstdarg>

@@ -1,6 +1,6 @@
 #include <Kobaltrix/KXRandom.h>
 
-#include "core/Truncate.h"
+#include "core/ground/Truncate.h"
 
 #include <algorithm>
 #include <cmath>

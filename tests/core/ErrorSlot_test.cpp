@@ -1,4 +1,4 @@
-#include "core/ErrorSlot.h"
+#include "core/ground/ErrorSlot.h"
 
 #include <Kobaltrix/KXCore.h>
 

@@ -1,11 +1,11 @@
-#include "core/EventDispatch.h"
+#include "core/dispatch/EventDispatch.h"
 
 #include <Kobaltrix/KXGamePad.h>
 #include <Kobaltrix/KXKeyboard.h>
 #include <Kobaltrix/KXMouse.h>
 #include <Kobaltrix/KXTouch.h>
 
-#include "input/KXGamePad.h"
+#include "input/GamePad.h"
 #include "support/TestClock.h"
 #include "support/WindowTest.h"
 

@@ -3,10 +3,10 @@
 #include <Kobaltrix/KXString.h>
 #include <Kobaltrix/KXTextureCache.h>
 
-#include "core/Endianness.h"
-#include "core/ErrorSlot.h"
-#include "core/LogicClock.h"
-#include "core/UIColors.h"
+#include "core/ground/Endianness.h"
+#include "core/ground/ErrorSlot.h"
+#include "core/ground/LogicClock.h"
+#include "core/ground/UIColors.h"
 #include "input/KXMouse.h"
 #include "input/Keyboard.h"
 #include "support/TestClock.h"

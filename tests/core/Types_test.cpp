@@ -1,6 +1,6 @@
 #include <Kobaltrix/KXTypes.h>
 
-#include "core/Truncate.h"
+#include "core/ground/Truncate.h"
 
 #include <gtest/gtest.h>
 

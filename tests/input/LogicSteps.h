@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/LogicClock.h"
+#include "core/ground/LogicClock.h"
 
 /// Owns the logic loop's clock while it lives: steps of 16 ms, starting shortly before the 32-bit time wraps.
 struct LogicSteps {

@@ -1,6 +1,6 @@
 #include <Kobaltrix/KXNetworkServer.h>
 
-#include "core/ErrorSlot.h"
+#include "core/ground/ErrorSlot.h"
 #include "net/Messages.h"
 #include "net/RawPeer.h"
 #include "util/KXString.h"

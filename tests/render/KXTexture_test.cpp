@@ -1,6 +1,6 @@
 #include <Kobaltrix/KXTexture.h>
 
-#include "core/ErrorSlot.h"
+#include "core/ground/ErrorSlot.h"
 #include "render/GraphicsContext.h"
 #include "support/TemporaryFolder.h"
 #include "support/WindowTest.h"

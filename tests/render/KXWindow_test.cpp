@@ -3,8 +3,8 @@
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXTexture.h>
 
-#include "core/ErrorSlot.h"
-#include "render/RenderContext.h"
+#include "core/ground/ErrorSlot.h"
+#include "render/KXRenderContext.h"
 #include "support/TemporaryFolder.h"
 #include "support/WindowTest.h"
 

@@ -1,7 +1,7 @@
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXTexture.h>
 
-#include "core/ErrorSlot.h"
+#include "core/ground/ErrorSlot.h"
 #include "support/WindowTest.h"
 
 #include <SDL_opengl.h>

@@ -1,6 +1,6 @@
 #include <Kobaltrix/KXIO.h>
 
-#include "core/Endianness.h"
+#include "core/ground/Endianness.h"
 #include "support/TemporaryFolder.h"
 #include "util/KXString.h"
 

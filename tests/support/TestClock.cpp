@@ -1,6 +1,6 @@
 #include "support/TestClock.h"
 
-#include "core/LogicClock.h"
+#include "core/ground/LogicClock.h"
 
 static std::uint64_t currentTicks;
 static std::time_t currentTimeOfDay;

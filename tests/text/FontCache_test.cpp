@@ -1,6 +1,6 @@
 #include "text/FontCache.h"
 
-#include "core/ErrorSlot.h"
+#include "core/ground/ErrorSlot.h"
 #include "text/ScarceMemory.h"
 #include "text/TextTest.h"
 

@@ -1,7 +1,7 @@
 #include <Kobaltrix/KXCore.h>
 #include <Kobaltrix/KXFont.h>
 
-#include "core/ErrorSlot.h"
+#include "core/ground/ErrorSlot.h"
 #include "support/TemporaryFolder.h"
 #include "text/TextTest.h"
 

@@ -1,6 +1,6 @@
 #include "TextEntryTest.h"
 
-#include "ui/TextInput.h"
+#include "input/TextInput.h"
 
 #include <Kobaltrix/KXKeyboard.h>
 

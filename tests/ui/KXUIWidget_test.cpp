@@ -3,7 +3,7 @@
 
 #include "UITest.h"
 
-#include "core/ErrorSlot.h"
+#include "core/ground/ErrorSlot.h"
 #include "text/KXUIGlobalFont.h"
 
 #include <climits>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/EventDispatch.h"
+#include "core/dispatch/EventDispatch.h"
 #include "input/KXMouse.h"
 #include "input/Keyboard.h"
 

@@ -1,6 +1,6 @@
 #include "util/Log.h"
 
-#include "core/ApplicationPaths.h"
+#include "core/ground/Application.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestClock.h"
 

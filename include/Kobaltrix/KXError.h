@@ -1,0 +1,9 @@
+#pragma once
+
+#include <Kobaltrix/KXPlatform.h>
+
+/// @file
+/// The text of the last failure.
+
+/// The last failure's text, cut to 511 bytes; empty while there is none. Belongs to the library.
+KX_API const char* KXError();

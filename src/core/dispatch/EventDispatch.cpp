@@ -1,0 +1,98 @@
+#include "core/dispatch/EventDispatch.h"
+
+#include "core/ground/Application.h"
+#include "input/GamePad.h"
+#include "input/KXMouse.h"
+#include "input/KXTouch.h"
+#include "input/Keyboard.h"
+#include "render/KXWindow.h"
+
+#include <cstring>
+
+constinit SDL_Event _KXMainEvent = {};
+constinit unsigned KXCurrentEventWindowID = 0xFFFFFFFF;
+
+void _KXNoOpWindowResizedCallback(unsigned, KXSize) {}
+
+static constinit KXWindowResizedCallback _windowResizedCallback = _KXNoOpWindowResizedCallback;
+
+void KXSetWindowResizedCallback(KXWindowResizedCallback callback) {
+    _windowResizedCallback = callback ? callback : _KXNoOpWindowResizedCallback;
+}
+
+static void dispatchWindowEvent(const SDL_WindowEvent& event) {
+    if (event.event != SDL_WINDOWEVENT_RESIZED)
+        return;
+    if (KXWindow* window = _KXWindowWithID(event.windowID))
+        window->_invalidateSizeCache();
+    _windowResizedCallback(event.windowID,
+                           {static_cast<float>(event.data1), static_cast<float>(event.data2)});
+}
+
+static void moveTouch(const SDL_TouchFingerEvent& event) {
+    if (KXWindow* window = _KXWindowWithID(event.windowID))
+        _KXSetTouchPosition(event.x, event.y, window->rect().size);
+}
+
+static void dispatch(const SDL_Event& event) {
+    switch (event.type) {
+    case SDL_QUIT:
+        _KXAppQuitRequested = -1;
+        break;
+    case SDL_WINDOWEVENT:
+        dispatchWindowEvent(event.window);
+        break;
+    case SDL_KEYDOWN:
+        _KXSetKey(event.key.keysym.sym);
+        break;
+    case SDL_KEYUP:
+        _KXUnsetKey(event.key.keysym.sym);
+        break;
+    case SDL_MOUSEMOTION:
+        _KXSetMouseMotion(event.motion);
+        break;
+    case SDL_MOUSEBUTTONDOWN:
+    case SDL_MOUSEBUTTONUP:
+        _KXSetMouse(event.button);
+        break;
+    case SDL_MOUSEWHEEL:
+        _KXSetMouseWheel(event.wheel);
+        break;
+    case SDL_JOYAXISMOTION:
+        _KXSetAxis(event.jaxis.axis, event.jaxis.value);
+        break;
+    case SDL_JOYHATMOTION:
+        _KXSetHat(event.jhat.value);
+        break;
+    case SDL_JOYBUTTONDOWN:
+        _KXSetGamePadButton(event.jbutton.button);
+        break;
+    case SDL_JOYBUTTONUP:
+        _KXUnsetGamePadButton(event.jbutton.button);
+        break;
+    case SDL_FINGERDOWN:
+        _KXSetTouching(-1);
+        moveTouch(event.tfinger);
+        break;
+    case SDL_FINGERMOTION:
+        moveTouch(event.tfinger);
+        break;
+    case SDL_FINGERUP:
+        _KXSetTouching(0);
+        break;
+    default:
+        break;
+    }
+}
+
+void _KXDispatchEvents() {
+    while (SDL_PollEvent(&_KXMainEvent)) {
+        // The field behind type and time stamp, whatever it is for this type of event.
+        std::memcpy(&KXCurrentEventWindowID,
+                    reinterpret_cast<const char*>(&_KXMainEvent) + 2 * sizeof(Uint32),
+                    sizeof KXCurrentEventWindowID);
+        dispatch(_KXMainEvent);
+        // A burst of finger motion collapses to its first sample: one touch event for each event handled.
+        SDL_FlushEvents(SDL_FINGERDOWN, SDL_MULTIGESTURE);
+    }
+}

@@ -1,0 +1,11 @@
+#include "core/ground/UIColors.h"
+
+void KXSetUIColor(KXColor border, KXColor background, KXColor backgroundInteraction, KXColor selection,
+                  KXColor focus, KXColor text) {
+    _KXUIBorderColor = border;
+    _KXUIBackroundColor = background;
+    _KXUIBackgroundColor_Interaction = backgroundInteraction;
+    _KXUISelectionColor = selection;
+    _KXUIFocusColor = focus;
+    _KXUITextColor = text;
+}

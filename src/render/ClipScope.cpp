@@ -1,0 +1,81 @@
+#include "render/ClipScope.h"
+
+#include "core/ground/Truncate.h"
+#include "render/DrawBatch.h"
+#include "render/GraphicsContext.h"
+
+#include <SDL_opengl.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+struct Pixels {
+    int left, bottom, right, top;
+};
+
+// Column by column, as OpenGL keeps its matrices.
+void multiply(const GLfloat (&matrix)[16], const GLfloat (&vector)[4], GLfloat (&product)[4]) {
+    for (int row = 0; row < 4; ++row)
+        product[row] = matrix[row] * vector[0] + matrix[4 + row] * vector[1] + matrix[8 + row] * vector[2] +
+                       matrix[12 + row] * vector[3];
+}
+
+int nearestWithin(float value, int low, int high) {
+    return std::clamp(_KXTruncate(std::floor(value + 0.5f)), low, high);
+}
+
+// The pixels that a rectangle covers; all of the viewport if part of it lies behind the eye.
+Pixels projected(KXRect rect) {
+    GLint viewport[4];
+    GLfloat modelView[16], projection[16];
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    glGetFloatv(GL_MODELVIEW_MATRIX, modelView);
+    glGetFloatv(GL_PROJECTION_MATRIX, projection);
+    const Pixels all = {viewport[0], viewport[1], viewport[0] + viewport[2], viewport[1] + viewport[3]};
+    Pixels box = {all.right, all.top, all.left, all.bottom};
+    for (int corner = 0; corner < 4; ++corner) {
+        const GLfloat point[4] = {rect.origin.x + (corner & 1 ? rect.size.width : 0),
+                                  rect.origin.y + (corner & 2 ? rect.size.height : 0), 0, 1};
+        GLfloat seen[4], clip[4];
+        multiply(modelView, point, seen);
+        multiply(projection, seen, clip);
+        if (clip[3] <= 0)
+            return all;
+        const auto pixel = [&](int axis) {
+            return static_cast<float>(viewport[axis]) +
+                   (clip[axis] / clip[3] + 1) / 2 * static_cast<float>(viewport[axis + 2]);
+        };
+        const int x = nearestWithin(pixel(0), all.left, all.right);
+        const int y = nearestWithin(pixel(1), all.bottom, all.top);
+        box = {std::min(box.left, x), std::min(box.bottom, y), std::max(box.right, x), std::max(box.top, y)};
+    }
+    return box;
+}
+} // namespace
+
+_KXClipScope::_KXClipScope(KXRect rect) : _active(_KXCurrentGraphicsContext != 0) {
+    if (!_active)
+        return;
+    _KXFlushBatch(KXDrawFlushClip);
+    _wasClipped = glIsEnabled(GL_SCISSOR_TEST);
+    glGetIntegerv(GL_SCISSOR_BOX, _previous);
+    Pixels box = projected(rect);
+    if (_wasClipped) {
+        box = {std::max(box.left, _previous[0]), std::max(box.bottom, _previous[1]),
+               std::min(box.right, _previous[0] + _previous[2]),
+               std::min(box.top, _previous[1] + _previous[3])};
+    } else {
+        glEnable(GL_SCISSOR_TEST);
+    }
+    glScissor(box.left, box.bottom, std::max(0, box.right - box.left), std::max(0, box.top - box.bottom));
+}
+
+_KXClipScope::~_KXClipScope() {
+    if (!_active)
+        return;
+    _KXFlushBatch(KXDrawFlushClip);
+    glScissor(_previous[0], _previous[1], _previous[2], _previous[3]);
+    if (!_wasClipped)
+        glDisable(GL_SCISSOR_TEST);
+}

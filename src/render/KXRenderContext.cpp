@@ -1,0 +1,3 @@
+#include "render/KXRenderContext.h"
+
+KXRenderContext* KXCurrentRenderContext() { return _KXCurrentRenderContext; }

@@ -1,3 +1,0 @@
-#include "render/RenderContext.h"
-
-KXRenderContext* KXCurrentRenderContext() { return _KXCurrentRenderContext; }
