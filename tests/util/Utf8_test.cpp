@@ -47,3 +47,39 @@ TEST(Utf8, OnlyACutCharacterIsDropped) {
           "a\xFF"}) // the last are no character's: left to be shown
         EXPECT_EQ(kept(whole), whole);
 }
+
+TEST(Utf8, WalksByCharactersAndReadsAndWritesThem) {
+    const char32_t characters[] = {U'a', 0x7F, 0x80, 0x7FF, 0x800, 0xFFFD, 0x10000, 0x10FFFF};
+    std::string text;
+    std::vector<std::size_t> starts;
+    for (const char32_t c : characters) {
+        starts.push_back(text.size());
+        _KXAppendCharacter(text, c);
+    }
+    EXPECT_EQ(text, "a\x7F\u0080\u07FF\u0800\uFFFD\U00010000\U0010FFFF");
+    EXPECT_EQ(_KXCountCharacters(text), std::size(characters));
+    std::string_view rest = text;
+    starts.push_back(text.size());
+    for (std::size_t i = 0; i < std::size(characters); ++i) {
+        EXPECT_EQ(_KXCodePoint(_KXCharacterAt(text, starts[i])), characters[i]);
+        EXPECT_EQ(_KXTakeCharacter(rest), characters[i]);
+        EXPECT_EQ(_KXNextCharacter(text, starts[i]), starts[i + 1]);
+        EXPECT_EQ(_KXPreviousCharacter(text, starts[i + 1]), starts[i]);
+        for (std::size_t inside = starts[i]; inside < starts[i + 1]; ++inside)
+            EXPECT_EQ(_KXCharacterStart(text, inside), starts[i]);
+    }
+    EXPECT_TRUE(rest.empty());
+    // The ends, and text that is none.
+    EXPECT_EQ(_KXPreviousCharacter(text, 0), 0u);
+    for (const std::size_t behind : {text.size(), text.size() + 1}) {
+        EXPECT_EQ(_KXNextCharacter(text, behind), text.size());
+        EXPECT_EQ(_KXCharacterStart(text, behind), text.size());
+        EXPECT_EQ(_KXCharacterAt(text, behind), "");
+    }
+    EXPECT_EQ(_KXTakeCharacter(rest), 0u);
+    const std::string tails(100, '\x80');
+    EXPECT_EQ(_KXCharacterAt(tails, 0).size(), 100u);
+    EXPECT_EQ(_KXCharacterStart(tails, 50), 0u);
+    EXPECT_EQ(_KXPreviousCharacter(tails, 101), 0u);
+    _KXCodePoint(tails);
+}
