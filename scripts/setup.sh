@@ -1,12 +1,20 @@
 # shellcheck shell=bash disable=SC2034
-# What ./play and ./check share: the packages they need, and quiet building. Sourced, never run.
+# What ./check, ./play and ./bench share: the packages they need, and quiet building. Sourced, never run.
 set -euo pipefail
 # Whoever starts us may have closed standard input; the first file opened would then take its place.
 [[ -t 0 ]] || exec </dev/null
 
 install_failed=0
 root=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." && pwd -P)
-jobs=2
+
+# One job a processor, as long as each finds a gigabyte of memory.
+jobs=$(nproc 2>/dev/null || getconf _NPROCESSORS_ONLN)
+if [[ -r /proc/meminfo ]]; then
+    gigabytes=$(awk '$1 == "MemAvailable:" { print int($2 / 1048576) }' /proc/meminfo)
+    if ((jobs > gigabytes)); then jobs=$gigabytes; fi
+fi
+if ((jobs < 1)); then jobs=1; fi
+export CMAKE_BUILD_PARALLEL_LEVEL=$jobs CTEST_PARALLEL_LEVEL=$jobs
 
 build_packages=(
     g++ cmake ninja-build pkg-config ccache
@@ -88,4 +96,4 @@ configure() {
     cmake -S "$root" --preset "$preset" "$@"
 }
 
-build() { cmake --build "$root/build/$1" --parallel "$jobs" "${@:2}"; }
+build() { cmake --build "$root/build/$1" "${@:2}"; }

@@ -43,7 +43,7 @@ links_static() {
 build_game() {
     local folder=$1
     shift
-    configure_game "$folder" build "$@" && cmake --build build --parallel 2
+    configure_game "$folder" build "$@" && cmake --build build
 }
 # configure_game SOURCE-FOLDER BUILD-FOLDER OPTION...
 configure_game() { cmake -S "$1" -B "$2" -G Ninja --no-warn-unused-cli -DCMAKE_CXX_COMPILER="$CXX" -DWANTED="${VERSION%.*}" "${@:3}"; }
