@@ -5,12 +5,8 @@
 
 #include <stdint.h>
 
-#include <memory>
-
 /// @file
 /// The client of a game: it connects to one server over TCP (IPv4) and exchanges messages with it.
-
-struct sockaddr_in;
 
 /// Connects to a KXNetworkServer and exchanges messages with it.
 ///
@@ -51,5 +47,4 @@ public:
 
 private:
     int32_t _socket = -1;
-    std::unique_ptr<sockaddr_in> _address;
 };

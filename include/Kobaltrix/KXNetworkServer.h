@@ -5,13 +5,10 @@
 
 #include <stdint.h>
 
-#include <memory>
 #include <vector>
 
 /// @file
 /// The server of a game: it accepts clients over TCP (IPv4) and exchanges messages with them.
-
-struct sockaddr_in;
 
 /// Accepts a fixed number of clients and exchanges messages with each.
 ///
@@ -80,17 +77,11 @@ public:
     KX_INTERNAL void _sendBufferToAllClients(const void* data, int length);
 
 private:
-    KX_INTERNAL bool _inTables(int clientID) const;
-    KX_INTERNAL void _makeTables();
-    KX_INTERNAL void _listen(int listener, const char* address);
+    KX_INTERNAL int _slots() const { return static_cast<int>(_clientSockets.size()); }
+    KX_INTERNAL int _socketOf(int clientID) const;
 
     int32_t _socket = -1;
-    int32_t _port;
-    int32_t _backlog;
-    std::unique_ptr<sockaddr_in> _address;
-    int32_t _option;
-    int32_t _maxClients;
-    std::unique_ptr<int32_t[]> _clientSockets; // -1: a free slot
-    std::unique_ptr<int32_t[]> _clientIDs;     // the slot's own number; -1: free
-    std::unique_ptr<sockaddr_in[]> _clientAddresses;
+    uint32_t _host = 0; // where it listens, in the order of the network
+    uint16_t _port = 0;
+    std::vector<int32_t> _clientSockets; // by id; -1: a free slot
 };

@@ -3,16 +3,14 @@
 #include "net/Socket.h"
 #include "net/StoredBuffers.h"
 
-#include <new>
-
 // There is only one connection, and its bytes are stored under this key.
 static constexpr int key = 0;
 
-KXNetworkClient::KXNetworkClient() : _address(std::make_unique<sockaddr_in>()) {}
+KXNetworkClient::KXNetworkClient() = default;
 
 KXNetworkClient::~KXNetworkClient() {
     if (_socket >= 0)
-        close(_socket);
+        _KXCloseSocket(_socket);
 }
 
 bool KXNetworkClient::connect(const char* host, int port) {
@@ -23,7 +21,8 @@ bool KXNetworkClient::connect(const char* host, int port) {
     if (!host)
         return false;
     _KXSocketOwner socket(_KXOpenSocket());
-    if (socket.get() == -1 || !_KXFindAddress(host, port, *_address) || !_KXConnect(socket.get(), *_address))
+    _KXSocketAddress address;
+    if (socket.get() == -1 || !_KXFindAddress(host, port, address) || !_KXConnect(socket.get(), address))
         return false;
     _socket = socket.release();
     return true;
@@ -32,7 +31,7 @@ bool KXNetworkClient::connect(const char* host, int port) {
 void KXNetworkClient::disconnect() {
     if (_socket == -1)
         return;
-    close(_socket);
+    _KXCloseSocket(_socket);
     _socket = -1;
     _leave(key);
 }

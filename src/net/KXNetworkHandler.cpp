@@ -91,17 +91,17 @@ Reading readAll(int socket, StoredBufferInfo& stored, int limit) {
     while (total < mostPerReceive && behindAMessage < mostBehindAMessage) {
         if (stored.hasMessage() && stored.length() > limit)
             break;
-        const ssize_t count = _KXSocketCall.receive(socket, stored.room(_KXSocketPiece), _KXSocketPiece);
+        const int count = _KXSocketCall.receive(socket, stored.room(_KXSocketPiece), _KXSocketPiece);
         if (count > 0) {
-            stored.added(static_cast<int>(count));
+            stored.added(count);
             if (!stored.findMessages(limit))
                 return Reading::tooLong;
-            total += static_cast<int>(count);
-            behindAMessage += stored.hasMessage() ? static_cast<int>(count) : 0;
+            total += count;
+            behindAMessage += stored.hasMessage() ? count : 0;
             failures = 0;
             continue;
         }
-        if (count < 0 && _KXWouldBlock())
+        if (count == _KXSocketWouldBlock)
             break;
         if (count == 0 || ++failures == _KXSocketPatience)
             return Reading::closed;

@@ -2,12 +2,12 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Truncate.h"
+#include "platform/VerticalSync.h"
 #include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
 #include "render/KXRenderContext.h"
-#include "render/VerticalSync.h"
 
 #include <GL/glu.h>
 #include <SDL.h>

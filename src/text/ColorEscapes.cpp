@@ -1,14 +1,10 @@
 #include "text/ColorEscapes.h"
 
+#include "platform/Locale.h"
 #include "util/Utf8.h"
 
 #include <algorithm>
-#include <clocale>
-#include <cstdlib>
 #include <cstring>
-#ifdef __APPLE__
-#include <xlocale.h>
-#endif
 
 static std::string_view between(const char* begin, const char* end) {
     return {begin, begin < end ? static_cast<std::size_t>(end - begin) : 0};
@@ -17,8 +13,7 @@ static std::string_view between(const char* begin, const char* end) {
 // The game's locale may expect a decimal comma, which is what separates the components here. No number runs
 // over the comma or brace that ends its piece, so the piece needs no copy.
 static float component(const char* begin, const char* end) {
-    static const locale_t plainLocale = newlocale(LC_ALL_MASK, "C", nullptr);
-    return begin < end ? static_cast<float>(strtod_l(begin, nullptr, plainLocale)) : 0.0f;
+    return begin < end ? static_cast<float>(_KXNumberIn(begin)) : 0.0f;
 }
 
 bool _KXNextColorSpan(const char*& position, _KXColorSpan& span) {

@@ -1,101 +1,35 @@
 #include <Kobaltrix/KXFile.h>
 
 #include "core/ground/ErrorSlot.h"
+#include "platform/EmptyFolder.h"
 
 #include <Kobaltrix/KXString.h>
 
-#include <algorithm>
-#include <cstring>
-#include <memory>
+#include <cstdlib>
+#include <filesystem>
+#include <set>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <system_error>
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-namespace {
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-using Folder = std::unique_ptr<DIR, CloseFolder>;
-
-// A folder that is being emptied. Names are taken down before the first removal, because a folder that
-// changes while it is read may skip entries.
-struct FolderToEmpty {
-    Folder folder;
-    std::vector<std::string> names;
-    bool removedSomething = false;
-};
-} // namespace
-
-static std::vector<std::string> namesIn(DIR* folder) {
-    std::vector<std::string> names;
-    while (const dirent* entry = readdir(folder))
-        names.emplace_back(entry->d_name);
-    return names;
-}
-
-// Opens @a name within @a parent, but not through a symbolic link.
-static Folder openWithoutFollowing(int parent, const char* name) {
-    const int descriptor = openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0)
-        return nullptr;
-    Folder folder(fdopendir(descriptor));
-    if (!folder)
-        close(descriptor);
-    return folder;
-}
-
-static FolderToEmpty folderToEmpty(Folder folder) {
-    std::vector<std::string> names = namesIn(folder.get());
-    std::erase_if(names, [](const std::string& name) { return name == "." || name == ".."; });
-    return {std::move(folder), std::move(names)};
-}
-
-// Removes everything in a folder; true when anything went. It walks by open folder and bare name, so that no
-// path grows too long on the way down and nobody can slip a link into the middle of one; and it keeps its own
-// stack, so that a deep tree costs memory and not the program.
-static bool emptyFolder(Folder root) {
-    std::vector<FolderToEmpty> levels;
-    levels.push_back(folderToEmpty(std::move(root)));
-    for (;;) {
-        FolderToEmpty& level = levels.back();
-        if (level.names.empty()) {
-            const bool removedInside = level.removedSomething;
-            levels.pop_back();
-            if (levels.empty())
-                return removedInside;
-            FolderToEmpty& parent = levels.back();
-            const int parentDescriptor = dirfd(parent.folder.get());
-            const bool removed = unlinkat(parentDescriptor, parent.names.back().c_str(), AT_REMOVEDIR) == 0;
-            parent.removedSomething |= removed || removedInside;
-            parent.names.pop_back();
-            continue;
-        }
-        const int descriptor = dirfd(level.folder.get());
-        const char* name = level.names.back().c_str();
-        if (Folder inner = openWithoutFollowing(descriptor, name)) {
-            levels.push_back(folderToEmpty(std::move(inner)));
-            continue;
-        }
-        // A folder that may not be read can still be removed when it is empty.
-        level.removedSomething |=
-            unlinkat(descriptor, name, 0) == 0 || unlinkat(descriptor, name, AT_REMOVEDIR) == 0;
-        level.names.pop_back();
-    }
-}
+namespace fs = std::filesystem;
 
 int KXFileExists(const char* path) {
-    struct stat information;
-    return path && stat(path, &information) == 0 ? -1 : 0;
+    std::error_code error;
+    return path && fs::exists(path, error) ? -1 : 0;
 }
 
-int KXIsDirectory(const char* path) { return path && Folder(opendir(path)) ? -1 : 0; }
+int KXIsDirectory(const char* path) {
+    std::error_code error;
+    const fs::directory_iterator folder(path ? path : "", error);
+    return error ? 0 : -1;
+}
 
-int KXRemoveFile(const char* path) { return KXFileExists(path) && unlink(path) == 0 ? 0 : -1; }
+int KXRemoveFile(const char* path) {
+    std::error_code error;
+    const bool isFile = KXFileExists(path) && !fs::is_directory(fs::symlink_status(path, error));
+    return isFile && fs::remove(path, error) ? 0 : -1;
+}
 
 int KXRemoveDirectory(const char* path) {
     if (!KXFileExists(path))
@@ -104,22 +38,25 @@ int KXRemoveDirectory(const char* path) {
     std::string root = path;
     while (root.size() > 1 && root.back() == '/')
         root.pop_back();
-    struct stat information;
-    if (lstat(root.c_str(), &information) == 0 && S_ISLNK(information.st_mode))
-        return KXIsDirectory(root.c_str()) && unlink(root.c_str()) == 0 ? 0 : -1;
-    Folder folder = openWithoutFollowing(AT_FDCWD, root.c_str());
-    const bool removedInside = folder && emptyFolder(std::move(folder));
-    return rmdir(root.c_str()) == 0 || removedInside ? 0 : -1;
+    std::error_code error;
+    const fs::file_type type = fs::symlink_status(root, error).type();
+    if (type == fs::file_type::symlink)
+        return KXIsDirectory(root.c_str()) && fs::remove(root, error) ? 0 : -1;
+    if (type != fs::file_type::directory)
+        return -1;
+    const bool removedInside = _KXEmptyFolder(root.c_str());
+    return fs::remove(root, error) || removedInside ? 0 : -1;
 }
 
 std::list<char*> KXDirectoryContents(const char* path) {
+    std::error_code error;
     std::list<char*> contents;
-    const Folder folder(path ? opendir(path) : nullptr);
-    if (!folder)
+    fs::directory_iterator entry(path ? path : "", error);
+    if (error)
         return contents;
-    std::vector<std::string> names = namesIn(folder.get());
-    std::sort(names.begin(), names.end());
-    names.erase(std::unique(names.begin(), names.end()), names.end());
+    std::set<std::string> names = {".", ".."};
+    for (; entry != fs::directory_iterator(); entry.increment(error))
+        names.insert(entry->path().filename().string());
     const bool endsWithSlash = std::string_view(path).ends_with('/');
     for (const std::string& name : names)
         if (char* full = KXTempString(endsWithSlash ? "%s%s" : "%s/%s", path, name.c_str()))
@@ -132,19 +69,25 @@ int KXMakeDirectory(const char* path) {
         _KXReportError("File exists at %s", path);
         return 0;
     }
-    if (path && mkdir(path, 0777) == 0)
+    std::error_code error;
+    if (path && fs::create_directory(path, error))
         return -1;
     _KXReportError("Unable to create directory at %s", path ? path : "(null)");
     return 0;
 }
 
+// A block for the caller to free.
+static char* copyOf(std::string_view text) {
+    char* copy = static_cast<char*>(std::malloc(text.size() + 1));
+    if (copy)
+        copy[text.copy(copy, text.size())] = 0;
+    return copy;
+}
+
 char* KXGetFilename(const char* path) {
-    if (!path)
-        return nullptr;
-    const char* slash = std::strrchr(path, '/');
-    if (!slash)
-        return strdup(path);
-    return slash[1] ? strdup(slash + 1) : nullptr;
+    const std::string_view text = path ? path : "/";
+    const std::size_t begin = text.rfind('/') + 1; // 0 without one
+    return text.ends_with('/') ? nullptr : copyOf(text.substr(begin));
 }
 
 const char* KXAppendPath(const char* a, const char* b) {
@@ -158,16 +101,15 @@ const char* KXAppendPath(const char* a, const char* b) {
 }
 
 char* KXGetContainingPathOf(const char* path) {
-    if (!path)
-        return nullptr;
-    std::string_view rest = path;
+    std::string_view rest = path ? path : "";
     if (rest.ends_with('/'))
         rest.remove_suffix(1);
     const std::size_t slash = rest.rfind('/');
-    return slash == std::string_view::npos ? nullptr : strndup(path, slash + 1);
+    return slash == std::string_view::npos ? nullptr : copyOf(rest.substr(0, slash + 1));
 }
 
 char* KXGetExtension(const char* path) {
-    const char* dot = path ? std::strrchr(path, '.') : nullptr;
-    return dot && dot[1] ? strdup(dot + 1) : nullptr;
+    const std::string_view text = path ? path : "";
+    const std::size_t dot = text.rfind('.');
+    return dot == std::string_view::npos || text.ends_with('.') ? nullptr : copyOf(text.substr(dot + 1));
 }

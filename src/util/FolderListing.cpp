@@ -3,23 +3,15 @@
 #include "util/TextOrder.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
-#include <memory>
+#include <filesystem>
 #include <string_view>
+#include <system_error>
 #include <tuple>
+#include <utility>
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+namespace fs = std::filesystem;
 
 namespace {
-struct Closer {
-    void operator()(DIR* folder) const { closedir(folder); }
-    void operator()(char* text) const { std::free(text); }
-};
-
 struct SortedEntry {
     std::string key;
     _KXFolderListing::Entry entry;
@@ -28,29 +20,18 @@ struct SortedEntry {
     auto rank() const { return std::tie(key, entry.name); }
 };
 
-enum class Type { Folder, File, Other };
-
-Type typeOf(mode_t mode) {
-    if (S_ISDIR(mode))
-        return Type::Folder;
-    return S_ISREG(mode) ? Type::File : Type::Other;
+// A link that leads nowhere is a name that is taken, so it is listed, as a file.
+fs::file_type typeOf(const fs::directory_entry& entry) {
+    std::error_code error;
+    const fs::file_type type = entry.status(error).type();
+    return error || type == fs::file_type::not_found ? fs::file_type::regular : type;
 }
 
-// Most systems tell the type with the name; asking for it otherwise costs a look at the disk for each entry.
-// A link that leads nowhere is a name that is taken, so it is listed.
-Type typeOf(DIR* folder, const dirent& entry) {
-    if (entry.d_type != DT_UNKNOWN && entry.d_type != DT_LNK)
-        return typeOf(DTTOIF(entry.d_type));
-    struct stat information;
-    if (fstatat(dirfd(folder), entry.d_name, &information, 0) != 0)
-        return Type::File;
-    return typeOf(information.st_mode);
-}
-
-bool isListed(const _KXFileFilter& filter, const std::string& name, Type type) {
-    if (type == Type::Other || (name[0] == '.' && !filter.showsHidden))
+bool isListed(const _KXFileFilter& filter, const std::string& name, fs::file_type type) {
+    if (name[0] == '.' && !filter.showsHidden)
         return false;
-    return type == Type::Folder || filter.matchesExtension(name);
+    return type == fs::file_type::directory ||
+           (type == fs::file_type::regular && filter.matchesExtension(name));
 }
 } // namespace
 
@@ -80,28 +61,20 @@ bool _KXFileFilter::matchesExtension(const std::string& name) const {
 
 _KXFolderListing _KXReadFolder(const std::string& path, const _KXFileFilter& filter) {
     _KXFolderListing listing;
-    const std::unique_ptr<DIR, Closer> folder(opendir(path.c_str()));
-    if (!folder) {
-        listing.error = errno;
-        return listing;
-    }
     std::vector<SortedEntry> halves[2];
-    errno = 0;
-    while (const dirent* entry = readdir(folder.get())) {
-        std::string name = entry->d_name;
-        if (name == "." || name == "..")
-            continue;
-        const Type type = typeOf(folder.get(), *entry);
+    std::error_code error;
+    for (fs::directory_iterator entry(path, error), end; entry != end; entry.increment(error)) {
+        std::string name = entry->path().filename().string();
+        const fs::file_type type = typeOf(*entry);
         if (isListed(filter, name, type)) {
-            const bool isFolder = type == Type::Folder;
+            const bool isFolder = type == fs::file_type::directory;
             halves[isFolder ? 0 : 1].push_back(
                 {_KXNaturalSortKey(name.c_str()), {std::move(name), isFolder}});
         } else {
             listing.hasOthers = true;
         }
-        errno = 0; // looking at an entry may have set it
     }
-    listing.error = errno;
+    listing.error = error.value();
     listing.entries.reserve(halves[0].size() + halves[1].size());
     for (std::vector<SortedEntry>& half : halves) {
         std::sort(half.begin(), half.end(),
@@ -113,55 +86,37 @@ _KXFolderListing _KXReadFolder(const std::string& path, const _KXFileFilter& fil
 }
 
 _KXPathKind _KXKindOf(const std::string& path) {
-    struct stat information;
-    if (stat(path.c_str(), &information) != 0)
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (!fs::exists(status))
         return _KXPathKind::Nothing;
-    return S_ISDIR(information.st_mode) ? _KXPathKind::Folder : _KXPathKind::File;
+    return fs::is_directory(status) ? _KXPathKind::Folder : _KXPathKind::File;
 }
 
 std::string _KXPathIn(const std::string& folder, const std::string& path) {
-    if (path.starts_with('/'))
-        return path;
-    return folder.ends_with('/') ? folder + path : folder + "/" + path;
+    return (fs::path(folder) / path).string();
 }
 
-static std::string workingDirectory() {
-    const std::unique_ptr<char, Closer> path(getcwd(nullptr, 0));
-    return path && path.get()[0] == '/' ? path.get() : "/";
-}
-
-// By its text alone: a folder that has vanished has a parent too.
-static std::string withoutDots(const std::string& path) {
-    std::vector<std::string_view> parts;
-    std::string_view rest = path;
-    while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find('/'), rest.size());
-        const std::string_view part = rest.substr(0, end);
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-        if (part == ".." && !parts.empty())
-            parts.pop_back();
-        else if (!part.empty() && part != "." && part != "..")
-            parts.push_back(part);
-    }
-    std::string plain;
-    for (const std::string_view part : parts)
-        plain.append("/").append(part);
-    return plain.empty() ? "/" : plain;
+static fs::path workingDirectory() {
+    std::error_code error;
+    const fs::path path = fs::current_path(error);
+    return path.is_absolute() ? path : "/"; // it may have been removed
 }
 
 std::string _KXAbsolutePath(const char* path) {
-    const std::string full = path && *path ? _KXPathIn(workingDirectory(), path) : workingDirectory();
+    const fs::path full = workingDirectory() / (path ? path : "");
     // A ".." behind a link is the parent of what the link leads to, which only the system knows. Without one,
     // links stay as they are, so that the way up is the way down.
-    if ((full + "/").find("/../") != std::string::npos)
-        if (const std::unique_ptr<char, Closer> real(realpath(full.c_str(), nullptr)); real)
-            return real.get();
-    return withoutDots(full);
+    if (std::find(full.begin(), full.end(), "..") != full.end()) {
+        std::error_code error;
+        if (const fs::path real = fs::canonical(full, error); !error)
+            return real.string();
+    }
+    // By its text alone: a folder that has vanished has a parent too.
+    const fs::path plain = full.lexically_normal();
+    return (plain.has_filename() ? plain : plain.parent_path()).string();
 }
 
-std::string _KXLastPart(const std::string& path) { return path.substr(path.rfind('/') + 1); }
+std::string _KXLastPart(const std::string& path) { return fs::path(path).filename().string(); }
 
-std::string _KXParentOf(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    return slash == 0 || slash == std::string::npos ? "/" : path.substr(0, slash);
-}
+std::string _KXParentOf(const std::string& path) { return fs::path(path).parent_path().string(); }

@@ -1,6 +1,8 @@
 #include "util/Log.h"
 
 #include "core/ground/LogicClock.h"
+#include "platform/AppendFile.h"
+#include "platform/LocalTime.h"
 
 #include <Kobaltrix/KXApplication.h>
 
@@ -8,8 +10,6 @@
 #include <cstdarg>
 #include <cstring>
 #include <ctime>
-
-#include <fcntl.h>
 
 namespace {
 // One message as it goes out. The parts have the sizes of temporary strings, but are none: a game may log
@@ -33,13 +33,9 @@ static constinit std::size_t buffered = 0;
 
 static std::FILE* openFile(const char* fileName, bool overwrite) {
     const std::string path = KXExecutablePath ? std::string(KXExecutablePath) + "/" + fileName : fileName;
-    std::FILE* file = std::fopen(path.c_str(), overwrite ? "w" : "a");
+    std::FILE* file = _KXOpenToAppend(path.c_str(), overwrite);
     if (!file)
         return nullptr;
-    // Also what begins with an empty file must not write over the lines that others append.
-    const int descriptor = fileno(file);
-    fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_APPEND);
-    fcntl(descriptor, F_SETFD, FD_CLOEXEC);
     std::setvbuf(file, buffer, _IOFBF, sizeof buffer);
     buffered = 0;
     return file;
@@ -76,10 +72,7 @@ static bool isEnabled(const char* category) {
 }
 
 static void appendTimestamp(Message& message) {
-    const std::time_t now = _KXTimeOfDay();
-    std::tm local = {};
-    if (!localtime_r(&now, &local))
-        local = {}; // a year that no int holds
+    const std::tm local = _KXLocalTime(_KXTimeOfDay());
     char stamp[64];
     std::snprintf(stamp, sizeof stamp, "[%02d/%02d/%04lld %02d:%02d:%02d]: ", local.tm_mon + 1, local.tm_mday,
                   local.tm_year + 1900LL, local.tm_hour, local.tm_min, local.tm_sec);

@@ -1,28 +1,13 @@
 #include "util/TextOrder.h"
 
+#include "platform/Locale.h"
 #include "util/Utf8.h"
 
 #include <algorithm>
-#include <clocale>
-#include <cwctype>
 #include <string_view>
-#ifdef __APPLE__
-#include <xlocale.h>
-#endif
-
-static char32_t lowerCase(char32_t character) {
-    if (character < 0x80)
-        return character >= 'A' && character <= 'Z' ? character + ('a' - 'A') : character;
-    // Not the game's locale: it may know the letters of its own language only, or none.
-    static const locale_t everyScript = [] {
-        const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-        return utf8 ? utf8 : newlocale(LC_CTYPE_MASK, "en_US.UTF-8", nullptr);
-    }();
-    return everyScript ? towlower_l(static_cast<wint_t>(character), everyScript) : character;
-}
 
 // Takes a character off a well-formed text, in lower case.
-static char32_t takeLowerCase(std::string_view& text) { return lowerCase(_KXTakeCharacter(text)); }
+static char32_t takeLowerCase(std::string_view& text) { return _KXLowerCase(_KXTakeCharacter(text)); }
 
 std::string _KXFoldedText(const char* text) {
     const _KXLegibleText legible(text);
@@ -35,7 +20,7 @@ std::string _KXFoldedText(const char* text) {
 bool _KXBeginsWith(const char* text, const char* prefix) {
     // Almost every row of a long list is told by its first letter already.
     const auto first = static_cast<unsigned char>(*text);
-    if (*prefix && first < 0x80 && lowerCase(first) != static_cast<unsigned char>(*prefix))
+    if (*prefix && first < 0x80 && _KXLowerCase(first) != static_cast<unsigned char>(*prefix))
         return false;
     const _KXLegibleText legible(text);
     std::string_view rest = legible.get();

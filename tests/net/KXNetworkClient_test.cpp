@@ -119,12 +119,9 @@ TEST_F(Client, ConnectingAgainClosesTheOldConnection) {
 
 TEST_F(Client, HostileServers) {
     const _KXSocketOwner listener(_KXOpenSocket());
-    sockaddr_in address = {};
+    _KXSocketAddress address;
     _KXFindAddress("127.0.0.1", 0, address);
-    socklen_t length = sizeof address;
-    ASSERT_EQ(bind(listener.get(), reinterpret_cast<const sockaddr*>(&address), length), 0);
-    ASSERT_EQ(listen(listener.get(), 4), 0);
-    ASSERT_EQ(getsockname(listener.get(), reinterpret_cast<sockaddr*>(&address), &length), 0);
+    ASSERT_TRUE(_KXBind(listener.get(), address) && _KXListen(listener.get(), 4));
     client.setStoredBufferLimit(1000);
     client.setSendRetryLimit(0);
     const struct {
@@ -140,7 +137,7 @@ TEST_F(Client, HostileServers) {
                 {"well-behaved", [](RawPeer& peer) { peer.send("good" + marker); }, "good", true}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        ASSERT_TRUE(client.connect("127.0.0.1", ntohs(address.sin_port)));
+        ASSERT_TRUE(client.connect("127.0.0.1", address.port));
         RawPeer peer = RawPeer::accepted(listener.get());
         row.act(peer);
         EXPECT_EQ(nextFrom(client), row.message);
@@ -148,14 +145,14 @@ TEST_F(Client, HostileServers) {
         EXPECT_EQ(client._storedLength(0), 0);
     }
     // Never reads: the send gives up when the system takes no more. Then it is as if it had closed.
-    ASSERT_TRUE(client.connect("127.0.0.1", ntohs(address.sin_port)));
+    ASSERT_TRUE(client.connect("127.0.0.1", address.port));
     RawPeer peer = RawPeer::accepted(listener.get());
     const std::string bytes(64 << 20, 'x');
     const int sent = client._send(bytes.data(), 64 << 20);
     EXPECT_TRUE(sent > 0 && sent < 64 << 20) << sent;
     EXPECT_FALSE(client.connected());
     // And one that is gone when something is sent to it: no signal, a failure in the end.
-    ASSERT_TRUE(client.connect("127.0.0.1", ntohs(address.sin_port)));
+    ASSERT_TRUE(client.connect("127.0.0.1", address.port));
     RawPeer::accepted(listener.get()).close();
     EXPECT_TRUE(eventually([&] { return client._send("x", 1) != 1; }));
     EXPECT_FALSE(client.connected());

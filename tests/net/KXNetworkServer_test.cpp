@@ -274,22 +274,6 @@ TEST_F(Server, AFullDescriptorTableIsSurvived) {
     EXPECT_EQ(nextFrom(server, 1), "too");
 }
 
-TEST_F(Server, AcceptingFailsInOtherWays) {
-    static int error;
-    const auto before = _KXSocketCall.accept;
-    _KXSocketCall.accept = [](int, sockaddr*, socklen_t*) {
-        errno = error;
-        return -1;
-    };
-    for (int each : {EINTR, ECONNABORTED, ENOBUFS, ENFILE, EAGAIN}) {
-        error = each;
-        EXPECT_EQ(server.checkForIncomingConnections(), -1) << each;
-    }
-    _KXSocketCall.accept = before;
-    const RawPeer peer(port);
-    EXPECT_EQ(acceptOne(server), 0);
-}
-
 TEST(FullServer, DropsTheClientOfTheDescriptorsNumber) {
     // The descriptor that the one too many gets is made a low one.
     const int placeholder = open("/dev/null", O_RDONLY);

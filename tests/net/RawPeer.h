@@ -11,10 +11,13 @@
 #include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
+#include <netinet/in.h>
 #include <poll.h>
 #include <sched.h>
 #include <string>
 #include <string_view>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #ifndef POLLRDHUP
 #define POLLRDHUP POLLHUP
@@ -78,7 +81,9 @@ class RawPeer {
 public:
     explicit RawPeer(int port) : _socket(socket(AF_INET, SOCK_STREAM, 0)) {
         sockaddr_in address = {};
-        _KXFindAddress("127.0.0.1", port, address);
+        address.sin_family = AF_INET;
+        address.sin_port = htons(static_cast<std::uint16_t>(port));
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         EXPECT_EQ(connect(_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
     }
     /// Of a connection that was accepted.

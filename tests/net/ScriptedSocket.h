@@ -21,20 +21,19 @@ public:
 
     ScriptedSocket() : _before(_KXSocketCall) {
         _current = this;
-        _KXSocketCall.receive = [](int, void* data, std::size_t length) {
+        _KXSocketCall.receive = [](int, void* data, int length) {
             return _current->receive(static_cast<char*>(data), length);
         };
-        _KXSocketCall.send = [](int, const void*, std::size_t length) { return _current->send(length); };
+        _KXSocketCall.send = [](int, const void*, int length) { return _current->send(length); };
     }
     ~ScriptedSocket() { _KXSocketCall = _before; }
     ScriptedSocket(const ScriptedSocket&) = delete;
     ScriptedSocket& operator=(const ScriptedSocket&) = delete;
 
-    std::deque<Step> incoming;  ///< What the peer sends; after it there is nothing for now.
-    std::deque<long> outcomes;  ///< Of sends: how many bytes at most are taken, or minus an error.
-    bool repeatsLast = false;   ///< Whether the last of either stands for ever.
-    int pause = EAGAIN;         ///< What a receive without anything to read fails with.
-    std::vector<long> requests; ///< How many bytes each call asked for.
+    std::deque<Step> incoming; ///< What the peer sends; after it there is nothing for now.
+    std::deque<int> outcomes;  ///< Of sends: how many bytes at most are taken, or minus an error.
+    bool repeatsLast = false;  ///< Whether the last of either stands for ever.
+    std::vector<int> requests; ///< How many bytes each call asked for.
     void (*onCall)() = [] {};
 
 private:
@@ -47,35 +46,29 @@ private:
             script.pop_front();
     }
 
-    ssize_t fail(int error) const {
-        errno = error;
-        return -1;
-    }
-
-    ssize_t receive(char* data, std::size_t length) {
-        requests.push_back(static_cast<long>(length));
+    int receive(char* data, int length) {
+        requests.push_back(length);
         if (incoming.empty())
-            return fail(pause);
+            return _KXSocketWouldBlock;
         Step& step = incoming.front();
         const int error = step.error;
-        const std::size_t count = std::min(length, step.bytes.size());
+        const std::size_t count = std::min(static_cast<std::size_t>(length), step.bytes.size());
         if (count > 0)
             std::memcpy(data, step.bytes.data(), count);
         if (count == step.bytes.size() || repeatsLast)
             next(incoming);
         else
             step.bytes.remove_prefix(count);
-        return error ? fail(error) : static_cast<ssize_t>(count);
+        return error ? _KXSocketFailureOf(error) : static_cast<int>(count);
     }
 
-    ssize_t send(std::size_t length) {
+    int send(int length) {
         onCall();
-        requests.push_back(static_cast<long>(length));
+        requests.push_back(length);
         if (outcomes.empty())
-            return static_cast<ssize_t>(length);
-        const long outcome = outcomes.front();
+            return length;
+        const int outcome = outcomes.front();
         next(outcomes);
-        return outcome < 0 ? fail(static_cast<int>(-outcome))
-                           : std::min(static_cast<ssize_t>(length), static_cast<ssize_t>(outcome));
+        return outcome < 0 ? _KXSocketFailureOf(-outcome) : std::min(length, outcome);
     }
 };

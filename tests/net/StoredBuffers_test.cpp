@@ -266,7 +266,7 @@ TEST(Framing, ReadingAsksForSmallPiecesAndEnds) {
     Handler handler;
     const std::string bytes(2500, 'x');
     handler.receive(bytes);
-    EXPECT_EQ(handler.socket.requests, (std::vector<long>{1024, 1024, 1024, 1024}))
+    EXPECT_EQ(handler.socket.requests, (std::vector<int>{1024, 1024, 1024, 1024}))
         << "the last finds nothing";
 
     // A peer that always has more does not keep the game.

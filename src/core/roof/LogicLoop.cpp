@@ -3,10 +3,9 @@
 #include "core/dispatch/EventDispatch.h"
 #include "core/ground/LogicClock.h"
 #include "input/KXMouse.h"
+#include "platform/Sleep.h"
 #include "render/DrawBatch.h"
 #include "util/KXString.h"
-
-#include <unistd.h>
 
 // The frame counter.
 static constinit int _KXFPS = 0;
@@ -34,7 +33,7 @@ void KXPreLogicLoop() {
     _KXLogicTimeElapsed += _KXLogicCurrentTime - _KXLogicLastTime;
     _KXLogicCurrentCycles = stepTime ? _KXLogicTimeElapsed / stepTime : 0; // no speed is set before KXInit
     if (_KXLogicTimeElapsed < stepTime)
-        usleep(0);
+        _KXSleepBriefly();
 }
 
 int KXLogicLoop() {

@@ -1,9 +1,9 @@
-#include "net/SocketSignals.h"
+#include "platform/SocketSignals.h"
 
 #include <sys/socket.h>
 
 void _KXSilenceSocket(int) {}
 
-ssize_t _KXSendSilently(int socket, const void* data, std::size_t length) {
+long _KXSendSilently(int socket, const void* data, std::size_t length) {
     return send(socket, data, length, MSG_NOSIGNAL);
 }

@@ -1,4 +1,4 @@
-#include "net/SocketSignals.h"
+#include "platform/SocketSignals.h"
 
 #include <sys/socket.h>
 
@@ -7,6 +7,6 @@ void _KXSilenceSocket(int socket) {
     setsockopt(socket, SOL_SOCKET, SO_NOSIGPIPE, &on, sizeof on);
 }
 
-ssize_t _KXSendSilently(int socket, const void* data, std::size_t length) {
+long _KXSendSilently(int socket, const void* data, std::size_t length) {
     return send(socket, data, length, 0);
 }

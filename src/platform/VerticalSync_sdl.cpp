@@ -1,4 +1,4 @@
-#include "render/VerticalSync.h"
+#include "platform/VerticalSync.h"
 
 #include <SDL_video.h>
 

@@ -1,0 +1,5 @@
+#include "platform/Sleep.h"
+
+#include <unistd.h>
+
+void _KXSleepBriefly() { usleep(0); }
