@@ -5,12 +5,14 @@
 /// @file
 /// Where the application lives, and the request to quit.
 
-/// The executable's file name. Set by KXInit(char*), null before; belongs to the library.
+/// The executable's file name; all of a path that has no slash behind its first character, so "/game" for
+/// "/game". Set by KXInit(char*), null before; belongs to the library.
 extern KX_API const char* KXApplicationName;
-/// The folder that holds the executable, without a trailing slash (for an application bundle: the folder that
-/// holds the bundle, with it). Set by KXInit(char*), null where the path names no folder.
+/// The folder that holds the executable, without a trailing slash. For an application bundle it is the folder
+/// that holds the bundle, with the slash, or the whole path where it names none. Set by KXInit(char*), null
+/// where the path names no folder.
 extern KX_API const char* KXExecutablePath;
-/// The application's own resource folder inside its bundle; null unless it exists.
+/// The application's own resource folder inside its bundle, "Contents/Resources/NAME"; null unless it exists.
 extern KX_API const char* KXBundlePath;
 
 /// Asks for the end of the game; so does the platform's quit event. The game polls the request.

@@ -5,5 +5,6 @@
 /// @file
 /// The text of the last failure.
 
-/// The last failure's text, cut to 511 bytes; empty while there is none. Belongs to the library.
+/// The last failure's text, cut to 511 bytes; empty while there is none. Two percent signs next to each
+/// other, as a path may hold them, come out as one. Belongs to the library.
 KX_API const char* KXError();

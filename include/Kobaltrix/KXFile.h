@@ -28,13 +28,14 @@ KX_API int KXRemoveFile(const char* path);
 /// @return 0 if the folder was removed or at least something in it was; -1 if nothing was removed.
 KX_API int KXRemoveDirectory(const char* path);
 
-/// The full paths of everything in a folder, "." and ".." included, in byte-wise order; empty if @a path is
-/// no folder that can be read. Files and folders look alike: ask KXIsDirectory().
+/// The paths of everything in a folder, each @a path with a name behind it, "." and ".." included, in
+/// byte-wise order; empty if @a path is no folder that can be read. Files and folders look alike: ask
+/// KXIsDirectory().
 /// @return the caller's own list, of temporary strings (so cut to 1023 bytes): never free them, and copy them
 ///   to keep them longer than the current logic step.
 KX_API std::list<char*> KXDirectoryContents(const char* path);
 
-/// Creates one folder; its parent must exist.
+/// Creates one folder, with all the permissions that the process's mask leaves; its parent must exist.
 /// @return -1 on success, 0 on failure (also if something is there already) with a text in KXError().
 KX_API int KXMakeDirectory(const char* path);
 

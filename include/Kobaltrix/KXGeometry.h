@@ -5,8 +5,7 @@
 /// @file
 /// Directions of the grid, points on lines and circles, and simple hit tests.
 /// Nothing here allocates, fails, or depends on the library being initialised; every function is usable from
-/// any thread. Where a difference is truncated to an integer, one that an int cannot hold counts as the
-/// nearest int and not-a-number as 0.
+/// any thread.
 
 /// The opposite direction. None for none and for values that are no direction.
 KX_API KXDirection KXOppositeDirection(KXDirection direction);
@@ -15,7 +14,7 @@ KX_API KXDirection KXOppositeDirection(KXDirection direction);
 KX_API KXDirection KXNextClockwiseCardinalDirection(KXDirection direction);
 
 /// The direction in which @a to lies seen from @a from. Distances along an axis shorter than one pixel count
-/// as 0; none if both are.
+/// as 0, and so does what is not a number; none if both do.
 KX_API KXDirection KXDirectionBetween(KXPoint from, KXPoint to);
 /// Like KXDirectionBetween(), but a diagonal becomes the cardinal direction of its longer axis, the vertical
 /// one if both are equally long.

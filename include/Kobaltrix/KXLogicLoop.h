@@ -19,16 +19,17 @@ KX_API void KXSetLogicInterval(unsigned speed);
 
 /// Starts the loop afresh: nothing is owed but one step, which the first frame runs.
 KX_API void KXResetLogicLoop();
-/// Begins a frame: works out how many logic steps are due. There is no upper limit; after a long stall the
-/// logic catches up with every step owed.
+/// Begins a frame: works out how many logic steps are due, and lets other programs have the processor for a
+/// moment if none is. There is no upper limit; after a long stall the logic catches up with every step owed.
 KX_API void KXPreLogicLoop();
 /// -1 if a logic step is due, after reading every waiting event into the input state; 0 if none is due, and
 /// then no event is read.
 KX_API int KXLogicLoop();
-/// Ends one logic step and frees the temporary strings. After the frame's last step the time owed that is
-/// shorter than a step is dropped.
+/// Ends one logic step and frees the temporary strings, unless KXDisableTemporaryStringCleanup() holds. After
+/// the frame's last step the time owed that is shorter than a step is dropped.
 KX_API void KXLogicUpdate();
-/// Ends the frame: a wheel notch is forgotten.
+/// Ends the frame: what an open draw batch holds is drawn, a wheel notch is forgotten, and the time until
+/// KXPreLogicLoop() has been counted.
 KX_API void KXPostLogicLoop();
 
 /// Whole seconds counted by the logic loop, at most one per step.

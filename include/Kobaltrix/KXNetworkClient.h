@@ -20,7 +20,8 @@ public:
     /// Disconnects.
     ~KXNetworkClient();
 
-    /// Connects, and waits until that has succeeded or failed. An earlier connection is closed first.
+    /// Connects, and waits until that has succeeded or failed. An earlier connection is closed first,
+    /// but for one whose descriptor is 0: that is left open.
     /// @param host name or dotted IPv4 address. @param port 1 to 65535.
     /// @return false if the name is unknown or null, or nobody answers there.
     bool connect(const char* host, int port);

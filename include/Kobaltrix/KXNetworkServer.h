@@ -31,7 +31,8 @@ public:
     /// @param maxClients how many clients there may be at a time, 0 to 1048576.
     /// @param option kept for games that pass one; it changes nothing.
     /// @param backlog how many connections may wait to be accepted; the system has its own upper limit.
-    /// Throws std::bad_alloc on failure, with a text in KXError() unless memory was exhausted.
+    /// Throws std::bad_alloc on failure, with a text in KXError() unless memory was exhausted or
+    /// @a maxClients is out of range.
     KXNetworkServer(const char* address, int port, int maxClients, int option, int backlog);
     /// Disconnects all clients and stops listening.
     ~KXNetworkServer();

@@ -3,8 +3,8 @@
 #include <Kobaltrix/KXTypes.h>
 
 /// @file
-/// Random numbers drawn from the C library's `rand()`: `srand()` makes them repeatable. Nothing here
-/// allocates or fails.
+/// Random numbers drawn from the C library's `rand()`. KXInit() seeds it with the time of day; `srand()`
+/// after it makes them repeatable. Nothing here allocates or fails.
 
 /// A whole number from @a min to @a max, both included; 0 if @a min is greater than @a max. Any two ints are
 /// a valid range, the widest one too.
@@ -12,8 +12,8 @@ KX_API int KXRandomize(int min, int max);
 
 /// A number from @a min to @a max in steps of a ten-thousandth; 0.0 if @a min is greater than @a max or
 /// either is not a number. Both bounds are first rounded toward zero to four decimals, both may be drawn, and
-/// every step between them is equally likely. The result also keeps to the unrounded bounds unless no number
-/// lies within both.
+/// every step between them is about equally likely. The result also keeps to the unrounded bounds unless no
+/// number lies within both.
 KX_API float KXRandomizef(float min, float max);
 
 /// -1 with about the given chance in percent, else 0. One of 101 outcomes is drawn: 0 never succeeds, 100

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Kobaltrix/KXTypes.h>
+#include <Kobaltrix/KXVector3D.h>
 
 /// @file
 /// Temporary strings and the text forms of the value types.
@@ -24,6 +25,8 @@ KX_API const char* KXSizeToString(KXSize size);  ///< "(width, height)" with six
 KX_API const char* KXSizeToStringi(KXSize size); ///< "(width, height)" truncated. A temporary string.
 KX_API const char* KXRectToString(KXRect rect);  ///< "{ (x, y) : (width, height) }". A temporary string.
 KX_API const char* KXRectToStringi(KXRect rect); ///< The same, truncated. A temporary string.
+/// "(x, y, z)" with six decimals. A temporary string.
+KX_API const char* KXVector3DToString(KXVector3D vector);
 
 /// The name of a direction ("None", "Left", … "Up Right"), "Unknown" for other values. A temporary string.
 KX_API const char* KXDirectionToString(KXDirection direction);

@@ -89,6 +89,10 @@ const char* KXRectToStringi(KXRect rect) {
                         _KXTruncate(rect.size.width), _KXTruncate(rect.size.height));
 }
 
+const char* KXVector3DToString(KXVector3D vector) {
+    return KXTempString("(%f, %f, %f)", vector.x, vector.y, vector.z);
+}
+
 const char* KXDirectionToString(KXDirection direction) {
     static constexpr const char* names[] = {"None",      "Left",       "Up",      "Down",    "Right",
                                             "Down Left", "Down Right", "Up Left", "Up Right"};

@@ -44,7 +44,17 @@ KXVector3D KXVector3D::rotZ(float degrees) const {
     return {turn.first(x, y), turn.second(x, y), z};
 }
 
-float KXVector3D::length() const {
-    const double dx = x, dy = y, dz = z;
-    return static_cast<float>(std::sqrt(dx * dx + dy * dy + dz * dz));
+// The square of a float always fits into a double.
+static double lengthOf(const KXVector3D& v) {
+    const double x = v.x, y = v.y, z = v.z;
+    return std::sqrt(x * x + y * y + z * z);
+}
+
+float KXVector3D::length() const { return static_cast<float>(lengthOf(*this)); }
+
+KXVector3D KXVector3D::normalized() const {
+    const double length = lengthOf(*this);
+    if (length == 0)
+        return *this;
+    return {static_cast<float>(x / length), static_cast<float>(y / length), static_cast<float>(z / length)};
 }
