@@ -1,7 +1,5 @@
 #include "input/Keyboard.h"
 
-#include "core/ground/LogicClock.h"
-
 #include <SDL_keycode.h>
 
 #include <algorithm>
@@ -160,20 +158,15 @@ constexpr KeyInfo keys[_KXKeyCount] = {
 bool isKey(int key) { return key >= 1 && key < _KXKeyCount; }
 
 void forgetReport(int key) {
-    _KXKeysDown[key] = 0;
-    _KXKeysTextEntryDown[key] = 0;
-    _KXKeysDownTime[key] = _KXNeverReported;
+    _KXKeyboard.toldGame[key] = _KXKeyboard.toldTextEntry[key] = 0;
+    _KXKeyboard.toldTime[key] = _KXNeverReported;
+    _KXKeyboard.hiddenFromWidgets[key] = false;
 }
 } // namespace
 
 void _KXInitKeys() { KXUnsetKeys(); }
 
-void KXUnsetKeys() {
-    for (int key = 0; key < _KXKeyCount; ++key) {
-        _KXKeys[key] = 0;
-        forgetReport(key);
-    }
-}
+void KXUnsetKeys() { _KXKeyboard = {}; }
 
 void _KXSetKeyToValue(int keycode, int value) {
     if (keycode == 0)
@@ -181,7 +174,7 @@ void _KXSetKeyToValue(int keycode, int value) {
     const auto* found = std::find_if(std::begin(keys), std::end(keys),
                                      [keycode](const KeyInfo& key) { return key.keycode == keycode; });
     if (found != std::end(keys))
-        _KXKeys[found - keys] = value;
+        _KXKeyboard.held[found - keys] = value;
 }
 
 void _KXSetKey(int keycode) { _KXSetKeyToValue(keycode, -1); }
@@ -189,24 +182,32 @@ void _KXSetKey(int keycode) { _KXSetKeyToValue(keycode, -1); }
 void _KXUnsetKey(int keycode) {
     _KXSetKeyToValue(keycode, 0);
     for (int key = 0; key < _KXKeyCount; ++key)
-        if (!_KXKeys[key])
+        if (!_KXKeyboard.held[key])
             forgetReport(key);
+}
+
+bool _KXIsShortcutHeld() {
+    const bool command = _KXKeyboard.modifiers & (KMOD_CTRL | KMOD_GUI);
+    const bool otherLevel = _KXKeyboard.modifiers & (KMOD_ALT | KMOD_MODE);
+    return command && !otherLevel;
 }
 
 int _KXKey(int key, int once, std::int32_t* downTable, int repeat) {
     if (!isKey(key))
         return 0;
-    if (!once && _KXKeys[key])
+    const bool held = _KXKeyboard.held[key];
+    std::int32_t& time = _KXKeyboard.toldTime[key];
+    if (!once && held)
         return -1;
     if (once && downTable[key])
-        return repeat && _KXRepeatIsDue(_KXKeysDownTime[key]) ? -1 : 0;
-    if (once && _KXKeys[key]) {
+        return repeat && _KXRepeatIsDue(time) ? -1 : 0;
+    if (once && held) {
         downTable[key] = -1;
-        _KXKeysDownTime[key] = static_cast<std::int32_t>(_KXLogicCurrentTime);
+        time = static_cast<std::int32_t>(_KXLogicCurrentTime);
         return -1;
     }
     downTable[key] = 0;
-    _KXKeysDownTime[key] = _KXNeverReported;
+    time = _KXNeverReported;
     return 0;
 }
 
@@ -215,6 +216,24 @@ int KXKey(int key) { return KXKey(key, 0); }
 int KXKey(int key, int once) { return _KXKey(key, once, _KXKeysDown, 0); }
 
 int _KXKeyTextEntry(int key, int once) { return _KXKey(key, once, _KXKeysTextEntryDown, 0); }
+
+void _KXBeginWidgetKeys() {
+    _KXKeyboard.repeatingKey = 0;
+    for (int key = 0; key < _KXKeyCount; ++key)
+        _KXKeyboard.hiddenFromWidgets[key] = _KXKeyboard.held[key];
+}
+
+bool _KXWidgetKey(int key, bool repeats) {
+    if (!isKey(key) || _KXKeyboard.hiddenFromWidgets[key])
+        return false;
+    if (_KXKeyTextEntry(key, -1)) {
+        _KXKeyboard.repeatingKey = key;
+        _KXKeyboard.repeatTime = static_cast<std::int32_t>(_KXLogicCurrentTime);
+        return true;
+    }
+    return repeats && key == _KXKeyboard.repeatingKey && _KXKeyTextEntry(key, 0) &&
+           _KXRepeatIsDue(_KXKeyboard.repeatTime);
+}
 
 int KXKeyWithDelayedRepeat(int key) { return _KXKey(key, -1, _KXKeysDown, -1); }
 

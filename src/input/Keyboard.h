@@ -1,16 +1,37 @@
 #pragma once
 
+#include "core/ground/LogicClock.h"
+
 #include <Kobaltrix/KXKeyboard.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 
 inline constexpr int _KXKeyCount = 137; ///< Table size: keys are numbered 1 to 136.
 
-inline constinit std::int32_t _KXKeys[_KXKeyCount] = {};     ///< -1 while held.
-inline constinit std::int32_t _KXKeysDown[_KXKeyCount] = {}; ///< -1 once the game was told of the press.
-inline constinit std::int32_t _KXKeysTextEntryDown[_KXKeyCount] =
-    {};                                                          ///< The same for the text-entry widgets.
-inline constinit std::int32_t _KXKeysDownTime[_KXKeyCount] = {}; ///< Logic time (ms) of the report.
+/// All that is known of the keyboard; tables are indexed by key number.
+struct _KXKeyboardState {
+    std::int32_t held[_KXKeyCount] = {};          ///< -1 while held.
+    std::int32_t toldGame[_KXKeyCount] = {};      ///< -1 once the game was told of the press.
+    std::int32_t toldTextEntry[_KXKeyCount] = {}; ///< The same for the text-entry widgets.
+    std::int32_t toldTime[_KXKeyCount];           ///< Logic time (ms) of the report.
+    /// Keys that were down when a widget was given the keyboard: they were meant for something else.
+    bool hiddenFromWidgets[_KXKeyCount] = {};
+    int repeatingKey = 0;        ///< That a widget was told of last, 0 for none,
+    std::int32_t repeatTime = 0; ///< and when (logic time in ms): the game may be reading the same key.
+    int modifiers = 0;           ///< The platform's bits, as the last key event had them.
+
+    constexpr _KXKeyboardState() { std::fill(std::begin(toldTime), std::end(toldTime), _KXNeverReported); }
+    bool operator==(const _KXKeyboardState&) const = default;
+};
+
+inline constinit _KXKeyboardState _KXKeyboard;
+
+inline constinit std::int32_t (&_KXKeys)[_KXKeyCount] = _KXKeyboard.held;
+inline constinit std::int32_t (&_KXKeysDown)[_KXKeyCount] = _KXKeyboard.toldGame;
+inline constinit std::int32_t (&_KXKeysTextEntryDown)[_KXKeyCount] = _KXKeyboard.toldTextEntry;
+inline constinit std::int32_t (&_KXKeysDownTime)[_KXKeyCount] = _KXKeyboard.toldTime;
 
 /// Forgets every key.
 void _KXInitKeys();
@@ -21,7 +42,17 @@ void _KXSetKey(int keycode);
 /// A key came up. Clears the reported state of every key that is not held, also of keys whose release was
 /// lost.
 void _KXUnsetKey(int keycode);
+/// Whether what is typed now is no text but a shortcut. On some layouts Control and Alt make AltGr, which
+/// types; modifiers are taken as the last key event had them.
+bool _KXIsShortcutHeld();
+
 /// The one query behind all others. @a downTable says who asks: the game or the text-entry widgets.
 int _KXKey(int key, int once, std::int32_t* downTable, int repeat);
 /// KXKey() for the text-entry widgets: does not consume the press for the game.
 int _KXKeyTextEntry(int key, int once);
+
+/// Gives the keyboard to a widget: of keys that are down now none is told of before it comes up.
+void _KXBeginWidgetKeys();
+/// Whether to tell the widget that has the keyboard of a press: once and, if the key @a repeats, with the
+/// delayed repeat of the game's own keys until it is told of another key.
+bool _KXWidgetKey(int key, bool repeats = false);

@@ -2,10 +2,30 @@
 
 #include <Kobaltrix/KXTypes.h>
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 // What the user types, as the platform understands it: any keyboard layout, dead keys and input methods. It
-// is overheard while it enters the event queue; the events themselves go their way to the game.
+// comes with the events of a logic step, and goes to whoever has the keyboard.
+
+/// What was typed and not taken yet. Texts end with zeros, so that equal states compare equal.
+struct _KXTextInputState {
+    // No more is typed between two logic steps; if no one reads, the rest is dropped.
+    char typed[4096] = {};
+    std::size_t typedSize = 0;
+    char composition[1024] = {};
+
+    bool operator==(const _KXTextInputState&) const = default;
+};
+
+inline constinit _KXTextInputState _KXTextInput;
+
+/// Takes text over that was typed. What is typed while nobody has the keyboard, or with a shortcut, is
+/// dropped.
+void _KXSetTypedText(std::string_view text);
+/// Takes over what an input method composes.
+void _KXSetComposedText(std::string_view text);
 
 /// Begins to collect what is typed from now on and shows an on-screen keyboard where there is one. Without a
 /// started library it waits for _KXKeepTextInput().

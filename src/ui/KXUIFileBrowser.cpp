@@ -256,15 +256,15 @@ bool KXUIFileBrowser::State::pollKeys() {
         return false;
     if (_KXKeys[keyLeftAlt] || _KXKeys[keyRightAlt])
         return false;
-    if (_KXKeyTextEntry(keyTab, -1)) {
+    if (_KXWidgetKey(keyTab)) {
         if (inName)
             list.setFocus(-1);
         else
             name.focus();
     }
-    if (inList && _KXKeyTextEntry(keyBackspace, -1))
+    if (inList && _KXWidgetKey(keyBackspace))
         goUp();
-    return _KXKeyTextEntry(keyEscape, -1);
+    return _KXWidgetKey(keyEscape);
 }
 
 void KXUIFileBrowser::State::pollParts() {

@@ -2,7 +2,6 @@
 
 #include <Kobaltrix/KXUIListBox.h>
 
-#include "input/WidgetKeys.h"
 #include "text/RowText.h"
 
 #include <cstdint>
@@ -43,7 +42,7 @@ struct KXUIListBox::State {
     std::int64_t scrolled = 0; ///< Pixels of the content that lie above the box.
     int rowToReveal = -1; ///< Scrolled to when the layout is next looked at: the box may have no size yet.
 
-    bool buttonHeld; ///< A press that began before the list was there is none for it.
+    int buttonHeld; ///< A press that began before the list was there is none for it.
     bool dragsKnob = false;
     bool turnsPages = false;
     int grip = 0;                    ///< From the knob's top to where it was gripped.
@@ -54,8 +53,7 @@ struct KXUIListBox::State {
     std::uint32_t wheelTime = 0; ///< Of the frame whose notch has been counted.
 
     bool composing = false; ///< An input method was at work in the last poll.
-    _KXWidgetKeys keys;
-    std::string word; ///< That rows are looked up by.
+    std::string word;       ///< That rows are looked up by.
     std::uint32_t wordTime = 0;
 
     _KXSpans spans = _KXSpans::Colored;

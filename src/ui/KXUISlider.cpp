@@ -2,6 +2,7 @@
 
 #include "core/ground/Truncate.h"
 #include "core/ground/UIColors.h"
+#include "input/PressEdge.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXMouse.h>
@@ -81,14 +82,10 @@ int KXUISlider::value() const { return _value; }
 
 int KXUISlider::poll() {
     const int before = _value;
-    if (!KXMouse(0)) {
-        _pressed = _dragging = 0;
-        return 0;
-    }
-    if (!_pressed) {
-        _pressed = -1;
+    if (_KXPressBegins(_pressed, KXMouse(0)))
         _dragging = contains(_track, KXMousePoint) || contains(_knob, KXMousePoint) ? -1 : 0;
-    }
+    if (!_pressed)
+        _dragging = 0;
     if (_dragging)
         _dragTo(KXMousePoint.x);
     return _value != before ? -1 : 0;

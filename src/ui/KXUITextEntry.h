@@ -1,7 +1,6 @@
 #pragma once
 
 #include "input/KXMouse.h"
-#include "input/WidgetKeys.h"
 #include "text/TextEdit.h"
 #include "text/TextView.h"
 
@@ -21,18 +20,16 @@ struct _KXTextEntryEditor {
 
     bool unreportedChange = false; // by what was typed when the focus went elsewhere
 
-    bool mouseHeld = _KXMouseButtonLeft; // a press that began before the entry was there is none for it
+    int mouseHeld = _KXMouseButtonLeft; // a press that began before the entry was there is none for it
     bool dragging = false;
     int clicks = 0; // in quick succession at one place
     int pressX = 0, pressY = 0, dragX = 0;
     std::uint32_t pressTime = 0;
     std::size_t pressPosition = 0;
-    _KXWidgetKeys keys;
     std::uint32_t blinkTime = 0; // the cursor is seen for half a second from then on
     std::uint64_t blinkRevision = 0;
 
     const _KXTextEdit& shown() const { return composition.empty() ? edit : composed; }
-    bool reports(int key, bool repeats = false) { return keys.reports(key, repeats); }
     int countClicks();
     void compose(std::string text);
 };

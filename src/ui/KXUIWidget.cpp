@@ -1,6 +1,7 @@
 #include <Kobaltrix/KXUIWidget.h>
 
 #include "core/ground/ErrorSlot.h"
+#include "input/PressEdge.h"
 #include "text/FontCache.h"
 #include "text/KXUIGlobalFont.h"
 
@@ -60,13 +61,12 @@ int _KXUIWidget::clicked(int button) {
         return -1;
     }
     const int down = KXMouse(button), over = mouseOver();
-    if (down && !record->held) {
-        record->held = -1;
+    if (_KXPressBegins(record->held, down)) {
         if (over)
             record->pressedInside = -1;
     } else if (!down) {
         const bool released = record->pressedInside && record->state == KXUIWidgetStateDepressed;
-        record->held = record->pressedInside = 0;
+        record->pressedInside = 0;
         if (released)
             return -1; // judged by where the pointer was at the last poll, as the eye saw it
     }

@@ -4,6 +4,7 @@
 
 #include "core/ground/LogicClock.h"
 #include "input/Keyboard.h"
+#include "input/PressEdge.h"
 #include "input/TextInput.h"
 #include "text/ColorEscapes.h"
 #include "util/TextOrder.h"
@@ -53,7 +54,7 @@ void KXUIListBox::setFocus(int focus) {
         entry->unfocus();
     _KXUIFocusedListBox = this;
     _state->word.clear();
-    _state->keys.begin();
+    _KXBeginWidgetKeys();
     _KXBeginTextInput();
 }
 
@@ -69,7 +70,7 @@ int KXUIListBox::poll() {
         setFocus(0);
     if (hasFocus()) {
         if (_pollTyping())
-            _state->keys.begin();
+            _KXBeginWidgetKeys();
         else
             _pollKeys();
     }
@@ -79,9 +80,7 @@ int KXUIListBox::poll() {
 
 void KXUIListBox::_pollMouse() {
     const Layout layout = _settledLayout();
-    const bool held = State::anyButtonHeld();
-    const bool pressed = held && !_state->buttonHeld;
-    _state->buttonHeld = held;
+    const bool pressed = _KXPressBegins(_state->buttonHeld, State::anyButtonHeld());
     if (pressed)
         setFocus(mouseOver());
     if (pressed && KXMouse(0) && mouseOver())
@@ -145,8 +144,8 @@ void KXUIListBox::_pollWheel(const Layout& layout) {
 }
 
 void KXUIListBox::_pollKeys() {
-    const auto pressed = [this](int key) { return _state->keys.reports(key, true); };
-    const bool enter = _KXKeyTextEntry(KeyReturn, -1) | _KXKeyTextEntry(KeyEnter, -1);
+    const auto pressed = [](int key) { return _KXWidgetKey(key, true); };
+    const bool enter = _KXWidgetKey(KeyReturn) | _KXWidgetKey(KeyEnter);
     const int page = _layout().pageRows();
     const std::int64_t selected = _state->selected;
     std::int64_t row = selected;

@@ -4,6 +4,7 @@
 
 #include "core/ground/LogicClock.h"
 #include "input/Keyboard.h"
+#include "input/PressEdge.h"
 #include "input/TextInput.h"
 
 #include <Kobaltrix/KXMouse.h>
@@ -83,7 +84,7 @@ void KXUITextEntry::focus() {
         focusedEntry->unfocus();
     focusedEntry = this;
     offeringEntry = nullptr;
-    _editor->keys.begin();
+    _KXBeginWidgetKeys();
     _editor->mouseHeld = _KXMouseButtonLeft;
     _editor->blinkTime = _KXLogicCurrentTime;
     _KXBeginTextInput();
@@ -108,7 +109,7 @@ int KXUITextEntry::poll() {
     const bool composes = isFocused() && _pollTyping();
     _pollMouse();
     if (composes)
-        _editor->keys.begin(); // they are the input method's
+        _KXBeginWidgetKeys(); // they are the input method's
     else if (isFocused())
         _pollKeys();
     if (isFocused())
@@ -139,9 +140,8 @@ void KXUITextEntry::_offerFocus(bool backwards) {
 // With Control held the left button counts as the right one, so its press is none; one that is held stays
 // held when Control comes and goes.
 void KXUITextEntry::_pollMouse() {
-    const bool held = _KXMouseButtonLeft, pressed = held && !_editor->mouseHeld && KXMouse(0);
-    _editor->mouseHeld = held;
-    _editor->dragging = _editor->dragging && held;
+    const bool pressed = _KXPressBegins(_editor->mouseHeld, _KXMouseButtonLeft) && KXMouse(0);
+    _editor->dragging = _editor->dragging && _editor->mouseHeld;
     if (pressed && mouseOver())
         _press();
     else if (pressed)
@@ -207,7 +207,7 @@ void KXUITextEntry::_pollKeys() {
         {keyHome, Step::Start, Step::Start, false},       {keyEnd, Step::End, Step::End, false},
         {keyBackspace, Step::Left, Step::WordLeft, true}, {keyDelete, Step::Right, Step::WordRight, true}};
     for (const auto& row : keys) {
-        if (!_editor->reports(row.key, true))
+        if (!_KXWidgetKey(row.key, true))
             continue;
         const Step step = isControlHeld() ? row.wordStep : row.step;
         if (row.erases)
@@ -221,8 +221,8 @@ void KXUITextEntry::_pollKeys() {
 
 // Every key is read, so that none counts later because Control comes down while it is held.
 void KXUITextEntry::_pollClipboardKeys() {
-    const bool all = _editor->reports(keyA), copy = _editor->reports(keyC), cut = _editor->reports(keyX),
-               paste = _editor->reports(keyV);
+    const bool all = _KXWidgetKey(keyA), copy = _KXWidgetKey(keyC), cut = _KXWidgetKey(keyX),
+               paste = _KXWidgetKey(keyV);
     if (!isCommandHeld())
         return;
     _KXTextEdit& edit = _editor->edit;
@@ -237,8 +237,8 @@ void KXUITextEntry::_pollClipboardKeys() {
 }
 
 void KXUITextEntry::_pollFocusKeys() {
-    const bool enter = _editor->reports(keyReturn), padEnter = _editor->reports(keyPadEnter),
-               escape = _editor->reports(keyEscape), tab = _editor->reports(keyTab);
+    const bool enter = _KXWidgetKey(keyReturn), padEnter = _KXWidgetKey(keyPadEnter),
+               escape = _KXWidgetKey(keyEscape), tab = _KXWidgetKey(keyTab);
     if (isAltHeld())
         return; // the window's or the game's
     if (enter || padEnter)

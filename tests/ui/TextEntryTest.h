@@ -15,7 +15,6 @@ struct TextEntryTest : UITest {
             poll();
         }
     }
-    ~TextEntryTest() override { SDL_SetModState(KMOD_NONE); }
 
     int poll() {
         const int first = entry.poll();

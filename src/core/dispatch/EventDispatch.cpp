@@ -5,9 +5,14 @@
 #include "input/KXMouse.h"
 #include "input/KXTouch.h"
 #include "input/Keyboard.h"
+#include "input/TextInput.h"
 #include "render/KXWindow.h"
 
+#include <SDL_stdinc.h>
+
 #include <cstring>
+#include <string_view>
+#include <utility>
 
 constinit SDL_Event _KXMainEvent = {};
 constinit unsigned KXCurrentEventWindowID = 0xFFFFFFFF;
@@ -34,6 +39,30 @@ static void moveTouch(const SDL_TouchFingerEvent& event) {
         _KXSetTouchPosition(event.x, event.y, window->rect().size);
 }
 
+static void dispatchKey(const SDL_KeyboardEvent& event) {
+    _KXKeyboard.modifiers = event.keysym.mod;
+    event.type == SDL_KEYDOWN ? _KXSetKey(event.keysym.sym) : _KXUnsetKey(event.keysym.sym);
+}
+
+// The text of an event, which may fill its field to the last byte.
+template<std::size_t size>
+static std::string_view textIn(const char (&field)[size]) {
+    return {field, strnlen(field, size)};
+}
+
+// The text that the platform hands over with some events, for whoever reads them to free.
+static char** textGivenWith(SDL_Event& event) {
+    switch (event.type) {
+    case SDL_TEXTEDITING_EXT:
+        return &event.editExt.text;
+    case SDL_DROPFILE:
+    case SDL_DROPTEXT:
+        return &event.drop.file;
+    default:
+        return nullptr;
+    }
+}
+
 static void dispatch(const SDL_Event& event) {
     switch (event.type) {
     case SDL_QUIT:
@@ -43,10 +72,17 @@ static void dispatch(const SDL_Event& event) {
         dispatchWindowEvent(event.window);
         break;
     case SDL_KEYDOWN:
-        _KXSetKey(event.key.keysym.sym);
-        break;
     case SDL_KEYUP:
-        _KXUnsetKey(event.key.keysym.sym);
+        dispatchKey(event.key);
+        break;
+    case SDL_TEXTINPUT:
+        _KXSetTypedText(textIn(event.text.text));
+        break;
+    case SDL_TEXTEDITING:
+        _KXSetComposedText(textIn(event.edit.text));
+        break;
+    case SDL_TEXTEDITING_EXT:
+        _KXSetComposedText(event.editExt.text ? event.editExt.text : "");
         break;
     case SDL_MOUSEMOTION:
         _KXSetMouseMotion(event.motion);
@@ -92,6 +128,8 @@ void _KXDispatchEvents() {
                     reinterpret_cast<const char*>(&_KXMainEvent) + 2 * sizeof(Uint32),
                     sizeof KXCurrentEventWindowID);
         dispatch(_KXMainEvent);
+        if (char** text = textGivenWith(_KXMainEvent))
+            SDL_free(std::exchange(*text, nullptr));
         // A burst of finger motion collapses to its first sample: one touch event for each event handled.
         SDL_FlushEvents(SDL_FINGERDOWN, SDL_MULTIGESTURE);
     }

@@ -6,6 +6,7 @@
 #include "core/ground/Application.h"
 #include "core/ground/Endianness.h"
 #include "core/ground/ErrorSlot.h"
+#include "core/ground/LibraryRun.h"
 #include "core/ground/LogicClock.h"
 #include "input/GamePad.h"
 #include "input/Keyboard.h"
@@ -58,4 +59,5 @@ void KXDeInit() {
     _KXFreeBatch();
     _KXClearError();
     SDL_Quit();
+    ++_KXLibraryRun;
 }
