@@ -21,9 +21,9 @@ public:
     /// Throws std::bad_alloc if it cannot; KXError() says why, except that for a file that is missing or
     /// unreadable it is left as it was.
     explicit KXTexture(const char* path);
-    /// A blank texture of width by height pixels with undefined contents; clear() empties it.
-    /// Throws std::bad_alloc, with a text in KXError(), for sizes that are not positive or too large for the
-    /// graphics driver, and while there is no window.
+    /// A blank texture of width by height pixels with undefined contents; clear() empties it. For sizes that
+    /// are not positive or too large for the graphics driver, and while there is no window, it is an empty
+    /// texture with a text in KXError(): ask its size().
     KXTexture(int width, int height);
     /// Deletes the texture; if drawing goes into it, drawing into it stops first.
     ~KXTexture();
@@ -77,7 +77,8 @@ public:
     /// The colour of one pixel; all channels -1.0 outside the texture.
     /// @param point in the texture's pixels, from its top left.
     /// @param keepCache non-zero keeps the pixels that were read back for further calls, until the texture's
-    ///   contents are replaced, cleared or drawn into; 0 frees them at once.
+    ///   contents are replaced, cleared or drawn into; 0 keeps none that were not kept already. While the
+    ///   texture is the target of drawing, none are kept.
     KXColor getPixel(KXPoint point, int keepCache);
     /// Writes the texture as a PNG file. @return -1 on success, 0 on failure with a text in KXError().
     int writeToPNG(const char* path);

@@ -20,13 +20,17 @@ enum KXWindowRenderingMode : int {
 /// A window with its own OpenGL context (compatibility profile).
 ///
 /// Sizes and positions are in points; on a high-density display a point is more than one pixel. Textures
-/// belong to the window that was current when they were made and draw nothing in another one. The window
-/// created while there is no current one becomes current; later ones leave the current one as it is.
+/// belong to the window that was current when they were made and draw nothing in another one.
+///
+/// Making a window does not make it the target of drawing: KXCurrentRenderContext() stays what it was, null
+/// before the first setRenderContext(). Only OpenGL's context is there from the first window on, so textures
+/// and fonts can be made for it at once. Call setRenderContext() before anything is drawn: until then drawing
+/// goes into that first window, on a high-density display into a part of it.
 class KX_API KXWindow final : public KXRenderContext {
 public:
     /// Opens a window at the platform's default position.
-    /// @param title UTF-8, copied; null for none. @param size in points, truncated to integers.
-    /// @param resizable non-zero to let the user resize it.
+    /// @param title UTF-8, copied; null for none. @param size in points, truncated to integers; what is less
+    /// than 1 becomes 1. @param resizable non-zero to let the user resize it.
     /// Throws std::bad_alloc, with a text in KXError(), if the platform refuses, the size is not positive or
     /// the library is not initialised.
     KXWindow(const char* title, KXSize size, int resizable);

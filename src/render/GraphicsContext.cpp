@@ -63,15 +63,18 @@ bool _KXMakeGraphicsContextCurrent(unsigned number) {
     if (!found || SDL_GL_MakeCurrent(found->window, found->context) != 0)
         return false;
     _KXCurrentGraphicsContext = number;
-    _KXCurrentWindowRenderContext = found->owner;
     return true;
+}
+
+KXRenderContext* _KXWindowOfGraphicsContext(unsigned number) {
+    const GraphicsContext* found = find(number);
+    return found ? found->owner : nullptr;
 }
 
 static void makeNoContextCurrent() {
     _KXFlushBatch(KXDrawFlushTarget);
     SDL_GL_MakeCurrent(nullptr, nullptr);
     _KXCurrentGraphicsContext = 0;
-    _KXCurrentWindowRenderContext = nullptr;
 }
 
 _KXGraphicsContextScope::_KXGraphicsContextScope(unsigned number, _KXWithoutContext whenGone)

@@ -14,9 +14,11 @@ inline constinit unsigned _KXCurrentGraphicsContext = 0;
 unsigned _KXAddGraphicsContext(SDL_Window* window, void* context, KXRenderContext* owner);
 /// Strikes a context out; it may not be made current any more.
 void _KXRemoveGraphicsContext(unsigned number);
-/// Makes a context current and records it and its window as such. False if it is gone or the platform
-/// refuses.
+/// Makes a context current. False if it is gone or the platform refuses. The window that the game has made
+/// current stays recorded: only setRenderContext() changes that.
 bool _KXMakeGraphicsContextCurrent(unsigned number);
+/// The window that owns a context, null if it is gone.
+KXRenderContext* _KXWindowOfGraphicsContext(unsigned number);
 
 /// What is current in the scope of a context that is gone.
 enum class _KXWithoutContext {

@@ -4,5 +4,6 @@
 
 /// The target that drawing goes to: a window or a texture.
 inline constinit KXRenderContext* _KXCurrentRenderContext = nullptr;
-/// The window whose OpenGL context is current; textures return to it when they stop being a target.
+/// The window that was made current last, by its own setRenderContext() or by that of a texture of it. Null
+/// until there was one, and once it is closed.
 inline constinit KXRenderContext* _KXCurrentWindowRenderContext = nullptr;

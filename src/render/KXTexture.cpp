@@ -28,8 +28,7 @@ KXTexture::KXTexture(const char* path) {
 
 KXTexture::KXTexture(int width, int height) {
     _commonInit();
-    if (!_loadFromData(width, height, 4, GL_RGBA, nullptr))
-        throw std::bad_alloc();
+    _loadFromData(width, height, 4, GL_RGBA, nullptr); // a failure leaves it empty
 }
 
 KXTexture::~KXTexture() {
@@ -188,6 +187,8 @@ void KXTexture::setRenderContext() {
         _KXReportError("Unable to draw into a texture that is empty or whose window is closed");
         return;
     }
+    if (_KXCurrentWindowRenderContext) // a texture of another window takes drawing there
+        _KXCurrentWindowRenderContext = _KXWindowOfGraphicsContext(_graphicsContext);
     _KXFlushBatch(KXDrawFlushTarget);
     _clearFBOID();
     unsigned status = 0;

@@ -49,8 +49,9 @@ _KXTextureCacheItem* _KXTextureCacheGet(const char* path) {
 
 static bool servesCurrentWindow(const std::unique_ptr<_KXTextureCacheItem>& item) {
     // The texture knows whether the context it was made in is current; an address alone may have been used
-    // again.
-    return item->texture() && item->renderContext() == _KXCurrentWindowRenderContext &&
+    // again, and there is none in items from before the window first became the target.
+    return item->texture() &&
+           (!item->renderContext() || item->renderContext() == _KXCurrentWindowRenderContext) &&
            item->texture()->_isUsableHere();
 }
 

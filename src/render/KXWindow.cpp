@@ -46,8 +46,9 @@ void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
     Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_ALLOW_HIGHDPI;
     if (resizable)
         flags |= SDL_WINDOW_RESIZABLE;
-    // The platform would start itself, and would make a window of any size, if it were asked.
-    if (SDL_WasInit(SDL_INIT_VIDEO) && width > 0 && height > 0)
+    // The platform would start itself, and would make a window of any size, if it were asked. Of what is less
+    // than a point it makes a point.
+    if (SDL_WasInit(SDL_INIT_VIDEO) && size.width > 0 && size.height > 0)
         _window = SDL_CreateWindow(title ? title : "", SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,
                                    width, height, flags);
     if (_window)
@@ -76,10 +77,8 @@ void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
     _applyProjection();
     _sizeCache = KXZeroSize;
 
-    if (!_KXMakeGraphicsContextCurrent(previous)) {
-        _KXCurrentWindowRenderContext = this;
-        _KXCurrentRenderContext = this;
-    }
+    if (previous)
+        _KXMakeGraphicsContextCurrent(previous);
 }
 
 void KXWindow::_closePlatformWindow() {
@@ -87,8 +86,7 @@ void KXWindow::_closePlatformWindow() {
         return;
     // A texture of this window that is drawn into stops being a target: its framebuffer ends with the
     // context.
-    if (_KXCurrentRenderContext &&
-        (_KXCurrentRenderContext == this || _KXCurrentWindowRenderContext == this)) {
+    if (_KXCurrentRenderContext && _KXCurrentGraphicsContext == _graphicsContext) {
         _KXCurrentRenderContext->unsetRenderContext();
         _KXCurrentRenderContext = nullptr;
     }
@@ -109,9 +107,9 @@ void KXWindow::setRenderingMode(KXWindowRenderingMode mode) {
     KX_GL_CHECK("KXWindow::setRenderingMode");
     _KXFlushBatch(KXDrawFlushProjection);
     _renderingMode = mode;
+    const bool drawsIntoTexture = _KXCurrentRenderContext && _KXCurrentRenderContext != this &&
+                                  _KXCurrentGraphicsContext == _graphicsContext;
     const _KXGraphicsContextScope scope(_graphicsContext);
-    const bool drawsIntoTexture =
-        _KXCurrentRenderContext && _KXCurrentRenderContext != this && _KXCurrentWindowRenderContext == this;
     if (scope && !drawsIntoTexture)
         _applyProjection();
 }
@@ -221,6 +219,7 @@ void KXWindow::setRenderContext() {
     _KXBindFramebuffer(0);
     _applyProjection();
     _KXCurrentRenderContext = this;
+    _KXCurrentWindowRenderContext = this;
 }
 
 void KXWindow::setClipTo(KXRect rect) {

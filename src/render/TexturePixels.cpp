@@ -185,7 +185,8 @@ void KXTexture::_getPixel(int x, int y, float& r, float& g, float& b, float& a, 
     g = pixel[1];
     b = pixel[2];
     a = pixel[3];
-    if (!keepCache && !cached)
+    // What is drawn into a target from here on would not show in pixels that were kept.
+    if ((!keepCache && !cached) || _KXCurrentRenderContext == this)
         _forgetPixels();
 }
 

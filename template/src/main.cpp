@@ -23,6 +23,7 @@ static KXPoint push() {
 // none.
 static int play(int frames, const char* screenshot) {
     KXWindow window("My Game", Scene::size);
+    window.setRenderContext(); // what is loaded from here on is loaded for this window
     Scene scene(std::string(KXExecutablePath ? KXExecutablePath : ".") + "/assets");
     KXResetLogicLoop();
     for (int frame = 0; !KXApplicationQuitRequested() && (frames == 0 || frame < frames); ++frame) {

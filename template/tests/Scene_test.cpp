@@ -20,6 +20,7 @@ static void fly(Scene& scene, KXPoint push, int steps) {
 
 static void testScene(const std::string& assets) {
     KXWindow window("Test", Scene::size);
+    window.setRenderContext();
     Scene scene(assets);
     scene.setLight({-100, -100});
 
@@ -36,7 +37,6 @@ static void testScene(const std::string& assets) {
     fly(scene, {1, 0}, 20);
     expect(scene.score() >= 1, "a light that is touched counts");
 
-    window.setRenderContext();
     scene.draw();
     expect(window.saveBuffer("scene.bmp", 0) != 0, "its picture can be saved");
 }

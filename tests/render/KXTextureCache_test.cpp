@@ -59,6 +59,18 @@ TEST_F(TextureCache, KeepsWindowsApart) {
     EXPECT_EQ(Image::of(other).at(5, 5).g, 0) << "another window's texture draws nothing";
 }
 
+TEST_F(TextureCache, LoadsOnceAroundTheFirstTarget) {
+    window.reset();
+    KXWindow fresh("Fresh", {64, 48});
+    KXTexture* const early = KXTextureCacheLoad(path.c_str());
+    EXPECT_EQ(_KXTextureCacheGet(path.c_str())->renderContext(), nullptr);
+    KXWindow other("Other", {32, 32});
+    fresh.setRenderContext();
+    EXPECT_EQ(KXTextureCacheLoad(path.c_str()), early);
+    other.setRenderContext();
+    EXPECT_NE(KXTextureCacheLoad(path.c_str()), early);
+}
+
 TEST_F(TextureCache, NeverHandsOutTexturesOfAClosedWindow) {
     KXTextureCacheLoad(path.c_str());
     for (int i = 0; i < 5; ++i) { // a new window may well get the address of the one before

@@ -116,8 +116,10 @@ TEST_F(Texture, RefusesSizesTheDriverCannotHold) {
     const int sizes[][2] = {{0, 4}, {4, 0}, {-1, 4}, {4, -2147483647}, {largest + 1, 1}, {1, 2147483647}};
     for (const auto& [width, height] : sizes) {
         _KXClearError();
-        EXPECT_THROW(KXTexture(width, height), std::bad_alloc) << width << " x " << height;
+        KXTexture refused(width, height);
+        EXPECT_EQ(refused.size().width + refused.size().height, 0) << width << " x " << height;
         EXPECT_STRNE(KXError(), "");
+        refused.draw(0, 0, -1);
     }
     EXPECT_EQ(KXTexture(largest, 1).size().width, static_cast<float>(largest));
 }
@@ -242,7 +244,7 @@ TEST_F(Texture, WithoutAWindowNothingIsMadeAndNothingBreaks) {
     KXTexture orphan;
     load(orphan);
     window.reset();
-    EXPECT_THROW(KXTexture(4, 4), std::bad_alloc);
+    EXPECT_EQ(KXTexture(4, 4).size().width, 0);
     EXPECT_NE(std::string(KXError()).find("no window"), std::string::npos) << KXError();
     EXPECT_THROW(KXTexture(writeImage("a.png", SDL_PIXELFORMAT_RGB24).c_str()), std::bad_alloc);
     orphan.draw(0, 0, -1);

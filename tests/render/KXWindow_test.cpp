@@ -11,7 +11,9 @@
 #include <SDL.h>
 #include <SDL_opengl.h>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
 #include <new>
 
@@ -69,6 +71,53 @@ TEST_F(Window, CachesItsSize) {
     window->setSize({50.9f, 40.9f});
     EXPECT_EQ(window->size().width, 50);
     EXPECT_EQ(window->size().height, 40);
+}
+
+TEST_F(Window, IsNoTargetUntilTheGameSaysSo) {
+    window.reset();
+    window = std::make_unique<KXWindow>("Again", KXSize{64, 48});
+    EXPECT_EQ(KXCurrentRenderContext(), nullptr);
+    EXPECT_EQ(_KXCurrentWindowRenderContext, nullptr);
+    // What belongs to it can be made, drawn and read already, whatever happens in between.
+    const std::unique_ptr<KXTexture> copy(window->copyTexture());
+    auto target = std::make_unique<KXTexture>(8, 8);
+    {
+        KXWindow second("Second", {32, 32});
+        Image::of(second);
+        second.setRenderContext();
+    }
+    EXPECT_EQ(KXCurrentRenderContext(), nullptr);
+    EXPECT_EQ(target->size().width, 8);
+    EXPECT_EQ(copy->size().width, 64);
+    target->setRenderContext();
+    window.reset();
+    EXPECT_EQ(KXCurrentRenderContext(), nullptr);
+
+    KXWindow first("First", {64, 48}), other("Other", {32, 32});
+    KXDrawRectFill({{0, 0}, {1, 1}}, KXRedColor);
+    EXPECT_EQ(Image::of(first).at(0, 0), red);
+    KXTexture texture(8, 8);
+    texture.setRenderContext();
+    fill(KXRedColor);
+    texture.unsetRenderContext();
+    EXPECT_EQ(Image::of(texture).at(0, 0), red);
+    Image::of(other);
+    EXPECT_EQ(KXCurrentRenderContext(), nullptr);
+    EXPECT_EQ(_KXCurrentWindowRenderContext, nullptr) << "reading another window makes none current";
+    first.setRenderContext();
+    EXPECT_EQ(KXCurrentRenderContext(), &first);
+    EXPECT_EQ(_KXCurrentWindowRenderContext, &first);
+}
+
+TEST_F(Window, TakesTheSmallestSizeThereIs) {
+    for (const KXSize size : {KXSize{0.9f, 10}, {10, 0.5f}, {1e-6f, 1e-6f}}) {
+        KXWindow tiny("Tiny", size);
+        tiny.setRenderContext();
+        EXPECT_EQ(tiny.size().width, std::max(1.0f, std::trunc(size.width)));
+        EXPECT_EQ(tiny.size().height, std::max(1.0f, std::trunc(size.height)));
+        KXDrawRectFill({{0, 0}, {10, 10}}, KXRedColor);
+        EXPECT_EQ(Image::of(tiny).at(0, 0), red);
+    }
 }
 
 TEST_F(Window, CannotBeMadeOfNothing) {
@@ -271,7 +320,7 @@ TEST_F(Windows, CloseInAnyOrder) {
     EXPECT_EQ(KXCurrentRenderContext(), nullptr);
     EXPECT_EQ(_KXCurrentWindowRenderContext, nullptr);
     window = std::make_unique<KXWindow>("Third", KXSize{16, 16});
-    EXPECT_EQ(KXCurrentRenderContext(), window.get());
+    window->setRenderContext();
     ofFirst.draw(0, 0, -1);
     ofSecond.setRenderContext();
     EXPECT_EQ(KXCurrentRenderContext(), window.get());

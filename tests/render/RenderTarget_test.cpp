@@ -107,6 +107,22 @@ TEST_F(RenderTarget, OfAnotherWindowTakesDrawingThere) {
     EXPECT_EQ(Image::of(other).at(3, 3).b, 255);
 }
 
+TEST_F(RenderTarget, PixelsThatAreReadShowWhatIsDrawn) {
+    KXTexture target(4, 4);
+    target.clear();
+    const auto redOf = [&target] { return target.getPixel({0, 0}, -1).r; };
+    EXPECT_EQ(redOf(), 0);
+    target.setRenderContext();
+    EXPECT_EQ(redOf(), 0);
+    KXDrawRectFill({{0, 0}, {4, 4}}, {1, 0, 0, 1});
+    EXPECT_EQ(redOf(), 1);
+    KXDrawRectFill({{0, 0}, {4, 4}}, KXBlueColor);
+    target.unsetRenderContext();
+    window->setRenderContext();
+    EXPECT_EQ(redOf(), 0);
+    EXPECT_EQ(target.getPixel({0, 0}, 0).b, 1);
+}
+
 TEST_F(RenderTarget, EmptyTexturesAreRefused) {
     KXTexture empty;
     empty.setRenderContext();

@@ -172,6 +172,8 @@ void draw(const Picture& picture, const Document& document, KXSprite& sprite, co
     const std::unique_ptr<KXFont> font = openFont();
     KXTexture target(std::max(static_cast<int>(picture.width), widestLabel(picture, font.get())),
                      static_cast<int>(picture.height));
+    if (target.size().width == 0)
+        throw std::bad_alloc();
     target.setRenderContext();
     KXDrawRectFill({KXZeroPoint, target.size()}, background);
     for (const Row& row : picture.rows) {
