@@ -3,7 +3,14 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
+
+/// A file's bytes; none if there is no such file.
+inline std::string contentOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
 
 /// An empty folder that disappears with the object. Its name holds a space, an accent and an emoji, so that
 /// whatever is tested in it is tested with them.

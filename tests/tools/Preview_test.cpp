@@ -11,48 +11,43 @@ namespace {
 constexpr Pixel red = {250, 10, 10, 255}, blue = {10, 10, 250, 255}, outline = {255, 51, 51, 255},
                 white = {255, 255, 255, 255};
 
-/// A sheet of a red and a blue frame, 16 by 16 each.
-void saveSheet(const std::string& path) {
-    Image sheet = {32, 16, std::vector<Pixel>(512, red)};
-    for (std::size_t i = 0; i < sheet.pixels.size(); ++i)
-        if (i % 32 >= 16)
-            sheet.pixels[i] = blue;
-    sheet.save(path);
-}
-
 /// Plays red and blue once, slowly; one box of 4 by 5.
-Bytes sprite() {
-    return Bytes::head("hero.png")
-        .number(1)
-        .name("hit")
-        .area(2, 3, 4, 5)
-        .number(2)
-        .name("A")
-        .number(2)
-        .number(50)
-        .area(0, 0, 16, 16)
-        .number(60)
-        .area(16, 0, 16, 16)
-        .number(0)
-        .name("B")
-        .number(1)
-        .number(1)
-        .area(16, 0, 16, 16)
-        .number(-1);
-}
+const std::string sprite =
+    spriteFile(Fields{"hero.png", 1, "hit", 2.f, 3.f, 4, 5, 2, "A", 2, 50, 0.f, 0.f, 16, 16} +
+               Fields{60, 16.f, 0.f, 16, 16, 0, "B", 1, 1, 16.f, 0.f, 16, 16, -1});
 
-std::ptrdiff_t count(const Image& image, const Pixel& pixel) {
-    return std::count(image.pixels.begin(), image.pixels.end(), pixel);
-}
+struct Preview : testing::Test {
+    /// A sheet of a red and a blue frame, 16 by 16 each.
+    void saveSheet() const {
+        Image sheet = {32, 16, std::vector<Pixel>(512, red)};
+        for (std::size_t i = 0; i < sheet.pixels.size(); ++i)
+            if (i % 32 >= 16)
+                sheet.pixels[i] = blue;
+        sheet.save(folder / "hero.png");
+    }
 
-TEST(Preview, DrawsEveryFrameWithItsBoxesAndALabel) {
+    Outcome preview(const std::string& bytes, const std::string& settings = "KXSPRITE_FONT=none") const {
+        folder.write("hero.spr", bytes);
+        return kxsprite(folder, "preview hero.spr -o a.png", settings);
+    }
+
+    Image picture(const std::string& bytes) const {
+        const Outcome run = preview(bytes);
+        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(run.output.rfind("kxsprite: no font was found", 0), 0u) << run.output;
+        return Image::fromFile(folder / "a.png");
+    }
+
+    static std::ptrdiff_t count(const Image& image, const Pixel& pixel) {
+        return std::count(image.pixels.begin(), image.pixels.end(), pixel);
+    }
+
     const TemporaryFolder folder;
-    saveSheet(folder / "hero.png");
-    folder.write("hero.spr", sprite());
-    const Outcome plain = kxsprite(folder, "preview hero.spr -o plain.png", "KXSPRITE_FONT=none");
-    EXPECT_EQ(plain.status, 0);
-    EXPECT_EQ(plain.output.rfind("kxsprite: no font was found", 0), 0u) << plain.output;
-    const Image rows = Image::fromFile(folder / "plain.png");
+};
+
+TEST_F(Preview, DrawsEveryFrameWithItsBoxesAndALabel) {
+    saveSheet();
+    const Image rows = picture(sprite);
     // The outline of a box of 4 by 5 covers 14 of its pixels.
     EXPECT_EQ(count(rows, red), 256 - 14);
     EXPECT_EQ(count(rows, blue), 2 * (256 - 14));
@@ -63,74 +58,43 @@ TEST(Preview, DrawsEveryFrameWithItsBoxesAndALabel) {
         << "the second frame is beside the first";
     EXPECT_EQ(rows.pixels[static_cast<std::size_t>(first + 3 * rows.width + 2)], outline);
 
-    const Outcome labelled = kxsprite(folder, "preview hero.spr -o labelled.png");
+    const Outcome labelled = preview(sprite, "");
     EXPECT_EQ(labelled.status, 0);
     if (labelled.output.empty()) {
-        const Image labels = Image::fromFile(folder / "labelled.png");
+        const Image labels = Image::fromFile(folder / "a.png");
         EXPECT_GT(differingPixels(rows, labels, 100), 20);
         EXPECT_EQ(count(labels, blue), 2 * (256 - 14)) << "labels lie beside the frames";
     }
 }
 
-TEST(Preview, MakesRoomForBoxesOutsideTheFrame) {
-    const TemporaryFolder folder;
-    saveSheet(folder / "hero.png");
-    folder.write("hero.spr", Bytes::head("hero.png")
-                                 .number(1)
-                                 .name("far")
-                                 .area(-40, -50, 4, 5)
-                                 .number(1)
-                                 .name("A")
-                                 .number(1)
-                                 .number(1)
-                                 .area(0, 0, 16, 16)
-                                 .number(0));
-    EXPECT_EQ(kxsprite(folder, "preview hero.spr -o a.png").status, 0);
-    const Image image = Image::fromFile(folder / "a.png");
-    EXPECT_EQ(count(image, outline), 14);
-    EXPECT_EQ(count(image, red), 256);
-}
+TEST_F(Preview, MakesRoomForBoxesOutsideTheFrameAndForLongAnimations) {
+    saveSheet();
+    const Image far =
+        picture(spriteFile({"hero.png", 1, "far", -40.f, -50.f, 4, 5, 1, "A", 1, 1, 0.f, 0.f, 16, 16, 0}));
+    EXPECT_EQ(count(far, outline), 14);
+    EXPECT_EQ(count(far, red), 256);
 
-TEST(Preview, LongAnimationsGoOnInTheNextLine) {
-    const TemporaryFolder folder;
-    saveSheet(folder / "hero.png");
-    Bytes bytes = Bytes::head("hero.png").number(0).number(1).name("A").number(200);
+    Fields fields = {"hero.png", 0, 1, "A", 200};
     for (int i = 0; i < 200; ++i)
-        bytes.number(1).area(0, 0, 16, 16);
-    folder.write("hero.spr", bytes.number(0));
-    EXPECT_EQ(kxsprite(folder, "preview hero.spr -o a.png").status, 0);
-    const Image image = Image::fromFile(folder / "a.png");
-    EXPECT_LT(image.width, 2000);
-    EXPECT_EQ(count(image, red), 200 * 256);
+        fields = fields + Fields{1, 0.f, 0.f, 16, 16};
+    const Image lines = picture(spriteFile(fields + Fields{0}));
+    EXPECT_LT(lines.width, 2000) << "goes on in the next line";
+    EXPECT_EQ(count(lines, red), 200 * 256);
 }
 
-TEST(Preview, SaysWhatItCannotDraw) {
-    const TemporaryFolder folder;
-    const auto says = [&](const Bytes& bytes, const std::string& text, const char* output = "a.png") {
-        folder.write("hero.spr", bytes);
-        const Outcome run = kxsprite(folder, std::string("preview hero.spr -o ") + output);
-        EXPECT_EQ(run.status, 1) << text;
-        EXPECT_EQ(run.output.rfind("kxsprite: ", 0), 0u) << run.output;
-        EXPECT_NE(run.output.find(text), std::string::npos) << run.output;
-    };
-    const Bytes walk = Bytes().name("A").number(1).number(1);
-    says(sprite(), "hero.png' is missing");
+TEST_F(Preview, SaysWhatItCannotDraw) {
+    expectFault(preview(sprite), "hero.spr", "hero.png' is missing");
     folder.write("hero.png", "no picture");
-    says(sprite(), "is no image");
-    saveSheet(folder / "hero.png");
-    says(Bytes::head("hero.png").number(0).number(0), "has no animations");
-    says(Bytes::head("").number(0).number(1).raw(walk).area(0, 0, 16, 16).number(0), "names no sheet");
-    says(Bytes::head("hero.png").number(0).number(1).raw(walk).area(0, 0, 1, 0x7FFFFFFF).number(0),
-         "is too large to be drawn");
-    says(Bytes::head("hero.png")
-             .number(1)
-             .name("b")
-             .area(NAN, 0, 1, 1)
-             .number(1)
-             .raw(walk)
-             .area(0, 0, 1, 1)
-             .number(0),
-         "a box has a position");
-    says(sprite(), "kxsprite: no/such.png: Unable to write", "no/such.png");
+    expectFault(preview(sprite), "hero.spr", "is no image");
+    saveSheet();
+    const std::pair<Fields, const char*> cases[] = {
+        {{"hero.png", 0, 0}, "has no animations"},
+        {{"", 0, 1, "A", 1, 1, 0.f, 0.f, 16, 16, 0}, "names no sheet"},
+        {{"hero.png", 0, 1, "A", 1, 1, 0.f, 0.f, 1, 0x7FFFFFFF, 0}, "is too large to be drawn"},
+        {{"hero.png", 1, "b", NAN, 0.f, 1, 1, 1, "A", 1, 1, 0.f, 0.f, 1, 1, 0}, "a box has a position"}};
+    for (const auto& [fields, said] : cases)
+        expectFault(preview(spriteFile(fields)), "hero.spr", said);
+    folder.write("hero.spr", sprite);
+    expectFault(kxsprite(folder, "preview hero.spr -o no/such.png"), "no/such.png", "Unable to write");
 }
 } // namespace

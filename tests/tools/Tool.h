@@ -1,74 +1,59 @@
 #pragma once
 
-#include "support/TemporaryFolder.h"
+#include "support/Program.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <bit>
 #include <cstdint>
-#include <cstdio>
 #include <string>
-
-#include <sys/wait.h>
-
-/// How a run of kxsprite ended, and what it said on both channels.
-struct Outcome {
-    int status;
-    std::string output;
-};
+#include <vector>
 
 /// Runs kxsprite in a folder of the test's own. @param settings environment variables, as a shell writes
 /// them.
 inline Outcome kxsprite(const TemporaryFolder& folder, const std::string& arguments,
                         const std::string& settings = "") {
-    const std::string command =
-        "cd '" + folder.path() + "' && " + settings + " '" KXSPRITE "' " + arguments + " 2>&1";
-    Outcome run = {};
-    FILE* pipe = popen(command.c_str(), "r");
-    std::array<char, 4096> buffer;
-    while (fgets(buffer.data(), buffer.size(), pipe))
-        run.output += buffer.data();
-    const int status = pclose(pipe);
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
+    return runProgram(folder, settings + " '" KXSPRITE "' " + arguments);
 }
 
-inline std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+/// Expects a run that fails with a line about a file.
+inline void expectFault(const Outcome& run, const std::string& file, const std::string& said) {
+    EXPECT_EQ(run.status, 1) << said;
+    const std::size_t line = run.output.find("kxsprite: " + file + ": ");
+    EXPECT_TRUE(line != std::string::npos && run.output.find(said, line) != std::string::npos) << said << "\n"
+                                                                                               << run.output;
 }
 
-/// The bytes of a sprite file, field by field.
-struct Bytes : std::string {
-    Bytes& number(std::int64_t value) {
+/// One field of a sprite file: a whole number, a fraction, or a name with its length before it.
+struct Field {
+    Field(int number) { // NOLINT(google-explicit-constructor): fields are written as they are
         for (int i = 0; i < 4; ++i)
-            push_back(static_cast<char>(value >> 8 * i & 0xFF));
-        return *this;
+            bytes.push_back(static_cast<char>(number >> 8 * i & 0xFF));
     }
-    Bytes& real(float value) { return number(std::bit_cast<std::int32_t>(value)); }
-    Bytes& raw(const std::string& text) {
-        append(text);
-        return *this;
+    Field(float number) : Field(std::bit_cast<std::int32_t>(number)) {} // NOLINT(google-explicit-constructor)
+    Field(const std::string& name)                                      // NOLINT(google-explicit-constructor)
+        : Field(static_cast<int>(name.size())) {
+        bytes += name;
     }
-    Bytes& name(const std::string& text) { return number(static_cast<std::int64_t>(text.size())).raw(text); }
-    Bytes& area(float x, float y, int width, int height) {
-        return real(x).real(y).number(width).number(height);
-    }
-    /// What a file begins with.
-    static Bytes head(const std::string& texture) { return Bytes().raw("KXSPRITE").number(1).name(texture); }
+    Field(const char* name) : Field(std::string(name)) {} // NOLINT(google-explicit-constructor)
+
+    std::string bytes;
 };
+using Fields = std::vector<Field>;
+
+inline Fields operator+(Fields fields, const Fields& more) {
+    fields.insert(fields.end(), more.begin(), more.end());
+    return fields;
+}
+
+/// The bytes of a sprite file: what it begins with, and these fields.
+inline std::string spriteFile(const Fields& fields) {
+    std::string bytes = "KXSPRITE";
+    for (const Field& field : Fields{1} + fields)
+        bytes += field.bytes;
+    return bytes;
+}
 
 /// hero.png with one box and one animation of one frame.
-inline Bytes heroSprite() {
-    return Bytes::head("hero.png")
-        .number(1)
-        .name("hit")
-        .area(2, 3, 10, 20)
-        .number(1)
-        .name("idle")
-        .number(1)
-        .number(5)
-        .area(0, 0, 16, 16)
-        .number(-1);
-}
+inline const std::string hero =
+    spriteFile({"hero.png", 1, "hit", 2.f, 3.f, 10, 20, 1, "idle", 1, 5, 0.f, 0.f, 16, 16, -1});
