@@ -12,6 +12,8 @@ WidgetsScene::WidgetsScene(App& app) : _app(app), _fire(app), _texts(app), _nigh
     _back.setOrigin({784 - _back.rect().size.width, 454});
     _browser.setRect({160, 70}, {480, 340});
     _browser.setBackgroundColor(Style::faded(Style::panel, 1));
+    _browser.setTrackColor(Style::night);
+    _browser.setKnobColor(Style::wood);
 }
 
 bool WidgetsScene::takesLetters() {

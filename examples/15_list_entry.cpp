@@ -18,9 +18,11 @@ int main(int argc, char** argv) {
         entry.focus(); // it has the keyboard from the start
         KXUIButton add;
         add.setText("Add");
-        add.setOrigin({226, 48});
+        add.setRect({226, 48}, {38, -1});
         KXUIListBox list;
         list.setRect({24, 84}, {240, 135});
+        list.setTrackColor(dusk);
+        list.setKnobColor(gold);
         for (const char* thing : {"Rope, twenty metres", "A {C1,0.85,0.54,1}lantern{EC}", "Matches",
                                   "Two blankets", "Bread and cheese", "The old map", "A whistle", "Chalk"})
             list.add(thing);

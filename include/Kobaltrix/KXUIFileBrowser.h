@@ -19,10 +19,11 @@ enum KXUIFileBrowserMode : int {
 /// It is hidden, and neither polled nor drawn, until show(); then until the user has chosen or cancelled.
 ///
 /// Folders come first, then files; in each half "b" comes after "A" and "10" after "9". A double click or
-/// Return on a folder enters it and on a file chooses it; "Up" and Backspace go to the folder above. A name
-/// is typed as it is, as a path from the folder shown, or as a path from the root; naming a folder enters it.
-/// Before a file is saved over, the browser asks once: the button then says "Replace". Tab changes between
-/// list and name, Escape cancels. Keys are read as KXUIListBox does, beside the game's own queries.
+/// Return on a folder enters it and on a file chooses it; "Up", and Backspace in the list, go to the folder
+/// above. A name is typed as it is, as a path from the folder shown, or as a path from the root; naming a
+/// folder enters it. Before a file is saved over, the browser asks once: the button then says "Replace". Tab
+/// changes between list and name; Escape cancels, or takes the question back. Keys are read as KXUIListBox
+/// does, beside the game's own queries.
 ///
 /// What goes wrong is said in the line above the name: a folder that cannot be read or is no longer there, a
 /// file that does not exist, a name that is not UTF-8. Bytes of a name that are no character are shown as
@@ -57,7 +58,7 @@ public:
     int showsHiddenFiles() const;
     /// Goes to a folder, as the user could. @param folder null for the working directory.
     void setFolder(const char* folder);
-    /// Reads the folder again.
+    /// Reads the folder again, if the browser is shown.
     void refresh();
 
     /// The folder shown, from the root. A temporary string; one that is longer than these can be, 1023 bytes,
@@ -87,18 +88,24 @@ public:
 
     void setBackgroundColor(KXColor color);                      ///< Behind everything.
     void setBackgroundColor(float r, float g, float b, float a); ///< Behind everything.
-    void setControlColor(KXColor color);                         ///< Of list, name and buttons.
-    void setControlColor(float r, float g, float b, float a);    ///< Of list, name and buttons.
-    void setDepressedColor(KXColor color);                       ///< Of buttons held or on, and scroll bar.
-    void setDepressedColor(float r, float g, float b, float a);  ///< Of buttons held or on, and scroll bar.
-    void setBorderColor(KXColor color);                          ///< Around browser, list, name, buttons.
-    void setBorderColor(float r, float g, float b, float a);     ///< Around browser, list, name, buttons.
-    void setTextColor(KXColor color);                            ///< Of every text.
-    void setTextColor(float r, float g, float b, float a);       ///< Of every text.
-    void setSelectionColor(KXColor color);                       ///< Behind what is selected.
-    void setSelectionColor(float r, float g, float b, float a);  ///< Behind what is selected.
-    void setFocusColor(KXColor color);                           ///< Around list or name with the keyboard.
-    void setFocusColor(float r, float g, float b, float a);      ///< Around list or name with the keyboard.
+    /// Of list, name and buttons, and of the scroll bar's knob: call setKnobColor() afterwards.
+    void setControlColor(KXColor color);
+    void setControlColor(float r, float g, float b, float a); ///< The same, 0.0 to 1.0 a channel.
+    /// Of buttons held or on, and of the scroll bar's track: call setTrackColor() afterwards.
+    void setDepressedColor(KXColor color);
+    void setDepressedColor(float r, float g, float b, float a); ///< The same, 0.0 to 1.0 a channel.
+    void setTrackColor(KXColor color);                          ///< Of the scroll bar, behind its knob.
+    void setTrackColor(float r, float g, float b, float a);     ///< Of the scroll bar, behind its knob.
+    void setKnobColor(KXColor color);                           ///< Of the part of the bar that is dragged.
+    void setKnobColor(float r, float g, float b, float a);      ///< Of the part of the bar that is dragged.
+    void setBorderColor(KXColor color);                         ///< Around browser, list, name, buttons.
+    void setBorderColor(float r, float g, float b, float a);    ///< Around browser, list, name, buttons.
+    void setTextColor(KXColor color);                           ///< Of every text.
+    void setTextColor(float r, float g, float b, float a);      ///< Of every text.
+    void setSelectionColor(KXColor color);                      ///< Behind what is selected.
+    void setSelectionColor(float r, float g, float b, float a); ///< Behind what is selected.
+    void setFocusColor(KXColor color);                          ///< Around list or name with the keyboard.
+    void setFocusColor(float r, float g, float b, float a);     ///< Around list or name with the keyboard.
 
 private:
     struct KX_INTERNAL State;

@@ -156,6 +156,10 @@ void KXUIFileBrowser::setDepressedColor(KXColor color) {
     _state->hidden.setOnBackgroundColor(color);
 }
 
+void KXUIFileBrowser::setTrackColor(KXColor color) { _state->list.setTrackColor(color); }
+
+void KXUIFileBrowser::setKnobColor(KXColor color) { _state->list.setKnobColor(color); }
+
 void KXUIFileBrowser::setBorderColor(KXColor color) {
     _state->borderColor = color;
     _state->list.setBorderColor(color);
@@ -189,6 +193,8 @@ void KXUIFileBrowser::setControlColor(float r, float g, float b, float a) { setC
 void KXUIFileBrowser::setDepressedColor(float r, float g, float b, float a) {
     setDepressedColor({r, g, b, a});
 }
+void KXUIFileBrowser::setTrackColor(float r, float g, float b, float a) { setTrackColor({r, g, b, a}); }
+void KXUIFileBrowser::setKnobColor(float r, float g, float b, float a) { setKnobColor({r, g, b, a}); }
 void KXUIFileBrowser::setBorderColor(float r, float g, float b, float a) { setBorderColor({r, g, b, a}); }
 void KXUIFileBrowser::setTextColor(float r, float g, float b, float a) { setTextColor({r, g, b, a}); }
 void KXUIFileBrowser::setSelectionColor(float r, float g, float b, float a) {

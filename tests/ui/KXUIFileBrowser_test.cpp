@@ -474,6 +474,20 @@ TEST_F(FileBrowser, ManyEntries) {
     EXPECT_EQ(chosen(), inside + "/" + std::to_string(count - 2));
 }
 
+TEST_F(FileBrowser, TrackAndKnobHaveColoursOfTheirOwn) {
+    for (int i = 0; i < 30; ++i)
+        folder.write(std::to_string(i));
+    browser.setControlColor(1, 1, 1, 1);
+    browser.setDepressedColor(1, 1, 1, 1);
+    browser.setTrackColor(1, 0, 0, 1);
+    browser.setKnobColor(0, 1, 0, 1);
+    open();
+    const Image image = draw([&] { browser.draw(); });
+    const int bar = 300, top = 10 + 4 + lineHeight + 4;
+    EXPECT_EQ(image.at(bar, top + 5), (Pixel{0, 255, 0, 255}));
+    EXPECT_EQ(image.at(bar, top + 60), (Pixel{255, 0, 0, 255}));
+}
+
 TEST_F(FileBrowser, StrangeGeometryAndFonts) {
     open();
     for (const KXRect& rect :
