@@ -11,11 +11,12 @@
 /// scrolls the box under the pointer by three rows a notch; the bar's knob can be dragged, and a press beside
 /// it turns a page, again and again while it is held. Times are those of the logic loop.
 ///
-/// The keyboard, while the list has focus: Up, Down, Page Up, Page Down, Home and End select another row,
-/// repeatedly when held; Return and the key pad's Enter activate the selected row. Typing letters selects the
+/// The keyboard, while the list has focus: Up, Down, Page Up, Page Down, Home and End select another row, in
+/// every logic step once they have been held for the time of 30; Return and the key pad's Enter activate the
+/// selected row. Typing letters selects the
 /// next row that begins with them in any case, as the user's keyboard layout writes them; a pause of a second
-/// begins a new word, and the same letter again goes to the next row with it. A press on the list gives it
-/// focus, a press elsewhere takes it; one list or text entry has focus at a time.
+/// begins a new word, and the same letter again goes to the next row with it. A press of any mouse button on
+/// the list gives it focus, a press elsewhere takes it; one list or text entry has focus at a time.
 ///
 /// The keys are read beside the game's own queries, which still see every press: ask hasFocus() where a game
 /// should not act on keys that are meant for a list. Keys that are held when a list gets focus count for it
@@ -87,14 +88,13 @@ public:
     void setSelectionColor(float r, float g, float b, float a);  ///< Behind the selected row; the held knob.
     void setFocusColor(KXColor color);                           ///< Around the list that has the keyboard.
     void setFocusColor(float r, float g, float b, float a);      ///< Around the list that has the keyboard.
-    void setTrackColor(KXColor color);                           ///< Of the scroll bar.
-    void setTrackColor(float r, float g, float b, float a);      ///< Of the scroll bar.
-    void setKnobColor(KXColor color);                            ///< Of the scroll bar.
-    void setKnobColor(float r, float g, float b, float a);       ///< Of the scroll bar.
+    void setTrackColor(KXColor color);                           ///< Of the scroll bar, behind its knob.
+    void setTrackColor(float r, float g, float b, float a);      ///< Of the scroll bar, behind its knob.
+    void setKnobColor(KXColor color);                            ///< Of the part of the bar that is dragged.
+    void setKnobColor(float r, float g, float b, float a);       ///< Of the part of the bar that is dragged.
 
     // Used by the library itself.
     KX_INTERNAL void _showTextsAsTheyAre();
-    KX_INTERNAL int _measuredRows() const;
 
 private:
     struct KX_INTERNAL Layout;

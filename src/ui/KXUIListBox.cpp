@@ -117,9 +117,6 @@ void KXUIListBox::_showTextsAsTheyAre() {
     _state->shown.clear();
 }
 
-/// How many times a row was measured, for tests of what a frame costs.
-int KXUIListBox::_measuredRows() const { return _state->measured; }
-
 void KXUIListBox::setBackgroundColor(KXColor color) { _backgroundColor = color; }
 void KXUIListBox::setBorderColor(KXColor color) { _borderColor = color; }
 void KXUIListBox::setTextColor(KXColor color) { _textColor = color; }

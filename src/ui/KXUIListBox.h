@@ -67,5 +67,4 @@ struct KXUIListBox::State {
     unsigned shownFontGeneration = 0;
     int shownFontSize = 0;
     int shownWidth = 0;
-    int measured = 0; ///< Rows measured so far.
 };

@@ -87,7 +87,6 @@ const char* KXUIListBox::_shownText(int index, int width) {
         shown.text = _KXTextThatFits(*_fontInUse(), _state->rows[index].c_str(), static_cast<float>(width),
                                      _state->spans);
         shown.row = index;
-        ++_state->measured;
     }
     return shown.text.c_str();
 }
