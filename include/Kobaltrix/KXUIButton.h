@@ -9,7 +9,9 @@
 /// A rectangular push button with a one-line caption.
 ///
 /// setText() fits the size to the caption, so give the button its font first: setFont() does not fit it
-/// again.
+/// again. The size is that of the caption's ink and the padding on both sides, while the first letter stands
+/// a little to the right of the padding, so captions nearly touch the right border. For more room make the
+/// button wider with setSize({rect().size.width + 4, -1}), or widen KXUIWidgetInnerPadding for all widgets.
 class KX_API KXUIButton : public _KXUIWidget {
 public:
     /// A button without caption and size. setFont() fetches its font at 9 points.
@@ -17,13 +19,15 @@ public:
     ~KXUIButton() override;
 
     /// Sets the caption and fits the size to it. @param text copied. A caption is used as a format without
-    /// arguments ("%%" prints one percent sign) and may hold colour spans, see KXFont.
+    /// arguments ("%%" prints one percent sign, but is measured as two) and may hold colour spans, see
+    /// KXFont.
     /// @return -1; 0 with nothing changed when @a text is null or the button has no font.
     int setText(const char* text);
-    /// Sets the extent in pixels. A width or height of -1 is fitted to the caption, if there are a font and a
-    /// caption.
+    /// Sets the extent in pixels. A width or height of -1 is fitted to the caption; without a font or a
+    /// caption it stays -1.
     void setSize(KXSize size) override;
-    /// Like _KXUIWidget::setFontSize(); fits the size to the caption in any case.
+    /// Like _KXUIWidget::setFontSize(). Also where that gives 0 the size is fitted to the caption, if there
+    /// are a font and a caption.
     int setFontSize(int size) override;
 
     KXColor normalBackgroundColor() const;        ///< While it is not held.
@@ -32,7 +36,7 @@ public:
     void setNormalBackgroundColor(float r, float g, float b, float a); ///< The same, 0.0 to 1.0 a channel.
     void setDepressedBackgroundColor(KXColor color); ///< While a mouse button is held on it.
     void setDepressedBackgroundColor(float r, float g, float b, float a); ///< The same, 0.0 to 1.0 a channel.
-    void setBorderColor(KXColor color);                                   ///< The outline, one unit thick.
+    void setBorderColor(KXColor color);                                   ///< The outline, one pixel thick.
     void setBorderColor(float r, float g, float b, float a);              ///< The same, 0.0 to 1.0 a channel.
     void setTextColor(KXColor color);                                     ///< The caption.
     void setTextColor(float r, float g, float b, float a);                ///< The same, 0.0 to 1.0 a channel.

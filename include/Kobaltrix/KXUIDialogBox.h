@@ -13,7 +13,8 @@ class KXUIButton;
 /// A box with a message and push buttons, sized to hold both.
 ///
 /// Give it a font, unless there is a user-interface font, before its buttons. Poll it with poll() once per
-/// logic step and read buttonIndexClicked(). The box does not keep other widgets from being clicked.
+/// logic step and read buttonIndexClicked(). The box does not keep other widgets from being clicked. Its own
+/// colours do not follow KXSetUIColor(), those of its buttons do.
 ///
 /// resize() puts the first button's corner at (X - padding, Y - padding) and that of every later one at
 /// (X - W - padding, Y - padding), where (X, Y) is the box's corner and W its width: beside the box, one upon
@@ -28,11 +29,12 @@ public:
 
     /// Like _KXUIWidget::setFont(), and lays the box out anew. Buttons keep their fonts.
     int setFont(const char* path, KXAliasMode mode) override;
-    /// Like _KXUIWidget::setFontSize(), also for the buttons, and lays the box out anew.
+    /// Like _KXUIWidget::setFontSize(), also for the buttons, and lays the box out anew, with any font.
     int setFontSize(int size) override;
 
     /// Sets the message. @param text copied, the first 512 bytes of it; null for none. A message is used as a
-    /// format without arguments ("%%" prints one percent sign) and may hold colour spans, see KXFont.
+    /// format without arguments ("%%" prints one percent sign, but is measured as two) and may hold colour
+    /// spans, see KXFont.
     void setMessage(const char* text);
     /// Adds a button that belongs to the box; without a font does nothing. A font that was given to the box
     /// is the button's too, at the same size. @param text the caption, copied; null is an empty one.

@@ -8,8 +8,9 @@
 /// Menus: a title that opens a column of entries below it, with shortcuts and sub-menus.
 ///
 /// A game makes a KXUIMenu, adds entries, polls the menu once per logic step and draws it once per frame,
-/// last of all that it may cover. What an entry calls may do anything: open something that runs its own loop,
-/// clear the menu's entries, or delete the whole menu.
+/// last of all that it may cover. Menus are grey with black texts, whatever KXSetUIColor() was given. What an
+/// entry calls may do anything: open something that runs its own loop, clear the menu's entries, or delete
+/// the whole menu.
 
 class KXUIMenu;
 
@@ -98,12 +99,17 @@ private:
 /// A menu, at the top or within another menu.
 ///
 /// Its title opens and closes it; entries hang below the title, those of a sub-menu to the right of its row.
-/// Acting on an entry closes all menus above it. A menu that is clicked elsewhere stays open: call close().
+/// Acting on an entry closes all menus above it. After a click elsewhere it stays open: call close().
+///
+/// The mark of a sub-menu covers the last pixels of its row, and with the padding of 3 it cuts the widest
+/// caption of the column: let the title of a sub-menu end with three blanks, or set KXUIWidgetInnerPadding to
+/// {8, 3} before menus are made.
 class KX_API KXUIMenu : public _KXUIMenuBase {
 public:
     /// A closed menu at (0, 0), as large as its title. @param title copied, the first 254 bytes of it; null
     /// for none. A title, like the names of entries, is used as a format without arguments ("%%" prints one
-    /// percent sign) and may hold colour spans, see KXFont. Throws std::bad_alloc when memory is exhausted.
+    /// percent sign, but is measured as two) and may hold colour spans, see KXFont. Throws std::bad_alloc
+    /// when memory is exhausted.
     explicit KXUIMenu(const char* title);
     /// A closed menu without a title and of no size, until it gets entries.
     KXUIMenu();
@@ -135,7 +141,7 @@ public:
     /// takes it out again. One that is in a menu already moves here, to the end; null, this menu itself and a
     /// menu that this one is in are ignored.
     void addSubMenu(KXUIMenu* subMenu);
-    /// Adds a line between entries.
+    /// Adds a line between entries. It does nothing when it is clicked but close the menu.
     void addDivider();
 
     /// Closes the menu and all menus in it.

@@ -20,8 +20,8 @@ public:
 
     /// Moves the slider, and lays out track and knob.
     void setOrigin(KXPoint origin) override;
-    /// Sets the extent in pixels, at least 32 wide and as high as a line of text (16 without a font), and
-    /// lays out the knob but not the track.
+    /// Sets the extent in pixels, at least 32 wide and as high as a line of text with its padding (16 without
+    /// a font), and lays out the knob but not the track.
     void setSize(KXSize size) override;
 
     void setKnobFillColor(KXColor color);        ///< The knob.

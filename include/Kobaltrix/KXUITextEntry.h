@@ -9,13 +9,17 @@ struct _KXTextEntryEditor;
 
 /// A line of text that the user edits: by keyboard once the entry has the focus, and with the mouse.
 ///
-/// A click into the entry gives it the focus and places the cursor, dragging selects, a second click selects
-/// a word and a third everything; a click elsewhere or Escape takes the focus away. Left, Right, Home and End
-/// move the cursor, with Control by words, with Shift selecting; Backspace and Delete erase, with Control
-/// words; Control or Command with A, C, X and V select all, copy, cut and paste. Return reports entered().
-/// Tab hands the focus to the next entry that is polled, with Shift to the one polled before. The game's own
-/// key queries still report every key: a game asks KXUIFocusedTextEntry(), before it polls its entries,
-/// whether a key is meant for one of them.
+/// A press of the left mouse button in the entry gives it the focus and places the cursor, with Shift it
+/// extends the selection to there, and dragging selects; a second press within half a second selects a word
+/// and a third everything; a press elsewhere or Escape takes the focus away. Left, Right, Home and End move
+/// the cursor, with Control Left and Right by words, with Shift selecting; Backspace and Delete erase, with
+/// Control words. These six repeat in every logic step once they have been held for the time of 30. Control
+/// or Command with A, C, X and V select all, copy, cut and paste. Return and the key pad's Enter report
+/// entered(). Tab hands the focus to the next entry that is polled, with Shift to the one polled before, and
+/// selects all of its text. With Alt held, Return, Enter, Escape, Tab and those letters are not the entry's.
+///
+/// The game's own key queries still report every key: a game asks KXUIFocusedTextEntry(), before it polls its
+/// entries, whether a key is meant for one of them.
 ///
 /// The text is UTF-8 at all times; of other bytes each becomes a question mark. It is one line: line breaks
 /// and tabs that are set or pasted become blanks, line breaks around it and control characters are dropped.
@@ -75,7 +79,7 @@ public:
     int poll();
     /// -1 if the user changed the text in the last poll().
     int changed() const;
-    /// -1 if the user pressed Return in the last poll().
+    /// -1 if the user pressed Return or the key pad's Enter in the last poll().
     int entered() const;
 
     /// Sets the extent in pixels. A height of -1 becomes that of one line of text, if there is a font.

@@ -8,8 +8,9 @@
 /// What every widget has: a rectangle, click tracking for each mouse button, and a font.
 ///
 /// Widgets are immediate: the game polls each of them once per logic step and draws it once per frame, in the
-/// order it likes; there is no tree and no focus between them. Everything needs the thread that owns the
-/// OpenGL context. Texts and paths that are given to a widget are copied.
+/// order it likes. There is no tree of widgets, and a click reaches every widget under the pointer. Only the
+/// keyboard belongs to one list or text entry at a time. Everything needs the thread that owns the OpenGL
+/// context. Texts and paths that are given to a widget are copied.
 
 class KXFont;
 
@@ -19,7 +20,9 @@ public:
     static const int KXUIWidgetStateNormal = 0;    ///< The pointer is elsewhere.
     static const int KXUIWidgetStateHover = 1;     ///< The pointer is over the widget.
     static const int KXUIWidgetStateDepressed = 2; ///< A press that began over the widget is held over it.
-    static KXSize KXUIWidgetInnerPadding;          ///< Pixels between edge and text, (3, 3). May be changed.
+    /// Pixels between the edge of any widget and its text, (3, 3). May be changed, best before widgets are
+    /// made: texts follow at once, sizes that were fitted to them do not.
+    static KXSize KXUIWidgetInnerPadding;
 
     /// An empty rectangle at (0, 0), with the user-interface font if one is set.
     _KXUIWidget();
@@ -40,24 +43,29 @@ public:
     /// -1 while the pointer is over the widget, else 0. The left and top edges do not belong to it, the right
     /// and bottom ones do.
     virtual int mouseOver();
-    /// Non-zero while a press of @a button that began over the widget is held; for buttons see KXMouse().
+    /// Non-zero while a press of @a button that began over the widget is held, as of the last clicked(@a
+    /// button); for buttons see KXMouse().
     virtual int mouseDownInside(int button);
     /// -1 once for each click of @a button, else 0. Call it once per logic step.
     ///
-    /// A click is a press over the widget and a release after which the pointer was still over it at the step
-    /// before. Buttons other than 0 to 6 are never clicked.
+    /// A click is a press over the widget and its release, if the pointer was over the widget in the last
+    /// call before the release; where it is at the release does not matter. A press begins in the first call
+    /// that sees the button down. Buttons other than 0 to 6 are never clicked.
     virtual int clicked(int button);
     /// Lets the next clicked(@a button) report a click.
     virtual void click(int button);
     /// Draws the widget into the current target. The base draws nothing.
     virtual void draw();
 
-    /// Gives the widget a font of its own from the font cache. @param path the font file; only read.
+    /// Gives the widget a font of its own from the font cache. @param path the font file.
     /// @param mode how its glyphs are drawn.
-    /// @return -1 on success, 0 on failure with a text in KXError() and no font left.
+    /// @return -1 if there is a font now, 0 with none left: when memory is exhausted or the library is not
+    /// started. A file that cannot be opened, or null, gives -1 and a font that measures 0 and prints
+    /// nothing; "Unable to set font face size" is in KXError() when it is first asked for.
     virtual int setFont(const char* path, KXAliasMode mode);
-    /// Changes the size of the widget's own font in points, and so of every widget that shares it.
-    /// @return -1 on success; 0 without a font, and for the user-interface font with
+    /// Changes the size of the widget's own font in points, and so of every widget that shares it. A size
+    /// that the font refuses changes nothing.
+    /// @return -1 with a font of its own; 0 without a font, and for the user-interface font with
     /// "Widget(%p) is using the global UI font. Its size is not changeable." in KXError().
     virtual int setFontSize(int size);
 

@@ -1,4 +1,5 @@
 #include <Kobaltrix/KXFont.h>
+#include <Kobaltrix/KXUIButton.h>
 #include <Kobaltrix/KXUIWidget.h>
 
 #include "UITest.h"
@@ -134,8 +135,13 @@ TEST_F(Widget, OutlivesItsFont) {
     }
     EXPECT_EQ(own.setFont(testFont(), KXAliasModeTexture), -1);
     EXPECT_GT(own._idealSizeForText("Caption").width, 6);
-    EXPECT_EQ(own.setFont("no/such/font.ttf", KXAliasModeTexture), -1); // an object that measures nothing
-    EXPECT_EQ(own._idealSizeForText("Caption").width, 6);
-    EXPECT_EQ(own.setFont(nullptr, KXAliasModeTexture), -1);
+    // A file that cannot be opened is a font that measures nothing.
+    for (const char* path : {"no/such/font.ttf", static_cast<const char*>(nullptr)}) {
+        KXUIButton button;
+        EXPECT_EQ(button.setFont(path, KXAliasModeTexture), -1);
+        EXPECT_EQ(button.setText("Caption"), -1);
+        EXPECT_EQ(button.rect().size.width, 6);
+        EXPECT_EQ(button.rect().size.height, 6);
+    }
 }
 } // namespace
