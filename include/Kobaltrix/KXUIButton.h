@@ -2,6 +2,9 @@
 
 #include <Kobaltrix/KXUIWidget.h>
 
+#include <memory>
+#include <string>
+
 /// @file
 /// Push buttons, and buttons that flip between off and on. Both are polled with clicked() and drawn with
 /// draw(), and copy the user-interface colours of KXSetUIColor() when they are made.
@@ -52,7 +55,7 @@ private:
     KXColor _depressedBackgroundColor;
     KXColor _borderColor;
     KXColor _textColor;
-    char* _text;
+    std::unique_ptr<std::string> _text; // null without a caption
 };
 
 /// What a toggle button shows.

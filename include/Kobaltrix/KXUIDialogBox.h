@@ -3,6 +3,7 @@
 #include <Kobaltrix/KXUIWidget.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 /// @file
@@ -70,7 +71,7 @@ public:
 private:
     KX_INTERNAL void _placeButtons();
 
-    char* _message;
+    std::string _message;
     int32_t _buttonIndexClicked;
     std::vector<std::unique_ptr<KXUIButton>> _buttons;
     int32_t _padding;

@@ -2,6 +2,8 @@
 
 #include <Kobaltrix/KXUIWidget.h>
 
+#include <memory>
+
 /// @file
 /// A box in which the user looks for a file to open, or says where to save one.
 
@@ -110,5 +112,5 @@ public:
 private:
     struct KX_INTERNAL State;
 
-    State* _state;
+    std::unique_ptr<State> _state;
 };

@@ -2,6 +2,8 @@
 
 #include <Kobaltrix/KXUIWidget.h>
 
+#include <memory>
+
 /// @file
 /// A list of texts that scrolls and of which the user selects one.
 
@@ -123,5 +125,5 @@ private:
     KXColor _focusColor;
     KXColor _trackColor;
     KXColor _knobColor;
-    State* _state;
+    std::unique_ptr<State> _state;
 };

@@ -2,6 +2,8 @@
 
 #include <Kobaltrix/KXUIWidget.h>
 
+#include <memory>
+#include <string>
 #include <vector>
 
 /// @file
@@ -51,12 +53,12 @@ private:
     struct Colors {
         KXColor normal, hover, open, border, text;
     };
-    KX_INTERNAL void _setLabel(const char* text);
+    KX_INTERNAL void _setLabel(const std::string& text);
     KX_INTERNAL void _printLabel() const;
     KX_INTERNAL bool _takesClicks();
 
     _KXUIMenuBase* _parent;
-    char* _label;
+    std::unique_ptr<std::string> _label; // null without a caption
     int32_t _borderSize;
     Colors _colors;
     KXUIMenu* _owner;                      // whose entries it is among; null for those of the game
@@ -159,14 +161,14 @@ public:
     void draw() override;
 
     // Used by the library itself.
-    KX_INTERNAL void _removeEntry(_KXUIMenuBase* entry);
+    KX_INTERNAL std::unique_ptr<_KXUIMenuBase> _takeOut(_KXUIMenuBase* entry);
 
 private:
     struct KX_INTERNAL Walk;
-    KX_INTERNAL void _addEntry(_KXUIMenuBase* entry);
+    KX_INTERNAL void _addEntry(std::unique_ptr<_KXUIMenuBase> entry);
     KX_INTERNAL void _openOrCloseByClick();
     KX_INTERNAL void _drawEntries();
 
-    std::vector<_KXUIMenuBase*> _entries;
+    std::vector<std::unique_ptr<_KXUIMenuBase>> _entries;
     int32_t _open;
 };

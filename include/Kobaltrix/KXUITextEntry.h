@@ -2,6 +2,8 @@
 
 #include <Kobaltrix/KXUIWidget.h>
 
+#include <memory>
+
 /// @file
 /// A box in which the user types one line of text, and the function that tells which of them is typed into.
 
@@ -126,7 +128,7 @@ private:
     KXColor _textColor;
     KXColor _placeholderColor;
     KXColor _selectionColor;
-    _KXTextEntryEditor* _editor;
+    std::unique_ptr<_KXTextEntryEditor> _editor;
     int32_t _masked;
     int32_t _changed;
     int32_t _entered;

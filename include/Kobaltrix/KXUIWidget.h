@@ -4,6 +4,8 @@
 
 #include <stdint.h>
 
+#include <string>
+
 /// @file
 /// What every widget has: a rectangle, click tracking for each mouse button, and a font.
 ///
@@ -88,7 +90,7 @@ private:
 
 protected:
     // For the widgets of the library.
-    char* _fontPath;            ///< The path that setFont() was given; null before.
+    std::string _fontPath;      ///< The path that setFont() was given; empty before.
     KXAliasMode _fontAliasMode; ///< The mode that setFont() was given.
     int _fontSize;              ///< The size, in points, that setFont() fetches a font at.
 

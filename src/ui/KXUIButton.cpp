@@ -5,33 +5,26 @@
 
 #include <Kobaltrix/KXDrawing.h>
 
-#include <cstdlib>
-#include <cstring>
-
 KXUIButton::KXUIButton()
     : _normalBackgroundColor(_KXUIBackroundColor),
       _depressedBackgroundColor(_KXUIBackgroundColor_Interaction), _borderColor(_KXUIBorderColor),
-      _textColor(_KXUITextColor), _text(nullptr) {
+      _textColor(_KXUITextColor) {
     _fontSize = 9;
 }
 
-KXUIButton::~KXUIButton() { std::free(_text); }
+KXUIButton::~KXUIButton() = default;
 
 int KXUIButton::setText(const char* text) {
     if (!text || !_fontInUse())
         return 0;
-    if (text != _text) {
-        char* const copy = strdup(text); // before the old one goes: it may be a part of it
-        std::free(_text);
-        _text = copy;
-    }
+    _text = std::make_unique<std::string>(text);
     setSize({-1, -1});
     return -1;
 }
 
 void KXUIButton::setSize(KXSize size) {
     if (_text && _fontInUse() && (size.width == -1 || size.height == -1)) {
-        const KXSize ideal = _idealSizeForText(_text);
+        const KXSize ideal = _idealSizeForText(_text->c_str());
         if (size.width == -1)
             size.width = ideal.width;
         if (size.height == -1)
@@ -42,7 +35,8 @@ void KXUIButton::setSize(KXSize size) {
 
 int KXUIButton::setFontSize(int size) {
     const int result = _KXUIWidget::setFontSize(size);
-    setText(_text); // does nothing without a font or a text
+    if (_text && _fontInUse())
+        setSize({-1, -1});
     return result;
 }
 
@@ -75,33 +69,6 @@ void KXUIButton::_drawWithBackgroundColor(KXColor background) {
     KXDrawRect(box, _borderColor);
     const KXPoint text = {box.origin.x + KXUIWidgetInnerPadding.width,
                           box.origin.y + KXUIWidgetInnerPadding.height};
-    _KXUIGlobalFontPrint(_fontInUse(), text, _textColor, _text);
-}
-
-KXUIToggleButton::KXUIToggleButton()
-    : _onBackgroundColor(depressedBackgroundColor()), _onDepressedBackgroundColor(normalBackgroundColor()),
-      _state(KXUIToggleButtonStateOff) {}
-
-KXUIToggleButton::~KXUIToggleButton() = default;
-
-KXUIToggleButtonState KXUIToggleButton::state() const { return _state; }
-void KXUIToggleButton::setState(KXUIToggleButtonState state) { _state = state; }
-
-void KXUIToggleButton::setOnBackgroundColor(KXColor color) { _onBackgroundColor = color; }
-void KXUIToggleButton::setOnDepressedBackgroundColor(KXColor color) { _onDepressedBackgroundColor = color; }
-
-int KXUIToggleButton::clicked(int button) {
-    const int result = KXUIButton::clicked(button);
-    if (result && _state == KXUIToggleButtonStateOff)
-        _state = KXUIToggleButtonStateOn;
-    else if (result && _state == KXUIToggleButtonStateOn)
-        _state = KXUIToggleButtonStateOff;
-    return result;
-}
-
-void KXUIToggleButton::draw() {
-    if (_state == KXUIToggleButtonStateOn)
-        _drawWithBackgroundColor(_isDepressed() ? _onDepressedBackgroundColor : _onBackgroundColor);
-    else
-        KXUIButton::draw();
+    if (_text)
+        _KXUIGlobalFontPrint(_fontInUse(), text, _textColor, _text->c_str());
 }

@@ -9,14 +9,12 @@
 #include <Kobaltrix/KXUIButton.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
 
 KXUIDialogBox::KXUIDialogBox()
-    : _message(nullptr), _buttonIndexClicked(-1),
+    : _buttonIndexClicked(-1),
       _padding(2), _backgroundColor{1, 1, 1, 1}, _textColor{0, 0, 0, 1}, _borderColor{0, 0, 0, 1} {}
 
-KXUIDialogBox::~KXUIDialogBox() { std::free(_message); }
+KXUIDialogBox::~KXUIDialogBox() = default;
 
 int KXUIDialogBox::setFont(const char* path, KXAliasMode mode) {
     const int result = _KXUIWidget::setFont(path, mode);
@@ -37,11 +35,7 @@ int KXUIDialogBox::setFontSize(int size) {
 
 void KXUIDialogBox::setMessage(const char* text) {
     constexpr std::size_t longest = 512;
-    char* const copy = text ? strndup(text, longest) : nullptr;
-    if (copy && std::strlen(copy) == longest)
-        _KXDropCutCharacter(copy, longest);
-    std::free(_message);
-    _message = copy;
+    _message = _KXFirstBytes(text ? text : "", longest);
     resize();
 }
 
@@ -50,8 +44,8 @@ void KXUIDialogBox::addButton(const char* text) {
     if (!font)
         return;
     auto button = std::make_unique<KXUIButton>();
-    if (_fontPath) { // a box with the user-interface font never was given a path
-        button->setFont(_fontPath, _fontAliasMode);
+    if (!_fontPath.empty()) { // a box with the user-interface font never was given a path
+        button->setFont(_fontPath.c_str(), _fontAliasMode);
         button->setFontSize(font->getSize());
     }
     button->setText(text ? text : "");
@@ -70,21 +64,23 @@ void KXUIDialogBox::setBackgroundColor(float r, float g, float b, float a) {
 void KXUIDialogBox::setTextColor(float r, float g, float b, float a) { _textColor = {r, g, b, a}; }
 void KXUIDialogBox::setBorderColor(float r, float g, float b, float a) { _borderColor = {r, g, b, a}; }
 
+static void colorAll(const std::vector<std::unique_ptr<KXUIButton>>& buttons,
+                     void (KXUIButton::*setColor)(KXColor), KXColor color) {
+    for (const auto& button : buttons)
+        (button.get()->*setColor)(color);
+}
+
 void KXUIDialogBox::setButtonNormalBackgroundColor(float r, float g, float b, float a) {
-    for (const auto& button : _buttons)
-        button->setNormalBackgroundColor(r, g, b, a);
+    colorAll(_buttons, &KXUIButton::setNormalBackgroundColor, {r, g, b, a});
 }
 void KXUIDialogBox::setButtonDepressedBackgroundColor(float r, float g, float b, float a) {
-    for (const auto& button : _buttons)
-        button->setDepressedBackgroundColor(r, g, b, a);
+    colorAll(_buttons, &KXUIButton::setDepressedBackgroundColor, {r, g, b, a});
 }
 void KXUIDialogBox::setButtonBorderColor(float r, float g, float b, float a) {
-    for (const auto& button : _buttons)
-        button->setBorderColor(r, g, b, a);
+    colorAll(_buttons, &KXUIButton::setBorderColor, {r, g, b, a});
 }
 void KXUIDialogBox::setButtonTextColor(float r, float g, float b, float a) {
-    for (const auto& button : _buttons)
-        button->setTextColor(r, g, b, a);
+    colorAll(_buttons, &KXUIButton::setTextColor, {r, g, b, a});
 }
 
 int KXUIDialogBox::buttonIndexClicked() { return _buttonIndexClicked; }
@@ -106,7 +102,7 @@ void KXUIDialogBox::draw() {
     KXDrawRect(box, _borderColor);
     const float padding = static_cast<float>(_padding);
     _KXUIGlobalFontPrint(_fontInUse(), {box.origin.x + padding, box.origin.y + padding}, _textColor,
-                         _message);
+                         _message.c_str());
     for (const auto& button : _buttons)
         button->draw();
 }
@@ -115,7 +111,7 @@ void KXUIDialogBox::resize() {
     const KXFont* const font = _fontInUse();
     if (!font)
         return;
-    const KXSize text = font->stringBounds(_message);
+    const KXSize text = font->stringBounds(_message.c_str());
     const double padding = _padding;
     int rowWidth = 0, rowHeight = 0;
     for (const auto& button : _buttons) {

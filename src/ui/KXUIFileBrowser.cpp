@@ -33,9 +33,9 @@ const char* textOut(const std::string& text) {
 }
 } // namespace
 
-KXUIFileBrowser::KXUIFileBrowser() : _state(new State) {}
+KXUIFileBrowser::KXUIFileBrowser() : _state(std::make_unique<State>()) {}
 
-KXUIFileBrowser::~KXUIFileBrowser() { delete _state; }
+KXUIFileBrowser::~KXUIFileBrowser() = default;
 
 void KXUIFileBrowser::show(KXUIFileBrowserMode mode, const char* folder) { show(mode, folder, nullptr); }
 

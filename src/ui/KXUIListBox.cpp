@@ -6,17 +6,14 @@
 #include <Kobaltrix/KXString.h>
 
 #include <climits>
-#include <cstring>
 
 KXUIListBox::KXUIListBox()
     : _backgroundColor(_KXUIBackroundColor), _borderColor(_KXUIBorderColor), _textColor(_KXUITextColor),
       _selectionColor(_KXUISelectionColor), _focusColor(_KXUIFocusColor),
-      _trackColor(_KXUIBackgroundColor_Interaction), _knobColor(_KXUIBackroundColor), _state(new State) {}
+      _trackColor(_KXUIBackgroundColor_Interaction), _knobColor(_KXUIBackroundColor),
+      _state(std::make_unique<State>()) {}
 
-KXUIListBox::~KXUIListBox() {
-    setFocus(0);
-    delete _state;
-}
+KXUIListBox::~KXUIListBox() { setFocus(0); }
 
 bool KXUIListBox::_isRow(int index) const { return index >= 0 && index < count(); }
 
@@ -82,11 +79,8 @@ void KXUIListBox::clear() {
 const char* KXUIListBox::text(int index) const {
     if (!_isRow(index))
         return nullptr;
-    const std::string& row = _state->rows[index];
-    char* text = KXTempString("%s", row.c_str());
-    if (text && std::strlen(text) < row.size())
-        _KXDropCutCharacter(text, std::strlen(text));
-    return text;
+    constexpr std::size_t longest = 1023; // that a temporary string can be
+    return KXTempString("%s", _KXFirstBytes(_state->rows[index].c_str(), longest).c_str());
 }
 
 int KXUIListBox::selectedIndex() const { return _state->selected; }

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 /// Goes through the entries that a menu has now while what it calls removes entries, adds some, deletes the
 /// menu or goes through the same menu again. It lives on the stack of a poll; menus tell all walks of theirs.
@@ -20,7 +21,7 @@ struct KXUIMenu::Walk {
     Walk& operator=(const Walk&) = delete;
 
     /// Null at the end, which is also where the menu was deleted.
-    _KXUIMenuBase* next() { return menu && position < end ? menu->_entries[position++] : nullptr; }
+    _KXUIMenuBase* next() { return menu && position < end ? menu->_entries[position++].get() : nullptr; }
 
     static void entryGoes(const KXUIMenu* menu, std::size_t index) {
         for (Walk* walk = innermost; walk; walk = walk->outer) {
@@ -44,7 +45,8 @@ struct KXUIMenu::Walk {
 constinit KXUIMenu::Walk* KXUIMenu::Walk::innermost = nullptr;
 
 KXUIMenu::KXUIMenu(const char* title) : _open(0) {
-    _setLabel(title);
+    if (title)
+        _setLabel(title);
     KXUIMenu::resize();
 }
 
@@ -57,15 +59,19 @@ KXUIMenu::~KXUIMenu() {
 
 void KXUIMenu::clearMenuItems() {
     while (!_entries.empty())
-        delete _entries.back(); // takes itself out
+        _takeOut(_entries.back().get());
 }
 
-void KXUIMenu::_removeEntry(_KXUIMenuBase* entry) {
-    const auto found = std::find(_entries.rbegin(), _entries.rend(), entry);
-    const auto place = std::next(found).base();
-    Walk::entryGoes(this, static_cast<std::size_t>(place - _entries.begin()));
-    _entries.erase(place);
-    entry->_owner = nullptr;
+/// Takes an entry out of the menu. From the end, because menus are cleared in that order.
+std::unique_ptr<_KXUIMenuBase> KXUIMenu::_takeOut(_KXUIMenuBase* entry) {
+    std::size_t index = _entries.size() - 1;
+    while (_entries[index].get() != entry)
+        --index;
+    Walk::entryGoes(this, index);
+    std::unique_ptr<_KXUIMenuBase> taken = std::move(_entries[index]);
+    _entries.erase(_entries.begin() + static_cast<std::ptrdiff_t>(index));
+    taken->_owner = nullptr;
+    return taken;
 }
 
 int KXUIMenu::setFont(const char* path, KXAliasMode mode) {
@@ -77,8 +83,8 @@ int KXUIMenu::setFont(const char* path, KXAliasMode mode, int size) {
     const int result = _KXUIWidget::setFont(path, mode);
     if (result) {
         // Before the size: a sub-menu would set the shared font back to the size of the font it had.
-        for (_KXUIMenuBase* entry : _entries)
-            entry->setFont(_fontPath, _fontAliasMode);
+        for (const auto& entry : _entries)
+            entry->setFont(_fontPath.c_str(), _fontAliasMode);
         setFontSize(size);
     } else {
         resize();
@@ -89,16 +95,16 @@ int KXUIMenu::setFont(const char* path, KXAliasMode mode, int size) {
 int KXUIMenu::setFontSize(int size) {
     const int result = _KXUIWidget::setFontSize(size);
     if (const KXFont* font = _fontInUse())
-        for (_KXUIMenuBase* entry : _entries)
+        for (const auto& entry : _entries)
             entry->setFontSize(font->getSize());
     resize();
     return result;
 }
 
-void KXUIMenu::_addEntry(_KXUIMenuBase* entry) {
-    _entries.push_back(entry);
-    entry->_owner = this;
-    entry->setParent(this);
+void KXUIMenu::_addEntry(std::unique_ptr<_KXUIMenuBase> entry) {
+    _entries.push_back(std::move(entry));
+    _entries.back()->_owner = this;
+    _entries.back()->setParent(this);
 }
 
 void KXUIMenu::addMenuItemWithName(const char* name, void (*callback)(void*), void* context) {
@@ -109,10 +115,9 @@ void KXUIMenu::addMenuItemWithName(const char* name, void (*callback)(void*), vo
                                    int key) {
     auto item = std::make_unique<_KXUIMenuItem>(name, callback, context, modifierKey, key);
     item->_colors = _colors;
-    if (_fontPath && _fontInUse() != _KXUIGlobalFont)
-        item->setFont(_fontPath, _fontAliasMode);
-    _addEntry(item.get());
-    static_cast<void>(item.release());
+    if (!_fontPath.empty() && _fontInUse() != _KXUIGlobalFont)
+        item->setFont(_fontPath.c_str(), _fontAliasMode);
+    _addEntry(std::move(item));
     resize();
 }
 
@@ -126,14 +131,12 @@ void KXUIMenu::addSubMenu(KXUIMenu* subMenu) {
         if (above == subMenu)
             return;
     const KXFont* const font = _fontInUse();
-    if (_fontPath && font && font != _KXUIGlobalFont) {
+    if (!_fontPath.empty() && font && font != _KXUIGlobalFont) {
         const int size = font->getSize(); // of the font that the sub-menu will share, and set to its own size
-        subMenu->setFont(_fontPath, _fontAliasMode);
+        subMenu->setFont(_fontPath.c_str(), _fontAliasMode);
         subMenu->setFontSize(size);
     }
-    if (subMenu->_owner)
-        subMenu->_owner->_removeEntry(subMenu);
-    _addEntry(subMenu);
+    _addEntry(subMenu->_owner ? subMenu->_owner->_takeOut(subMenu) : std::unique_ptr<_KXUIMenuBase>(subMenu));
     resize();
     subMenu->resize();
 }
@@ -142,7 +145,7 @@ void KXUIMenu::addDivider() { addMenuItemWithName(nullptr, nullptr, nullptr); }
 
 void KXUIMenu::close() {
     _open = 0;
-    for (_KXUIMenuBase* entry : _entries)
+    for (const auto& entry : _entries)
         entry->close();
 }
 
@@ -152,13 +155,14 @@ void KXUIMenu::resize() {
     if (!_fontInUse())
         return setSize({100, 100});
     const float frame = 2 * KXUIWidgetInnerPadding.width + 2 * static_cast<float>(_borderSize);
-    const float height = _idealSizeForText(_label).height + 2 * static_cast<float>(_borderSize);
+    const float height =
+        _idealSizeForText(_label ? _label->c_str() : "").height + 2 * static_cast<float>(_borderSize);
     if (!_parent)
         setSize({frame + static_cast<float>(itemWidth()), height});
     int widest = 0;
-    for (const _KXUIMenuBase* entry : _entries)
+    for (const auto& entry : _entries)
         widest = std::max(widest, entry->itemWidth());
-    for (_KXUIMenuBase* entry : _entries)
+    for (const auto& entry : _entries)
         entry->setSize({frame + static_cast<float>(widest), height});
 }
 
@@ -166,7 +170,7 @@ void KXUIMenu::layout() {
     const auto [corner, size] = rect();
     const float left = static_cast<float>(_KXTruncate(corner.x));
     float row = 0;
-    for (_KXUIMenuBase* entry : _entries) {
+    for (const auto& entry : _entries) {
         ++row;
         const float y =
             static_cast<float>(_KXTruncate(corner.y + size.height * row - static_cast<float>(_borderSize)));
@@ -225,7 +229,7 @@ void KXUIMenu::draw() {
 }
 
 void KXUIMenu::_drawEntries() {
-    for (_KXUIMenuBase* entry : _entries)
+    for (const auto& entry : _entries)
         entry->draw();
     if (_entries.empty())
         return;

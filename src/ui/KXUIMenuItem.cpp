@@ -9,20 +9,14 @@
 #include <Kobaltrix/KXKeyboard.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <iterator>
-#include <new>
-
-static constexpr std::size_t labelSize = 255;
 
 _KXUIMenuBase::_KXUIMenuBase()
-    : _parent(nullptr), _label(nullptr), _borderSize(1), _colors{{0.5f, 0.5f, 0.5f, 1},
-                                                                 {0.8f, 0.8f, 0.8f, 1},
-                                                                 {1, 1, 1, 1},
-                                                                 {0, 0, 0, 1},
-                                                                 {0, 0, 0, 1}},
+    : _parent(nullptr), _borderSize(1), _colors{{0.5f, 0.5f, 0.5f, 1},
+                                                {0.8f, 0.8f, 0.8f, 1},
+                                                {1, 1, 1, 1},
+                                                {0, 0, 0, 1},
+                                                {0, 0, 0, 1}},
       _owner(nullptr), _justOpened(0) {}
 
 _KXUIMenuBase::~_KXUIMenuBase() {
@@ -30,15 +24,14 @@ _KXUIMenuBase::~_KXUIMenuBase() {
         child->_parent = nullptr;
     setParent(nullptr);
     if (_owner)
-        _owner->_removeEntry(this);
-    std::free(_label);
+        static_cast<void>(_owner->_takeOut(this).release()); // somebody else deletes it
 }
 
 int _KXUIMenuBase::borderSize() const { return _borderSize; }
 
 int _KXUIMenuBase::itemWidth() const {
     const KXFont* const font = _fontInUse();
-    return font && _label ? _KXTruncate(font->stringBounds(_label).width) : 0;
+    return font && _label ? _KXTruncate(font->stringBounds(_label->c_str()).width) : 0;
 }
 
 void _KXUIMenuBase::setBackgroundNormalColor(float r, float g, float b, float a) {
@@ -71,17 +64,9 @@ void _KXUIMenuBase::setParent(_KXUIMenuBase* parent) {
     _parent = parent;
 }
 
-void _KXUIMenuBase::_setLabel(const char* text) {
-    char* label = nullptr;
-    if (text) {
-        label = strndup(text, labelSize - 1);
-        if (!label)
-            throw std::bad_alloc();
-        if (std::strlen(label) == labelSize - 1)
-            _KXDropCutCharacter(label, labelSize - 1);
-    }
-    std::free(_label);
-    _label = label;
+void _KXUIMenuBase::_setLabel(const std::string& text) {
+    constexpr std::size_t longest = 254;
+    _label = std::make_unique<std::string>(_KXFirstBytes(text.c_str(), longest));
 }
 
 void _KXUIMenuBase::_printLabel() const {
@@ -89,7 +74,8 @@ void _KXUIMenuBase::_printLabel() const {
     const float border = static_cast<float>(_borderSize);
     const KXPoint text = {corner.x + border + KXUIWidgetInnerPadding.width,
                           corner.y + border + KXUIWidgetInnerPadding.height};
-    _KXUIGlobalFontPrint(_fontInUse(), text, _colors.text, _label);
+    if (_label)
+        _KXUIGlobalFontPrint(_fontInUse(), text, _colors.text, _label->c_str());
 }
 
 /// Whether the row is on screen for a click that ends now. The title of a menu overlaps its first row by the
@@ -100,16 +86,13 @@ _KXUIMenuItem::_KXUIMenuItem(const char* name, void (*callback)(void*), void* co
                              int key)
     : _callback(callback), _context(context), _modifierKey(key ? modifierKey : 0), _key(key), _latch(0),
       _modifierLetGo(0) {
-    if (!name || !key) {
-        _setLabel(name);
+    if (!name)
         return;
-    }
-    char label[labelSize];
-    const int length = modifierKey ? std::snprintf(label, sizeof label, "%s (%s - %s)", name,
-                                                   KXKeyToString(modifierKey), KXKeyToString(key))
-                                   : std::snprintf(label, sizeof label, "%s (%s)", name, KXKeyToString(key));
-    if (length >= static_cast<int>(sizeof label))
-        _KXDropCutCharacter(label, sizeof label - 1);
+    std::string label = name;
+    if (key && modifierKey)
+        label = label + " (" + KXKeyToString(modifierKey) + " - " + KXKeyToString(key) + ")";
+    else if (key)
+        label = label + " (" + KXKeyToString(key) + ")";
     _setLabel(label);
 }
 

@@ -9,8 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
-#include <cstring>
 #include <iterator>
 
 const int _KXUIWidget::KXUIWidgetStateNormal;
@@ -19,10 +17,10 @@ const int _KXUIWidget::KXUIWidgetStateDepressed;
 constinit KXSize _KXUIWidget::KXUIWidgetInnerPadding = {3, 3};
 
 _KXUIWidget::_KXUIWidget()
-    : _rect(KXZeroRect), _buttons{}, _fontPath(nullptr), _fontAliasMode(KXAliasModeTexture), _fontSize(10),
+    : _rect(KXZeroRect), _buttons{}, _fontAliasMode(KXAliasModeTexture), _fontSize(10),
       _font(_KXUIGlobalFont), _fontGeneration(_KXGlobalFontGeneration) {}
 
-_KXUIWidget::~_KXUIWidget() { std::free(_fontPath); }
+_KXUIWidget::~_KXUIWidget() = default;
 
 void _KXUIWidget::setOrigin(KXPoint origin) { _rect.origin = origin; }
 
@@ -68,7 +66,7 @@ int _KXUIWidget::clicked(int button) {
         const bool released = record->pressedInside && record->state == KXUIWidgetStateDepressed;
         record->pressedInside = 0;
         if (released)
-            return -1; // judged by where the pointer was at the last poll, as the eye saw it
+            return -1; // wherever the pointer is now: the user saw the button held when letting go
     }
     if (!over)
         record->state = KXUIWidgetStateNormal;
@@ -85,11 +83,9 @@ void _KXUIWidget::click(int button) {
 void _KXUIWidget::draw() {}
 
 int _KXUIWidget::setFont(const char* path, KXAliasMode mode) {
-    char* const copy = path ? strdup(path) : nullptr; // before the old one goes: it may be the same text
-    std::free(_fontPath);
-    _fontPath = copy;
+    _fontPath = std::string(path ? path : ""); // a copy of its own first: it may be the old one
     _fontAliasMode = mode;
-    _font = _KXGlobalFontCache ? _KXGlobalFontCache->fontAtPath(_fontPath, mode, _fontSize) : nullptr;
+    _font = _KXGlobalFontCache ? _KXGlobalFontCache->fontAtPath(_fontPath.c_str(), mode, _fontSize) : nullptr;
     _fontGeneration = _KXGlobalFontGeneration;
     return _font ? -1 : 0;
 }

@@ -74,7 +74,6 @@ KXUITextEntry::~KXUITextEntry() {
     unfocus();
     if (lastPolledEntry == this)
         lastPolledEntry = nullptr;
-    delete _editor;
 }
 
 void KXUITextEntry::focus() {

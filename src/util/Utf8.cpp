@@ -1,6 +1,7 @@
 #include "util/Utf8.h"
 
 #include <algorithm>
+#include <cstring>
 
 // Bytes of the character that a lead byte announces; 0 for a byte that can begin none.
 static std::size_t announcedLength(unsigned char lead) {
@@ -37,6 +38,14 @@ void _KXDropCutCharacter(char* text, std::size_t length) {
     --lead;
     if (announcedLength(static_cast<unsigned char>(text[lead])) > length - lead)
         text[lead] = 0;
+}
+
+std::string _KXFirstBytes(const char* text, std::size_t bytes) {
+    std::string first(text, strnlen(text, bytes));
+    if (first.size() == bytes)
+        _KXDropCutCharacter(first.data(), bytes);
+    first.resize(std::strlen(first.c_str()));
+    return first;
 }
 
 _KXLegibleText::_KXLegibleText(const char* text) : _text(text) {

@@ -8,6 +8,9 @@
 
 /// Removes the incomplete character that cutting a UTF-8 text to @a length bytes may have left at its end.
 void _KXDropCutCharacter(char* text, std::size_t length);
+/// The first @a bytes bytes of a UTF-8 text, less the incomplete character at their end; a shorter text
+/// whole.
+std::string _KXFirstBytes(const char* text, std::size_t bytes);
 
 /// A text that FTGL can read: its decoder trusts every lead byte, runs over the terminator after a cut
 /// sequence and looks up characters that do not exist. Well-formed text is passed through without a copy; in
