@@ -140,7 +140,6 @@ private:
 /// Draws the frames of one animation, which the sprite steps through by itself.
 void drawRow(const Row& row, const Document& document, KXSprite& sprite) {
     const char* name = row.name.c_str();
-    sprite.setAnimationLoops(name, -1);
     for (int i = 0; i < row.frames; ++i) {
         KXRect bounds = KXZeroRect;
         sprite.getFrameInfo(i, name, &bounds, nullptr);
