@@ -3,6 +3,7 @@
 #include <Kobaltrix/KXUIWidget.h>
 
 #include <memory>
+#include <string>
 
 /// @file
 /// A list of texts that scrolls and of which the user selects one.
@@ -111,8 +112,7 @@ private:
     KX_INTERNAL void _turnPage(const Layout& layout);
     KX_INTERNAL void _pollWheel(const Layout& layout);
     KX_INTERNAL void _pollKeys();
-    KX_INTERNAL bool _pollTyping();
-    KX_INTERNAL void _findTyped();
+    KX_INTERNAL void _findTyped(const std::string& text);
     KX_INTERNAL int _nextBeginningWith(const char* word, int from) const;
     KX_INTERNAL const char* _shownText(int index, int width);
     KX_INTERNAL void _drawRows(const Layout& layout);

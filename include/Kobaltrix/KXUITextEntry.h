@@ -103,12 +103,10 @@ public:
     void setSelectionColor(float r, float g, float b, float a);   ///< At first the focus's at half opacity.
 
 private:
-    KX_INTERNAL void _takeOfferedFocus();
-    KX_INTERNAL void _offerFocus(bool backwards);
     KX_INTERNAL void _pollMouse();
     KX_INTERNAL void _press();
     KX_INTERNAL void _drag();
-    KX_INTERNAL bool _pollTyping();
+    KX_INTERNAL void _pollTyping();
     KX_INTERNAL void _pollKeys();
     KX_INTERNAL void _pollClipboardKeys();
     KX_INTERNAL void _pollFocusKeys();

@@ -1,8 +1,7 @@
 #include "ui/KXUIFileBrowser.h"
 
 #include "input/Keyboard.h"
-#include "input/TextInput.h"
-#include "ui/KXUIListBox.h"
+#include "ui/Focus.h"
 #include "util/Utf8.h"
 
 #include <Kobaltrix/KXMouse.h>
@@ -249,10 +248,7 @@ void KXUIFileBrowser::State::choose(const std::string& path) {
 /// Keys that neither list nor line keeps for itself. @return whether the user cancels.
 bool KXUIFileBrowser::State::pollKeys() {
     const bool inName = name.isFocused(), inList = list.hasFocus();
-    const bool wasComposing = composing;
-    composing = !_KXComposedText().empty();
-    // The keys are an input method's, the last one too.
-    if ((!inName && !inList) || composing || wasComposing)
+    if ((!inName && !inList) || _KXFocus::inputMethodIsAtWork())
         return false;
     if (_KXKeys[keyLeftAlt] || _KXKeys[keyRightAlt])
         return false;
@@ -296,7 +292,7 @@ void KXUIFileBrowser::State::pollParts() {
 void KXUIFileBrowser::State::keepFocus(bool pressedHere) {
     if (name.isFocused() || list.hasFocus())
         nameHadFocus = name.isFocused();
-    else if (pressedHere && !KXUIFocusedTextEntry() && !_KXUIFocusedListBox)
+    else if (pressedHere && !_KXFocus::keyboardOwner())
         nameHadFocus ? name.focus() : list.setFocus(-1);
 }
 

@@ -35,7 +35,6 @@ struct KXUIFileBrowser::State {
     bool isShown = false;
     bool saves = false;
     bool nameHadFocus = false; ///< When one of the parts had it last.
-    bool composing = false;    ///< An input method was at work in the last poll.
     std::string folder = "/";
     _KXFileFilter filter;
     std::vector<_KXFolderListing::Entry> entries; ///< One for each row of the list.

@@ -13,7 +13,7 @@ KXUIListBox::KXUIListBox()
       _trackColor(_KXUIBackgroundColor_Interaction), _knobColor(_KXUIBackroundColor),
       _state(std::make_unique<State>()) {}
 
-KXUIListBox::~KXUIListBox() { setFocus(0); }
+KXUIListBox::~KXUIListBox() = default;
 
 bool KXUIListBox::_isRow(int index) const { return index >= 0 && index < count(); }
 

@@ -3,15 +3,13 @@
 #include <Kobaltrix/KXUIListBox.h>
 
 #include "text/RowText.h"
+#include "ui/Focus.h"
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
 class KXFont;
-
-/// The list that has the keyboard, null if none has.
-inline constinit KXUIListBox* _KXUIFocusedListBox = nullptr;
 
 /// Where things are, in whole pixels as drawing truncates them; scrolled distances in 64 bits, because a long
 /// list is higher than an int can count.
@@ -31,7 +29,7 @@ struct KXUIListBox::Layout {
     int knobTravel() const { return viewHeight() - (knobBottom - knobTop); }
 };
 
-struct KXUIListBox::State {
+struct KXUIListBox::State : _KXFocus {
     State();
     static bool anyButtonHeld();
 
@@ -43,8 +41,8 @@ struct KXUIListBox::State {
     int rowToReveal = -1; ///< Scrolled to when the layout is next looked at: the box may have no size yet.
 
     int buttonHeld; ///< A press that began before the list was there is none for it.
-    bool dragsKnob = false;
-    bool turnsPages = false;
+    enum class Press { Row, Knob, Track };
+    Press press = Press::Row;        ///< Where the press began that has the pointer.
     int grip = 0;                    ///< From the knob's top to where it was gripped.
     std::int32_t pageTime = 0;       ///< When the press beside the knob began.
     int lastPressed = -1;            ///< The row that a second press would activate.
@@ -52,8 +50,7 @@ struct KXUIListBox::State {
     bool wheelSeen = false;
     std::uint32_t wheelTime = 0; ///< Of the frame whose notch has been counted.
 
-    bool composing = false; ///< An input method was at work in the last poll.
-    std::string word;       ///< That rows are looked up by.
+    std::string word; ///< That rows are looked up by.
     std::uint32_t wordTime = 0;
 
     _KXSpans spans = _KXSpans::Colored;
@@ -67,4 +64,9 @@ struct KXUIListBox::State {
     unsigned shownFontGeneration = 0;
     int shownFontSize = 0;
     int shownWidth = 0;
+
+    bool holds(Press part) const { return press == part && hasPointer(); }
+
+protected:
+    void keyboardTaken() override { word.clear(); }
 };

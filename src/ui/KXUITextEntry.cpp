@@ -22,7 +22,7 @@ int toInt(std::size_t number) { return static_cast<int>(std::min<std::size_t>(nu
 KXUITextEntry::KXUITextEntry()
     : _backgroundColor(_KXUIBackroundColor), _borderColor(_KXUIBorderColor), _focusColor(_KXUIFocusColor),
       _textColor(_KXUITextColor), _placeholderColor(halfOpaque(_KXUITextColor)),
-      _selectionColor(halfOpaque(_KXUIFocusColor)), _editor(std::make_unique<_KXTextEntryEditor>()),
+      _selectionColor(halfOpaque(_KXUIFocusColor)), _editor(std::make_unique<_KXTextEntryEditor>(*this)),
       _masked(0), _changed(0), _entered(0) {}
 
 void KXUITextEntry::setText(const char* text) { _editor->edit.setText(text); }

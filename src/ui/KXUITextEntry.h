@@ -3,6 +3,7 @@
 #include "input/KXMouse.h"
 #include "text/TextEdit.h"
 #include "text/TextView.h"
+#include "ui/Focus.h"
 
 #include <Kobaltrix/KXUITextEntry.h>
 
@@ -10,7 +11,10 @@
 #include <string>
 
 /// What an entry's header does not show.
-struct _KXTextEntryEditor {
+struct _KXTextEntryEditor : _KXFocus {
+    explicit _KXTextEntryEditor(KXUITextEntry& edited) : entry(edited) {}
+
+    KXUITextEntry& entry;
     _KXTextEdit edit;
     std::string placeholder;
     // What an input method composes, and the text with it in place, which is shown meanwhile.
@@ -21,8 +25,7 @@ struct _KXTextEntryEditor {
     bool unreportedChange = false; // by what was typed when the focus went elsewhere
 
     int mouseHeld = _KXMouseButtonLeft; // a press that began before the entry was there is none for it
-    bool dragging = false;
-    int clicks = 0; // in quick succession at one place
+    int clicks = 0;                     // in quick succession at one place
     int pressX = 0, pressY = 0, dragX = 0;
     std::uint32_t pressTime = 0;
     std::size_t pressPosition = 0;
@@ -32,4 +35,9 @@ struct _KXTextEntryEditor {
     const _KXTextEdit& shown() const { return composition.empty() ? edit : composed; }
     int countClicks();
     void compose(std::string text);
+
+protected:
+    void keyboardTaken() override;
+    void keyboardLost(const std::string& typed) override;
+    void tabArrived() override { edit.selectAll(); }
 };

@@ -122,7 +122,7 @@ void KXUIListBox::_drawRows(const Layout& layout) {
 void KXUIListBox::_drawScrollBar(const Layout& layout) {
     KXDrawRectFill(rectBetween(layout.rowsRight, layout.top, layout.right, layout.bottom), _trackColor);
     const KXRect knob = rectBetween(layout.rowsRight, layout.knobTop, layout.right, layout.knobBottom);
-    KXDrawRectFill(knob, _state->dragsKnob ? _selectionColor : _knobColor);
+    KXDrawRectFill(knob, _state->holds(State::Press::Knob) ? _selectionColor : _knobColor);
     KXDrawRect(knob, _borderColor);
 }
 

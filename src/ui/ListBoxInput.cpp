@@ -5,12 +5,10 @@
 #include "core/ground/LogicClock.h"
 #include "input/Keyboard.h"
 #include "input/PressEdge.h"
-#include "input/TextInput.h"
 #include "text/ColorEscapes.h"
 #include "util/TextOrder.h"
 
 #include <Kobaltrix/KXMouse.h>
-#include <Kobaltrix/KXUITextEntry.h>
 
 #include <algorithm>
 #include <cstring>
@@ -36,27 +34,9 @@ enum Key : int {
 std::uint32_t millisecondsSince(std::uint32_t time) { return _KXLogicCurrentTime - time; }
 } // namespace
 
-// The list and the entries share what is typed, so one of them has the focus at a time. An entry that was
-// given it while this list had it has it already, even before the list is polled.
-int KXUIListBox::hasFocus() const { return _KXUIFocusedListBox == this && !KXUIFocusedTextEntry() ? -1 : 0; }
+int KXUIListBox::hasFocus() const { return _state->hasKeyboard() ? -1 : 0; }
 
-void KXUIListBox::setFocus(int focus) {
-    if (!focus) {
-        if (hasFocus())
-            _KXEndTextInput();
-        if (_KXUIFocusedListBox == this)
-            _KXUIFocusedListBox = nullptr;
-        return;
-    }
-    if (hasFocus())
-        return;
-    if (KXUITextEntry* entry = KXUIFocusedTextEntry())
-        entry->unfocus();
-    _KXUIFocusedListBox = this;
-    _state->word.clear();
-    _KXBeginWidgetKeys();
-    _KXBeginTextInput();
-}
+void KXUIListBox::setFocus(int focus) { focus ? _state->takeKeyboard() : _state->giveUpKeyboard(); }
 
 KXUIListBox::State::State() : buttonHeld(anyButtonHeld()) {}
 
@@ -66,13 +46,9 @@ int KXUIListBox::poll() {
     const int selected = _state->selected;
     _state->activated = -1;
     _pollMouse();
-    if (KXUIFocusedTextEntry())
-        setFocus(0);
     if (hasFocus()) {
-        if (_pollTyping())
-            _KXBeginWidgetKeys();
-        else
-            _pollKeys();
+        _findTyped(_KXFocus::takeTyped().text);
+        _pollKeys();
     }
     _state->changed = _state->selected != selected;
     return _state->changed || _state->activated != -1 ? -1 : 0;
@@ -85,33 +61,31 @@ void KXUIListBox::_pollMouse() {
         setFocus(mouseOver());
     if (pressed && KXMouse(0) && mouseOver())
         _press(layout);
-    if (!KXMouse(0))
-        _state->dragsKnob = _state->turnsPages = false;
-    if (_state->dragsKnob && layout.knobTravel() > 0)
+    if (_state->holds(State::Press::Knob) && layout.knobTravel() > 0)
         _state->scrolled = std::clamp<std::int64_t>(std::int64_t{KXMouseY} - _state->grip - layout.top, 0,
                                                     layout.knobTravel()) *
                            layout.furthest / layout.knobTravel();
-    if (_state->turnsPages && _KXRepeatIsDue(_state->pageTime))
+    if (_state->holds(State::Press::Track) && _KXRepeatIsDue(_state->pageTime))
         _turnPage(layout);
     _pollWheel(layout);
 }
 
 void KXUIListBox::_press(const Layout& layout) {
     const bool inView = KXMouseY >= layout.top && KXMouseY < layout.bottom;
-    if (layout.scrolls && inView && KXMouseX >= layout.rowsRight) {
-        if (KXMouseY >= layout.knobTop && KXMouseY < layout.knobBottom) {
-            _state->dragsKnob = true;
-            _state->grip = KXMouseY - layout.knobTop;
-        } else {
-            _state->turnsPages = true;
-            _state->pageTime = static_cast<std::int32_t>(_KXLogicCurrentTime);
-            _turnPage(layout);
-        }
-        return;
+    _state->takePointer();
+    if (!layout.scrolls || !inView || KXMouseX < layout.rowsRight) {
+        _state->press = State::Press::Row;
+        const int row = indexAt(KXMousePoint);
+        if (row != -1)
+            _pressRow(row);
+    } else if (KXMouseY >= layout.knobTop && KXMouseY < layout.knobBottom) {
+        _state->press = State::Press::Knob;
+        _state->grip = KXMouseY - layout.knobTop;
+    } else {
+        _state->press = State::Press::Track;
+        _state->pageTime = static_cast<std::int32_t>(_KXLogicCurrentTime);
+        _turnPage(layout);
     }
-    const int row = indexAt(KXMousePoint);
-    if (row != -1)
-        _pressRow(row);
 }
 
 void KXUIListBox::_pressRow(int row) {
@@ -183,17 +157,8 @@ int KXUIListBox::_nextBeginningWith(const char* word, int from) const {
     return -1;
 }
 
-// Whether an input method is at work. The key that ends its composition is not the list's either.
-bool KXUIListBox::_pollTyping() {
-    const bool wasComposing = _state->composing;
-    _KXKeepTextInput();
-    _state->composing = !_KXComposedText().empty();
-    _findTyped();
-    return wasComposing || _state->composing;
-}
-
-void KXUIListBox::_findTyped() {
-    const std::string typed = _KXFoldedText(_KXTakeTypedText().c_str());
+void KXUIListBox::_findTyped(const std::string& text) {
+    const std::string typed = _KXFoldedText(text.c_str());
     if (typed.empty())
         return;
     if (millisecondsSince(_state->wordTime) > wordEndsAfter)

@@ -12,12 +12,10 @@
 #include <cstdlib>
 #include <utility>
 
-static constinit KXUITextEntry* focusedEntry = nullptr;
-// Has the focus, but hands it to the next entry that is polled.
-static constinit KXUITextEntry* offeringEntry = nullptr;
-static constinit KXUITextEntry* lastPolledEntry = nullptr;
-
-KXUITextEntry* KXUIFocusedTextEntry() { return focusedEntry; }
+KXUITextEntry* KXUIFocusedTextEntry() {
+    const auto* const editor = dynamic_cast<_KXTextEntryEditor*>(_KXFocus::keyboardOwner());
+    return editor ? &editor->entry : nullptr;
+}
 
 namespace {
 enum Key : int {
@@ -70,82 +68,45 @@ void _KXTextEntryEditor::compose(std::string text) {
     composed.insert(composition.c_str());
 }
 
-KXUITextEntry::~KXUITextEntry() {
-    unfocus();
-    if (lastPolledEntry == this)
-        lastPolledEntry = nullptr;
+void _KXTextEntryEditor::keyboardTaken() {
+    mouseHeld = _KXMouseButtonLeft;
+    blinkTime = _KXLogicCurrentTime;
 }
 
-void KXUITextEntry::focus() {
-    if (focusedEntry == this)
-        return;
-    if (focusedEntry)
-        focusedEntry->unfocus();
-    focusedEntry = this;
-    offeringEntry = nullptr;
-    _KXBeginWidgetKeys();
-    _editor->mouseHeld = _KXMouseButtonLeft;
-    _editor->blinkTime = _KXLogicCurrentTime;
-    _KXBeginTextInput();
+void _KXTextEntryEditor::keyboardLost(const std::string& typed) {
+    unreportedChange |= edit.insert(typed.c_str());
+    compose({});
 }
 
-void KXUITextEntry::unfocus() {
-    if (focusedEntry != this)
-        return;
-    focusedEntry = offeringEntry = nullptr;
-    // What was typed since the last poll() is this entry's still.
-    if (_editor->edit.insert(_KXTakeTypedText().c_str()))
-        _editor->unreportedChange = true;
-    _editor->compose({});
-    _KXEndTextInput();
-}
+KXUITextEntry::~KXUITextEntry() = default;
 
-int KXUITextEntry::isFocused() const { return focusedEntry == this ? -1 : 0; }
+void KXUITextEntry::focus() { _editor->takeKeyboard(); }
+void KXUITextEntry::unfocus() { _editor->giveUpKeyboard(); }
+int KXUITextEntry::isFocused() const { return _editor->hasKeyboard() ? -1 : 0; }
 
 int KXUITextEntry::poll() {
     _changed = _entered = 0;
-    _takeOfferedFocus();
-    const bool composes = isFocused() && _pollTyping();
+    _editor->pollTabStop();
+    if (isFocused())
+        _pollTyping();
     _pollMouse();
-    if (composes)
-        _KXBeginWidgetKeys(); // they are the input method's
-    else if (isFocused())
+    if (isFocused())
         _pollKeys();
     if (isFocused())
         _showInputMethodTheCursor();
     _noteChange(std::exchange(_editor->unreportedChange, false));
-    lastPolledEntry = this;
     return _changed || _entered ? -1 : 0;
-}
-
-// When no other entry was polled in between, the offering one is the only one and starts over.
-void KXUITextEntry::_takeOfferedFocus() {
-    if (!offeringEntry)
-        return;
-    focus();
-    offeringEntry = nullptr;
-    selectAll();
-}
-
-void KXUITextEntry::_offerFocus(bool backwards) {
-    if (!backwards) {
-        offeringEntry = this;
-    } else if (lastPolledEntry) {
-        lastPolledEntry->focus();
-        lastPolledEntry->selectAll();
-    }
 }
 
 // With Control held the left button counts as the right one, so its press is none; one that is held stays
 // held when Control comes and goes.
 void KXUITextEntry::_pollMouse() {
     const bool pressed = _KXPressBegins(_editor->mouseHeld, _KXMouseButtonLeft) && KXMouse(0);
-    _editor->dragging = _editor->dragging && _editor->mouseHeld;
     if (pressed && mouseOver())
         _press();
     else if (pressed)
         unfocus();
-    else if (_editor->dragging)
+    else if (_editor->hasPointer())
         _drag();
 }
 
@@ -156,7 +117,7 @@ void KXUITextEntry::_press() {
     const float x = static_cast<float>(KXMouseX) - _textLeft();
     const std::size_t nearest = _editor->view.positionNearest(x);
     focus();
-    _editor->dragging = true;
+    _editor->takePointer();
     _editor->pressPosition = _editor->view.positionUnder(x);
     switch (_editor->countClicks()) {
     case 1:
@@ -186,13 +147,10 @@ void KXUITextEntry::_drag() {
         edit.selectWords(_editor->pressPosition, _editor->view.positionUnder(x));
 }
 
-// Whether an input method is at work. The key that ends its composition is not the entry's either.
-bool KXUITextEntry::_pollTyping() {
-    const bool wasComposing = !_editor->composition.empty();
-    _KXKeepTextInput();
-    _noteChange(_editor->edit.insert(_KXTakeTypedText().c_str()));
-    _editor->compose(_KXComposedText());
-    return wasComposing || !_editor->composition.empty();
+void KXUITextEntry::_pollTyping() {
+    _KXFocus::Typed typed = _KXFocus::takeTyped();
+    _noteChange(_editor->edit.insert(typed.text.c_str()));
+    _editor->compose(std::move(typed.composition));
 }
 
 void KXUITextEntry::_pollKeys() {
@@ -245,7 +203,7 @@ void KXUITextEntry::_pollFocusKeys() {
     if (escape)
         unfocus();
     else if (tab)
-        _offerFocus(isShiftHeld());
+        isShiftHeld() ? _KXFocus::sendKeyboardBack() : _KXFocus::sendKeyboardOn();
 }
 
 void KXUITextEntry::_noteChange(bool changed) {

@@ -365,7 +365,7 @@ TEST_F(ListBox, FocusComesAndGoes) {
     list.setFocus(0); // takes nothing from the other one
     EXPECT_EQ(other->hasFocus(), -1);
     other.reset();
-    EXPECT_EQ(_KXUIFocusedListBox, nullptr);
+    EXPECT_EQ(_KXFocus::keyboardOwner(), nullptr);
 
     // An entry that is typed into has the keyboard alone, whoever is polled first.
     KXUITextEntry entry;
