@@ -2,10 +2,10 @@
 
 #include "ui/KXUIFileBrowser.h"
 
-#include "core/ground/Truncate.h"
 #include "core/ground/UIColors.h"
 #include "render/ClipScope.h"
 #include "render/GraphicsContext.h"
+#include "ui/WholePixels.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>
@@ -31,43 +31,47 @@ void KXUIFileBrowser::State::caption() {
     layOut();
 }
 
-void KXUIFileBrowser::State::layOut() {
-    const auto whole = [](float value) { return std::clamp(_KXTruncate(value), -(1 << 16), 1 << 16); };
-    const int left = whole(box.origin.x) + gap, top = whole(box.origin.y) + gap;
-    const int right = left + std::max(0, whole(box.size.width) - 2 * gap);
-    const int bottom = top + std::max(0, whole(box.size.height) - 2 * gap);
+static int widthOf(const KXUIButton& button) {
+    const int width = _KXWholePixel(button.rect().size.width);
+    return width < 0 ? buttonWidthWithoutFont : width;
+}
+
+/// Fits the buttons to their captions. @return how high a line is in which each of the parts fits.
+int KXUIFileBrowser::State::fitLine() {
     name.setSize({0, -1});
-    int line = name._fontInUse() ? whole(name.rect().size.height) : lineHeightWithoutFont;
+    int line = name._fontInUse() ? _KXWholePixel(name.rect().size.height) : lineHeightWithoutFont;
     for (KXUIButton* button : buttons) {
         button->setSize({-1, -1});
-        line = std::max(line, whole(button->rect().size.height));
+        line = std::max(line, _KXWholePixel(button->rect().size.height));
     }
-    const auto place = [left, top](_KXUIWidget& part, int x1, int y1, int x2, int y2) {
-        x1 = std::max(x1, left); // nothing reaches out of a small browser
-        y1 = std::max(y1, top);
-        part.setRect({static_cast<float>(x1), static_cast<float>(y1)},
-                     {static_cast<float>(std::max(0, x2 - x1)), static_cast<float>(std::max(0, y2 - y1))});
-    };
-    const auto widthOf = [&](const KXUIButton& button) {
-        const int width = whole(button.rect().size.width);
-        return width < 0 ? buttonWidthWithoutFont : width;
-    };
+    return line;
+}
 
-    const int upRight = left + widthOf(up), hiddenLeft = right - widthOf(hidden);
-    place(up, left, top, upRight, top + line);
-    place(hidden, hiddenLeft, top, right, top + line);
-    folderLeft = upRight + gap;
-    folderRight = hiddenLeft - gap;
-    folderTop = top;
-    const int bottomLine = bottom - line;
-    messageTop = bottomLine - gap - line;
-    place(list, left, top + line + gap, right, messageTop - gap);
+void KXUIFileBrowser::State::layOut() {
+    const int line = fitLine();
+    const int left = _KXWholePixel(box.origin.x) + gap, top = _KXWholePixel(box.origin.y) + gap;
+    const int right = left + std::max(0, _KXWholePixel(box.size.width) - 2 * gap);
+    const int bottom = top + std::max(0, _KXWholePixel(box.size.height) - 2 * gap);
+    const auto place = [left, top](int x1, int y1, int x2, int y2) {
+        return _KXRectBetween(std::max(x1, left), std::max(y1, top), x2, y2); // also where there is no room
+    };
+    const auto put = [&place](_KXUIWidget& part, int x1, int y1, int x2, int y2) {
+        const KXRect rect = place(x1, y1, x2, y2);
+        part.setRect(rect.origin, rect.size);
+    };
+    const int upRight = left + widthOf(up), hiddenLeft = right - widthOf(hidden), topEnd = top + line;
+    put(up, left, top, upRight, topEnd);
+    folderPlace = place(upRight + gap, top, hiddenLeft - gap, topEnd);
+    put(hidden, hiddenLeft, top, right, topEnd);
+
+    const int nameTop = bottom - line, messageTop = nameTop - gap - line;
+    put(list, left, topEnd + gap, right, messageTop - gap);
+    messagePlace = place(left, messageTop, right, messageTop + line);
+
     const int cancelLeft = right - widthOf(cancel), confirmLeft = cancelLeft - gap - widthOf(confirm);
-    place(cancel, cancelLeft, bottomLine, right, bottom);
-    place(confirm, confirmLeft, bottomLine, cancelLeft - gap, bottom);
-    place(name, left, bottomLine, confirmLeft - gap, bottom);
-    messageLeft = left;
-    messageRight = right;
+    put(name, left, nameTop, confirmLeft - gap, bottom);
+    put(confirm, confirmLeft, nameTop, cancelLeft - gap, bottom);
+    put(cancel, cancelLeft, nameTop, right, bottom);
 }
 
 void KXUIFileBrowser::setOrigin(KXPoint origin) {
@@ -103,12 +107,21 @@ int KXUIFileBrowser::setFontSize(int size) {
     return -1;
 }
 
-static void printLine(KXFont& font, int left, int top, int right, KXColor color, const char* text) {
-    if (right <= left)
+static void printLine(KXFont& font, KXRect place, KXColor color, const char* text) {
+    if (place.size.width <= 0)
         return;
-    const float padding = _KXUIWidget::KXUIWidgetInnerPadding.height;
-    _KXPrintRow(font, {static_cast<float>(left), static_cast<float>(top) + padding}, color, text,
-                _KXSpans::Plain);
+    place.origin.y += _KXUIWidget::KXUIWidgetInnerPadding.height;
+    _KXPrintRow(font, place.origin, color, text, _KXSpans::Plain);
+}
+
+void KXUIFileBrowser::State::printTexts(KXFont& font) {
+    const auto end = [&font](const char* text, float width) { return _KXTextEndThatFits(font, text, width); };
+    const auto beginning = [&font](const char* text, float width) {
+        return _KXTextThatFits(font, text, width, _KXSpans::Plain);
+    };
+    printLine(font, folderPlace, textColor, folderShown.of(font, folder, folderPlace.size.width, end));
+    printLine(font, messagePlace, textColor,
+              messageShown.of(font, message, messagePlace.size.width, beginning));
 }
 
 void KXUIFileBrowser::draw() {
@@ -117,20 +130,8 @@ void KXUIFileBrowser::draw() {
         return;
     const _KXClipScope clip(rect());
     KXDrawRectFill(rect(), state.backgroundColor);
-    if (KXFont* const font = _fontInUse()) {
-        const auto end = [font](const char* text, float width) {
-            return _KXTextEndThatFits(*font, text, width);
-        };
-        const auto beginning = [font](const char* text, float width) {
-            return _KXTextThatFits(*font, text, width, _KXSpans::Plain);
-        };
-        const auto width = [](int left, int right) { return static_cast<float>(right - left); };
-        printLine(*font, state.folderLeft, state.folderTop, state.folderRight, state.textColor,
-                  state.folderShown.of(*font, state.folder, width(state.folderLeft, state.folderRight), end));
-        printLine(*font, state.messageLeft, state.messageTop, state.messageRight, state.textColor,
-                  state.messageShown.of(*font, state.message, width(state.messageLeft, state.messageRight),
-                                        beginning));
-    }
+    if (KXFont* const font = _fontInUse())
+        state.printTexts(*font);
     state.list.draw();
     state.name.draw();
     for (KXUIButton* button : state.buttons)

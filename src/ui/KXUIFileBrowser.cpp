@@ -16,7 +16,7 @@ constexpr int keyTab = 54, keyBackspace = 56, keyEscape = 69, keyLeftAlt = 124, 
 
 std::string quoted(const std::string& name) { return "\"" + name + "\""; }
 
-// A name for a row: bytes that would break the line, or are no character, as question marks.
+// What a row shows: the name, with question marks for bytes that are no character and for control characters.
 std::string rowFor(const _KXFolderListing::Entry& entry) {
     std::string row = _KXLegibleText(entry.name.c_str()).get();
     std::replace_if(
@@ -25,7 +25,7 @@ std::string rowFor(const _KXFolderListing::Entry& entry) {
     return entry.isFolder ? row + "/" : row;
 }
 
-// Lengths a temporary string cannot have are the browser's own.
+// A path is handed out as a temporary string, or where that would cut it as the browser's own text.
 const char* textOut(const std::string& text) {
     constexpr std::size_t longest = 1023;
     return text.size() <= longest ? KXTempString("%s", text.c_str()) : text.c_str();
@@ -40,13 +40,13 @@ void KXUIFileBrowser::show(KXUIFileBrowserMode mode, const char* folder) { show(
 
 void KXUIFileBrowser::show(KXUIFileBrowserMode mode, const char* folder, const char* name) {
     State& state = *_state;
-    const std::string initial = name ? name : ""; // before it goes: it may be a path of this browser
+    const std::string initial = name ? name : ""; // copied first: it may be this browser's own path()
     const std::string path = _KXAbsolutePath(folder);
     state.isShown = true;
     state.saves = mode != KXUIFileBrowserModeOpen;
     state.hasChosen = false;
     state.chosen.clear();
-    // A press that hide() cut short, or that made the game show the browser, is none for its buttons.
+    // A press that hide() cut short, or that made the game show the browser, must not click a button.
     for (KXUIButton* button : state.buttons) {
         button->setSize(KXZeroSize);
         button->_KXUIWidget::clicked(0);
@@ -64,9 +64,7 @@ void KXUIFileBrowser::show(KXUIFileBrowserMode mode, const char* folder, const c
     const std::string text = state.name.text();
     const std::size_t dot = text.rfind('.');
     if (dot != 0 && dot != std::string::npos)
-        state.name.select(0, static_cast<int>(std::count_if(text.begin(), text.begin() + dot, [](char c) {
-                              return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-                          })));
+        state.name.select(0, static_cast<int>(_KXCountCharacters(text.substr(0, dot))));
 }
 
 void KXUIFileBrowser::hide() {
@@ -145,7 +143,7 @@ void KXUIFileBrowser::State::goUp() {
         enter(_KXParentOf(folder), from);
 }
 
-/// Writes a name that was not typed. The line shows bytes that are no text in its own way.
+/// Writes a name that was not typed. Where its bytes are no text the line shows something else.
 void KXUIFileBrowser::State::putName(const std::string& bytes) {
     name.setText(bytes.c_str());
     picked = bytes;
@@ -214,7 +212,7 @@ void KXUIFileBrowser::State::open(const std::string& path) {
         choose(path);
         return;
     }
-    // What was listed may have vanished, with its folder or without.
+    // What was listed is gone; read() tells whether its folder is, too.
     if (list.selectedIndex() == -1 || read("") == 0)
         message = whyNot(nameMeant(), error);
 }
@@ -271,7 +269,7 @@ void KXUIFileBrowser::State::pollParts() {
     name.poll();
     if (name.changed()) {
         if (!*name.text())
-            picked.clear(); // it may have been shown as nothing
+            picked.clear(); // its bytes may be shown as an empty line
         list.setSelectedIndex(-1);
         dropQuestion();
         message.clear();

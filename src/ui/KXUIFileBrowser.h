@@ -28,13 +28,11 @@ struct KXUIFileBrowser::State {
     KXColor backgroundColor, borderColor, textColor;
     _KXFittedText folderShown, messageShown;
     KXRect box = KXZeroRect;
-    // Where texts are, in pixels.
-    int folderLeft = 0, folderRight = 0, folderTop = 0;
-    int messageLeft = 0, messageRight = 0, messageTop = 0;
+    KXRect folderPlace = KXZeroRect, messagePlace = KXZeroRect; ///< Where the texts are.
 
     bool isShown = false;
     bool saves = false;
-    bool nameHadFocus = false; ///< When one of the parts had it last.
+    bool nameHadFocus = false; ///< And not the list, when one of the two had it last.
     std::string folder = "/";
     _KXFileFilter filter;
     std::vector<_KXFolderListing::Entry> entries; ///< One for each row of the list.
@@ -46,7 +44,9 @@ struct KXUIFileBrowser::State {
     bool hasChosen = false;
 
     void caption();
+    int fitLine();
     void layOut();
+    void printTexts(KXFont& font);
     int read(const std::string& select);
     void enter(const std::string& path, const std::string& select);
     void goUp();

@@ -17,7 +17,7 @@ KXUIListBox::~KXUIListBox() = default;
 
 bool KXUIListBox::_isRow(int index) const { return index >= 0 && index < count(); }
 
-// What was remembered by a row's number is void.
+// Row numbers mean other rows now, so nothing that was kept for a number holds.
 void KXUIListBox::_rowsChanged() {
     _state->shown.clear();
     _state->lastPressed = -1;

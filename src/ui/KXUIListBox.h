@@ -40,7 +40,7 @@ struct KXUIListBox::State : _KXFocus {
     std::int64_t scrolled = 0; ///< Pixels of the content that lie above the box.
     int rowToReveal = -1; ///< Scrolled to when the layout is next looked at: the box may have no size yet.
 
-    int buttonHeld; ///< A press that began before the list was there is none for it.
+    int buttonHeld; ///< At first as it is: a press that began before the list was made does not count.
     enum class Press { Row, Knob, Track };
     Press press = Press::Row;        ///< Where the press began that has the pointer.
     int grip = 0;                    ///< From the knob's top to where it was gripped.
@@ -48,13 +48,13 @@ struct KXUIListBox::State : _KXFocus {
     int lastPressed = -1;            ///< The row that a second press would activate.
     std::uint32_t lastPressTime = 0; ///< Logic time in milliseconds, like all times here.
     bool wheelSeen = false;
-    std::uint32_t wheelTime = 0; ///< Of the frame whose notch has been counted.
+    std::uint32_t wheelTime = 0; ///< Of the frame whose notch has been counted, once there was one.
 
     std::string word; ///< That rows are looked up by.
     std::uint32_t wordTime = 0;
 
     _KXSpans spans = _KXSpans::Colored;
-    // What the rows in view show, each where its number says, with what it was measured for.
+    // What the rows in view show, row n at n modulo their number, and what they were measured for.
     struct Shown {
         int row = -1;
         std::string text;

@@ -194,7 +194,7 @@ void KXUIMenu::poll() {
 }
 
 void KXUIMenu::_openOrCloseByClick() {
-    _justOpened = 0; // should a callback have thrown
+    _justOpened = 0; // still set if a callback threw
     const int pressed = mouseDownInside(0);
     if (!clicked(0))
         return;

@@ -51,7 +51,7 @@ _KXUIMenuBase* _KXUIMenuBase::getParent() const { return _parent; }
 void _KXUIMenuBase::setParent(_KXUIMenuBase* parent) {
     for (const _KXUIMenuBase* above = parent; above; above = above->_parent)
         if (above == this)
-            return; // a circle has no top
+            return; // parents in a circle would have no end
     if (parent)
         parent->_children.push_back(this);
     if (_parent) {

@@ -78,7 +78,7 @@ float KXUITextEntry::_textLeft() const {
            (font ? font->renderingOffsetForSize(font->getSize()).x : 0);
 }
 
-// In a box of the height that fits a line of text, where its siblings have it; in others the line is centred.
+// In a box as high as a line the text begins where that of other widgets does; in others it is centred.
 float KXUITextEntry::_textTop() const {
     const float spare = rect().size.height - _idealSizeForText("").height;
     return static_cast<float>(_KXTruncate(rect().origin.y)) + static_cast<float>(_KXTruncate(spare / 2)) +

@@ -22,9 +22,9 @@ struct _KXTextEntryEditor : _KXFocus {
     _KXTextEdit composed;
     _KXTextView view;
 
-    bool unreportedChange = false; // by what was typed when the focus went elsewhere
+    bool unreportedChange = false; // the rest of what was typed came in when the focus went elsewhere
 
-    int mouseHeld = _KXMouseButtonLeft; // a press that began before the entry was there is none for it
+    int mouseHeld = _KXMouseButtonLeft; // a press that began before the entry was made does not count
     int clicks = 0;                     // in quick succession at one place
     int pressX = 0, pressY = 0, dragX = 0;
     std::uint32_t pressTime = 0;

@@ -2,11 +2,11 @@
 
 #include "ui/KXUIListBox.h"
 
-#include "core/ground/Truncate.h"
 #include "render/ClipScope.h"
 #include "render/GraphicsContext.h"
 #include "text/FontCache.h"
 #include "text/KXUIGlobalFont.h"
+#include "ui/WholePixels.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>
@@ -18,26 +18,18 @@ static constexpr int barWidth = 12;
 static constexpr int smallestKnob = 16;
 static constexpr int rowHeightWithoutFont = 16;
 
-// Boxes lie where windows can be; sums of two of these fit into an int.
-static int coordinate(float value) { return std::clamp(_KXTruncate(value), -(1 << 16), 1 << 16); }
-
-static KXRect rectBetween(int left, int top, int right, int bottom) {
-    return {{static_cast<float>(left), static_cast<float>(top)},
-            {static_cast<float>(right - left), static_cast<float>(bottom - top)}};
-}
-
 static int rowHeight(const KXFont* font, float padding) {
     const float height = font ? std::ceil(font->ascender()) + 2 * padding : rowHeightWithoutFont;
-    return std::clamp(_KXTruncate(height), 1, 1 << 16);
+    return std::max(1, _KXWholePixel(height));
 }
 
 KXUIListBox::Layout KXUIListBox::_layout() const {
     const KXRect box = rect();
     Layout layout = {};
-    layout.left = coordinate(box.origin.x) + 1;
-    layout.top = coordinate(box.origin.y) + 1;
-    layout.right = std::max(layout.left, layout.left - 2 + coordinate(box.size.width));
-    layout.bottom = std::max(layout.top, layout.top - 2 + coordinate(box.size.height));
+    layout.left = _KXWholePixel(box.origin.x) + 1;
+    layout.top = _KXWholePixel(box.origin.y) + 1;
+    layout.right = std::max(layout.left, layout.left - 2 + _KXWholePixel(box.size.width));
+    layout.bottom = std::max(layout.top, layout.top - 2 + _KXWholePixel(box.size.height));
     layout.rowHeight = ::rowHeight(_fontInUse(), KXUIWidgetInnerPadding.height);
     layout.contentHeight = static_cast<std::int64_t>(count()) * layout.rowHeight;
     layout.furthest = std::max<std::int64_t>(0, layout.contentHeight - layout.viewHeight());
@@ -52,7 +44,7 @@ KXUIListBox::Layout KXUIListBox::_settledLayout() {
     if (_state->rowToReveal != -1 && layout.viewHeight() > 0) {
         const std::int64_t top = static_cast<std::int64_t>(_state->rowToReveal) * layout.rowHeight;
         _state->scrolled = std::max(_state->scrolled, top + layout.rowHeight - layout.viewHeight());
-        _state->scrolled = std::min(_state->scrolled, top); // of a row that does not fit the top is seen
+        _state->scrolled = std::min(_state->scrolled, top); // where the row does not fit, its top is in view
         _state->rowToReveal = -1;
     }
     _state->scrolled = std::clamp<std::int64_t>(_state->scrolled, 0, layout.furthest);
@@ -93,7 +85,7 @@ const char* KXUIListBox::_shownText(int index, int width) {
 
 void KXUIListBox::_drawRows(const Layout& layout) {
     KXFont& font = *_fontInUse();
-    const int paddingWidth = std::clamp(_KXTruncate(KXUIWidgetInnerPadding.width), 0, 1 << 16);
+    const int paddingWidth = std::max(0, _KXWholePixel(KXUIWidgetInnerPadding.width));
     const int width = std::max(0, layout.rowsRight - layout.left - 2 * paddingWidth);
     const std::size_t rowsInView = layout.viewHeight() / layout.rowHeight + 2;
     State& state = *_state;
@@ -105,12 +97,12 @@ void KXUIListBox::_drawRows(const Layout& layout) {
         state.shownFontGeneration = _KXGlobalFontGeneration;
         state.shownWidth = width;
     }
-    const _KXClipScope clip(rectBetween(layout.left, layout.top, layout.rowsRight, layout.bottom));
+    const _KXClipScope clip(_KXRectBetween(layout.left, layout.top, layout.rowsRight, layout.bottom));
     int row = static_cast<int>(state.scrolled / layout.rowHeight);
     int top = layout.top - static_cast<int>(state.scrolled % layout.rowHeight);
     for (; row < count() && top < layout.bottom; ++row, top += layout.rowHeight) {
         if (row == state.selected)
-            KXDrawRectFill(rectBetween(layout.left, top, layout.rowsRight, top + layout.rowHeight),
+            KXDrawRectFill(_KXRectBetween(layout.left, top, layout.rowsRight, top + layout.rowHeight),
                            _selectionColor);
         _KXPrintRow(font,
                     {static_cast<float>(layout.left + paddingWidth),
@@ -120,8 +112,8 @@ void KXUIListBox::_drawRows(const Layout& layout) {
 }
 
 void KXUIListBox::_drawScrollBar(const Layout& layout) {
-    KXDrawRectFill(rectBetween(layout.rowsRight, layout.top, layout.right, layout.bottom), _trackColor);
-    const KXRect knob = rectBetween(layout.rowsRight, layout.knobTop, layout.right, layout.knobBottom);
+    KXDrawRectFill(_KXRectBetween(layout.rowsRight, layout.top, layout.right, layout.bottom), _trackColor);
+    const KXRect knob = _KXRectBetween(layout.rowsRight, layout.knobTop, layout.right, layout.knobBottom);
     KXDrawRectFill(knob, _state->holds(State::Press::Knob) ? _selectionColor : _knobColor);
     KXDrawRect(knob, _borderColor);
 }

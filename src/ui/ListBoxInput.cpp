@@ -107,7 +107,7 @@ void KXUIListBox::_turnPage(const Layout& layout) {
         _state->scrolled += page;
 }
 
-// A notch is seen by every logic step of its frame, but the user has turned it once.
+// A notch counts once, though every logic step of its frame sees it.
 void KXUIListBox::_pollWheel(const Layout& layout) {
     const int notch = (KXMouse(wheelDown) ? 1 : 0) - (KXMouse(wheelUp) ? 1 : 0);
     if (notch == 0 || !mouseOver() || (_state->wheelSeen && _state->wheelTime == _KXLogicCurrentTime))
@@ -141,7 +141,7 @@ void KXUIListBox::_pollKeys() {
         _state->activated = _state->selected;
 }
 
-// The next row that begins with a word, from row @a from on and round; -1 if none does.
+// The next row that begins with a word, from row @a from on to the end and on from the first; -1 for none.
 int KXUIListBox::_nextBeginningWith(const char* word, int from) const {
     for (std::size_t i = 0, rows = _state->rows.size(); i < rows; ++i) {
         const std::size_t row = (from + i) % rows;
@@ -163,7 +163,7 @@ void KXUIListBox::_findTyped(const std::string& text) {
         return;
     if (millisecondsSince(_state->wordTime) > wordEndsAfter)
         _state->word.clear();
-    const bool same = typed == _state->word; // the same letter again, with no word that has it twice
+    const bool same = typed == _state->word; // the letter that the word consists of, once more
     const bool begins = _state->word.empty();
     _state->wordTime = _KXLogicCurrentTime;
     if (count() == 0)

@@ -1,4 +1,4 @@
-// What an entry does with mouse and keyboard, and who has the focus.
+// What an entry does with mouse and keyboard.
 
 #include "ui/KXUITextEntry.h"
 
@@ -98,8 +98,8 @@ int KXUITextEntry::poll() {
     return _changed || _entered ? -1 : 0;
 }
 
-// With Control held the left button counts as the right one, so its press is none; one that is held stays
-// held when Control comes and goes.
+// With Control held the left button counts as the right one, so pressing it then does nothing. Control that
+// comes or goes while the button is held ends nothing.
 void KXUITextEntry::_pollMouse() {
     const bool pressed = _KXPressBegins(_editor->mouseHeld, _KXMouseButtonLeft) && KXMouse(0);
     if (pressed && mouseOver())
@@ -112,7 +112,7 @@ void KXUITextEntry::_pollMouse() {
 
 void KXUITextEntry::_press() {
     _editor->compose({});
-    _updateView(); // before the focus makes it follow the cursor: the press means what is seen
+    _updateView(); // as it was drawn; with the focus it would scroll to the cursor
     _KXTextEdit& edit = _editor->edit;
     const float x = static_cast<float>(KXMouseX) - _textLeft();
     const std::size_t nearest = _editor->view.positionNearest(x);
@@ -197,7 +197,7 @@ void KXUITextEntry::_pollFocusKeys() {
     const bool enter = _KXWidgetKey(keyReturn), padEnter = _KXWidgetKey(keyPadEnter),
                escape = _KXWidgetKey(keyEscape), tab = _KXWidgetKey(keyTab);
     if (isAltHeld())
-        return; // the window's or the game's
+        return; // keys with Alt are for the desktop or the game
     if (enter || padEnter)
         _entered = -1;
     if (escape)
