@@ -2,6 +2,8 @@
 
 #include <Kobaltrix/KXTypes.h>
 
+#include <memory>
+
 /// @file
 /// Text from TrueType and OpenType files, and the cache that shares fonts between widgets.
 ///
@@ -78,16 +80,20 @@ public:
     void print(KXPoint p, KXColor c, const char* format, ...) KX_PRINTF(4, 5);
 
     // Used by the library itself.
+    KX_INTERNAL void _printPlain(KXPoint p, KXColor c, const char* text);
     KX_INTERNAL KXAliasMode _aliasModeInUse() const;
+    KX_INTERNAL unsigned _currentRevision() const;
 
 private:
     struct Offsets;
-    KX_INTERNAL const KXPoint* _offset() const;
+    KX_INTERNAL bool _canPrint() const;
+    KX_INTERNAL KXPoint _originOf(KXPoint p) const;
 
-    FTFont* _font;
-    Offsets* _offsets;
     int _size;
     KXAliasMode _aliasMode;
+    unsigned _revision;
+    std::unique_ptr<FTFont> _font;
+    std::unique_ptr<Offsets> _offsets;
 };
 
 #if defined(__GNUC__) || defined(__clang__)

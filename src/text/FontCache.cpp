@@ -42,8 +42,7 @@ KXFont* _KXFontCache::fontAtPath(const char* path, KXAliasMode mode, int size) {
 void _KXFontCache::clearFontVector() {
     if (this == _KXGlobalFontCache) {
         ++_KXGlobalFontGeneration;
-        if (_KXGlobalFontsGoAway)
-            _KXGlobalFontsGoAway();
+        _KXUIGlobalFont = nullptr;
     }
     _fonts.clear();
 }

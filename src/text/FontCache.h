@@ -53,13 +53,13 @@ private:
 /// The cache that all widgets share; null outside of KXInit() and KXDeInit().
 inline constinit _KXFontCache* _KXGlobalFontCache = nullptr;
 
+/// The font of the user interface at the size that was set; belongs to the global cache, and is null once
+/// that has deleted its fonts.
+inline constinit KXFont* _KXUIGlobalFont = nullptr;
+
 /// Counts how often the global cache has deleted its fonts: a pointer to one of them that was taken at an
 /// earlier count dangles.
 inline constinit unsigned _KXGlobalFontGeneration = 0;
-
-using _KXFontsHook = void (*)();
-/// Called before the global cache deletes its fonts; set by what keeps a pointer to one of them.
-inline constinit _KXFontsHook _KXGlobalFontsGoAway = nullptr;
 
 /// Creates the global cache, deleting an earlier one. Throws std::bad_alloc when memory is exhausted.
 void _KXCreateGlobalFontCache();

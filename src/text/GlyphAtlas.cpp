@@ -1,10 +1,6 @@
 #include "text/GlyphAtlas.h"
 
-#include "render/DrawBatch.h"
-
 #include <Kobaltrix/KXTypes.h>
-
-#include <SDL_opengl.h>
 
 #include <algorithm>
 #include <cmath>
@@ -14,28 +10,6 @@
 static constexpr int padding = 2;
 
 namespace {
-// Uploads read memory as the game's pixel-store state says, and bind textures: both are the game's own.
-class UploadScope {
-public:
-    UploadScope() {
-        glGetIntegerv(GL_TEXTURE_BINDING_2D, &_texture);
-        glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-        for (const GLenum parameter : {GL_UNPACK_SWAP_BYTES, GL_UNPACK_LSB_FIRST, GL_UNPACK_ROW_LENGTH,
-                                       GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS})
-            glPixelStorei(parameter, 0);
-        glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    }
-    ~UploadScope() {
-        glPopClientAttrib();
-        glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(_texture));
-    }
-    UploadScope(const UploadScope&) = delete;
-    UploadScope& operator=(const UploadScope&) = delete;
-
-private:
-    GLint _texture = 0;
-};
-
 struct Extent {
     long width, height;
 };
@@ -96,9 +70,7 @@ private:
 
 FTGlyph* _KXGlyphAtlas::makeGlyph(FT_GlyphSlot slot) {
     const Extent extent = extentOf(slot);
-    GLint largest = 0;
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
-    if (std::max(extent.width, extent.height) > largest - 2 * padding)
+    if (std::max(extent.width, extent.height) > _KXGlyphPages::largestSide() - 2 * padding)
         return nullptr;
     auto glyph = std::make_unique<AtlasGlyph>(slot);
     if (FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0 || slot->bitmap.pixel_mode != FT_PIXEL_MODE_GRAY ||
@@ -114,23 +86,13 @@ FTGlyph* _KXGlyphAtlas::makeGlyph(FT_GlyphSlot slot) {
 // Uploads a bitmap to the next free place.
 _KXGlyphAtlas::Place _KXGlyphAtlas::store(const FT_Bitmap& bitmap, int fontSize) {
     const int width = static_cast<int>(bitmap.width), height = static_cast<int>(bitmap.rows);
-    const UploadScope scope;
-    if (!hasRoom(width, height)) {
-        GLint largest = 0;
-        glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
-        constexpr int largestUsualSide = 1024;
-        const int usual = std::min(10 * fontSize, largestUsualSide);
-        const int needed = std::max({width + 2 * padding, height + 2 * padding, usual});
-        addPage(std::min(KXNearestPowerOfTwo(needed), static_cast<int>(largest)));
-    }
-    ++_KXDrawStatistics.textureUploads;
-    glBindTexture(GL_TEXTURE_2D, _pages.back());
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, bitmap.pitch);
-    glTexSubImage2D(GL_TEXTURE_2D, 0, _x, _y, width, height, GL_ALPHA, GL_UNSIGNED_BYTE, bitmap.buffer);
+    if (!hasRoom(width, height))
+        addPage(width, height, fontSize);
+    _pages.upload(_x, _y, width, height, bitmap.buffer, bitmap.pitch);
     const auto texel = [side = static_cast<float>(_side)](int pixels) {
         return static_cast<float>(pixels) / side;
     };
-    const Place place = {_pages.back(), {texel(_x), texel(_y), texel(_x + width), texel(_y + height)}};
+    const Place place = {_pages.last(), {texel(_x), texel(_y), texel(_x + width), texel(_y + height)}};
     _x += width + padding;
     _shelfHeight = std::max(_shelfHeight, height);
     return place;
@@ -148,27 +110,14 @@ bool _KXGlyphAtlas::hasRoom(int width, int height) {
     return _x + width + padding <= _side && _y + height + padding <= _side;
 }
 
-void _KXGlyphAtlas::addPage(int side) {
-    const std::vector<unsigned char> empty(static_cast<std::size_t>(side) * static_cast<std::size_t>(side));
-    _pages.reserve(_pages.size() + 1);
-    GLuint page = 0;
-    glGenTextures(1, &page);
-    _pages.push_back(page);
-    glBindTexture(GL_TEXTURE_2D, page);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA, side, side, 0, GL_ALPHA, GL_UNSIGNED_BYTE, empty.data());
+// Adds a page for many glyphs of the usual size, or for one that is larger.
+void _KXGlyphAtlas::addPage(int width, int height, int fontSize) {
+    constexpr int largestUsualSide = 1024;
+    const int usual = std::min(10 * fontSize, largestUsualSide);
+    const int needed = std::max({width + 2 * padding, height + 2 * padding, usual});
+    const int side = std::min(KXNearestPowerOfTwo(needed), _KXGlyphPages::largestSide());
+    _pages.add(side);
     _side = side;
     _x = _y = padding;
     _shelfHeight = 0;
-}
-
-void _KXGlyphAtlas::clear() {
-    if (_pages.empty())
-        return;
-    _KXFlushBatch(KXDrawFlushTextureChange);
-    glDeleteTextures(static_cast<GLsizei>(_pages.size()), _pages.data());
-    _pages.clear();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "render/GlyphPages.h"
 #include "render/QuadStream.h"
 
 #include <FTGL/ftgl.h>
@@ -21,7 +22,7 @@ public:
     /// state. Null if no texture can hold it.
     FTGlyph* makeGlyph(FT_GlyphSlot slot);
     /// Deletes the textures; the context they were made in must be current.
-    void clear();
+    void clear() { _pages.clear(); }
 
 private:
     struct Place {
@@ -30,9 +31,9 @@ private:
     };
     Place store(const FT_Bitmap& bitmap, int fontSize);
     bool hasRoom(int width, int height);
-    void addPage(int side);
+    void addPage(int width, int height, int fontSize);
 
-    std::vector<unsigned> _pages;
+    _KXGlyphPages _pages;
     int _side = 0;        // of the last page, the one being filled
     int _x = 0;           // next free pixel on the shelf
     int _y = 0;           // top of the shelf

@@ -2,15 +2,13 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Truncate.h"
-#include "render/DrawBatch.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
+#include "render/TextScopes.h"
 #include "text/ColorEscapes.h"
 #include "text/Face.h"
 #include "text/GlyphAtlas.h"
 #include "util/Utf8.h"
-
-#include <SDL_opengl.h>
 
 #include <cmath>
 #include <cstdarg>
@@ -26,22 +24,19 @@ struct KXFont::Offsets {
 };
 
 static constexpr std::size_t textSize = 1024;
+static constinit unsigned lastRevision = 0;
 
 KXFont::KXFont() { throw std::bad_alloc(); }
 
 KXFont::KXFont(const char* path, int mode)
-    : _font(nullptr), _offsets(nullptr), _size(0),
-      _aliasMode(mode == KXAliasModePolygon ? KXAliasModePolygon : KXAliasModeTexture) {
-    auto face = _KXOpenFace(path, _aliasMode);
-    _offsets = new Offsets;
-    _font = face.release();
+    : _size(0), _aliasMode(mode == KXAliasModePolygon ? KXAliasModePolygon : KXAliasModeTexture),
+      _revision(++lastRevision), _font(_KXOpenFace(path, _aliasMode)), _offsets(new Offsets) {
     KXFont::setSize(10);
 }
 
 KXFont::~KXFont() {
     KX_GL_CHECK("KXFont::~KXFont");
-    delete _font;
-    delete _offsets;
+    _font.reset(); // it calls OpenGL
 }
 
 int KXFont::setSize(int size) {
@@ -55,6 +50,7 @@ int KXFont::setSize(int size) {
         return 0;
     }
     _size = size;
+    _revision = ++lastRevision;
     return -1;
 }
 
@@ -62,18 +58,17 @@ int KXFont::getSize() const { return _size; }
 
 KXAliasMode KXFont::_aliasModeInUse() const { return _aliasMode; }
 
+/// A number that no other font has had, nor this one at an earlier size: what was measured at another one
+/// must be measured anew.
+unsigned KXFont::_currentRevision() const { return _revision; }
+
 void KXFont::setRenderingOffsetForSize(int size, KXPoint offset) {
     _offsets->bySize[static_cast<float>(size)] = offset;
 }
 
-const KXPoint* KXFont::_offset() const {
-    const auto found = _offsets->bySize.find(static_cast<float>(_size));
-    return found == _offsets->bySize.end() ? nullptr : &found->second;
-}
-
 KXPoint KXFont::renderingOffsetForSize(int) const {
-    const KXPoint* offset = _offset();
-    return offset ? *offset : KXZeroPoint;
+    const auto found = _offsets->bySize.find(static_cast<float>(_size));
+    return found == _offsets->bySize.end() ? KXZeroPoint : found->second;
 }
 
 KXSize KXFont::stringBounds(const char* text) const { return stringBounds(text, 0); }
@@ -104,103 +99,86 @@ float KXFont::fullHeight() const {
     return ascender() + static_cast<float>(std::abs(_KXTruncate(descender())));
 }
 
-// Calls @a piece with each stretch of one colour and that colour. FTGL reads to the terminator, so the
-// stretch is terminated in place meanwhile. The last call, maybe with an empty stretch, is for @a color.
-template<class Piece>
-static void forEachPiece(char* text, KXColor color, Piece piece) {
-    const auto terminated = [&](std::string_view part, KXColor partColor) {
+namespace {
+// Each of these prints pieces of a text, one behind another.
+
+class PolygonPrinter {
+public:
+    PolygonPrinter(FTFont& font, KXPoint origin) : _font(font), _scope(origin) {}
+
+    void operator()(const char* piece, KXColor color) {
+        _scope.setColor(color);
+        _scope.moveBy(_font.Render(piece).Xf());
+    }
+
+private:
+    FTFont& _font;
+    _KXPolygonTextScope _scope;
+};
+
+class GlyphPrinter {
+public:
+    GlyphPrinter(FTFont& font, KXPoint origin) : _font(font), _origin(origin) {}
+
+    void operator()(const char* piece, KXColor color) {
+        std::vector<_KXGlyphQuad>& glyphs = keptGlyphs();
+        glyphs.clear();
+        _KXRenderedGlyphs = &glyphs;
+        const float advance = _font.Render(piece).Xf();
+        _KXRenderedGlyphs = nullptr;
+        for (_KXGlyphQuad& glyph : glyphs)
+            for (KXPoint& corner : glyph.corners)
+                corner = {_origin.x + corner.x, _origin.y - corner.y}; // FTGL's y axis points up
+        _KXDrawGlyphQuads(glyphs.data(), static_cast<int>(glyphs.size()), color);
+        _origin.x += advance;
+    }
+
+private:
+    // Kept: text is printed in every frame. Never destroyed: a static object of the game may print at the
+    // end.
+    static std::vector<_KXGlyphQuad>& keptGlyphs() {
+        static constinit std::vector<_KXGlyphQuad>* glyphs = nullptr;
+        if (!glyphs)
+            glyphs = new std::vector<_KXGlyphQuad>;
+        return *glyphs;
+    }
+
+    FTFont& _font;
+    KXPoint _origin;
+    const _KXGlyphScope _scope;
+};
+} // namespace
+
+// Prints each stretch of one colour by itself. FTGL reads to the terminator, so the stretch is terminated in
+// place meanwhile. The last one, which may be empty, is in @a color and leaves it as OpenGL's current colour.
+template<class Printer>
+static void printColored(Printer print, char* text, KXColor color) {
+    const auto printPart = [&](std::string_view part, KXColor partColor) {
         char* const start = text + (part.data() - text);
         const char behind = start[part.size()];
         start[part.size()] = 0;
-        piece(start, partColor);
+        print(start, partColor);
         start[part.size()] = behind;
     };
     const char* position = text;
     _KXColorSpan span;
     while (_KXNextColorSpan(position, span)) {
-        terminated(span.plain, color);
-        terminated(span.text, span.color);
+        printPart(span.plain, color);
+        printPart(span.text, span.color);
     }
-    terminated(position, color);
+    printPart(position, color);
 }
 
-// FTGL draws polygons with a matrix of its own.
-static void printPolygons(FTFont& font, char* text, KXPoint origin, KXColor color) {
-    _KXFlushBatch(KXDrawFlushText);
-    glPushMatrix();
-    glDisable(GL_TEXTURE_2D);
-    glRotatef(180, 1, 0, 0); // FTGL's y axis points up
-    glTranslatef(origin.x, -origin.y, 0);
-    forEachPiece(text, color, [&font](const char* piece, KXColor pieceColor) {
-        glColor4f(pieceColor.r, pieceColor.g, pieceColor.b, pieceColor.a);
-        glTranslatef(font.Render(piece).Xf(), 0, 0);
-    });
-    glEnable(GL_TEXTURE_2D);
-    glPopMatrix();
+KXPoint KXFont::_originOf(KXPoint p) const {
+    const KXPoint offset = renderingOffsetForSize(_size);
+    return {p.x + offset.x, p.y - std::ceil(-ascender()) - std::ceil(-descender()) + offset.y};
 }
 
-namespace {
-// Glyphs blend by their opacity and take their colour from the text, whatever the game draws with. Where it
-// draws like that anyway, as most do, nothing is done and the glyphs may be collected.
-class GlyphStateScope {
-public:
-    GlyphStateScope() : _changed(!isSuitable()) {
-        if (!_changed)
-            return;
-        _KXFlushBatch(KXDrawFlushText);
-        glPushAttrib(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT | GL_TEXTURE_BIT);
-        glEnable(GL_BLEND);
-        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-        glEnable(GL_TEXTURE_2D);
-        glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
-    }
-    ~GlyphStateScope() {
-        if (!_changed)
-            return;
-        _KXFlushBatch(KXDrawFlushText);
-        glPopAttrib();
-    }
-    GlyphStateScope(const GlyphStateScope&) = delete;
-    GlyphStateScope& operator=(const GlyphStateScope&) = delete;
-
-private:
-    static bool isSuitable() {
-        GLint source = 0, destination = 0, environment = 0;
-        glGetIntegerv(GL_BLEND_SRC, &source);
-        glGetIntegerv(GL_BLEND_DST, &destination);
-        glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &environment);
-        return source == GL_SRC_ALPHA && destination == GL_ONE_MINUS_SRC_ALPHA &&
-               environment == GL_MODULATE && glIsEnabled(GL_BLEND) && glIsEnabled(GL_TEXTURE_2D);
-    }
-
-    bool _changed;
-};
-} // namespace
-
-static void printGlyphs(FTFont& font, char* text, KXPoint origin, KXColor color) {
-    // Kept: text is printed in every frame. Never destroyed: a static object of the game may print at the
-    // end.
-    static constinit std::vector<_KXGlyphQuad>* glyphs = nullptr;
-    if (!glyphs)
-        glyphs = new std::vector<_KXGlyphQuad>;
-    const GlyphStateScope state;
-    forEachPiece(text, color, [&font, &origin](const char* piece, KXColor pieceColor) {
-        glyphs->clear();
-        _KXRenderedGlyphs = glyphs;
-        const float advance = font.Render(piece).Xf();
-        _KXRenderedGlyphs = nullptr;
-        for (_KXGlyphQuad& glyph : *glyphs)
-            for (KXPoint& corner : glyph.corners)
-                corner = {origin.x + corner.x, origin.y - corner.y}; // FTGL's y axis points up
-        _KXDrawGlyphQuads(glyphs->data(), static_cast<int>(glyphs->size()), pieceColor);
-        origin.x += advance;
-    });
-    _KXLeaveColor(color);
-}
+bool KXFont::_canPrint() const { return !_font->Error() && _KXCurrentGraphicsContext; }
 
 void KXFont::print(KXPoint p, KXColor c, const char* format, ...) {
     KX_GL_CHECK("KXFont::print");
-    if (!format || _font->Error() || !_KXCurrentGraphicsContext)
+    if (!format || !_canPrint())
         return;
     char text[textSize];
     va_list arguments;
@@ -211,9 +189,19 @@ void KXFont::print(KXPoint p, KXColor c, const char* format, ...) {
         return;
     if (static_cast<std::size_t>(length) >= sizeof text - 1) // also the full length: the arguments may be cut
         _KXDropCutCharacter(text, sizeof text - 1);
+    if (_aliasMode == KXAliasModePolygon)
+        printColored(PolygonPrinter(*_font, _originOf(p)), text, c);
+    else
+        printColored(GlyphPrinter(*_font, _originOf(p)), text, c);
+}
 
-    KXPoint origin = {p.x, p.y - std::ceil(-ascender()) - std::ceil(-descender())};
-    if (const KXPoint* offset = _offset())
-        origin = {origin.x + offset->x, origin.y + offset->y};
-    (_aliasMode == KXAliasModePolygon ? printPolygons : printGlyphs)(*_font, text, origin, c);
+/// Prints a text of any length as it is: no format, and braces are braces.
+void KXFont::_printPlain(KXPoint p, KXColor c, const char* text) {
+    KX_GL_CHECK("KXFont::_printPlain");
+    if (!_canPrint())
+        return;
+    if (_aliasMode == KXAliasModePolygon)
+        PolygonPrinter(*_font, _originOf(p))(text, c);
+    else
+        GlyphPrinter(*_font, _originOf(p))(text, c);
 }

@@ -2,7 +2,6 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Truncate.h"
-#include "text/FontCache.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -16,7 +15,6 @@ int KXUISetGlobalFont(const char* path, KXAliasMode mode, int size, KXPoint offs
     _KXUIGlobalFontPath = copy;
     _KXUIGlobalFontMode = mode;
     _KXUIGlobalFontOffset = offset;
-    _KXGlobalFontsGoAway = [] { _KXUIGlobalFont = nullptr; };
     _KXUIGlobalFont = _KXUIGlobalFontWithSize(size);
     return -1;
 }

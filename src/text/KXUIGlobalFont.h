@@ -1,11 +1,10 @@
 #pragma once
 
+#include "text/FontCache.h"
+
 #include <Kobaltrix/KXUIGlobalFont.h>
 
-class KXFont;
-
-inline constinit KXFont* _KXUIGlobalFont = nullptr;   ///< At the size that was set; belongs to the cache.
-inline constinit char* _KXUIGlobalFontPath = nullptr; ///< Owned; null while no font was set.
+inline constinit char* _KXUIGlobalFontPath = nullptr;              ///< Owned; null while no font was set.
 inline constinit KXAliasMode _KXUIGlobalFontMode = KXAliasMode(0); ///< As it was set.
 inline constinit KXPoint _KXUIGlobalFontOffset = {0, 0};           ///< At every size.
 

@@ -1,13 +1,13 @@
 #include "text/RowText.h"
 
 #include "text/ColorEscapes.h"
-#include "text/FontCache.h"
 #include "util/Utf8.h"
 
 #include <Kobaltrix/KXFont.h>
 
-#include <cmath>
+#include <algorithm>
 #include <cstring>
+#include <numeric>
 #include <string_view>
 
 // Three characters and not one: many fonts of games have letters and periods only.
@@ -15,26 +15,22 @@ static constexpr const char* ellipsis = "...";
 // A font prints no more than that of one text.
 static constexpr std::size_t printable = 1023;
 
-static bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
-
-// The start of the character that holds the byte at @a position of a well-formed text.
-static std::size_t characterStart(const std::string& text, std::size_t position) {
-    while (position < text.size() && isContinuation(text[position]))
-        --position;
-    return position;
+// The last of the numbers from @a good toward @a bad that @a fits; those beyond it do not.
+template<class Fits>
+static std::size_t lastThatFits(std::size_t good, std::size_t bad, Fits fits) {
+    while (std::max(good, bad) - std::min(good, bad) > 1) {
+        const std::size_t middle = std::midpoint(good, bad);
+        (fits(middle) ? good : bad) = middle;
+    }
+    return good;
 }
 
 // Bytes of the longest beginning of a text that fits into @a width, whole characters only.
-static std::size_t fittingBytes(KXFont& font, const std::string& text, float width) {
-    std::size_t fits = 0, tooLong = text.size() + 1;
-    while (tooLong - fits > 1) {
-        const std::size_t middle = fits + (tooLong - fits) / 2;
-        if (font.advance(text.substr(0, characterStart(text, middle)).c_str()) <= width)
-            fits = middle;
-        else
-            tooLong = middle;
-    }
-    return characterStart(text, fits);
+static std::size_t fittingBytes(const KXFont& font, const std::string& text, float width) {
+    const std::size_t bytes = lastThatFits(0, text.size() + 1, [&](std::size_t end) {
+        return font.advance(text.substr(0, _KXCharacterStart(text, end)).c_str()) <= width;
+    });
+    return _KXCharacterStart(text, bytes);
 }
 
 // The source of the first @a length visible bytes of a text with colour spans, with dots behind them.
@@ -53,7 +49,7 @@ static std::string cutColored(const char* text, std::size_t length) {
     return upTo(position + strnlen(position, length));
 }
 
-std::string _KXTextThatFits(KXFont& font, const char* original, float width, _KXSpans spans) {
+std::string _KXTextThatFits(const KXFont& font, const char* original, float width, _KXSpans spans) {
     const _KXLegibleText legible(original);
     const char* text = legible.get();
     const bool colored = spans == _KXSpans::Colored && std::strstr(text, "{C");
@@ -71,46 +67,24 @@ std::string _KXTextThatFits(KXFont& font, const char* original, float width, _KX
     return colored ? cutColored(text, fits) : std::string(text, fits) + ellipsis;
 }
 
-std::string _KXTextEndThatFits(KXFont& font, const char* original, float width) {
-    const _KXLegibleText legible(original);
-    std::string text = legible.get();
-    std::size_t fits = text.size(), tooLong = text.size() < printable ? 0 : text.size() - printable;
+std::string _KXTextEndThatFits(const KXFont& font, const char* original, float width) {
+    const std::string text = _KXLegibleText(original).get();
+    const std::size_t tooLong = text.size() < printable ? 0 : text.size() - printable;
     if (tooLong == 0 && font.advance(text.c_str()) <= width)
         return text;
     width -= font.advance(ellipsis);
-    while (fits - tooLong > 1) {
-        const std::size_t middle = tooLong + (fits - tooLong) / 2;
-        if (font.advance(text.c_str() + characterStart(text, middle)) <= width)
-            fits = middle;
-        else
-            tooLong = middle;
-    }
-    while (fits < text.size() && isContinuation(text[fits]))
-        ++fits;
-    return ellipsis + text.substr(fits);
+    const std::size_t begin = lastThatFits(text.size(), tooLong, [&](std::size_t from) {
+        return font.advance(text.c_str() + _KXCharacterStart(text, from)) <= width;
+    });
+    const bool within = _KXCharacterStart(text, begin) != begin;
+    return ellipsis + text.substr(within ? _KXNextCharacter(text, begin) : begin);
 }
 
 bool _KXFittedText::isFor(const KXFont& font, const std::string& text, float width) {
-    if (_font == &font && _fontSize == font.getSize() && _fontGeneration == _KXGlobalFontGeneration &&
-        _width == width && _text == text)
+    if (_fontRevision == font._currentRevision() && _width == width && _text == text)
         return true;
     _text = text;
     _width = width;
-    _font = &font;
-    _fontSize = font.getSize();
-    _fontGeneration = _KXGlobalFontGeneration;
+    _fontRevision = font._currentRevision();
     return false;
-}
-
-void _KXPrintRow(KXFont& font, KXPoint p, KXColor color, const char* text, _KXSpans spans) {
-    if (spans == _KXSpans::Plain) {
-        // A span that is printed in two pieces is none.
-        while (const char* brace = std::strstr(text, "{C")) {
-            const std::string piece(text, brace + 1);
-            font.print(p, color, "%s", piece.c_str());
-            p.x += std::round(font.advance(piece.c_str())); // glyphs are sharp on whole pixels
-            text = brace + 1;
-        }
-    }
-    font.print(p, color, "%s", text);
 }

@@ -14,10 +14,10 @@ enum class _KXSpans {
 
 /// @a text as it fits into @a width pixels: whole, or cut between two characters with three dots behind,
 /// where a colour span that is cut still ends.
-std::string _KXTextThatFits(KXFont& font, const char* text, float width, _KXSpans spans);
+std::string _KXTextThatFits(const KXFont& font, const char* text, float width, _KXSpans spans);
 
 /// @a text as it fits into @a width pixels: whole, or its end behind three dots. Spans are text.
-std::string _KXTextEndThatFits(KXFont& font, const char* text, float width);
+std::string _KXTextEndThatFits(const KXFont& font, const char* text, float width);
 
 /// A text that is shown for many frames and measured once.
 class _KXFittedText {
@@ -36,10 +36,5 @@ private:
 
     std::string _text, _shown;
     float _width = -1;
-    const KXFont* _font = nullptr;
-    int _fontSize = 0;
-    unsigned _fontGeneration = 0;
+    unsigned _fontRevision = 0;
 };
-
-/// Prints a text, no format.
-void _KXPrintRow(KXFont& font, KXPoint p, KXColor color, const char* text, _KXSpans spans);

@@ -1,12 +1,10 @@
 #include "text/TextView.h"
 
 #include "render/GraphicsContext.h"
-#include "text/FontCache.h"
 
 #include <Kobaltrix/KXFont.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 
 // More than any screen shows; a font without widths would otherwise never fill a box.
@@ -15,8 +13,7 @@ static constexpr std::size_t mostCharacters = 4096;
 void _KXTextView::update(const _KXTextEdit& edit, KXFont* font, float width, bool masked, bool follows) {
     const Key key = {edit.revision(),
                      font,
-                     font ? font->getSize() : 0,
-                     _KXGlobalFontGeneration,
+                     font ? font->_currentRevision() : 0,
                      _KXCurrentGraphicsContext,
                      width > 0 ? width : 0,
                      masked,
@@ -106,19 +103,4 @@ float _KXTextView::xOf(std::size_t position) const {
     const auto stop = std::lower_bound(_stops.begin(), _stops.end(), position,
                                        [](const Stop& s, std::size_t p) { return s.position < p; });
     return stop == _stops.end() ? _stops.back().x : stop->x;
-}
-
-// A colour span cannot begin where a piece ends with its brace, and a piece is short enough to be printed
-// whole.
-void _KXTextView::draw(KXPoint origin, KXColor color) const {
-    constexpr std::size_t mostBytes = 1000;
-    std::size_t begin = 0; // stops
-    for (std::size_t i = 1; i < _stops.size(); ++i) {
-        const std::size_t from = _stops[begin].shown, bytes = _stops[i].shown - from;
-        if (i + 1 < _stops.size() && bytes < mostBytes && _shown[_stops[i].shown - 1] != '{')
-            continue;
-        _key.font->print({origin.x + std::round(_stops[begin].x), origin.y}, color, "%.*s",
-                         static_cast<int>(bytes), _shown.c_str() + from);
-        begin = i;
-    }
 }

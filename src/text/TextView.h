@@ -27,8 +27,8 @@ public:
     std::size_t positionUnder(float x) const { return hit(x).under; }
     /// Where a position is; the edges stand for those out of view.
     float xOf(std::size_t position) const;
-    /// Prints the characters in view. Braces that would mark colours elsewhere are shown.
-    void draw(KXPoint origin, KXColor color) const;
+    /// The characters in view, the last one perhaps in part, or an asterisk for each.
+    const char* shown() const { return _shown.c_str(); }
 
 private:
     struct Stop {
@@ -42,8 +42,7 @@ private:
     struct Key {
         std::uint64_t revision;
         KXFont* font;
-        int fontSize;
-        unsigned fontGeneration, graphicsContext;
+        unsigned fontRevision, graphicsContext;
         float width;
         bool masked, follows;
 

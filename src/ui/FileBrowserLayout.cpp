@@ -111,7 +111,7 @@ static void printLine(KXFont& font, KXRect place, KXColor color, const char* tex
     if (place.size.width <= 0)
         return;
     place.origin.y += _KXUIWidget::KXUIWidgetInnerPadding.height;
-    _KXPrintRow(font, place.origin, color, text, _KXSpans::Plain);
+    font._printPlain(place.origin, color, text);
 }
 
 void KXUIFileBrowser::State::printTexts(KXFont& font) {

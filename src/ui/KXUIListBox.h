@@ -60,9 +60,7 @@ struct KXUIListBox::State : _KXFocus {
         std::string text;
     };
     std::vector<Shown> shown;
-    const KXFont* shownFont = nullptr;
-    unsigned shownFontGeneration = 0;
-    int shownFontSize = 0;
+    unsigned shownFontRevision = 0;
     int shownWidth = 0;
 
     bool holds(Press part) const { return press == part && hasPointer(); }

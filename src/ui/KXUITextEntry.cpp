@@ -127,7 +127,7 @@ void KXUITextEntry::_drawText() {
     if (isFocused() && shown.hasSelection())
         KXDrawRectFill(_lineRect(view.xOf(shown.selectionStart()), view.xOf(shown.selectionEnd())),
                        _selectionColor);
-    view.draw(origin, _textColor);
+    _fontInUse()->_printPlain(origin, _textColor, view.shown());
     if (isFocused())
         _drawCursor();
 }

@@ -4,7 +4,6 @@
 
 #include "render/ClipScope.h"
 #include "render/GraphicsContext.h"
-#include "text/FontCache.h"
 #include "text/KXUIGlobalFont.h"
 #include "ui/WholePixels.h"
 
@@ -89,12 +88,10 @@ void KXUIListBox::_drawRows(const Layout& layout) {
     const int width = std::max(0, layout.rowsRight - layout.left - 2 * paddingWidth);
     const std::size_t rowsInView = layout.viewHeight() / layout.rowHeight + 2;
     State& state = *_state;
-    if (state.shownFont != &font || state.shownFontSize != font.getSize() || state.shownWidth != width ||
-        state.shownFontGeneration != _KXGlobalFontGeneration || state.shown.size() != rowsInView) {
+    if (state.shownFontRevision != font._currentRevision() || state.shownWidth != width ||
+        state.shown.size() != rowsInView) {
         state.shown.assign(rowsInView, {});
-        state.shownFont = &font;
-        state.shownFontSize = font.getSize();
-        state.shownFontGeneration = _KXGlobalFontGeneration;
+        state.shownFontRevision = font._currentRevision();
         state.shownWidth = width;
     }
     const _KXClipScope clip(_KXRectBetween(layout.left, layout.top, layout.rowsRight, layout.bottom));
@@ -104,10 +101,12 @@ void KXUIListBox::_drawRows(const Layout& layout) {
         if (row == state.selected)
             KXDrawRectFill(_KXRectBetween(layout.left, top, layout.rowsRight, top + layout.rowHeight),
                            _selectionColor);
-        _KXPrintRow(font,
-                    {static_cast<float>(layout.left + paddingWidth),
-                     static_cast<float>(top) + KXUIWidgetInnerPadding.height},
-                    _textColor, _shownText(row, width), state.spans);
+        const KXPoint place = {static_cast<float>(layout.left + paddingWidth),
+                               static_cast<float>(top) + KXUIWidgetInnerPadding.height};
+        if (state.spans == _KXSpans::Plain)
+            font._printPlain(place, _textColor, _shownText(row, width));
+        else
+            font.print(place, _textColor, "%s", _shownText(row, width));
     }
 }
 

@@ -78,16 +78,16 @@ TEST_F(RowText, ACutSpanKeepsItsColour) {
 }
 
 TEST_F(RowText, PlainSpansAreShownAsWritten) {
-    const char* text = "{C1,0,0,1}name{EC}{C";
-    const auto drawn = [&](const char* what, _KXSpans spans) {
-        return draw([&] { _KXPrintRow(font, {4, 4}, white, what, spans); });
-    };
-    const Image plain = drawn(text, _KXSpans::Plain);
+    const auto plain = [&](const char* text) { return draw([&] { font._printPlain({4, 4}, white, text); }); };
+    const Image braces = plain("{C1,0,0,1}name{EC}{C");
     int red = 0;
-    for (const Pixel& pixel : plain.pixels)
+    for (const Pixel& pixel : braces.pixels)
         red += pixel.r > pixel.g + 40;
     EXPECT_EQ(red, 0);
-    EXPECT_GT(differingPixels(plain, drawn("name", _KXSpans::Plain), 40), 100);
-    EXPECT_EQ(differingPixels(drawn("100%s %n", _KXSpans::Plain), drawn("100%s %n", _KXSpans::Colored)), 0);
+    EXPECT_GT(differingPixels(braces, plain("name"), 40), 100);
+    EXPECT_EQ(differingPixels(plain("100%s %n"), draw([&] {
+                                  font.print({4, 4}, white, "%s", "100%s %n");
+                              })),
+              0);
 }
 } // namespace
