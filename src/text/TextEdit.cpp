@@ -9,35 +9,11 @@ static constinit std::uint64_t lastRevision = 0;
 namespace {
 enum class Kind { Blank, Word, Sign };
 
-bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
-
-// The bytes of the well-formed character at a position within a text.
-std::string_view characterFrom(std::string_view text, std::size_t position) {
-    std::size_t end = position + 1;
-    while (end < text.size() && isContinuation(text[end]))
-        ++end;
-    return text.substr(position, end - position);
-}
-
-std::size_t countCharacters(std::string_view text) {
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char byte) { return !isContinuation(byte); }));
-}
-
-unsigned codePoint(std::string_view character) {
-    constexpr unsigned leadBits[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
-    unsigned value = static_cast<unsigned char>(character[0]) & leadBits[character.size()];
-    for (char byte : character.substr(1))
-        value = value << 6 | (static_cast<unsigned char>(byte) & 0x3F);
-    return value;
-}
-
-bool isBetween(unsigned value, unsigned first, unsigned last) { return value >= first && value <= last; }
+bool isBetween(char32_t value, char32_t first, char32_t last) { return value >= first && value <= last; }
 
 // Good for what names and sentences are made of, without the tables that tell the kinds of all characters:
 // beyond ASCII only the well-known blanks and signs are none of a word.
-Kind kindOf(std::string_view character) {
-    const unsigned c = codePoint(character);
+Kind kindOf(char32_t c) {
     if (c == ' ' || c == 0xA0 || isBetween(c, 0x2000, 0x200A) || c == 0x202F || c == 0x3000)
         return Kind::Blank;
     if (c < 0x80)
@@ -47,26 +23,28 @@ Kind kindOf(std::string_view character) {
                                                                                      : Kind::Word;
 }
 
-bool isLineBreak(unsigned c) { return isBetween(c, '\n', '\r') || c == 0x85 || c == 0x2028 || c == 0x2029; }
+Kind kindAt(std::string_view text, std::size_t position) {
+    return kindOf(_KXCodePoint(_KXCharacterAt(text, position)));
+}
 
-bool isControl(unsigned c) { return c < ' ' || isBetween(c, 0x7F, 0x9F); }
+bool isLineBreak(char32_t c) { return isBetween(c, '\n', '\r') || c == 0x85 || c == 0x2028 || c == 0x2029; }
+
+bool isControl(char32_t c) { return c < ' ' || isBetween(c, 0x7F, 0x9F); }
 
 // A well-formed text on one line, see insert(). Nearly always it is on one already.
 std::string onOneLine(std::string_view text) {
     std::string line;
     line.reserve(text.size());
     std::size_t breaks = 0; // not written yet: those at the end never are
-    for (std::size_t position = 0; position < text.size();) {
-        const std::string_view character = characterFrom(text, position);
-        const unsigned c = codePoint(character);
-        position += character.size();
+    for (char32_t before = 0, c; !text.empty(); before = c) {
+        c = _KXTakeCharacter(text);
         if (isLineBreak(c)) {
-            const bool second = c == '\n' && position >= 2 && text[position - 2] == '\r';
+            const bool second = before == '\r' && c == '\n';
             breaks += line.empty() || second ? 0 : 1;
         } else if (c == '\t' || !isControl(c)) {
             line.append(breaks, ' ');
             breaks = 0;
-            line.append(c == '\t' ? std::string_view(" ") : character);
+            _KXAppendCharacter(line, c == '\t' ? ' ' : c);
         }
     }
     return line;
@@ -93,11 +71,11 @@ bool _KXTextEdit::insert(const char* text) {
         return false;
     const std::string line = onOneLine(_KXLegibleText(text).get());
     const std::size_t begin = selectionStart(), end = selectionEnd();
-    const std::size_t selected = countCharacters(std::string_view(_text).substr(begin, end - begin));
+    const std::size_t selected = _KXCountCharacters(std::string_view(_text).substr(begin, end - begin));
     const std::size_t room = _maximumLength - std::min(_maximumLength, _length - selected);
     std::size_t bytes = 0;
     for (std::size_t count = 0; count < room && bytes < line.size(); ++count)
-        bytes += characterFrom(line, bytes).size();
+        bytes = _KXNextCharacter(line, bytes);
     return bytes > 0 && replace(begin, end, std::string_view(line).substr(0, bytes));
 }
 
@@ -113,8 +91,8 @@ bool _KXTextEdit::replace(std::size_t begin, std::size_t end, std::string_view t
     const std::string_view old = std::string_view(_text).substr(begin, end - begin);
     const bool changes = old != text;
     if (changes) {
-        _length += countCharacters(text);
-        _length -= countCharacters(old);
+        _length += _KXCountCharacters(text);
+        _length -= _KXCountCharacters(old);
         _text.replace(begin, end - begin, text);
     }
     place(begin + text.size(), begin + text.size());
@@ -136,25 +114,21 @@ void _KXTextEdit::move(_KXCursorStep step, bool select) {
     place(select ? _anchor : cursor, cursor);
 }
 
-void _KXTextEdit::select(std::size_t anchor, std::size_t cursor) { place(snapped(anchor), snapped(cursor)); }
+void _KXTextEdit::select(std::size_t anchor, std::size_t cursor) {
+    place(_KXCharacterStart(_text, anchor), _KXCharacterStart(_text, cursor));
+}
 
 void _KXTextEdit::selectWords(std::size_t anchor, std::size_t cursor) {
-    const Word from = wordAt(snapped(anchor)), to = wordAt(snapped(cursor));
+    const Word from = wordAt(_KXCharacterStart(_text, anchor)), to = wordAt(_KXCharacterStart(_text, cursor));
     if (to.begin < from.begin)
         select(from.end, to.begin);
     else
         select(from.begin, to.end);
 }
 
-std::size_t _KXTextEdit::before(std::size_t position) const {
-    while (position > 0 && isContinuation(_text[--position])) {
-    }
-    return position;
-}
+std::size_t _KXTextEdit::before(std::size_t position) const { return _KXPreviousCharacter(_text, position); }
 
-std::size_t _KXTextEdit::after(std::size_t position) const {
-    return position < _text.size() ? position + characterFrom(_text, position).size() : position;
-}
+std::size_t _KXTextEdit::after(std::size_t position) const { return _KXNextCharacter(_text, position); }
 
 std::size_t _KXTextEdit::positionOfCharacter(std::size_t index) const {
     if (index >= _length)
@@ -166,14 +140,7 @@ std::size_t _KXTextEdit::positionOfCharacter(std::size_t index) const {
 }
 
 std::size_t _KXTextEdit::characterAt(std::size_t position) const {
-    return countCharacters(std::string_view(_text).substr(0, position));
-}
-
-std::size_t _KXTextEdit::snapped(std::size_t position) const {
-    position = std::min(position, _text.size());
-    while (position > 0 && position < _text.size() && isContinuation(_text[position]))
-        --position;
-    return position;
+    return _KXCountCharacters(std::string_view(_text).substr(0, position));
 }
 
 std::size_t _KXTextEdit::target(_KXCursorStep step) const {
@@ -196,10 +163,9 @@ std::size_t _KXTextEdit::target(_KXCursorStep step) const {
 
 // To the beginning of a word or of a run of signs, over the blanks between.
 std::size_t _KXTextEdit::wordLeft(std::size_t position) const {
-    const auto kindBefore = [this](std::size_t p) { return kindOf(characterFrom(_text, before(p))); };
     if (_secret)
         return 0;
-    while (position > 0 && kindBefore(position) == Kind::Blank)
+    while (position > 0 && kindAt(_text, before(position)) == Kind::Blank)
         position = before(position);
     return position > 0 ? wordAt(before(position)).begin : 0;
 }
@@ -208,7 +174,7 @@ std::size_t _KXTextEdit::wordLeft(std::size_t position) const {
 std::size_t _KXTextEdit::wordRight(std::size_t position) const {
     if (_secret)
         return _text.size();
-    while (position < _text.size() && kindOf(characterFrom(_text, position)) == Kind::Blank)
+    while (position < _text.size() && kindAt(_text, position) == Kind::Blank)
         position = after(position);
     return wordAt(position).end;
 }
@@ -219,12 +185,11 @@ _KXTextEdit::Word _KXTextEdit::wordAt(std::size_t position) const {
         return {0, _text.size()};
     if (position == _text.size())
         position = before(position);
-    const Kind kind = kindOf(characterFrom(_text, position));
-    const auto isMore = [this, kind](std::size_t p) { return kindOf(characterFrom(_text, p)) == kind; };
+    const Kind kind = kindAt(_text, position);
     Word word = {position, after(position)};
-    while (word.begin > 0 && isMore(before(word.begin)))
+    while (word.begin > 0 && kindAt(_text, before(word.begin)) == kind)
         word.begin = before(word.begin);
-    while (word.end < _text.size() && isMore(word.end))
+    while (word.end < _text.size() && kindAt(_text, word.end) == kind)
         word.end = after(word.end);
     return word;
 }

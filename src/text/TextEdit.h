@@ -71,7 +71,6 @@ private:
     std::size_t target(_KXCursorStep step) const;
     std::size_t wordLeft(std::size_t position) const;
     std::size_t wordRight(std::size_t position) const;
-    std::size_t snapped(std::size_t position) const;
     Word wordAt(std::size_t position) const;
 
     std::string _text;
