@@ -1,41 +1,33 @@
 // On a display with two pixels to a point.
 
-#include <Kobaltrix/KXCore.h>
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXString.h>
-#include <Kobaltrix/KXTexture.h>
 #include <Kobaltrix/KXUIButton.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
 #include <Kobaltrix/KXUIListBox.h>
 #include <Kobaltrix/KXUITextEntry.h>
-#include <Kobaltrix/KXWindow.h>
 
-#include "support/Image.h"
 #include "support/TemporaryFolder.h"
+#include "support/WindowTest.h"
 #include "text/TextTest.h"
-
-#include <gtest/gtest.h>
 
 #include <SDL_opengl.h>
 
 #include <array>
 #include <cmath>
-#include <memory>
 
 namespace {
-constexpr Pixel red = {255, 0, 0, 255};
+struct HighDensity : WindowTest {
+    HighDensity() : WindowTest({400, 300}) {}
 
-struct HighDensity : testing::Test {
-    HighDensity() {
-        EXPECT_EQ(KXInit(), -1) << KXError();
-        window = std::make_unique<KXWindow>("Dense", KXSize{400, 300});
-        window->setRenderContext();
-        glClearColor(0, 0, 0, 1);
-        glClear(GL_COLOR_BUFFER_BIT);
-    }
-    ~HighDensity() override {
-        window.reset();
-        KXDeInit();
+    /// Expects `filled` to be red and nothing else.
+    void expectRed(const Image& image, int pixelsToAPoint) const {
+        const int left = 10 * pixelsToAPoint, top = 20 * pixelsToAPoint;
+        for (int y = 0; y < image.height; ++y)
+            for (int x = 0; x < image.width; ++x)
+                ASSERT_EQ(image.at(x, y).r,
+                          x >= left && x < 11 * left && y >= top && 2 * y < 7 * top ? 255 : 0)
+                    << x << ',' << y;
     }
 
     static std::array<GLint, 4> get(GLenum what) {
@@ -44,7 +36,7 @@ struct HighDensity : testing::Test {
         return values;
     }
 
-    std::unique_ptr<KXWindow> window;
+    const KXRect filled = {{10, 20}, {100, 50}};
 };
 
 /// How much the texts of a part differ, in brightness for each point: those with two pixels to a point, moved
@@ -105,29 +97,21 @@ TEST_F(HighDensity, AWindowHasPointsAndTwiceAsManyPixels) {
     EXPECT_EQ(get(GL_VIEWPORT), (std::array<GLint, 4>{0, 0, 800, 600}));
 }
 
-TEST_F(HighDensity, DrawingIsInPoints) {
-    KXDrawRectFill({{10, 20}, {100, 50}}, KXRedColor);
-    const Image image = Image::of(*window);
-    for (int y = 0; y < 600; y += 3)
-        for (int x = 0; x < 800; x += 3)
-            ASSERT_EQ(image.at(x, y) == red, x >= 20 && x < 220 && y >= 40 && y < 140) << x << ',' << y;
-}
-
-TEST_F(HighDensity, ClipsInPoints) {
-    window->setClipTo({{10, 20}, {100, 50}});
+TEST_F(HighDensity, DrawsAndClipsInPoints) {
+    KXDrawRectFill(filled, KXRedColor);
+    expectRed(Image::of(*window), 2);
+    KXDrawRectFill({{0, 0}, {400, 300}}, {0, 0, 0, 1});
+    window->setClipTo(filled);
     EXPECT_EQ(get(GL_SCISSOR_BOX), (std::array<GLint, 4>{20, 460, 200, 100}));
     KXDrawRectFill({{0, 0}, {400, 300}}, KXRedColor);
-    const Image image = Image::of(*window);
-    for (int y = 0; y < 600; y += 3)
-        for (int x = 0; x < 800; x += 3)
-            ASSERT_EQ(image.at(x, y) == red, x >= 20 && x < 220 && y >= 40 && y < 140) << x << ',' << y;
+    expectRed(Image::of(*window), 2);
     window->unsetClip();
     EXPECT_EQ(get(GL_SCISSOR_BOX), (std::array<GLint, 4>{0, 0, 400, 300})) << "in points, as it always was";
     EXPECT_FALSE(glIsEnabled(GL_SCISSOR_TEST));
 }
 
 TEST_F(HighDensity, ACopyHasTheSizeInPointsAndDisturbsNothing) {
-    KXDrawRectFill({{10, 20}, {100, 50}}, {1, 0, 0, 1});
+    KXDrawRectFill(filled, KXRedColor);
     KXDrawRectFill({{200, 100}, {50, 50}}, {0, 0, 1, 0.5f});
     glTranslatef(5, 6, 0);
     window->setClipTo({{0, 0}, {3, 3}}); // must clip what the game draws, not the copy
@@ -137,33 +121,28 @@ TEST_F(HighDensity, ACopyHasTheSizeInPointsAndDisturbsNothing) {
 
     const std::unique_ptr<KXTexture> copy(window->copyTexture());
     ASSERT_NE(copy, nullptr);
-    EXPECT_EQ(copy->size().width, 400);
-    EXPECT_EQ(copy->size().height, 300);
     const Image image = Image::of(*copy);
-    for (int y = 0; y < 90; ++y)
-        for (int x = 0; x < 130; ++x)
-            ASSERT_EQ(image.at(x, y).r, x >= 10 && x < 110 && y >= 20 && y < 70 ? 255 : 0) << x << ',' << y;
+    EXPECT_EQ(image.width, 400);
+    EXPECT_EQ(image.height, 300);
+    expectRed(image, 1);
     EXPECT_NEAR(image.at(225, 125).b, 128, 1) << "copied, not blended once more";
 
     glGetFloatv(GL_MODELVIEW_MATRIX, after);
     EXPECT_TRUE(std::equal(before, before + 16, after));
     EXPECT_EQ(get(GL_SCISSOR_BOX), scissor);
-    EXPECT_TRUE(glIsEnabled(GL_SCISSOR_TEST));
-    EXPECT_TRUE(glIsEnabled(GL_BLEND));
+    EXPECT_TRUE(glIsEnabled(GL_SCISSOR_TEST) && glIsEnabled(GL_BLEND));
     EXPECT_EQ(get(GL_VIEWPORT), (std::array<GLint, 4>{0, 0, 800, 600}));
     EXPECT_EQ(KXCurrentRenderContext(), window.get());
 }
 
 TEST_F(HighDensity, SavedImagesShowEveryPixel) {
     const TemporaryFolder folder;
-    KXDrawRectFill({{10, 20}, {100, 50}}, KXRedColor);
-    const Image shown = Image::of(*window);
+    KXDrawRectFill(filled, KXRedColor);
     EXPECT_EQ(window->saveBuffer((folder / "plain.bmp").c_str(), 0), -1) << KXError();
     const Image plain = Image::fromFile(folder / "plain.bmp");
     ASSERT_EQ(plain.width, 800);
     ASSERT_EQ(plain.height, 600);
-    for (std::size_t i = 0; i < shown.pixels.size(); ++i)
-        ASSERT_EQ(plain.pixels[i].r, shown.pixels[i].r) << i;
+    expectRed(plain, 2);
     EXPECT_EQ(window->saveBuffer((folder / "power.bmp").c_str(), -1), -1) << KXError();
     const Image power = Image::fromFile(folder / "power.bmp");
     ASSERT_EQ(power.width, 1024);
@@ -173,20 +152,15 @@ TEST_F(HighDensity, SavedImagesShowEveryPixel) {
 }
 
 TEST_F(HighDensity, TexturesAsTargetsAreInPixels) {
-    KXTexture target(40, 30);
+    KXTexture target(200, 100);
     target.clear();
     target.setRenderContext();
-    KXDrawRectFill({{5, 5}, {10, 10}}, KXRedColor);
+    KXDrawRectFill(filled, KXRedColor);
     target.unsetRenderContext();
-    const Image image = Image::of(target);
-    EXPECT_EQ(image.at(5, 5), red);
-    EXPECT_EQ(image.at(15, 15).a, 0);
+    expectRed(Image::of(target), 1);
     window->setRenderContext();
-    target.draw(100, 100, -1); // 40 x 30 points
-    const Image shown = Image::of(*window);
-    EXPECT_EQ(shown.at(210, 210), red);
-    EXPECT_EQ(shown.at(229, 229), red);
-    EXPECT_EQ(shown.at(230, 230).r, 0);
+    target.draw(0, 0, -1); // 200 x 100 points
+    expectRed(Image::of(*window), 2);
 }
 
 TEST_F(DenseWidgets, StandWhereTheyDoWithOnePixelToAPoint) {

@@ -8,9 +8,7 @@
 #include <SDL_timer.h>
 
 #include <cstdlib>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <string>
 
 #include <csignal>
@@ -22,12 +20,12 @@ namespace {
 /// The game as a process of its own, which writes what its widgets report into a file.
 class Game {
 public:
-    explicit Game(const TemporaryFolder& folder) : _reports(folder / "reports.txt") {
+    explicit Game(const TemporaryFolder& folder) : reports(folder / "reports.txt") {
         const std::string shot = folder / "shot.png", kept = folder / "kept.save";
         _process = fork();
         if (_process != 0)
             return;
-        const int file = open(_reports.c_str(), O_CREAT | O_WRONLY | O_TRUNC, 0600);
+        const int file = open(reports.c_str(), O_CREAT | O_WRONLY | O_TRUNC, 0600);
         dup2(file, STDOUT_FILENO);
         execl(DEMO, DEMO, "--widgets", "--save", kept.c_str(), "--screenshot", shot.c_str(), nullptr);
         _exit(127);
@@ -49,14 +47,13 @@ public:
     /// Of a game that has ended.
     int status() const { return WIFEXITED(_status) ? WEXITSTATUS(_status) : -1; }
 
-    std::string reports() const {
-        std::ifstream file(_reports);
-        return {std::istreambuf_iterator<char>(file), {}};
+    bool reported(const std::string& text) const {
+        return contentOf(reports).find(text) != std::string::npos;
     }
-    bool reported(const std::string& text) const { return reports().find(text) != std::string::npos; }
+
+    const std::string reports;
 
 private:
-    std::string _reports;
     pid_t _process = 0;
     int _status = 0;
 };
@@ -97,7 +94,7 @@ struct WidgetsDesktop : testing::Test {
             seconds *= 1.5;
         };
         const bool reported = until([&] { return game.reported(text); }, act);
-        EXPECT_TRUE(reported) << game.reports();
+        EXPECT_TRUE(reported) << contentOf(game.reports);
         return reported;
     }
 

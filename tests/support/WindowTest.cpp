@@ -2,9 +2,9 @@
 
 #include <SDL_opengl.h>
 
-WindowTest::WindowTest() {
+WindowTest::WindowTest(KXSize size) {
     EXPECT_EQ(KXInit(), -1) << KXError();
-    window = std::make_unique<KXWindow>("Test", KXSize{64, 48});
+    window = std::make_unique<KXWindow>("Test", size);
     window->setRenderContext();
     fill({0, 0, 0, 1});
 }

@@ -9,9 +9,10 @@
 
 #include <memory>
 
-/// A started library and one window of 64 x 48 points that is the target of drawing, filled with black.
+/// A started library and one window, of 64 x 48 points unless a test wants another size, that is the target
+/// of drawing, filled with black.
 struct WindowTest : testing::Test {
-    WindowTest();
+    explicit WindowTest(KXSize size = {64, 48});
     ~WindowTest() override;
 
     /// Fills the current target.
