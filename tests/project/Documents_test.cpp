@@ -8,17 +8,10 @@
 
 #include <cctype>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <vector>
 
 namespace {
-std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 /// The bytes of a page's dump: lines of an offset, in columns 5 to 52 up to 16 bytes, and what they mean.
 std::string dumpIn(const std::string& page) {
     std::istringstream text(contentOf(PROJECT "/docs/" + page));
