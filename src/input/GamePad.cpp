@@ -13,27 +13,6 @@
 namespace {
 constexpr int pushed = 16384; // half of an axis's way
 
-// Where it stands whether the game was told of an input, and when.
-struct Report {
-    int* told;
-    int* time;
-};
-
-// Indexed by axis; triggers, which have one way only, are pushed the positive way.
-constexpr Report negativeReports[] = {
-    {&_KXGamePadLeftStickDown_Left, &_KXGamePadLeftStickDown_Left_Time},
-    {&_KXGamePadLeftStickDown_Up, &_KXGamePadLeftStickDown_Up_Time},
-    {&_KXGamePadRightStickDown_Left, &_KXGamePadRightStickDown_Left_Time},
-    {&_KXGamePadRightStickDown_Up, &_KXGamePadRightStickDown_Up_Time},
-};
-constexpr Report positiveReports[] = {
-    {&_KXGamePadLeftStickDown_Right, &_KXGamePadLeftStickDown_Right_Time},
-    {&_KXGamePadLeftStickDown_Down, &_KXGamePadLeftStickDown_Down_Time},
-    {&_KXGamePadRightStickDown_Right, &_KXGamePadRightStickDown_Right_Time},
-    {&_KXGamePadRightStickDown_Down, &_KXGamePadRightStickDown_Down_Time},
-    {&_KXGamePadLeftTriggerDown, &_KXGamePadLeftTriggerDownTime},
-    {&_KXGamePadRightTriggerDown, &_KXGamePadRightTriggerDownTime},
-};
 constexpr int leftTrigger = 4, rightTrigger = 5;
 
 // Indexed by the number that games give; the platform's bits come in another order.
@@ -45,23 +24,23 @@ bool isPushed(int value) { return value <= -pushed || value >= pushed; }
 
 // Whether to tell of a held input now: the first time, and with repeat again after the delay. The first time
 // leaves mark in the report.
-bool tell(Report report, int mark, int repeat) {
-    if (*report.told)
-        return repeat && _KXRepeatIsDue(*report.time);
-    *report.told = mark;
-    *report.time = static_cast<int>(_KXLogicCurrentTime);
+bool tell(int& told, int& time, int mark, int repeat) {
+    if (told)
+        return repeat && _KXRepeatIsDue(time);
+    told = mark;
+    time = static_cast<int>(_KXLogicCurrentTime);
     return true;
 }
 
 // The report a push of the axis counts against; null where the axis does not go in that direction.
-const Report* findReport(int axis, int direction) {
+_KXGamePadState::Report* findReport(int axis, int direction) {
     if (axis >= leftTrigger)
-        return &positiveReports[axis];
+        return &_KXPad.positive[axis];
     const bool isVertical = axis % 2 != 0;
     if (direction == (isVertical ? KXDirectionUp : KXDirectionLeft))
-        return &negativeReports[axis];
+        return &_KXPad.negative[axis];
     if (direction == (isVertical ? KXDirectionDown : KXDirectionRight))
-        return &positiveReports[axis];
+        return &_KXPad.positive[axis];
     return nullptr;
 }
 
@@ -69,20 +48,6 @@ int asFlag(bool value) { return value ? -1 : 0; }
 
 int stickX(int rightStick) { return rightStick ? 2 : 0; }
 int stickY(int rightStick) { return rightStick ? 3 : 1; }
-
-void forgetEverything() {
-    std::fill(std::begin(_KXGamePadButtons), std::end(_KXGamePadButtons), 0);
-    std::fill(std::begin(_KXGamePadButtonsDown), std::end(_KXGamePadButtonsDown), 0);
-    std::fill(std::begin(_KXGamePadButtonsDownTime), std::end(_KXGamePadButtonsDownTime), 0);
-    _KXGamePadHatPosition = 0;
-    std::fill(std::begin(_KXGamePadHatDown), std::end(_KXGamePadHatDown), 0);
-    std::fill(std::begin(_KXGamePadHatDownTime), std::end(_KXGamePadHatDownTime), 0);
-    std::fill(std::begin(_KXGamePadAxes), std::end(_KXGamePadAxes), 0);
-    for (const Report& report : negativeReports)
-        *report.told = *report.time = 0;
-    for (const Report& report : positiveReports)
-        *report.told = *report.time = 0;
-}
 } // namespace
 
 int KXInitGamePad() {
@@ -91,7 +56,7 @@ int KXInitGamePad() {
         _KXGamePad = SDL_JoystickOpen(0);
     if (!_KXGamePad)
         return 0;
-    forgetEverything();
+    _KXPad = {};
     return -1;
 }
 
@@ -102,47 +67,46 @@ void KXDeInitGamePad() {
     if (SDL_WasInit(SDL_INIT_JOYSTICK))
         SDL_JoystickClose(_KXGamePad);
     _KXGamePad = nullptr;
-    forgetEverything(); // no release arrives from a closed pad
+    _KXPad = {}; // no release arrives from a closed pad
 }
 
 void _KXSetGamePadButton(int b) {
     if (isInside(b, _KXGamePadButtonCount))
-        _KXGamePadButtons[b] = -1;
+        _KXPad.buttons[b] = -1;
 }
 
 void _KXUnsetGamePadButton(int b) {
     if (isInside(b, _KXGamePadButtonCount))
-        _KXGamePadButtons[b] = _KXGamePadButtonsDown[b] = 0;
+        _KXPad.buttons[b] = _KXPad.buttonsTold[b] = 0;
 }
 
 void _KXSetHat(int position) {
-    _KXGamePadHatPosition = position;
+    _KXPad.hatPosition = position;
     for (int i = 0; i < _KXGamePadHatCount; ++i)
         if (!(position & hatBits[i]))
-            _KXGamePadHatDown[i] = 0;
+            _KXPad.hatTold[i] = 0;
 }
 
 void _KXSetAxis(int axis, int value) {
     if (isInside(axis, _KXGamePadAxisCount))
-        _KXGamePadAxes[axis] = std::clamp(value, -32768, 32767);
-    for (int i = 0; i < static_cast<int>(std::size(negativeReports)); ++i)
-        if (_KXGamePadAxes[i] > -pushed)
-            *negativeReports[i].told = 0;
-    for (int i = 0; i < static_cast<int>(std::size(positiveReports)); ++i)
-        if (_KXGamePadAxes[i] < pushed)
-            *positiveReports[i].told = 0;
+        _KXPad.axes[axis] = std::clamp(value, -32768, 32767);
+    for (std::size_t i = 0; i < std::size(_KXPad.negative); ++i)
+        if (_KXPad.axes[i] > -pushed)
+            _KXPad.negative[i].told = 0;
+    for (std::size_t i = 0; i < std::size(_KXPad.positive); ++i)
+        if (_KXPad.axes[i] < pushed)
+            _KXPad.positive[i].told = 0;
 }
 
 int _KXGamePadButton(int b, int once, int repeat) {
-    if (!isInside(b, _KXGamePadButtonCount) || !_KXGamePadButtons[b])
+    if (!isInside(b, _KXGamePadButtonCount) || !_KXPad.buttons[b])
         return 0;
-    return asFlag(!once || tell({&_KXGamePadButtonsDown[b], &_KXGamePadButtonsDownTime[b]}, -1, repeat));
+    return asFlag(!once || tell(_KXPad.buttonsTold[b], _KXPad.buttonsTime[b], -1, repeat));
 }
 
 int KXGamePadPressedButton() {
-    const auto* held = std::find_if(std::begin(_KXGamePadButtons), std::end(_KXGamePadButtons),
-                                    [](int button) { return button != 0; });
-    return held == std::end(_KXGamePadButtons) ? -1 : static_cast<int>(held - _KXGamePadButtons);
+    const auto held = std::ranges::find_if(_KXPad.buttons, [](int button) { return button != 0; });
+    return held == std::end(_KXPad.buttons) ? -1 : static_cast<int>(held - _KXPad.buttons);
 }
 
 int KXGamePadButton(int b) { return _KXGamePadButton(b, 0, 0); }
@@ -161,22 +125,22 @@ int _KXGamePadHat(int direction, int once, int repeat) {
     if (!isInside(direction, _KXGamePadHatCount + 1))
         return 0;
     const int i = direction % _KXGamePadHatCount; // one direction more than there are: up again
-    int& told = _KXGamePadHatDown[i];
-    if (!(_KXGamePadHatPosition & hatBits[i])) {
+    int& told = _KXPad.hatTold[i];
+    if (!(_KXPad.hatPosition & hatBits[i])) {
         told = 0;
         return 0;
     }
     if (!once)
         return 1;
     const int answer = told ? -1 : 1; // a repeat answers as a button's does
-    return tell({&told, &_KXGamePadHatDownTime[i]}, 1, repeat) ? answer : 0;
+    return tell(told, _KXPad.hatTime[i], 1, repeat) ? answer : 0;
 }
 
 int KXGamePadHat(int direction) { return _KXGamePadHat(direction, 0, 0); }
 int KXGamePadHat(int direction, int once) { return _KXGamePadHat(direction, once, 0); }
 int KXGamePadHatWithDelayedRepeat(int direction) { return _KXGamePadHat(direction, -1, -1); }
 
-int KXGamePadAxis(int axis) { return isInside(axis, _KXGamePadAxisCount) ? _KXGamePadAxes[axis] : 0; }
+int KXGamePadAxis(int axis) { return isInside(axis, _KXGamePadAxisCount) ? _KXPad.axes[axis] : 0; }
 
 int _KXGamePadAxis(int axis, int direction, int once, int repeat) {
     const int value = KXGamePadAxis(axis);
@@ -184,8 +148,8 @@ int _KXGamePadAxis(int axis, int direction, int once, int repeat) {
         return value;
     if (axis > rightTrigger)
         throw std::bad_alloc();
-    const Report* report = findReport(axis, direction);
-    return !report || !once || tell(*report, -1, repeat) ? value : 0;
+    _KXGamePadState::Report* report = findReport(axis, direction);
+    return !report || !once || tell(report->told, report->time, -1, repeat) ? value : 0;
 }
 
 int _KXGamePadStickLeft(int rightStick, int once, int repeat) {

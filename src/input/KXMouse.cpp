@@ -1,5 +1,7 @@
 #include "input/KXMouse.h"
 
+#include "input/Keys.h"
+
 #include <Kobaltrix/KXKeyboard.h>
 
 #include <SDL_events.h>
@@ -15,26 +17,15 @@ constinit KXPoint KXMousePointRelative = {0, 0};
 static KXPoint toPoint(int x, int y) { return {static_cast<float>(x), static_cast<float>(y)}; }
 
 int KXMouse(int button) {
-    constexpr int leftControl = 135, rightControl = 136;
-    const bool control = KXKey(leftControl) || KXKey(rightControl);
-    switch (button) {
-    case 0:
-        return control ? 0 : _KXMouseButtonLeft;
-    case 1:
-        return control && _KXMouseButtonLeft ? -1 : _KXMouseButtonRight;
-    case 2:
-        return _KXMouseButtonMiddle;
-    case 3:
-        return _KXMouseButtonWheelDown;
-    case 4:
-        return _KXMouseButtonWheelUp;
-    case 5:
-        return _KXMouseButtonWheelLeft;
-    case 6:
-        return _KXMouseButtonWheelRight;
-    default:
+    if (button < 0 || button >= _KXMouseButtonCount)
         return 0;
-    }
+    constexpr int right = 1;
+    if (button > right || !(KXKey(_KXKeyLeftControl) || KXKey(_KXKeyRightControl)))
+        return _KXMouseHeld.buttons[button];
+    // With a control key held the left button reads as the right one.
+    if (button != right)
+        return 0;
+    return _KXMouseButtonLeft ? -1 : _KXMouseButtonRight;
 }
 
 KXPoint KXMousePointAbsolute() {
@@ -83,8 +74,5 @@ void _KXSetMouseMotion(const SDL_MouseMotionEvent& event) {
 }
 
 void _KXUnsetMouseWheel() {
-    _KXMouseButtonWheelUp = 0;
-    _KXMouseButtonWheelDown = 0;
-    _KXMouseButtonWheelLeft = 0;
-    _KXMouseButtonWheelRight = 0;
+    _KXMouseButtonWheelUp = _KXMouseButtonWheelDown = _KXMouseButtonWheelLeft = _KXMouseButtonWheelRight = 0;
 }

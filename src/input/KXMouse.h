@@ -6,14 +6,23 @@ struct SDL_MouseButtonEvent;
 struct SDL_MouseMotionEvent;
 struct SDL_MouseWheelEvent;
 
-// -1 while down (buttons) or for the frame in which the notch arrived (wheel).
-inline constinit int _KXMouseButtonLeft = 0;
-inline constinit int _KXMouseButtonRight = 0;
-inline constinit int _KXMouseButtonMiddle = 0;
-inline constinit int _KXMouseButtonWheelUp = 0;
-inline constinit int _KXMouseButtonWheelDown = 0;
-inline constinit int _KXMouseButtonWheelRight = 0;
-inline constinit int _KXMouseButtonWheelLeft = 0;
+inline constexpr int _KXMouseButtonCount = 7; ///< Buttons as KXMouse() numbers them, the wheel's ways too.
+
+/// What is held of the mouse. Where it is stands in the exported variables, which games may write.
+struct _KXMouseState {
+    int buttons[_KXMouseButtonCount] = {}; ///< -1 while down, or for the frame in which a notch arrived.
+    bool operator==(const _KXMouseState&) const = default;
+};
+
+inline constinit _KXMouseState _KXMouseHeld;
+
+inline constinit int& _KXMouseButtonLeft = _KXMouseHeld.buttons[0];
+inline constinit int& _KXMouseButtonRight = _KXMouseHeld.buttons[1];
+inline constinit int& _KXMouseButtonMiddle = _KXMouseHeld.buttons[2];
+inline constinit int& _KXMouseButtonWheelDown = _KXMouseHeld.buttons[3];
+inline constinit int& _KXMouseButtonWheelUp = _KXMouseHeld.buttons[4];
+inline constinit int& _KXMouseButtonWheelLeft = _KXMouseHeld.buttons[5];
+inline constinit int& _KXMouseButtonWheelRight = _KXMouseHeld.buttons[6];
 
 /// Takes a button press or release over.
 void _KXSetMouse(SDL_MouseButtonEvent event);

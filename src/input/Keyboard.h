@@ -1,14 +1,13 @@
 #pragma once
 
 #include "core/ground/LogicClock.h"
+#include "input/Keys.h"
 
 #include <Kobaltrix/KXKeyboard.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
-
-inline constexpr int _KXKeyCount = 137; ///< Table size: keys are numbered 1 to 136.
 
 /// All that is known of the keyboard; tables are indexed by key number.
 struct _KXKeyboardState {

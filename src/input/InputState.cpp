@@ -1,0 +1,29 @@
+#include "input/InputState.h"
+
+_KXInputState _KXTakeInputState() {
+    return {_KXKeyboard,
+            _KXTextInput,
+            _KXMouseHeld,
+            {KXMouseX, KXMouseY, KXMousePoint},
+            {KXMouseXRelative, KXMouseYRelative, KXMousePointRelative},
+            _KXTouch,
+            {KXTouchX, KXTouchY, KXTouchPoint},
+            _KXPad};
+}
+
+static void put(const _KXExportedPoint& exported, int& x, int& y, KXPoint& point) {
+    x = exported.x;
+    y = exported.y;
+    point = exported.point;
+}
+
+void _KXPutInputState(const _KXInputState& state) {
+    _KXKeyboard = state.keyboard;
+    _KXTextInput = state.text;
+    _KXMouseHeld = state.mouse;
+    put(state.mousePosition, KXMouseX, KXMouseY, KXMousePoint);
+    put(state.mouseMotion, KXMouseXRelative, KXMouseYRelative, KXMousePointRelative);
+    _KXTouch = state.touch;
+    put(state.touchPosition, KXTouchX, KXTouchY, KXTouchPoint);
+    _KXPad = state.pad;
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "input/GamePad.h"
+#include "input/KXMouse.h"
+#include "input/KXTouch.h"
+#include "input/Keyboard.h"
+#include "input/TextInput.h"
+
+/// A position or motion as it is exported to games.
+struct _KXExportedPoint {
+    int x = 0, y = 0;
+    KXPoint point = {0, 0};
+
+    bool operator==(const _KXExportedPoint& other) const {
+        return x == other.x && y == other.y && point.x == other.point.x && point.y == other.point.y;
+    }
+};
+
+/// All that input has told at one moment, and who was told of it. It says nothing of devices and windows.
+struct _KXInputState {
+    _KXKeyboardState keyboard;
+    _KXTextInputState text;
+    _KXMouseState mouse;
+    _KXExportedPoint mousePosition, mouseMotion;
+    _KXTouchState touch;
+    _KXExportedPoint touchPosition;
+    _KXGamePadState pad;
+
+    bool operator==(const _KXInputState&) const = default;
+};
+
+/// The state now.
+_KXInputState _KXTakeInputState();
+/// Puts a state back: everything reads as it did when it was taken, and a new one as if nothing had happened.
+void _KXPutInputState(const _KXInputState& state);
