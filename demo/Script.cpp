@@ -1,10 +1,11 @@
 #include "Script.h"
 
+#include "testkit/KXTestInput.h"
+
 #include <SDL_events.h>
 
-#include <cstring>
+#include <algorithm>
 #include <fstream>
-#include <optional>
 #include <sstream>
 
 // The rest of a line, without the blank before it.
@@ -14,58 +15,33 @@ static std::string restOf(std::istringstream& line) {
     return rest;
 }
 
-static SDL_Event emptyEvent(Uint32 type) {
-    SDL_Event event;
-    std::memset(&event, 0, sizeof event);
-    event.type = type;
-    return event;
-}
-
-static SDL_Event buttonEvent(Uint32 type, unsigned windowID) {
-    SDL_Event event = emptyEvent(type);
-    event.button.windowID = windowID;
-    event.button.button = SDL_BUTTON_LEFT;
-    event.button.state = type == SDL_MOUSEBUTTONDOWN ? SDL_PRESSED : SDL_RELEASED;
-    return event;
-}
-
-// The event that a line of a script stands for; none if it makes no sense.
-static std::optional<SDL_Event> eventOf(const std::string& text, unsigned windowID) {
+// What a line of a script does; nothing if it makes no sense.
+static Script::Act actOf(const std::string& text) {
     std::istringstream line(text);
     std::string act;
     line >> act;
-    SDL_Event event;
     if (act == "down" || act == "up") {
-        event = emptyEvent(act == "down" ? SDL_KEYDOWN : SDL_KEYUP);
-        event.key.windowID = windowID;
-        event.key.keysym.sym = SDL_GetKeyFromName(restOf(line).c_str());
-        if (event.key.keysym.sym == SDLK_UNKNOWN)
+        const SDL_Keycode key = SDL_GetKeyFromName(restOf(line).c_str());
+        if (key == SDLK_UNKNOWN)
             return {};
-    } else if (act == "move") {
-        event = emptyEvent(SDL_MOUSEMOTION);
-        event.motion.windowID = windowID;
-        if (!(line >> event.motion.x >> event.motion.y))
-            return {};
-    } else if (act == "press" || act == "release") {
-        event = buttonEvent(act == "press" ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP, windowID);
-    } else if (act == "wheel") {
-        event = emptyEvent(SDL_MOUSEWHEEL);
-        event.wheel.windowID = windowID;
-        if (!(line >> event.wheel.y))
-            return {};
-    } else if (act == "text") {
-        event = emptyEvent(SDL_TEXTINPUT);
-        event.text.windowID = windowID;
-        SDL_strlcpy(event.text.text, restOf(line).c_str(), sizeof event.text.text);
-    } else if (act == "quit") {
-        event = emptyEvent(SDL_QUIT);
-    } else {
-        return {};
+        if (act == "down")
+            return [key](KXTestInput& user) { user.keyDown(key); };
+        return [key](KXTestInput& user) { user.keyUp(key); };
     }
-    return event;
+    if (int x = 0, y = 0; act == "move" && line >> x >> y)
+        return [x, y](KXTestInput& user) { user.moveMouse(x, y); };
+    if (int notches = 0; act == "wheel" && line >> notches)
+        return [notches](KXTestInput& user) { user.turnWheel(notches); };
+    if (act == "press")
+        return [](KXTestInput& user) { user.mouseDown(); };
+    if (act == "release")
+        return [](KXTestInput& user) { user.mouseUp(); };
+    if (act == "text")
+        return [typed = restOf(line)](KXTestInput& user) { user.type(typed.c_str()); };
+    if (act == "quit")
+        return [](KXTestInput& user) { user.quit(); };
+    return {};
 }
-
-static bool isShot(const std::string& act) { return act.rfind("shot ", 0) == 0 && act.size() > 5; }
 
 bool Script::load(const std::string& path) {
     std::ifstream file(path);
@@ -82,29 +58,32 @@ bool Script::load(const std::string& path) {
             continue;
         const bool hasStep = static_cast<bool>(line >> step) && step > 0;
         const std::string act = restOf(line);
-        if (!hasStep || !(isShot(act) || eventOf(act, 0))) {
+        const bool isShot = act.rfind("shot ", 0) == 0 && act.size() > 5;
+        const Act does = isShot ? nullptr : actOf(act);
+        if (!hasStep || !(isShot || does)) {
             std::fprintf(stderr, "play: %s: line %d is not understood\n", path.c_str(), number);
             return false;
         }
-        _acts.emplace(step, act);
+        if (isShot)
+            _shots.emplace(step, act.substr(5));
+        else
+            _acts.emplace(step, does);
+        _length = std::max(_length, step);
     }
     return true;
 }
 
-void Script::feed(int step, unsigned windowID) const {
+void Script::feed(int step, KXTestInput& user) const {
     const auto [first, last] = _acts.equal_range(step);
     for (auto entry = first; entry != last; ++entry)
-        if (std::optional<SDL_Event> event =
-                isShot(entry->second) ? std::nullopt : eventOf(entry->second, windowID))
-            SDL_PushEvent(&*event);
+        entry->second(user);
 }
 
 std::vector<std::string> Script::shots(int step) const {
     std::vector<std::string> paths;
-    const auto [first, last] = _acts.equal_range(step);
+    const auto [first, last] = _shots.equal_range(step);
     for (auto entry = first; entry != last; ++entry)
-        if (isShot(entry->second))
-            paths.push_back(entry->second.substr(5));
+        paths.push_back(entry->second);
     return paths;
 }
 

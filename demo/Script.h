@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdio>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
 
+class KXTestInput;
 union SDL_Event;
 
 /// Plays the part of a person: feeds what a file says to the platform, so that the game reads it like any
@@ -15,17 +17,21 @@ union SDL_Event;
 /// a screenshot, or "quit". '#' begins a comment.
 class Script {
 public:
+    using Act = std::function<void(KXTestInput&)>;
+
     /// Reads a file. False, with a line on standard error, if it cannot be read or understood.
     bool load(const std::string& path);
     /// The last step that something happens in.
-    int length() const { return _acts.empty() ? 0 : _acts.rbegin()->first; }
-    /// Hands the input of a step to the platform; the game reads it when the step begins.
-    void feed(int step, unsigned windowID) const;
+    int length() const { return _length; }
+    /// Lets the user do what a step is to bring; the game reads it when the step begins.
+    void feed(int step, KXTestInput& user) const;
     /// The screenshots to take after a step.
     std::vector<std::string> shots(int step) const;
 
 private:
-    std::multimap<int, std::string> _acts;
+    std::multimap<int, Act> _acts;
+    std::multimap<int, std::string> _shots;
+    int _length = 0;
 };
 
 /// Writes what a person does as such a file.

@@ -1,6 +1,7 @@
 #include "App.h"
 #include "Script.h"
 #include "StartScene.h"
+#include "testkit/KXTestInput.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -11,7 +12,8 @@ namespace {
 /// Runs scenes until somebody leaves.
 class Game {
 public:
-    explicit Game(const Options& options) : _app(options), _scene(startScene(_app)) {}
+    explicit Game(const Options& options)
+        : _app(options), _scene(startScene(_app)), _user(_app.window.id()) {}
 
     bool prepare();
     void run();
@@ -24,6 +26,7 @@ private:
     App _app;
     std::unique_ptr<Scene> _scene;
     Script _script;
+    KXTestInput _user;
     std::optional<Recorder> _recorder;
     int _steps = 0, _frames = 0, _lastFrame = 0;
     bool _failed = false;
@@ -37,7 +40,7 @@ bool Game::prepare() {
         std::fprintf(stderr, "play: %s: cannot be written\n", options.record.c_str());
         return false;
     }
-    _script.feed(1, _app.window.id());
+    _script.feed(1, _user);
     _lastFrame = options.frames ? options.frames : options.headless ? _script.length() : 0;
     return true;
 }
@@ -54,7 +57,7 @@ void Game::step() {
         _scene = std::move(next);
     for (const std::string& path : _script.shots(_steps))
         _failed |= !_app.save(*_scene, path);
-    _script.feed(_steps + 1, _app.window.id());
+    _script.feed(_steps + 1, _user);
 }
 
 // Without anybody watching each frame is one logic step, as soon as the one before is done: the same happens

@@ -7,14 +7,20 @@
 ///
 /// Most inputs are read in three ways. Held: on every call while the input is held. Once: the first time it
 /// is asked for while held, then not again until it was let go. With delayed repeat: like once, and again on
-/// every logic step from the 30th after the first report on (480 ms at the default speed). An input has one
-/// report, shared by all callers that ask for it once or with repeat.
+/// every call once the time of 30 logic steps has passed since the report (480 ms at the default speed; time
+/// is that of the frame's KXPreLogicLoop()). An input has one report, shared by all callers that ask for it
+/// once or with repeat.
 ///
 /// Sticks and triggers count as pushed at half of their way or more: axis values of 16384 and more, and for
 /// left and up of -16384 and less. Between lies the dead zone.
 ///
-/// Everything changes only while KXLogicLoop() reads events; while no pad is open nothing arrives. A number
-/// that is no button, direction or axis reads as not held.
+/// Once and repeat tell a push from the one before by what is seen between them: a stick or trigger that goes
+/// from one end of its way to the other between two calls may be missed, and so may a stick that was asked
+/// for the direction opposite to its push.
+///
+/// Everything changes only while KXLogicLoop() reads events. The events of any joystick that is open at the
+/// platform count as the pad's, also of one that the game has opened itself. A number that is no button,
+/// direction or axis reads as not held.
 
 /// Opens the first joystick and forgets what was held. -1 on success, 0 if none is attached or KXInit() has
 /// not run. A pad that is open already is closed first, so call it again after a pad was plugged in.

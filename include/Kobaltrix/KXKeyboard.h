@@ -13,19 +13,23 @@
 /// Num Lock 126, Caps Lock 127, Scroll Lock 128, super 129 and 130 (never set), right command 131, left
 /// command 132, Space 133, equals 134, control 135 and 136 (left, right).
 ///
-/// Keys change only while KXLogicLoop() reads events. A number that is no key reads as not held.
+/// Keys change only while KXLogicLoop() reads events. A number that is no key reads as not held. A press has
+/// one report, shared by all who ask for it once or with repeat; lists and text entries have another.
 
 /// -1 while the key is held, else 0.
 KX_API int KXKey(int key);
 /// With a non-zero @a once: -1 the first time it is asked while the key is held, then 0 until the key was
 /// released. With 0: -1 while the key is held.
 KX_API int KXKey(int key, int once);
-/// Like KXKey(key, -1), but a key that stays held reports again on every logic step from the 30th after the
-/// first report on (480 ms at the default speed).
+/// Like KXKey(key, -1), but a key that stays held reports again, on every call, once the time of 30 logic
+/// steps has passed since the report: 480 ms at the default speed. Time is that of the frame's
+/// KXPreLogicLoop(), so steps that are caught up with in one frame count for nothing.
 KX_API int KXKeyWithDelayedRepeat(int key);
 /// The lowest number of a held key, 0 if none is held.
 KX_API int KXKeyPressed();
-/// Forgets every key, as if all had been released.
+/// Forgets every key, as if all had been released. One that stays down counts as pressed again when the
+/// platform repeats it.
 KX_API void KXUnsetKeys();
-/// The key's display name, "Unknown" for a number that is no key. A constant text.
+/// The key's display name, "Unknown" for a number that is no key. The semicolon is called ":" like the colon,
+/// and the key pad's digits like the others. A constant text.
 KX_API const char* KXKeyToString(int key);

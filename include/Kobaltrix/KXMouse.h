@@ -3,8 +3,9 @@
 #include <Kobaltrix/KXTypes.h>
 
 /// @file
-/// The mouse: position of the last motion event in window points, buttons, and wheel notches that last for
-/// one frame. Everything changes only while KXLogicLoop() reads events.
+/// The mouse: position of the last motion event in points of the window it belongs to, buttons, and wheel
+/// notches. Everything changes only while KXLogicLoop() reads events, but that notches end with the frame, in
+/// KXPostLogicLoop().
 
 extern KX_API int KXMouseX;         ///< Pointer position, points from the window's left edge.
 extern KX_API int KXMouseY;         ///< Pointer position, points from the window's top edge.

@@ -12,8 +12,6 @@
 #include <cstring>
 
 namespace {
-constexpr int keyTab = 54, keyBackspace = 56, keyEscape = 69, keyLeftAlt = 124, keyRightAlt = 125;
-
 std::string quoted(const std::string& name) { return "\"" + name + "\""; }
 
 // What a row shows: the name, with question marks for bytes that are no character and for control characters.
@@ -248,17 +246,17 @@ bool KXUIFileBrowser::State::pollKeys() {
     const bool inName = name.isFocused(), inList = list.hasFocus();
     if ((!inName && !inList) || _KXFocus::inputMethodIsAtWork())
         return false;
-    if (_KXKeys[keyLeftAlt] || _KXKeys[keyRightAlt])
+    if (_KXKeys[_KXKeyLeftAlt] || _KXKeys[_KXKeyRightAlt])
         return false;
-    if (_KXWidgetKey(keyTab)) {
+    if (_KXWidgetKey(_KXKeyTab)) {
         if (inName)
             list.setFocus(-1);
         else
             name.focus();
     }
-    if (inList && _KXWidgetKey(keyBackspace))
+    if (inList && _KXWidgetKey(_KXKeyBackspace))
         goUp();
-    return _KXWidgetKey(keyEscape);
+    return _KXWidgetKey(_KXKeyEscape);
 }
 
 void KXUIFileBrowser::State::pollParts() {

@@ -20,17 +20,6 @@ constexpr std::uint32_t wordEndsAfter = 1000;
 constexpr int rowsPerNotch = 3;
 constexpr int wheelDown = 3, wheelUp = 4; // buttons of KXMouse()
 
-enum Key : int {
-    KeyReturn = 53,
-    KeyEnter = 97,
-    KeyUp = 99,
-    KeyDown = 102,
-    KeyHome = 103,
-    KeyEnd = 104,
-    KeyPageUp = 105,
-    KeyPageDown = 106
-};
-
 std::uint32_t millisecondsSince(std::uint32_t time) { return _KXLogicCurrentTime - time; }
 } // namespace
 
@@ -119,21 +108,21 @@ void KXUIListBox::_pollWheel(const Layout& layout) {
 
 void KXUIListBox::_pollKeys() {
     const auto pressed = [](int key) { return _KXWidgetKey(key, true); };
-    const bool enter = _KXWidgetKey(KeyReturn) | _KXWidgetKey(KeyEnter);
+    const bool enter = _KXWidgetKey(_KXKeyReturn) | _KXWidgetKey(_KXKeyPadEnter);
     const int page = _layout().pageRows();
     const std::int64_t selected = _state->selected;
     std::int64_t row = selected;
-    if (pressed(KeyUp))
+    if (pressed(_KXKeyUp))
         row -= 1;
-    if (pressed(KeyDown))
+    if (pressed(_KXKeyDown))
         row += 1;
-    if (pressed(KeyPageUp))
+    if (pressed(_KXKeyPageUp))
         row -= page;
-    if (pressed(KeyPageDown))
+    if (pressed(_KXKeyPageDown))
         row += page;
-    if (pressed(KeyHome))
+    if (pressed(_KXKeyHome))
         row = std::numeric_limits<int>::min();
-    if (pressed(KeyEnd))
+    if (pressed(_KXKeyEnd))
         row = std::numeric_limits<int>::max();
     if (row != selected && count() > 0)
         setSelectedIndex(static_cast<int>(std::clamp<std::int64_t>(row, 0, count() - 1)));

@@ -18,33 +18,12 @@ KXUITextEntry* KXUIFocusedTextEntry() {
 }
 
 namespace {
-enum Key : int {
-    keyA = 1,
-    keyC = 3,
-    keyV = 22,
-    keyX = 24,
-    keyReturn = 53,
-    keyTab = 54,
-    keyDelete = 55,
-    keyBackspace = 56,
-    keyEscape = 69,
-    keyPadEnter = 97,
-    keyRight = 100,
-    keyLeft = 101,
-    keyHome = 103,
-    keyEnd = 104,
-    keyLeftShift = 122,
-    keyLeftAlt = 124,
-    keyRightCommand = 131,
-    keyLeftControl = 135
-};
-
 // A modifier is two keys with neighbouring numbers.
 bool isEitherHeld(int key) { return _KXKeyTextEntry(key, 0) || _KXKeyTextEntry(key + 1, 0); }
-bool isShiftHeld() { return isEitherHeld(keyLeftShift); }
-bool isAltHeld() { return isEitherHeld(keyLeftAlt); }
-bool isControlHeld() { return isEitherHeld(keyLeftControl); }
-bool isCommandHeld() { return (isControlHeld() || isEitherHeld(keyRightCommand)) && !isAltHeld(); }
+bool isShiftHeld() { return isEitherHeld(_KXKeyLeftShift); }
+bool isAltHeld() { return isEitherHeld(_KXKeyLeftAlt); }
+bool isControlHeld() { return isEitherHeld(_KXKeyLeftControl); }
+bool isCommandHeld() { return (isControlHeld() || isEitherHeld(_KXKeyRightCommand)) && !isAltHeld(); }
 } // namespace
 
 int _KXTextEntryEditor::countClicks() {
@@ -156,13 +135,15 @@ void KXUITextEntry::_pollTyping() {
 void KXUITextEntry::_pollKeys() {
     using Step = _KXCursorStep;
     constexpr struct {
-        Key key;
+        int key;
         Step step, wordStep;
         bool erases;
-    } keys[] = {
-        {keyLeft, Step::Left, Step::WordLeft, false},     {keyRight, Step::Right, Step::WordRight, false},
-        {keyHome, Step::Start, Step::Start, false},       {keyEnd, Step::End, Step::End, false},
-        {keyBackspace, Step::Left, Step::WordLeft, true}, {keyDelete, Step::Right, Step::WordRight, true}};
+    } keys[] = {{_KXKeyLeft, Step::Left, Step::WordLeft, false},
+                {_KXKeyRight, Step::Right, Step::WordRight, false},
+                {_KXKeyHome, Step::Start, Step::Start, false},
+                {_KXKeyEnd, Step::End, Step::End, false},
+                {_KXKeyBackspace, Step::Left, Step::WordLeft, true},
+                {_KXKeyDelete, Step::Right, Step::WordRight, true}};
     for (const auto& row : keys) {
         if (!_KXWidgetKey(row.key, true))
             continue;
@@ -178,8 +159,8 @@ void KXUITextEntry::_pollKeys() {
 
 // Every key is read, so that none counts later because Control comes down while it is held.
 void KXUITextEntry::_pollClipboardKeys() {
-    const bool all = _KXWidgetKey(keyA), copy = _KXWidgetKey(keyC), cut = _KXWidgetKey(keyX),
-               paste = _KXWidgetKey(keyV);
+    const bool all = _KXWidgetKey(_KXKeyA), copy = _KXWidgetKey(_KXKeyC), cut = _KXWidgetKey(_KXKeyX),
+               paste = _KXWidgetKey(_KXKeyV);
     if (!isCommandHeld())
         return;
     _KXTextEdit& edit = _editor->edit;
@@ -194,8 +175,8 @@ void KXUITextEntry::_pollClipboardKeys() {
 }
 
 void KXUITextEntry::_pollFocusKeys() {
-    const bool enter = _KXWidgetKey(keyReturn), padEnter = _KXWidgetKey(keyPadEnter),
-               escape = _KXWidgetKey(keyEscape), tab = _KXWidgetKey(keyTab);
+    const bool enter = _KXWidgetKey(_KXKeyReturn), padEnter = _KXWidgetKey(_KXKeyPadEnter),
+               escape = _KXWidgetKey(_KXKeyEscape), tab = _KXWidgetKey(_KXKeyTab);
     if (isAltHeld())
         return; // keys with Alt are for the desktop or the game
     if (enter || padEnter)

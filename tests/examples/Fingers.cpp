@@ -2,122 +2,81 @@
 // mouse step by step, as real events.
 
 #include "example.h"
+#include "testkit/KXTestInput.h"
+#include "testkit/KXTestPad.h"
 
-#include <SDL.h>
+#include <SDL_joystick.h>
+#include <SDL_keycode.h>
 
 #include <cmath>
-#include <cstring>
+#include <optional>
 #include <string_view>
+#include <utility>
 
 namespace {
-constexpr Uint32 window = 1; // the first one
-
-SDL_Point mouse = {0, 0};
-
-void push(SDL_Event event) { SDL_PushEvent(&event); }
-
-void moveMouse(int x, int y) {
-    mouse = {x, y};
-    SDL_Event event = {};
-    event.motion = {SDL_MOUSEMOTION, 0, window, 0, 0, x, y, 0, 0};
-    push(event);
-}
-
-void leftButton(bool down) {
-    SDL_Event event = {};
-    event.button.type = down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
-    event.button.windowID = window;
-    event.button.button = SDL_BUTTON_LEFT;
-    event.button.state = down ? SDL_PRESSED : SDL_RELEASED;
-    event.button.x = mouse.x;
-    event.button.y = mouse.y;
-    push(event);
-}
-
-void turnWheel(int notches) {
-    SDL_Event event = {};
-    event.wheel = {SDL_MOUSEWHEEL, 0, window, 0, 0, notches, SDL_MOUSEWHEEL_NORMAL, 0, 0, 0, 0};
-    push(event);
-}
-
-void key(int keycode, bool down) {
-    SDL_Event event = {};
-    event.type = down ? SDL_KEYDOWN : SDL_KEYUP;
-    event.key.windowID = window;
-    event.key.keysym.sym = keycode;
-    push(event);
-}
-
-void type(const char* text) {
-    SDL_Event event = {};
-    event.text.type = SDL_TEXTINPUT;
-    event.text.windowID = window;
-    SDL_strlcpy(event.text.text, text, sizeof event.text.text);
-    push(event);
-}
+KXTestInput user(1); // in the first window
+std::optional<KXTestPad> pad;
 
 /// A click that takes some steps from @a start on.
 void click(int step, int start, int x, int y) {
     if (step == start)
-        moveMouse(x, y);
+        user.moveMouse(x, y);
     if (step == start + 2)
-        leftButton(true);
+        user.mouseDown();
     if (step == start + 4)
-        leftButton(false);
+        user.mouseUp();
 }
 
 /// A key pressed at @a start and let go some steps later.
 void tap(int step, int start, int keycode) {
-    if (step == start || step == start + 3)
-        key(keycode, step == start);
+    if (step == start)
+        user.keyDown(keycode);
+    if (step == start + 3)
+        user.keyUp(keycode);
 }
 
 void paintAndSwim(int step) {
     if (step <= 84) {
         const float x = 30 + 4 * static_cast<float>(step);
-        moveMouse(static_cast<int>(x), static_cast<int>(80 + 40 * std::sin(x / 40)));
+        user.moveMouse(static_cast<int>(x), static_cast<int>(80 + 40 * std::sin(x / 40)));
     }
     if (step == 6)
-        leftButton(true);
+        user.mouseDown();
     if (step > 30 && step < 40)
-        turnWheel(1);
+        user.turnWheel(1);
     if (step > 60 && step < 66)
-        turnWheel(-1);
+        user.turnWheel(-1);
     if (step == 40)
-        key(SDLK_RIGHT, true);
+        user.keyDown(SDLK_RIGHT);
     if (step == 90)
-        key(SDLK_DOWN, true);
+        user.keyDown(SDLK_DOWN);
 }
 
 void holdPad(int step) {
     if (step != 10)
         return;
-    SDL_Joystick* pad = SDL_JoystickFromInstanceID(SDL_JoystickGetDeviceInstanceID(0));
-    SDL_JoystickSetVirtualAxis(pad, 0, 26000);
-    SDL_JoystickSetVirtualAxis(pad, 1, -20000);
-    SDL_JoystickSetVirtualAxis(pad, 3, 30000);
-    SDL_JoystickSetVirtualAxis(pad, 4, 12000);
-    SDL_JoystickSetVirtualAxis(pad, 5, 28000);
-    SDL_JoystickSetVirtualButton(pad, 0, 1);
-    SDL_JoystickSetVirtualButton(pad, 3, 1);
-    SDL_JoystickSetVirtualHat(pad, 0, SDL_HAT_LEFT);
+    for (const auto& [axis, value] : {std::pair{0, 26000}, {1, -20000}, {3, 30000}, {4, 12000}, {5, 28000}})
+        pad->setAxis(axis, value);
+    pad->setButton(0, true);
+    pad->setButton(3, true);
+    pad->setHat(SDL_HAT_LEFT);
 }
 
 void useWidgets(int step) {
     click(step, 10, 60, 40); // another colour, and another
     click(step, 20, 60, 40);
     if (step == 40)
-        moveMouse(79, 148); // the knob for the corners
+        user.moveMouse(79, 148); // the knob for the corners
     if (step == 42)
-        leftButton(true);
+        user.mouseDown();
     if (step > 42 && step < 60)
-        moveMouse(79 - (step - 42), 148);
+        user.moveMouse(79 - (step - 42), 148);
     if (step == 62)
-        leftButton(false);
+        user.mouseUp();
     if (step == 80)
-        moveMouse(60, 40);
+        user.moveMouse(60, 40);
     if (step == 82)
-        leftButton(true); // held to the end
+        user.mouseDown(); // held to the end
 }
 
 void openMenus(int step) {
@@ -129,26 +88,26 @@ void openMenus(int step) {
     click(step, 50, 40, 28);
     click(step, 60, 40, 50);
     if (step == 70)
-        moveMouse(120, 72);
+        user.moveMouse(120, 72);
 }
 
 void answer(int step) {
     click(step, 10, 155, 136);
     if (step == 30)
-        moveMouse(250, 136);
+        user.moveMouse(250, 136);
     if (step == 32)
-        leftButton(true); // held to the end
+        user.mouseDown(); // held to the end
 }
 
 void makeList(int step) {
     if (step == 5)
-        type("Candles");
+        user.type("Candles");
     tap(step, 8, SDLK_RETURN);
     click(step, 20, 60, 160); // a row
     tap(step, 30, SDLK_RETURN);
     click(step, 40, 60, 60); // back into the entry
     if (step == 50)
-        type("Dried app");
+        user.type("Dried app");
     click(step, 60, 60, 130);
 }
 
@@ -182,8 +141,6 @@ void play(int step) {
 
 const bool ready = [] {
     afterEachStep = play;
-    SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1"); // no window has the focus
-    SDL_InitSubSystem(SDL_INIT_JOYSTICK);
-    return SDL_JoystickAttachVirtual(SDL_JOYSTICK_TYPE_GAMECONTROLLER, 6, 16, 1) >= 0;
+    return pad.emplace().plugged();
 }();
 } // namespace

@@ -10,7 +10,7 @@
 #include <climits>
 
 namespace {
-enum : int { keyBackspace = 56, keyLeft = 101 };
+constexpr int keyBackspace = _KXKeyBackspace, keyLeft = _KXKeyLeft;
 
 struct TextEntry : TextEntryTest {};
 

@@ -7,7 +7,8 @@
 #include <memory>
 #include <utility>
 
-inline constexpr int keyA = 1, keyK = 11, leftShift = 122, leftControl = 135;
+inline constexpr int keyA = _KXKeyA, keyK = _KXKeyK, leftShift = _KXKeyLeftShift,
+                     leftControl = _KXKeyLeftControl;
 
 /// A menu and the hands that use it.
 struct Menu : UITest {

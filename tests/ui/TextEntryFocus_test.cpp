@@ -33,8 +33,7 @@ TEST_F(TextEntryFocus, TabGoesRound) {
     EXPECT_EQ(tab(0), &entry);
     EXPECT_EQ(tab(SDLK_LSHIFT), &third);
     EXPECT_EQ(tab(SDLK_LSHIFT), &other);
-    constexpr int tabKey = 54;
-    EXPECT_EQ(KXKey(tabKey, 1), 0);
+    EXPECT_EQ(KXKey(_KXKeyTab, 1), 0);
 
     // The only one that is polled keeps the focus, and takes what is typed while it offers it.
     for (int modifier : {0, static_cast<int>(SDLK_LSHIFT)}) {
@@ -99,14 +98,13 @@ TEST_F(TextEntryFocus, KeysThatOpenedItAreNotForIt) {
     }
     EXPECT_STREQ(entry.text(), "kept");
 
-    constexpr int leftKey = 101;
     keyDown(SDLK_LEFT);
-    KXKeyWithDelayedRepeat(leftKey);
+    KXKeyWithDelayedRepeat(_KXKeyLeft);
     step(30);
     entry.focus();
     poll();
     EXPECT_EQ(entry.cursor(), 4);
-    EXPECT_EQ(KXKeyWithDelayedRepeat(leftKey), -1); // the game's repeat does not begin anew
+    EXPECT_EQ(KXKeyWithDelayedRepeat(_KXKeyLeft), -1); // the game's repeat does not begin anew
 }
 
 TEST_F(TextEntryFocus, WhatWasTypedBeforeItMovesGoesWhereItWas) {
@@ -199,36 +197,5 @@ TEST_F(TextEntryFocus, LeavesThePlatformsTextInputAsItWas) {
         other.unfocus();
         EXPECT_EQ(SDL_IsTextInputActive() == SDL_TRUE, active);
     }
-}
-
-// On some platforms Control and a digit come with the digit as text.
-TEST_F(TextEntryFocus, TakesNoTextFromShortcuts) {
-    entry.focus();
-    const struct {
-        int modifiers;
-        const char* text;
-    } rows[] = {{KMOD_LCTRL, ""},
-                {KMOD_RGUI, ""},
-                {KMOD_LCTRL | KMOD_RALT, "1"},
-                {KMOD_LSHIFT, "1"},
-                {KMOD_MODE | KMOD_LCTRL, "1"}};
-    for (const auto& row : rows) {
-        entry.setText("");
-        SDL_Event digit = {};
-        digit.type = SDL_KEYDOWN;
-        digit.key.keysym.sym = SDLK_1;
-        digit.key.keysym.mod = static_cast<Uint16>(row.modifiers);
-        send(digit);
-        typed("1");
-        EXPECT_STREQ(entry.text(), row.text) << row.modifiers;
-    }
-}
-
-TEST_F(TextEntryFocus, DropsWholeCharactersWhenNobodyReads) {
-    entry.focus();
-    for (int i = 0; i < 1100; ++i)
-        type("🙂");
-    poll();
-    EXPECT_EQ(entry.length(), 1024);
 }
 } // namespace

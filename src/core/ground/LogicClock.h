@@ -31,6 +31,6 @@ inline constinit std::int64_t _KXElapsedTime = 0;                     ///< Whole
 /// The time stamp of an input that has not been reported.
 inline constexpr std::int32_t _KXNeverReported = 0x7FFFFFFF;
 
-/// Whether an input that was reported at logic time @a reportTime and is still held repeats now: true from
-/// the 30th logic step after the report on.
+/// Whether an input that was reported at logic time @a reportTime and is still held repeats now: true once
+/// the time of 30 logic steps has passed.
 bool _KXRepeatIsDue(std::int32_t reportTime);
