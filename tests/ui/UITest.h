@@ -13,8 +13,8 @@
 
 #include <SDL_events.h>
 
-/// A test of a widget: a window of 320 x 200 points, the hands-interface font, and a user whose hands are
-/// real events. Each of what the hands does ends with one logic step's reading of events; the test polls.
+/// A test of a widget: a window of 320 x 200 points, the user-interface font, and a user whose hands are
+/// real events. Each of what the user does ends with one logic step's reading of events; the test polls.
 struct UITest : TextTest {
     UITest() {
         window = std::make_unique<KXWindow>("UI", KXSize{320, 200});
@@ -45,7 +45,7 @@ struct UITest : TextTest {
     void moveMouse(int x, int y) { hands.moveMouse(x, y), step(); }
     void press(int button = SDL_BUTTON_LEFT) { hands.mouseDown(button), step(); }
     void release(int button = SDL_BUTTON_LEFT) { hands.mouseUp(button), step(); }
-    /// Positive @a notches turn the wheel away from the hands.
+    /// Positive @a notches turn the wheel away from the user.
     void wheel(int notches) { hands.turnWheel(notches), step(); }
     void keyDown(int keycode) { hands.keyDown(keycode), step(); }
     void keyUp(int keycode) { hands.keyUp(keycode), step(); }
