@@ -1,7 +1,7 @@
 // The game's screen of widgets in a real window, used by a person's real keys and clicks.
 
 #include "support/Image.h"
-#include "support/TemporaryFolder.h"
+#include "support/Program.h"
 
 #include <gtest/gtest.h>
 
@@ -9,55 +9,8 @@
 
 #include <cstdlib>
 #include <functional>
-#include <string>
-
-#include <csignal>
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
-/// The game as a process of its own, which writes what its widgets report into a file.
-class Game {
-public:
-    explicit Game(const TemporaryFolder& folder) : reports(folder / "reports.txt") {
-        const std::string shot = folder / "shot.png", kept = folder / "kept.save";
-        _process = fork();
-        if (_process != 0)
-            return;
-        const int file = open(reports.c_str(), O_CREAT | O_WRONLY | O_TRUNC, 0600);
-        dup2(file, STDOUT_FILENO);
-        execl(DEMO, DEMO, "--widgets", "--save", kept.c_str(), "--screenshot", shot.c_str(), nullptr);
-        _exit(127);
-    }
-    ~Game() {
-        if (!hasEnded()) {
-            kill(_process, SIGKILL);
-            waitpid(_process, nullptr, 0);
-        }
-    }
-    Game(const Game&) = delete;
-    Game& operator=(const Game&) = delete;
-
-    bool hasEnded() {
-        if (_process > 0 && waitpid(_process, &_status, WNOHANG) == _process)
-            _process = 0;
-        return _process <= 0;
-    }
-    /// Of a game that has ended.
-    int status() const { return WIFEXITED(_status) ? WEXITSTATUS(_status) : -1; }
-
-    bool reported(const std::string& text) const {
-        return contentOf(reports).find(text) != std::string::npos;
-    }
-
-    const std::string reports;
-
-private:
-    pid_t _process = 0;
-    int _status = 0;
-};
-
 struct WidgetsDesktop : testing::Test {
     static int person(const std::string& does) {
         return std::system(("xdotool " + does + " >/dev/null 2>&1").c_str()); // NOLINT(cert-env33-c)
@@ -71,9 +24,9 @@ struct WidgetsDesktop : testing::Test {
     static std::string click(int x, int y) { return at(x, y) + "mousedown 1 WAIT mouseup 1 WAIT"; }
 
     /// Does something until the game has taken it in; false if it never does.
-    bool until(const std::function<bool()>& holds, const std::function<void()>& act) {
+    static bool until(const std::function<bool()>& holds, const std::function<void()>& act) {
         const Uint64 end = SDL_GetTicks64() + 30'000;
-        while (SDL_GetTicks64() < end && !game.hasEnded()) {
+        while (SDL_GetTicks64() < end) {
             act();
             const Uint64 answer = SDL_GetTicks64() + 500;
             while (SDL_GetTicks64() < answer)
@@ -82,9 +35,9 @@ struct WidgetsDesktop : testing::Test {
                 else
                     SDL_Delay(10);
         }
-        return holds();
+        return false;
     }
-    bool untilReported(const std::string& text, const std::string& does) {
+    bool untilReported(const std::string& text, const std::string& does) const {
         double seconds = 0.1;
         const auto act = [&] {
             std::string acts = does;
@@ -93,13 +46,16 @@ struct WidgetsDesktop : testing::Test {
             person(acts);
             seconds *= 1.5;
         };
-        const bool reported = until([&] { return game.reported(text); }, act);
-        EXPECT_TRUE(reported) << contentOf(game.reports);
+        const auto reports = [this] { return contentOf(folder / "reports.txt"); };
+        const bool reported = until([&] { return reports().find(text) != std::string::npos; }, act);
+        EXPECT_TRUE(reported) << reports();
         return reported;
     }
 
     const TemporaryFolder folder;
-    Game game{folder};
+    /// Writes what its widgets report into a file. It ends at some time, also if nobody closes it.
+    Program game{folder,
+                 "timeout 250 '" DEMO "' --widgets --save kept.save --screenshot shot.png >reports.txt"};
 };
 
 TEST_F(WidgetsDesktop, TakesClicksKeysAndTypedTextAndIsClosed) {
@@ -113,7 +69,7 @@ TEST_F(WidgetsDesktop, TakesClicksKeysAndTypedTextAndIsClosed) {
     // A letter that comes before the entry has the focus is lost.
     ASSERT_TRUE(untilReported("Name: ", click(450, 110) + " type a"));
     EXPECT_EQ(person("type --delay 20 ' Lovelace, 1843'"), 0);
-    ASSERT_TRUE(until([this] { return game.reported("Lovelace, 1843\n"); }, [] {}));
+    ASSERT_TRUE(untilReported("Lovelace, 1843\n", "sleep 0"));
     ASSERT_TRUE(untilReported("Password: ", "keydown Tab WAIT keyup Tab WAIT type k"));
     // The menu's title opens or closes it; where its first row appears is nothing without it.
     ASSERT_TRUE(untilReported("Menu: Stoke", click(75, 13) + ' ' + click(90, 36)));
@@ -122,9 +78,9 @@ TEST_F(WidgetsDesktop, TakesClicksKeysAndTypedTextAndIsClosed) {
     ASSERT_TRUE(untilReported("Dialog box: Good", "keydown F1 WAIT keyup F1 WAIT keydown Return "
                                                   "WAIT keyup Return"));
 
-    ASSERT_TRUE(until([this] { return game.hasEnded(); }, [] { person("key alt+F4"); }))
-        << "closed by its frame";
-    EXPECT_EQ(game.status(), 0);
+    EXPECT_TRUE(
+        until([] { return person("search --name '^Ember Night$'") != 0; }, [] { person("key alt+F4"); }));
+    EXPECT_EQ(game.finish().status, 0) << "closed by its frame";
     const Image shot = Image::fromFile(folder / "shot.png");
     ASSERT_EQ(shot.width, 800);
     ASSERT_EQ(shot.height, 500);
