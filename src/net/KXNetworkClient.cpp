@@ -14,7 +14,7 @@ KXNetworkClient::~KXNetworkClient() {
 }
 
 bool KXNetworkClient::connect(const char* host, int port) {
-    // A game that had no standard input when it connected keeps that descriptor.
+    // A program that was started without standard input gets descriptor 0 for its first socket, and keeps it.
     if (_socket != 0)
         disconnect();
     _socket = -1;

@@ -11,8 +11,8 @@
 // No call reads more than this, so that a peer that sends faster than the game reads cannot keep it reading.
 // More than a system buffers for a connection by default.
 static constexpr int mostPerReceive = 16 * 1024 * 1024;
-// Nor does it read more than this once there is a message to hand out: what the game does not ask for yet may
-// as well wait with the system, which then has the peer wait.
+// Nor does it read more than this once there is a message to hand out. What the game has not asked for yet
+// waits in the system's buffer, and the peer waits when that is full.
 static constexpr int mostBehindAMessage = 64 * 1024;
 
 static constexpr int longestBuffer = std::numeric_limits<int>::max();
@@ -118,7 +118,7 @@ KXNetworkBuffer* _KXNetworkHandler::_receiveFrom(int socket, int clientID, bool&
         if (reading != Reading::tooLong)
             return stored.takeMessage();
     } catch (const std::bad_alloc&) {
-        // Not to be blamed on the game: a peer has sent more than there is memory for.
+        // The peer has sent more than there is memory for: it is disconnected, and the game goes on.
     }
     lost = true;
     _eraseStoredBuffer(clientID);

@@ -57,7 +57,7 @@ int KXNetworkServer::checkForIncomingConnections() {
     return static_cast<int>(slot - _clientSockets.begin());
 }
 
-// -1 for a free slot. The id equal to the number of slots passes for one of a slot that is always free.
+// -1 for a free slot and for an id that is no slot's.
 int KXNetworkServer::_socketOf(int clientID) const {
     const auto slot = static_cast<std::size_t>(clientID);
     return clientID >= 0 && slot < _clientSockets.size() ? _clientSockets[slot] : -1;

@@ -12,8 +12,8 @@ inline constinit _KXSocketCalls _KXSocketCall = {_KXSendBytes, _KXReceiveBytes};
 /// Bytes are sent and received in pieces of at most this many.
 inline constexpr int _KXSocketPiece = 1024;
 
-/// How many failures in a row a connection survives: some pass by themselves, and a dead one repeats its own
-/// for ever.
+/// How many failures in a row a connection survives. A few may pass, as signals do; on a broken connection
+/// each call fails.
 inline constexpr int _KXSocketPatience = 100;
 
 /// Closes the socket it owns, if any.

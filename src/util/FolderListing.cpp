@@ -106,7 +106,7 @@ static fs::path workingDirectory() {
 std::string _KXAbsolutePath(const char* path) {
     const fs::path full = workingDirectory() / (path ? path : "");
     // A ".." behind a link is the parent of what the link leads to, which only the system knows. Without one,
-    // links stay as they are, so that the way up is the way down.
+    // links stay in the path, so that going up from the folder leads back to where one came from.
     if (std::find(full.begin(), full.end(), "..") != full.end()) {
         std::error_code error;
         if (const fs::path real = fs::canonical(full, error); !error)

@@ -14,4 +14,4 @@ inline constinit int _KXLogInitialized = 0;     ///< -1 between initialising and
 inline constinit std::FILE* _KXLogFP = nullptr; ///< The log file; null when it could not be opened.
 inline constinit int _KXLogToSTDOut = 0;        ///< Whether messages are printed as well.
 inline constinit _KXCategoryStates* _KXCategories =
-    nullptr; ///< Owned; null while the log is not initialised.
+    nullptr; ///< Owned; null while the log is not initialised. Not freed at the end: static objects may log.

@@ -9,55 +9,51 @@
 #include <set>
 
 namespace {
-TEST(Random, WholeNumbersFollowTheGeneratorsSequence) {
-    EXPECT_EQ(KXRandomize(6, 5), 0);
-    EXPECT_EQ(KXRandomize(INT_MAX, INT_MIN), 0);
+TEST(Random, DrawsFollowTheGeneratorsSequence) {
     const int ranges[][2] = {{5, 5}, {3, 9}, {-9, -3}, {-4, 4}, {INT_MAX, INT_MAX}, {INT_MIN, INT_MIN + 9}};
-    for (const auto& [min, max] : ranges)
-        for (unsigned seed = 0; seed < 50; ++seed) {
+    constexpr KXDirection cardinals[] = {KXDirectionUp, KXDirectionLeft, KXDirectionRight, KXDirectionDown};
+    std::set<int> directions;
+    for (unsigned seed = 0; seed < 2000; ++seed) {
+        std::srand(seed);
+        const int number = std::rand(), next = std::rand();
+        const auto drawn = [seed](auto draw) {
             std::srand(seed);
-            const int expected = std::rand() % (max - min + 1) + min;
-            const int next = std::rand();
-            std::srand(seed);
-            EXPECT_EQ(KXRandomize(min, max), expected) << min << " to " << max;
+            return draw();
+        };
+        for (const auto& [min, max] : ranges) {
+            EXPECT_EQ(drawn([&] { return KXRandomize(min, max); }), number % (max - min + 1) + min);
             EXPECT_EQ(std::rand(), next); // one draw each
         }
-}
-
-TEST(Random, TheWidestRangesAreReachedEverywhere) {
-    std::srand(1);
-    std::set<unsigned> eighths;
-    bool negativeOdd = false;
-    for (int i = 0; i < 2000; ++i) {
-        const int value = KXRandomize(INT_MIN, INT_MAX);
-        eighths.insert(static_cast<unsigned>(value) >> 29);
-        negativeOdd = negativeOdd || (value < 0 && value % 2);
-        EXPECT_GE(KXRandomize(0, INT_MAX), 0);
-        EXPECT_LE(KXRandomize(INT_MIN, -2), -2);
+        for (const int percent : {INT_MIN, 0, 1, 50, 100, 101, INT_MAX}) {
+            const bool expected = percent > 100 || (percent > 0 && number % 101 >= 101 - percent);
+            ASSERT_EQ(drawn([&] { return KXRandomPercentChance(percent); }), expected ? -1 : 0) << percent;
+        }
+        EXPECT_EQ(drawn(KXRandomCardinalDirection), cardinals[number % 4]);
+        directions.insert(KXRandomDirection());
     }
-    EXPECT_EQ(eighths.size(), 8u);
-    EXPECT_TRUE(negativeOdd);
+    EXPECT_EQ(directions, (std::set<int>{-1, 0, 1, 2, 3, 4, 5, 6, 7}));
+    EXPECT_EQ(KXRandomize(6, 5) | KXRandomize(INT_MAX, INT_MIN), 0);
+    std::set<unsigned> eighths; // of the widest range, each with odd numbers and even ones
+    for (int i = 0; i < 2000; ++i) {
+        const auto value = static_cast<unsigned>(KXRandomize(INT_MIN, INT_MAX));
+        eighths.insert(value >> 29 | (value & 1) << 3);
+        EXPECT_TRUE(KXRandomize(0, INT_MAX) >= 0 && KXRandomize(INT_MIN, -2) <= -2);
+    }
+    EXPECT_EQ(eighths.size(), 16u);
 }
 
-TEST(Random, FractionsStayWithinBounds) {
-    std::srand(2);
-    const float bounds[] = {-INFINITY, -FLT_MAX, -3e9f, -2.5f, -0.9999f, 0,        0.5f,
-                            0.7f,      1.25f,    2048,  1e6f,  3e38f,    INFINITY, NAN};
+TEST(Random, FractionsStayWithinBoundsAndAreSpreadEvenly) {
+    const float bounds[] = {-INFINITY, -FLT_MAX, -2.5f, -0.9999f, 0, 0.7f, 1.25f, 2048, 3e38f, INFINITY, NAN};
     for (float min : bounds)
         for (float max : bounds)
             for (int i = 0; i < 100; ++i) {
                 const float value = KXRandomizef(min, max);
-                ASSERT_TRUE(min <= max ? min <= value && value <= max : value == 0)
-                    << value << " from " << min << " to " << max;
+                ASSERT_TRUE(min <= max ? min <= value && value <= max : value == 0) << min << " to " << max;
             }
     // Bounds are rounded toward zero.
-    const float rows[][2] = {{1.23456f, 1.2345f}, {-1.23456f, -1.2345f},    {0.00009f, 0},
-                             {0.7f, 0.7f},        {8191.9995f, 8191.9995f}, {16777216, 16777216}};
-    for (const auto& [bound, expected] : rows)
-        EXPECT_EQ(KXRandomizef(bound, bound), expected);
-}
-
-TEST(Random, FractionsAreSpreadEvenly) {
+    for (const auto& [bound, rounded] : {std::pair(1.23456f, 1.2345f), std::pair(-1.23456f, -1.2345f),
+                                         std::pair(0.7f, 0.7f), std::pair(8191.9995f, 8191.9995f)})
+        EXPECT_EQ(KXRandomizef(bound, bound), rounded);
     const float ranges[][2] = {{0, 1}, {0.5f, 0.6f}, {-2.5f, 1.25f}, {-0.9f, 0.9f}, {-3e38f, 3e38f}};
     std::srand(3);
     for (const auto& [min, max] : ranges) {
@@ -72,38 +68,9 @@ TEST(Random, FractionsAreSpreadEvenly) {
     std::set<float> drawn, uneven;
     for (int i = 0; i < 500; ++i) {
         drawn.insert(KXRandomizef(-0.0002f, 0.0002f));
-        uneven.insert(KXRandomizef(0.00005f, 0.0002f));
-        uneven.insert(KXRandomizef(-0.0001f, -0.00005f));
+        uneven.insert({KXRandomizef(0.00005f, 0.0002f), KXRandomizef(-0.0001f, -0.00005f)});
     }
     EXPECT_EQ(drawn, (std::set<float>{-0.0002f, -0.0001f, 0, 0.0001f, 0.0002f}));
     EXPECT_EQ(uneven, (std::set<float>{-0.0001f, -0.00005f, 0.00005f, 0.0001f, 0.0002f}));
-}
-
-TEST(Random, PercentChanceDrawsOneOf101) {
-    std::set<int> outcomes;
-    for (unsigned seed = 0; seed < 2000; ++seed) {
-        std::srand(seed);
-        const int outcome = std::rand() % 101;
-        outcomes.insert(outcome);
-        for (int percent : {INT_MIN, -1, 0, 1, 50, 100, 101, INT_MAX}) {
-            std::srand(seed);
-            const bool expected = percent > 100 || (percent > 0 && outcome >= 101 - percent);
-            ASSERT_EQ(KXRandomPercentChance(percent), expected ? -1 : 0) << percent << " " << outcome;
-        }
-    }
-    EXPECT_EQ(outcomes.size(), 101u); // the failure at 100 percent was among them
-}
-
-TEST(Random, Directions) {
-    constexpr KXDirection cardinals[] = {KXDirectionUp, KXDirectionLeft, KXDirectionRight, KXDirectionDown};
-    std::set<int> drawn;
-    for (unsigned seed = 0; seed < 200; ++seed) {
-        std::srand(seed);
-        const int number = std::rand();
-        std::srand(seed);
-        EXPECT_EQ(KXRandomCardinalDirection(), cardinals[number % 4]);
-        drawn.insert(KXRandomDirection());
-    }
-    EXPECT_EQ(drawn, (std::set<int>{-1, 0, 1, 2, 3, 4, 5, 6, 7}));
 }
 } // namespace

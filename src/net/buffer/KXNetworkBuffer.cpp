@@ -31,9 +31,8 @@ void KXNetworkBufferPutL(char* destination, long value) {
 long KXNetworkBufferGetL(const char* source) {
     if (!source)
         return 0;
-    // What becomes of bytes above 0x7F is part of the format: they carry their sign upwards within the number
-    // (for the last two there is nothing above that would hold it), and byte 0, which joins in only after the
-    // number has been widened, carries it through the whole long.
+    // Bytes above 0x7F, which no sender writes, are read as negative numbers: they set all bits above them,
+    // too. Byte 0 joins in only after the number has been widened, so it sets those of the whole long.
     std::uint32_t word = 0;
     for (int i = 1; i < 8; ++i)
         word |= static_cast<std::uint32_t>(static_cast<std::int8_t>(source[i])) << (4 * i);
@@ -107,7 +106,8 @@ void KXNetworkBuffer::appendString(const char* data, int length) {
 void KXNetworkBuffer::appendLong(long value) { KXNetworkBufferPutL(_grow(KXNetworkBufferLongSize), value); }
 
 void KXNetworkBuffer::appendFloat(float value) {
-    // The half that a float leaves unused goes out as zeros: old memory is nobody else's business.
+    // The half that a float leaves unused goes out as zeros, so that no peer reads what the memory held
+    // before.
     char slot[8] = {};
     KXNetworkBufferPutF(slot, value);
     std::memcpy(_grow(KXNetworkBufferLongSize), slot, sizeof slot);

@@ -1,0 +1,125 @@
+#pragma once
+
+#include "net/Socket.h"
+
+#include <Kobaltrix/KXNetworkClient.h>
+#include <Kobaltrix/KXNetworkServer.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <ctime>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+using namespace std::string_literals;
+
+inline const std::string marker = "_KXEOB\0"s;
+
+/// A block that was handed out, which is freed.
+inline std::string take(char* block, std::size_t length) {
+    const std::string bytes(block, length);
+    std::free(block);
+    return bytes;
+}
+
+/// The bytes of a message that was handed out, nothing for null. Deletes it.
+inline std::optional<std::string> take(KXNetworkBuffer* message) {
+    const std::unique_ptr<KXNetworkBuffer> owned(message);
+    return message ? std::optional(take(message->buffer(), static_cast<std::size_t>(message->bufferLength())))
+                   : std::nullopt;
+}
+
+/// Whether something comes true that the system brings about, such as the arrival of bytes.
+template<typename Condition>
+bool eventually(Condition&& condition) {
+    for (const std::time_t end = std::time(nullptr) + 60; !condition(); std::this_thread::yield())
+        if (std::time(nullptr) > end)
+            return false;
+    return true;
+}
+
+/// The next message of a client, waited for; nothing if it leaves.
+inline std::optional<std::string> nextFrom(KXNetworkServer& server, int id) {
+    std::optional<std::string> next;
+    eventually([&] { return (next = take(server.receiveBufferFromClient(id))) || !server._validClient(id); });
+    return next;
+}
+
+/// The next message of the server, waited for; nothing if it leaves.
+inline std::optional<std::string> nextFrom(KXNetworkClient& client) {
+    std::optional<std::string> message;
+    eventually([&] { return (message = take(client.receive())) || !client.connected(); });
+    return message;
+}
+
+/// Accepts a connection, waited for.
+inline int acceptOne(KXNetworkServer& server) {
+    int id = -1;
+    eventually([&] { return (id = server.checkForIncomingConnections()) != -1; });
+    return id;
+}
+
+inline std::string addressOf(const KXNetworkServer& server) {
+    char* text = server.IPAddress();
+    return take(text, std::string_view(text).size());
+}
+inline int portOf(const KXNetworkServer& server) {
+    const std::string address = addressOf(server);
+    return std::stoi(address.substr(address.find(':') + 1));
+}
+
+/// The descriptor that will be given next.
+inline int nextDescriptor() {
+    const int descriptor = open("/dev/null", O_RDONLY);
+    close(descriptor);
+    return descriptor;
+}
+
+/// A peer that keeps to no rules: a plain socket.
+class RawPeer {
+public:
+    explicit RawPeer(int socket) : _socket(socket) {}
+    /// Connected to a server that has accepted it, or not yet.
+    explicit RawPeer(KXNetworkServer& server, bool waits = true) : RawPeer(_KXOpenSocket()) {
+        _KXSocketAddress address;
+        EXPECT_TRUE(_KXFindAddress("127.0.0.1", portOf(server), address) &&
+                    _KXConnect(_socket->get(), address));
+        fcntl(_socket->get(), F_SETFL, 0); // the calls below wait
+        id = waits ? acceptOne(server) : -1;
+    }
+
+    int id = -1; ///< What the server calls it.
+
+    void send(std::string_view bytes) const {
+        ::send(_socket->get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    }
+    /// The next bytes, waited for; fewer when the connection ends.
+    std::string receive(std::size_t length) const {
+        std::string bytes(length, 0);
+        const ssize_t count = recv(_socket->get(), bytes.data(), length, MSG_WAITALL);
+        return bytes.substr(0, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    }
+    /// Whether the other end has closed the connection.
+    bool isClosed() const {
+        char byte;
+        return recv(_socket->get(), &byte, 1, MSG_DONTWAIT) == 0;
+    }
+    void endSending() const { shutdown(_socket->get(), SHUT_WR); }
+    void close() { _socket.reset(); }
+    /// Breaks the connection instead of closing it.
+    void reset() {
+        const linger none = {1, 0};
+        setsockopt(_socket->get(), SOL_SOCKET, SO_LINGER, &none, sizeof none);
+        close();
+    }
+
+private:
+    std::optional<_KXSocketOwner> _socket;
+};
