@@ -53,7 +53,8 @@ void KXSpriteAnimationInfo::removeInfo(int i) {
 KXSize KXSpriteAnimationInfo::_fullSize() const {
     KXSize full = KXZeroSize;
     for (const KXSpriteFrameInfo& frame : _frames) {
-        // In this order an extent that is not a number does not count.
+        // KXMaxf() gives its second argument where the first is not a number, so such an extent does not
+        // count.
         full.width = KXMaxf(frame.bounds().size.width, full.width);
         full.height = KXMaxf(frame.bounds().size.height, full.height);
     }

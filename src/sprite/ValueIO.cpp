@@ -41,7 +41,8 @@ static bool getWord(std::uint32_t& word, FILE* file) {
     return true;
 }
 
-// Saturates at the largest float rather than at the largest long, whose low 32 bits would read as a failure.
+// Too large a value becomes the largest float that a long holds: the largest long would read as a failure, as
+// its low 32 bits are those of -1.
 static long truncateToLong(float value) {
     constexpr float tooLarge = -static_cast<float>(std::numeric_limits<long>::min());
     if (std::isnan(value))
@@ -53,7 +54,7 @@ static long truncateToLong(float value) {
     return static_cast<long>(value);
 }
 
-// The failure that a writer's result tells; whoever writes a real -1 reads it as one too.
+// Whether a writer's result reads as a failure; that of writing a real -1 does so, too.
 static bool tellsFailure(long result) { return static_cast<std::int32_t>(result) == -1; }
 
 static bool isSound(FILE* file) { return file && !ferror(file); }

@@ -14,7 +14,7 @@ KXPoint KXBezierCurve(KXPoint p0, KXPoint p1, KXPoint p2, KXPoint p3, float t) {
 }
 
 float _KXAnimationCurve(KXPoint p1, KXPoint p2, float t) {
-    return _bezierCalc(KXZeroPoint.y, p1.y, p2.y, 1, t); // nobody needs the x
+    return _bezierCalc(KXZeroPoint.y, p1.y, p2.y, 1, t); // the x is not needed
 }
 
 float KXAnimationCurve(KXAnimationCurveType type, float t) {

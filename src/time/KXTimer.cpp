@@ -33,7 +33,7 @@ void KXTimer::reset() {
 }
 
 int KXTimer::tick() {
-    // Cannot overflow: a count that reaches the timeout of its time, an int, goes back to 0.
+    // Cannot overflow: a count that reaches the timeout, which is an int, goes back to 0.
     ++_ticks;
     if (_ticks < _timeout)
         return 0;
