@@ -1,4 +1,5 @@
 #include "sprite/KXSprite.h"
+#include "util/KXString.h"
 
 #include <Kobaltrix/KXFile.h>
 #include <Kobaltrix/KXIO.h>
@@ -60,7 +61,7 @@ std::string Reader::text(int length) {
     for (int left = length; left > 0; left -= static_cast<int>(sizeof block)) {
         const std::size_t wanted = std::min(static_cast<std::size_t>(left), sizeof block);
         const std::size_t got = fread(block, 1, wanted, _file);
-        const std::size_t used = strnlen(block, got);
+        const std::size_t used = _KXTextIn(block, got).size();
         if (!ended)
             text.append(block, used);
         ended = ended || used < got;

@@ -1,6 +1,7 @@
 #include "text/RowText.h"
 
 #include "text/ColorEscapes.h"
+#include "util/KXString.h"
 #include "util/Utf8.h"
 
 #include <Kobaltrix/KXFont.h>
@@ -46,19 +47,19 @@ static std::string cutColored(const char* text, std::size_t length) {
             return upTo(span.text.data() + length) + "{EC}";
         length -= span.text.size();
     }
-    return upTo(position + strnlen(position, length));
+    return upTo(position + _KXTextIn(position, length).size());
 }
 
 std::string _KXTextThatFits(const KXFont& font, const char* original, float width, _KXSpans spans) {
     const _KXLegibleText legible(original);
     const char* text = legible.get();
     const bool colored = spans == _KXSpans::Colored && std::strstr(text, "{C");
-    const bool shortened = !colored && strnlen(text, printable + 1) > printable;
+    const bool shortened = !colored && _KXTextIn(text, printable + 1).size() > printable;
     char visible[printable + 1];
     if (colored)
         _KXVisibleText(visible, sizeof visible, text);
     else
-        visible[std::string_view(text, strnlen(text, printable)).copy(visible, printable)] = 0;
+        visible[_KXTextIn(text, printable).copy(visible, printable)] = 0;
     if (shortened)
         _KXDropCutCharacter(visible, printable);
     if (!shortened && font.advance(visible) <= width)

@@ -67,6 +67,11 @@ char* _KXMakeString(int size) {
     return string;
 }
 
+std::string_view _KXTextIn(const char* bytes, std::size_t size) {
+    const void* end = std::memchr(bytes, 0, size);
+    return {bytes, end ? static_cast<std::size_t>(static_cast<const char*>(end) - bytes) : size};
+}
+
 const char* KXPointToString(KXPoint point) { return KXTempString("(%f, %f)", point.x, point.y); }
 
 const char* KXPointToStringi(KXPoint point) {

@@ -2,12 +2,18 @@
 
 #include <Kobaltrix/KXString.h>
 
+#include <cstddef>
+#include <string_view>
+
 /// Frees every temporary string, oldest first, and empties the pool.
 void _KXCleanTempStrings();
 
 /// A block of @a size bytes that begins with an empty text, for the caller to free(); null for a size below 1
 /// or when memory is exhausted.
 char* _KXMakeString(int size);
+
+/// The text at the start of @a size bytes, which it may fill without a terminator.
+std::string_view _KXTextIn(const char* bytes, std::size_t size);
 
 /// Nesting count of KXDisableTemporaryStringCleanup(); the pool is freed after a step only while it is 0.
 inline constinit int _KXTemporaryStringCleanupDisabledCount = 0;

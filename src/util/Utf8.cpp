@@ -1,5 +1,7 @@
 #include "util/Utf8.h"
 
+#include "util/KXString.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -41,7 +43,7 @@ void _KXDropCutCharacter(char* text, std::size_t length) {
 }
 
 std::string _KXFirstBytes(const char* text, std::size_t bytes) {
-    std::string first(text, strnlen(text, bytes));
+    std::string first(_KXTextIn(text, bytes));
     if (first.size() == bytes)
         _KXDropCutCharacter(first.data(), bytes);
     first.resize(std::strlen(first.c_str()));

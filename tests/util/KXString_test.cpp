@@ -19,6 +19,7 @@ TEST(Strings, AreFormattedCutAndKeptUntilTheyAreCleaned) {
     char* own = _KXMakeString(8);
     _KXCleanTempStrings();
     EXPECT_STREQ(own, "");
+    EXPECT_TRUE(_KXTextIn("a\0b", 3) == "a" && _KXTextIn("abc", 2) == "ab" && _KXTextIn("", 0).empty());
     std::free(own);
 }
 

@@ -7,6 +7,7 @@
 #include "input/Keyboard.h"
 #include "input/TextInput.h"
 #include "render/KXWindow.h"
+#include "util/KXString.h"
 
 #include <SDL_stdinc.h>
 
@@ -47,7 +48,7 @@ static void dispatchKey(const SDL_KeyboardEvent& event) {
 // The text of an event, which may fill its field to the last byte.
 template<std::size_t size>
 static std::string_view textIn(const char (&field)[size]) {
-    return {field, strnlen(field, size)};
+    return _KXTextIn(field, size);
 }
 
 // The text that the platform hands over with some events, for whoever reads them to free.
