@@ -1,7 +1,6 @@
 #include "render/ClipScope.h"
 
 #include "core/ground/Truncate.h"
-#include "render/DrawBatch.h"
 #include "render/GraphicsContext.h"
 
 #include <SDL_opengl.h>
@@ -57,25 +56,16 @@ Pixels projected(KXRect rect) {
 _KXClipScope::_KXClipScope(KXRect rect) : _active(_KXCurrentGraphicsContext != 0) {
     if (!_active)
         return;
-    _KXFlushBatch(KXDrawFlushClip);
-    _wasClipped = glIsEnabled(GL_SCISSOR_TEST);
-    glGetIntegerv(GL_SCISSOR_BOX, _previous);
+    _previous = _KXCurrentClip();
     Pixels box = projected(rect);
-    if (_wasClipped) {
-        box = {std::max(box.left, _previous[0]), std::max(box.bottom, _previous[1]),
-               std::min(box.right, _previous[0] + _previous[2]),
-               std::min(box.top, _previous[1] + _previous[3])};
-    } else {
-        glEnable(GL_SCISSOR_TEST);
-    }
-    glScissor(box.left, box.bottom, std::max(0, box.right - box.left), std::max(0, box.top - box.bottom));
+    if (_previous.limits)
+        box = {std::max(box.left, _previous.x), std::max(box.bottom, _previous.y),
+               std::min(box.right, _previous.x + _previous.width),
+               std::min(box.top, _previous.y + _previous.height)};
+    _KXSetClip({box.left, box.bottom, box.right - box.left, box.top - box.bottom, true});
 }
 
 _KXClipScope::~_KXClipScope() {
-    if (!_active)
-        return;
-    _KXFlushBatch(KXDrawFlushClip);
-    glScissor(_previous[0], _previous[1], _previous[2], _previous[3]);
-    if (!_wasClipped)
-        glDisable(GL_SCISSOR_TEST);
+    if (_active)
+        _KXSetClip(_previous);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "render/Clip.h"
+
 #include <Kobaltrix/KXTypes.h>
 
 /// Limits drawing to a rectangle for as long as the scope lasts, within the limit that the game has set and
@@ -15,6 +17,5 @@ public:
 
 private:
     bool _active;
-    bool _wasClipped = false;
-    int _previous[4] = {};
+    _KXClip _previous = {};
 };

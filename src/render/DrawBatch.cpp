@@ -1,35 +1,22 @@
 #include "render/DrawBatch.h"
 
-#include "render/FillProgram.h"
+#include "render/DrawSink.h"
 #include "render/GLCheck.h"
+#include "render/VertexBlock.h"
 
 #include <SDL_opengl.h>
 
 #include <algorithm>
 #include <limits>
-#include <utility>
 
 namespace {
-// Corners of one kind that leave in one draw call.
-struct Run {
-    GLenum primitive;
-    unsigned texture; // 0 while all are solid
-    bool hasSolid, hasGlyphs;
-    float lineWidth;
-    int first, count;
-};
-
 // Enough that what a flush costs does not show.
 constexpr int vertexCapacity = 16384;
 constexpr int runCapacity = 512;
-// A driver that draws in software allocates what a call needs and gives it back, and more than this many
-// corners do not stay in the processor's cache: calls of 256 quads draw small sprites twice as fast as calls
-// of 4096. What a call costs does not show beside 256 quads.
-constexpr int mostCornersPerCall = 1024;
 
 struct Block {
     _KXVertex vertices[vertexCapacity];
-    Run runs[runCapacity];
+    _KXVertexRun runs[runCapacity];
 };
 
 // What the calls would have left behind had each of them been drawn at once.
@@ -39,14 +26,41 @@ struct Leavings {
     unsigned texture;
     float lineWidth;
 };
+
+class BatchSink final : public _KXDrawSink {
+public:
+    void quads(const _KXQuad* quads, int count, const _KXPaint& paint) override;
+    void lines(const KXPoint* points, int count, bool closed, float width, KXColor color) override;
+    void fan(const KXPoint* points, int count, KXColor color) override;
+    void leaveColor(KXColor color) override;
+    void leaveLineWidth(float width) override;
+
+    bool isEmpty() const { return _runCount == 0; }
+    /// Draws what was collected.
+    void flush(KXDrawFlushReason reason);
+    /// Forgets it.
+    void drop();
+    void freeMemory();
+
+private:
+    _KXVertex* roomForQuads(int count, _KXFill fill, unsigned texture);
+    _KXVertex* roomForLine(float width);
+    _KXVertexRun* lastRun(bool isLines);
+    _KXVertex* addTo(_KXVertexRun& run, int corners);
+    _KXVertexRun& addRun(const _KXVertexRun& run);
+    void makeRoom(int corners);
+
+    // On the heap: a game without batches does not pay for it. Freed by KXDeInit(), not at the end of the
+    // process: a static object of the game may draw until then.
+    Block* _block = nullptr;
+    int _vertexCount = 0;
+    int _runCount = 0;
+    Leavings _leavings = {};
+};
 } // namespace
 
 static constinit int depth = 0;
-// On the heap: a game without batches does not pay for it.
-static constinit Block* block = nullptr;
-static constinit int vertexCount = 0;
-static constinit int runCount = 0;
-static constinit Leavings leavings = {};
+static constinit BatchSink batch;
 
 void KXBeginDrawBatch() {
     if (depth < std::numeric_limits<int>::max())
@@ -60,183 +74,164 @@ void KXEndDrawBatch() {
 
 void KXFlushDrawBatch() { _KXFlushBatch(KXDrawFlushRequest); }
 
-KXDrawStatistics KXCurrentDrawStatistics() { return _KXDrawStatistics; }
-
-KXDrawStatistics KXLastDrawStatistics() { return _KXLastDrawStatistics; }
-
-void _KXEndDrawStatistics() { _KXLastDrawStatistics = std::exchange(_KXDrawStatistics, {}); }
-
-bool _KXIsBatching() {
-    if (depth == 0 || runCount > 0)
+// Not where the game has polygons drawn as lines or points: shapes would show the edges between their
+// triangles.
+static bool isCollecting() {
+    if (depth == 0 || !batch.isEmpty())
         return depth != 0;
     GLint mode[2] = {GL_FILL, GL_FILL};
     glGetIntegerv(GL_POLYGON_MODE, mode);
     return mode[0] == GL_FILL && mode[1] == GL_FILL;
 }
 
-static Run& addRun(const Run& run) {
-    block->runs[runCount] = run;
-    return block->runs[runCount++];
-}
-
-// Makes sure that so many corners and one more run fit.
-static void makeRoom(int corners) {
-    if (!block)
-        block = new Block;
-    if (vertexCount + corners > vertexCapacity || runCount == runCapacity)
-        _KXFlushBatch(KXDrawFlushFull);
-}
-
-static _KXVertex* take(Run& run, int corners) {
-    _KXVertex* const room = block->vertices + vertexCount;
-    run.count += corners;
-    vertexCount += corners;
-    return room;
-}
-
-_KXVertex* _KXBatchQuads(int count, _KXFill fill, unsigned texture) {
-    const int corners = 4 * count;
-    makeRoom(corners);
-    const bool solid = fill == _KXFill::Solid;
-    _KXDrawStatistics.quads += count;
-    if (runCount > 0) {
-        // Solid fills go along with any texture: they need none.
-        Run& last = block->runs[runCount - 1];
-        if (last.primitive == GL_QUADS && (solid || last.texture == 0 || last.texture == texture)) {
-            last.hasSolid |= solid;
-            last.hasGlyphs |= fill == _KXFill::Glyph;
-            if (!solid)
-                last.texture = texture;
-            return take(last, corners);
-        }
-    }
-    return take(addRun({GL_QUADS, solid ? 0 : texture, solid, fill == _KXFill::Glyph, 0, vertexCount, 0}),
-                corners);
-}
-
-_KXVertex* _KXBatchLines(int count, float width) {
-    const int corners = 2 * count;
-    makeRoom(corners);
-    _KXDrawStatistics.lines += count;
-    if (runCount > 0) {
-        Run& last = block->runs[runCount - 1];
-        if (last.primitive == GL_LINES && last.lineWidth == width)
-            return take(last, corners);
-    }
-    return take(addRun({GL_LINES, 0, true, false, width, vertexCount, 0}), corners);
-}
-
-void _KXBatchLeavesColor(KXColor color) {
-    if (runCount == 0) { // nothing was drawn, or it has left already
-        glColor4f(color.r, color.g, color.b, color.a);
-        return;
-    }
-    leavings.hasColor = true;
-    leavings.color = color;
-}
-
-void _KXBatchLeavesTexture(unsigned texture) { leavings.texture = texture; }
-
-void _KXBatchLeavesLineWidth(float width) {
-    if (runCount == 0)
-        glLineWidth(width);
-    else
-        leavings.lineWidth = width;
-}
-
-namespace {
-// Points OpenGL's arrays at the block; whatever arrays the game uses come back afterwards.
-class ArrayScope {
-public:
-    ArrayScope() {
-        glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-        _KXUseArraysInMemory();
-        for (const GLenum array : {GL_NORMAL_ARRAY, GL_INDEX_ARRAY, GL_EDGE_FLAG_ARRAY})
-            glDisableClientState(array);
-        const _KXVertex& first = block->vertices[0];
-        glVertexPointer(2, GL_FLOAT, sizeof first, &first.position);
-        glTexCoordPointer(3, GL_FLOAT, sizeof first, &first.u);
-        glColorPointer(4, GL_FLOAT, sizeof first, &first.color);
-        for (const GLenum array : {GL_VERTEX_ARRAY, GL_TEXTURE_COORD_ARRAY, GL_COLOR_ARRAY})
-            glEnableClientState(array);
-    }
-    ~ArrayScope() { glPopClientAttrib(); }
-    ArrayScope(const ArrayScope&) = delete;
-    ArrayScope& operator=(const ArrayScope&) = delete;
-};
-} // namespace
-
-static void drawArrays(GLenum primitive, int first, int count) {
-    for (const int end = first + count; first < end; first += mostCornersPerCall) {
-        ++_KXDrawStatistics.drawCalls;
-        glDrawArrays(primitive, first, std::min(mostCornersPerCall, end - first));
-    }
-}
-
-// Without a program that tells solid corners from textured ones, each of their stretches is a call.
-static void drawStretches(const Run& run) {
-    const _KXVertex* const vertices = block->vertices;
-    const float solid = static_cast<float>(_KXFill::Solid);
-    const int end = run.first + run.count;
-    for (int first = run.first, next; first < end; first = next) {
-        const bool textured = vertices[first].fill != solid;
-        for (next = first; next < end && (vertices[next].fill != solid) == textured;)
-            ++next;
-        (textured ? glEnable : glDisable)(GL_TEXTURE_2D);
-        drawArrays(run.primitive, first, next - first);
-    }
-    glEnable(GL_TEXTURE_2D);
-}
-
-static void draw(const Run& run) {
-    if (run.texture) {
-        ++_KXDrawStatistics.textureBinds;
-        glBindTexture(GL_TEXTURE_2D, run.texture);
-    }
-    if (run.primitive == GL_LINES)
-        glLineWidth(run.lineWidth);
-    if (!run.texture) {
-        glDisable(GL_TEXTURE_2D);
-        drawArrays(run.primitive, run.first, run.count);
-        glEnable(GL_TEXTURE_2D);
-        return;
-    }
-    if (!run.hasSolid)
-        return drawArrays(run.primitive, run.first, run.count);
-    if (const _KXFillProgramScope program; program)
-        return drawArrays(run.primitive, run.first, run.count);
-    drawStretches(run);
+_KXDrawSink& _KXCurrentSink() {
+    if (isCollecting())
+        return batch;
+    return _KXImmediateSink();
 }
 
 void _KXFlushBatch(KXDrawFlushReason reason) {
-    if (runCount == 0)
-        return;
+    if (!batch.isEmpty())
+        batch.flush(reason);
+}
+
+void _KXDropBatch() { batch.drop(); }
+
+void _KXFreeBatch() {
+    depth = 0;
+    batch.freeMemory();
+}
+
+namespace {
+// Makes sure that so many corners and one more run fit.
+void BatchSink::makeRoom(int corners) {
+    if (!_block)
+        _block = new Block;
+    if (_vertexCount + corners > vertexCapacity || _runCount == runCapacity)
+        flush(KXDrawFlushFull);
+}
+
+_KXVertexRun* BatchSink::lastRun(bool isLines) {
+    _KXVertexRun* const last = _runCount > 0 ? &_block->runs[_runCount - 1] : nullptr;
+    return last && last->isLines == isLines ? last : nullptr;
+}
+
+_KXVertexRun& BatchSink::addRun(const _KXVertexRun& run) {
+    _block->runs[_runCount] = run;
+    return _block->runs[_runCount++];
+}
+
+_KXVertex* BatchSink::addTo(_KXVertexRun& run, int corners) {
+    _KXVertex* const room = _block->vertices + _vertexCount;
+    run.count += corners;
+    _vertexCount += corners;
+    return room;
+}
+
+_KXVertex* BatchSink::roomForQuads(int count, _KXFill fill, unsigned texture) {
+    makeRoom(4 * count);
+    _KXDrawStatistics.quads += count;
+    const bool solid = fill == _KXFill::Solid;
+    _KXVertexRun* run = lastRun(false);
+    // Solid fills go along with any texture: they need none.
+    if (!run || !(solid || run->texture == 0 || run->texture == texture))
+        run = &addRun({false, texture, solid, 0, _vertexCount, 0});
+    run->hasSolid |= solid;
+    if (!solid)
+        run->texture = texture;
+    return addTo(*run, 4 * count);
+}
+
+_KXVertex* BatchSink::roomForLine(float width) {
+    makeRoom(2);
+    ++_KXDrawStatistics.lines;
+    _KXVertexRun* run = lastRun(true);
+    if (!run || run->lineWidth != width)
+        run = &addRun({true, 0, true, width, _vertexCount, 0});
+    return addTo(*run, 2);
+}
+
+_KXVertex solidVertex(KXPoint position, KXColor color) {
+    return {position, 0, 0, static_cast<float>(_KXFill::Solid), color};
+}
+
+void BatchSink::quads(const _KXQuad* quads, int count, const _KXPaint& paint) {
+    const auto fill = static_cast<float>(paint.fill);
+    for (int taken; count > 0; count -= taken, quads += taken) {
+        taken = std::min(count, vertexCapacity / 4);
+        _KXVertex* vertex = roomForQuads(taken, paint.fill, paint.texture);
+        for (const _KXQuad* quad = quads; quad != quads + taken; ++quad)
+            for (const _KXCorner& corner : quad->corners)
+                *vertex++ = {corner.position, corner.u, corner.v, fill, paint.color};
+    }
+    if (paint.fill == _KXFill::Texture)
+        _leavings.texture = paint.texture;
+    leaveColor(paint.color);
+}
+
+void BatchSink::lines(const KXPoint* points, int count, bool closed, float width, KXColor color) {
+    const auto add = [&](KXPoint from, KXPoint to) {
+        _KXVertex* const ends = roomForLine(width);
+        ends[0] = solidVertex(from, color);
+        ends[1] = solidVertex(to, color);
+    };
+    for (int i = 1; i < count; ++i)
+        add(points[i - 1], points[i]);
+    if (closed && count > 1)
+        add(points[count - 1], points[0]);
+    leaveLineWidth(width);
+    leaveColor(color);
+}
+
+void BatchSink::fan(const KXPoint* points, int count, KXColor color) {
+    // Its own triangles, as quads whose second half is empty: other halves would cut the shape along other
+    // lines.
+    for (int i = 1; i + 1 < count; ++i) {
+        _KXVertex* const vertices = roomForQuads(1, _KXFill::Solid, 0);
+        vertices[0] = solidVertex(points[0], color);
+        vertices[1] = solidVertex(points[i], color);
+        vertices[2] = vertices[3] = solidVertex(points[i + 1], color);
+    }
+    leaveColor(color);
+}
+
+// Where nothing was drawn, or it has left already, there is nothing to wait for.
+void BatchSink::leaveColor(KXColor color) {
+    if (isEmpty())
+        return glColor4f(color.r, color.g, color.b, color.a);
+    _leavings.hasColor = true;
+    _leavings.color = color;
+}
+
+void BatchSink::leaveLineWidth(float width) {
+    if (isEmpty())
+        return glLineWidth(width);
+    _leavings.lineWidth = width;
+}
+
+void BatchSink::flush(KXDrawFlushReason reason) {
     KX_GL_CHECK("KXFlushDrawBatch");
     ++_KXDrawStatistics.flushes;
     ++_KXDrawStatistics.flushesBecause[reason];
-    GLint texture = 0;
-    glGetIntegerv(GL_TEXTURE_BINDING_2D, &texture);
-    {
-        const ArrayScope arrays;
-        for (int i = 0; i < runCount; ++i)
-            draw(block->runs[i]);
-    }
-    glBindTexture(GL_TEXTURE_2D, leavings.texture ? leavings.texture : static_cast<unsigned>(texture));
-    if (leavings.hasColor)
-        glColor4f(leavings.color.r, leavings.color.g, leavings.color.b, leavings.color.a);
-    if (leavings.lineWidth > 0)
-        glLineWidth(leavings.lineWidth);
-    _KXDropBatch();
+    GLint bound = 0;
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+    _KXDrawVertexRuns(_block->vertices, _block->runs, _runCount);
+    glBindTexture(GL_TEXTURE_2D, _leavings.texture ? _leavings.texture : static_cast<unsigned>(bound));
+    if (_leavings.hasColor)
+        glColor4f(_leavings.color.r, _leavings.color.g, _leavings.color.b, _leavings.color.a);
+    if (_leavings.lineWidth > 0)
+        glLineWidth(_leavings.lineWidth);
+    drop();
 }
 
-void _KXDropBatch() {
-    vertexCount = runCount = 0;
-    leavings = {};
+void BatchSink::drop() {
+    _vertexCount = _runCount = 0;
+    _leavings = {};
 }
 
-void _KXFreeBatch() {
-    _KXDropBatch();
-    depth = 0;
-    delete block;
-    block = nullptr;
+void BatchSink::freeMemory() {
+    drop();
+    delete _block;
+    _block = nullptr;
 }
+} // namespace

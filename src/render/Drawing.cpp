@@ -1,12 +1,9 @@
 #include <Kobaltrix/KXDrawing.h>
 
 #include "core/ground/Truncate.h"
-#include "render/DrawBatch.h"
+#include "render/DrawSink.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
-#include "render/QuadStream.h"
-
-#include <SDL_opengl.h>
 
 #include <algorithm>
 #include <cmath>
@@ -29,32 +26,11 @@ Edges edgesOf(KXRect rect) {
 int before(int value) { return value - (value > std::numeric_limits<int>::min()); }
 int behind(int value) { return value + (value < std::numeric_limits<int>::max()); }
 
-// Switches edge flags on for outlines. They only show where the game fills polygons as lines or points, and
-// reading the present flag would end the driver's batch, so nothing is done when polygons are filled.
-class EdgeFlagScope {
-public:
-    EdgeFlagScope() {
-        if (_KXIsBatching()) // filled, then
-            return;
-        GLint mode[2] = {GL_FILL, GL_FILL};
-        glGetIntegerv(GL_POLYGON_MODE, mode);
-        _changed = mode[0] != GL_FILL || mode[1] != GL_FILL;
-        if (!_changed)
-            return;
-        glGetBooleanv(GL_EDGE_FLAG, &_previous);
-        glEdgeFlag(GL_TRUE);
-    }
-    ~EdgeFlagScope() {
-        if (_changed)
-            glEdgeFlag(_previous);
-    }
-    EdgeFlagScope(const EdgeFlagScope&) = delete;
-    EdgeFlagScope& operator=(const EdgeFlagScope&) = delete;
-
-private:
-    bool _changed = false;
-    GLboolean _previous = GL_TRUE;
-};
+_KXQuad rectangle(int x1, int y1, int x2, int y2) {
+    const auto left = static_cast<float>(x1), top = static_cast<float>(y1);
+    const auto right = static_cast<float>(x2), bottom = static_cast<float>(y2);
+    return {{{{left, top}, 0, 0}, {{right, top}, 0, 0}, {{right, bottom}, 0, 0}, {{left, bottom}, 0, 0}}};
+}
 
 // The corners of a circle. 6.28 and not two pi: the last segment stops just short of the full turn.
 const std::vector<KXPoint>& perimeter(KXPoint centre, int radius, int segments) {
@@ -79,6 +55,12 @@ const std::vector<KXPoint>& perimeter(KXPoint centre, int radius, int segments) 
     return points;
 }
 
+void fill(const KXPoint* points, int count, KXColor color) {
+    _KXDrawSink& sink = _KXCurrentSink();
+    sink.leaveLineWidth(1);
+    sink.fan(points, count, color);
+}
+
 // Lines run from whole pixel to whole pixel.
 KXPoint truncated(KXPoint point) {
     return {static_cast<float>(_KXTruncate(point.x)), static_cast<float>(_KXTruncate(point.y))};
@@ -89,21 +71,22 @@ void KXDrawLine(KXPoint from, KXPoint to, KXColor color) {
     KX_GL_CHECK("KXDrawLine");
     if (!_KXCurrentGraphicsContext)
         return;
-    _KXDrawLine(truncated(from), truncated(to), 1, color);
+    const KXPoint ends[] = {truncated(from), truncated(to)};
+    _KXCurrentSink().lines(ends, 2, false, 1, color);
 }
 
 void KXDrawRect(KXRect rect, KXColor color) {
     KX_GL_CHECK("KXDrawRect");
     if (!_KXCurrentGraphicsContext)
         return;
-    _KXLeaveLineWidth(1);
-    const EdgeFlagScope edgeFlags;
     const auto [left, top, right, bottom] = edgesOf(rect);
-    const _KXSolidQuad strips[] = {{left, top, before(right), behind(top)},
-                                   {before(right), top, right, bottom},
-                                   {before(right), before(bottom), left, bottom},
-                                   {left, before(bottom), behind(left), top}};
-    _KXDrawSolidQuads(strips, 4, color);
+    const _KXQuad strips[] = {rectangle(left, top, before(right), behind(top)),
+                              rectangle(before(right), top, right, bottom),
+                              rectangle(before(right), before(bottom), left, bottom),
+                              rectangle(left, before(bottom), behind(left), top)};
+    _KXDrawSink& sink = _KXCurrentSink();
+    sink.leaveLineWidth(1);
+    sink.quads(strips, 4, {_KXFill::Solid, 0, color, true});
 }
 
 void KXDrawRectFill(KXRect rect, KXColor color) {
@@ -111,8 +94,8 @@ void KXDrawRectFill(KXRect rect, KXColor color) {
     if (!_KXCurrentGraphicsContext)
         return;
     const auto [left, top, right, bottom] = edgesOf(rect);
-    const _KXSolidQuad quad = {left, top, right, bottom};
-    _KXDrawSolidQuads(&quad, 1, color);
+    const _KXQuad quad = rectangle(left, top, right, bottom);
+    _KXCurrentSink().quads(&quad, 1, {_KXFill::Solid, 0, color});
 }
 
 void KXDrawCircle(KXPoint centre, int radius, int segments, KXColor color) {
@@ -120,7 +103,7 @@ void KXDrawCircle(KXPoint centre, int radius, int segments, KXColor color) {
     if (!_KXCurrentGraphicsContext)
         return;
     const std::vector<KXPoint>& points = perimeter(centre, radius, segments);
-    _KXDrawLineLoop(points.data(), static_cast<int>(points.size()), 1, color);
+    _KXCurrentSink().lines(points.data(), static_cast<int>(points.size()), true, 1, color);
 }
 
 void KXDrawCircleFill(KXPoint centre, int radius, int segments, KXColor color) {
@@ -128,7 +111,7 @@ void KXDrawCircleFill(KXPoint centre, int radius, int segments, KXColor color) {
     if (!_KXCurrentGraphicsContext)
         return;
     const std::vector<KXPoint>& points = perimeter(centre, radius, segments);
-    _KXDrawFan(points.data(), static_cast<int>(points.size()), 1, color);
+    fill(points.data(), static_cast<int>(points.size()), color);
 }
 
 void KXDrawTriangle(KXPoint a, KXPoint b, KXPoint c, KXColor color) {
@@ -136,7 +119,7 @@ void KXDrawTriangle(KXPoint a, KXPoint b, KXPoint c, KXColor color) {
     if (!_KXCurrentGraphicsContext)
         return;
     const KXPoint corners[] = {a, b, c};
-    _KXDrawLineLoop(corners, 3, 2, color);
+    _KXCurrentSink().lines(corners, 3, true, 2, color);
 }
 
 void KXDrawTriangleFill(KXPoint a, KXPoint b, KXPoint c, KXColor color) {
@@ -144,5 +127,5 @@ void KXDrawTriangleFill(KXPoint a, KXPoint b, KXPoint c, KXColor color) {
     if (!_KXCurrentGraphicsContext)
         return;
     const KXPoint corners[] = {a, b, c};
-    _KXDrawFan(corners, 3, 1, color);
+    fill(corners, 3, color);
 }

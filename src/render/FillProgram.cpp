@@ -1,62 +1,32 @@
 #include "render/FillProgram.h"
 
+#include "render/GLFunctions.h"
 #include "render/GraphicsContext.h"
-
-#include <SDL_opengl.h>
-#include <SDL_video.h>
 
 #include <algorithm>
 #include <vector>
 
 namespace {
-struct Functions {
-    PFNGLCREATESHADERPROC createShader;
-    PFNGLSHADERSOURCEPROC shaderSource;
-    PFNGLCOMPILESHADERPROC compileShader;
-    PFNGLCREATEPROGRAMPROC createProgram;
-    PFNGLATTACHSHADERPROC attachShader;
-    PFNGLLINKPROGRAMPROC linkProgram;
-    PFNGLGETPROGRAMIVPROC getProgram;
-    PFNGLDELETESHADERPROC deleteShader;
-    PFNGLDELETEPROGRAMPROC deleteProgram;
-    PFNGLUSEPROGRAMPROC useProgram;
-};
-
 struct ContextProgram {
     unsigned context;
     unsigned program; // 0 where the driver has none
 };
 } // namespace
 
-static constinit Functions gl = {};
 static constinit std::vector<ContextProgram>* programs = nullptr;
 
-template<class Function>
-static bool load(Function& function, const char* name) {
-    function = reinterpret_cast<Function>(SDL_GL_GetProcAddress(name));
-    return function != nullptr;
-}
-
-static bool loadFunctions() {
-    return load(gl.createShader, "glCreateShader") && load(gl.shaderSource, "glShaderSource") &&
-           load(gl.compileShader, "glCompileShader") && load(gl.createProgram, "glCreateProgram") &&
-           load(gl.attachShader, "glAttachShader") && load(gl.linkProgram, "glLinkProgram") &&
-           load(gl.getProgram, "glGetProgramiv") && load(gl.deleteShader, "glDeleteShader") &&
-           load(gl.deleteProgram, "glDeleteProgram") && load(gl.useProgram, "glUseProgram");
-}
-
 static void attach(GLuint program, GLenum kind, const char* source) {
-    const GLuint shader = gl.createShader(kind);
-    gl.shaderSource(shader, 1, &source, nullptr);
-    gl.compileShader(shader);
-    gl.attachShader(program, shader);
-    gl.deleteShader(shader); // with the program
+    const GLuint shader = _KXGL.createShader(kind);
+    _KXGL.shaderSource(shader, 1, &source, nullptr);
+    _KXGL.compileShader(shader);
+    _KXGL.attachShader(program, shader);
+    _KXGL.deleteShader(shader); // with the program
 }
 
 static unsigned makeProgram() {
-    if (!loadFunctions())
+    if (!_KXGL.createProgram)
         return 0;
-    const GLuint program = gl.createProgram();
+    const GLuint program = _KXGL.createProgram();
     attach(program, GL_VERTEX_SHADER,
            "varying float fill;\n"
            "void main() {\n"
@@ -76,12 +46,12 @@ static unsigned makeProgram() {
            "        texel.rgb = vec3(1.0);\n" // a glyph is all opacity
            "    gl_FragColor = texel * gl_Color;\n"
            "}\n");
-    gl.linkProgram(program);
+    _KXGL.linkProgram(program);
     GLint linked = GL_FALSE;
-    gl.getProgram(program, GL_LINK_STATUS, &linked);
+    _KXGL.getProgramiv(program, GL_LINK_STATUS, &linked);
     if (linked)
         return program;
-    gl.deleteProgram(program);
+    _KXGL.deleteProgram(program);
     return 0;
 }
 
@@ -113,13 +83,13 @@ _KXFillProgramScope::_KXFillProgramScope() : _active(false) {
     const unsigned program = programOfCurrentContext();
     if (program == 0 || !isPlainPipeline())
         return;
-    gl.useProgram(program);
+    _KXGL.useProgram(program);
     _active = true;
 }
 
 _KXFillProgramScope::~_KXFillProgramScope() {
     if (_active)
-        gl.useProgram(0);
+        _KXGL.useProgram(0);
 }
 
 void _KXForgetFillProgram(unsigned graphicsContext) {
@@ -132,13 +102,4 @@ void _KXForgetFillProgram(unsigned graphicsContext) {
         delete programs;
         programs = nullptr;
     }
-}
-
-void _KXUseArraysInMemory() {
-    static constinit PFNGLBINDBUFFERPROC bindBuffer = nullptr;
-    static constinit PFNGLCLIENTACTIVETEXTUREARBPROC clientActiveTexture = nullptr;
-    if (bindBuffer || load(bindBuffer, "glBindBuffer"))
-        bindBuffer(GL_ARRAY_BUFFER, 0);
-    if (clientActiveTexture || load(clientActiveTexture, "glClientActiveTexture"))
-        clientActiveTexture(GL_TEXTURE0);
 }

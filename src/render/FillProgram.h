@@ -21,7 +21,3 @@ private:
 
 /// Forgets the program of an OpenGL context that ends.
 void _KXForgetFillProgram(unsigned graphicsContext);
-
-/// Has vertex arrays lie in memory and texture coordinates go to the first texture, whatever the game has
-/// bound.
-void _KXUseArraysInMemory();

@@ -1,10 +1,6 @@
 #pragma once
 
-// Framebuffer objects, loaded from the driver of the current context: under their present names, or those of
-// the extension they come from. Where a driver has neither, the functions do nothing.
-
-/// Loads the functions from the context that is current.
-void _KXLoadFramebufferFunctions();
+// Framebuffer objects. Where a driver has none, the functions do nothing.
 
 /// Makes a framebuffer object that draws into a texture, bound. 0 if the driver has none.
 /// @param status takes the driver's completeness status.

@@ -2,6 +2,7 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Truncate.h"
+#include "render/Clip.h"
 #include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
@@ -232,21 +233,15 @@ void KXTexture::unsetRenderContext() {
 
 void KXTexture::setClipTo(KXRect rect) {
     KX_GL_CHECK("KXTexture::setClipTo");
-    _KXFlushBatch(KXDrawFlushClip);
     const _KXGraphicsContextScope scope(_graphicsContext);
-    if (!scope)
-        return;
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(_KXTruncate(rect.origin.x), _KXTruncate(rect.origin.y),
-              std::max(0, _KXTruncate(rect.size.width)), std::max(0, _KXTruncate(rect.size.height)));
+    if (scope)
+        _KXSetClip({_KXTruncate(rect.origin.x), _KXTruncate(rect.origin.y), _KXTruncate(rect.size.width),
+                    _KXTruncate(rect.size.height), true});
 }
 
 void KXTexture::unsetClip() {
     KX_GL_CHECK("KXTexture::unsetClip");
-    _KXFlushBatch(KXDrawFlushClip);
     const _KXGraphicsContextScope scope(_graphicsContext);
-    if (!scope)
-        return;
-    glScissor(0, 0, static_cast<int>(_size.width), static_cast<int>(_size.height));
-    glDisable(GL_SCISSOR_TEST);
+    if (scope)
+        _KXSetClip({0, 0, static_cast<int>(_size.width), static_cast<int>(_size.height), false});
 }

@@ -3,9 +3,11 @@
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Truncate.h"
 #include "platform/VerticalSync.h"
+#include "render/Clip.h"
 #include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
+#include "render/GLFunctions.h"
 #include "render/GraphicsContext.h"
 #include "render/KXRenderContext.h"
 
@@ -68,7 +70,7 @@ void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
     _KXCurrentGraphicsContext = _graphicsContext; // creating a context has made it current
 
     _KXEnableVerticalSync();
-    _KXLoadFramebufferFunctions();
+    _KXLoadGLFunctions();
     glViewport(0, 0, width, height);
     glEnable(GL_TEXTURE_2D);
     glEnable(GL_BLEND);
@@ -224,7 +226,6 @@ void KXWindow::setRenderContext() {
 
 void KXWindow::setClipTo(KXRect rect) {
     KX_GL_CHECK("KXWindow::setClipTo");
-    _KXFlushBatch(KXDrawFlushClip);
     const _KXGraphicsContextScope scope(_graphicsContext);
     const KXSize points = size();
     if (!scope || !(points.width > 0))
@@ -233,19 +234,14 @@ void KXWindow::setClipTo(KXRect rect) {
     _drawableSize(&width, &height);
     const float scale = static_cast<float>(width) / points.width;
     const float bottom = scale * points.height - rect.origin.y * scale - rect.size.height * scale;
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(_KXTruncate(rect.origin.x * scale), _KXTruncate(bottom),
-              KXMaxi(0, _KXTruncate(rect.size.width * scale)),
-              KXMaxi(0, _KXTruncate(rect.size.height * scale)));
+    _KXSetClip({_KXTruncate(rect.origin.x * scale), _KXTruncate(bottom), _KXTruncate(rect.size.width * scale),
+                _KXTruncate(rect.size.height * scale), true});
 }
 
 void KXWindow::unsetClip() {
     KX_GL_CHECK("KXWindow::unsetClip");
-    _KXFlushBatch(KXDrawFlushClip);
     const _KXGraphicsContextScope scope(_graphicsContext);
-    if (!scope)
-        return;
     const KXSize points = size();
-    glScissor(0, 0, static_cast<int>(points.width), static_cast<int>(points.height));
-    glDisable(GL_SCISSOR_TEST);
+    if (scope)
+        _KXSetClip({0, 0, static_cast<int>(points.width), static_cast<int>(points.height), false});
 }

@@ -2,8 +2,8 @@
 
 #include <Kobaltrix/KXTypes.h>
 
-// Where everything the library fills leaves for OpenGL. Corners are computed here, on the CPU: a matrix call
-// for each quad would end the batch that the driver builds and cost several times what the quad itself does.
+// Where the corners of everything the library fills are computed, on the CPU: a matrix call for each quad
+// would end the batch that the driver builds and cost several times what the quad itself does.
 
 /// A 2 x 3 affine map: (x, y) goes to (xx x + xy y + dx, yx x + yy y + dy).
 struct _KXAffine {
@@ -36,22 +36,5 @@ struct _KXGlyphQuad {
 /// Draws glyphs; the texture that was bound stays bound.
 void _KXDrawGlyphQuads(const _KXGlyphQuad* quads, int count, KXColor color);
 
-/// A rectangle given by two opposite corners, in integers.
-struct _KXSolidQuad {
-    int x1, y1, x2, y2;
-};
-
-/// Draws rectangles in one colour and leaves 2D texturing on.
-void _KXDrawSolidQuads(const _KXSolidQuad* quads, int count, KXColor color);
-
 /// Leaves a colour as OpenGL's current one.
 void _KXLeaveColor(KXColor color);
-/// Leaves a line width as OpenGL's current one.
-void _KXLeaveLineWidth(float width);
-
-/// Draws a closed outline through some points in one colour and leaves 2D texturing on.
-void _KXDrawLineLoop(const KXPoint* points, int count, float width, KXColor color);
-/// Draws a line between two points in one colour and leaves 2D texturing on.
-void _KXDrawLine(KXPoint from, KXPoint to, float width, KXColor color);
-/// Fills the convex shape of some points in one colour and leaves 2D texturing on.
-void _KXDrawFan(const KXPoint* points, int count, float lineWidth, KXColor color);

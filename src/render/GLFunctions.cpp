@@ -1,0 +1,38 @@
+#include "render/GLFunctions.h"
+
+#include <SDL_video.h>
+
+#include <string>
+
+template<class Function>
+static bool load(Function& function, const std::string& name) {
+    function = reinterpret_cast<Function>(SDL_GL_GetProcAddress(name.c_str()));
+    return function != nullptr;
+}
+
+// Under their present names, or those of the extension they come from.
+static bool loadFramebuffers(const std::string& suffix) {
+    return load(_KXGL.genFramebuffers, "glGenFramebuffers" + suffix) &&
+           load(_KXGL.deleteFramebuffers, "glDeleteFramebuffers" + suffix) &&
+           load(_KXGL.bindFramebuffer, "glBindFramebuffer" + suffix) &&
+           load(_KXGL.framebufferTexture2D, "glFramebufferTexture2D" + suffix) &&
+           load(_KXGL.checkFramebufferStatus, "glCheckFramebufferStatus" + suffix);
+}
+
+static bool loadPrograms() {
+    return load(_KXGL.createShader, "glCreateShader") && load(_KXGL.shaderSource, "glShaderSource") &&
+           load(_KXGL.compileShader, "glCompileShader") && load(_KXGL.deleteShader, "glDeleteShader") &&
+           load(_KXGL.createProgram, "glCreateProgram") && load(_KXGL.attachShader, "glAttachShader") &&
+           load(_KXGL.linkProgram, "glLinkProgram") && load(_KXGL.getProgramiv, "glGetProgramiv") &&
+           load(_KXGL.useProgram, "glUseProgram") && load(_KXGL.deleteProgram, "glDeleteProgram");
+}
+
+void _KXLoadGLFunctions() {
+    _KXGL = {};
+    if (!loadFramebuffers("") && !loadFramebuffers("EXT"))
+        _KXGL.genFramebuffers = nullptr;
+    if (!loadPrograms())
+        _KXGL.createProgram = nullptr;
+    load(_KXGL.bindBuffer, "glBindBuffer");
+    load(_KXGL.clientActiveTexture, "glClientActiveTexture");
+}

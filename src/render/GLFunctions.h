@@ -1,0 +1,33 @@
+#pragma once
+
+#include <SDL_opengl.h>
+
+/// The functions of OpenGL that not every driver has, null where it has not. The first of a group tells
+/// whether all of the group are there.
+struct _KXGLFunctions {
+    PFNGLGENFRAMEBUFFERSPROC genFramebuffers;
+    PFNGLDELETEFRAMEBUFFERSPROC deleteFramebuffers;
+    PFNGLBINDFRAMEBUFFERPROC bindFramebuffer;
+    PFNGLFRAMEBUFFERTEXTURE2DPROC framebufferTexture2D;
+    PFNGLCHECKFRAMEBUFFERSTATUSPROC checkFramebufferStatus;
+
+    PFNGLCREATEPROGRAMPROC createProgram;
+    PFNGLCREATESHADERPROC createShader;
+    PFNGLSHADERSOURCEPROC shaderSource;
+    PFNGLCOMPILESHADERPROC compileShader;
+    PFNGLDELETESHADERPROC deleteShader;
+    PFNGLATTACHSHADERPROC attachShader;
+    PFNGLLINKPROGRAMPROC linkProgram;
+    PFNGLGETPROGRAMIVPROC getProgramiv;
+    PFNGLUSEPROGRAMPROC useProgram;
+    PFNGLDELETEPROGRAMPROC deleteProgram;
+
+    PFNGLBINDBUFFERPROC bindBuffer;
+    PFNGLCLIENTACTIVETEXTUREARBPROC clientActiveTexture;
+};
+
+/// What the driver of the context that was made last has.
+inline constinit _KXGLFunctions _KXGL = {};
+
+/// Loads the functions from the context that is current.
+void _KXLoadGLFunctions();

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <Kobaltrix/KXTypes.h>
+
+/// A corner on its way to OpenGL in a vertex array.
+struct _KXVertex {
+    KXPoint position;
+    float u, v;
+    float fill; ///< A _KXFill.
+    KXColor color;
+};
+
+/// Corners that follow each other and are drawn alike.
+struct _KXVertexRun {
+    bool isLines;     ///< Two corners each; else quads.
+    unsigned texture; ///< 0 while all are solid.
+    bool hasSolid;    ///< Whether solid quads are among those with a texture.
+    float lineWidth;
+    int first, count;
+};
+
+/// Draws runs of corners in their order. Bound textures, the colour and the line width are left changed.
+void _KXDrawVertexRuns(const _KXVertex* vertices, const _KXVertexRun* runs, int runCount);
