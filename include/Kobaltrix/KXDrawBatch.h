@@ -16,7 +16,8 @@
 ///
 /// Everything in the library that depends on what was drawn, or changes what collected draws depend on, lets
 /// the batch out by itself: reading pixels, another target, clip, mode or window, new contents of a texture,
-/// its deletion, KXTexture::bind(), and the swap. Needs the thread that owns the OpenGL context.
+/// its deletion, KXTexture::bind(), text of polygons, the swap and the end of the frame. Needs the thread
+/// that owns the OpenGL context.
 
 /// Begins to collect. Batches nest: only the outermost end lets them out.
 ///
@@ -32,19 +33,19 @@ KX_API void KXFlushDrawBatch();
 enum KXDrawFlushReason : int {
     KXDrawFlushEnd = 0,           ///< KXEndDrawBatch().
     KXDrawFlushRequest = 1,       ///< KXFlushDrawBatch(), KXTexture::bind() or a matrix operation.
-    KXDrawFlushFull = 2,          ///< The vertex block was full.
+    KXDrawFlushFull = 2,          ///< As much was collected as there is room for.
     KXDrawFlushTarget = 3,        ///< Another target or window.
     KXDrawFlushClip = 4,          ///< Another clip.
     KXDrawFlushProjection = 5,    ///< Another rendering mode of the window.
     KXDrawFlushTextureChange = 6, ///< New contents of a texture, or its deletion.
     KXDrawFlushRead = 7,          ///< Pixels were read.
-    KXDrawFlushText = 8,          ///< Text that cannot be collected: glyphs of #KXAliasModePolygon.
+    KXDrawFlushText = 8,          ///< Text of #KXAliasModePolygon, or while the game blends in its own way.
     KXDrawFlushSwap = 9,          ///< KXWindow::swapBuffers().
     KXDrawFlushFrame = 10,        ///< KXPostLogicLoop().
     KXDrawFlushReasonCount = 11   ///< How many reasons there are.
 };
 
-/// What drawing has cost since a swap.
+/// What drawing has cost since a swap. Text of #KXAliasModePolygon counts in the flushes only.
 struct KXDrawStatistics {
     int quads;          ///< Rectangles, textured or filled, each triangle of a filled shape, each glyph.
     int lines;          ///< Line segments.

@@ -5,18 +5,21 @@
 /// @file
 /// Lines, rectangles, circles and triangles in one colour, drawn into the current target in its coordinates
 /// (points in a window, pixels in a texture). Alpha blends. Every call leaves 2D texturing on and the current
-/// colour changed; without a window it does nothing.
+/// colour changed, and all but KXDrawRectFill() the line width; without a window it does nothing.
 
-/// A line one pixel wide between two points, each truncated to integers.
+/// A line one pixel wide between two points, each truncated to integers. Its last pixel is left out.
 KX_API void KXDrawLine(KXPoint from, KXPoint to, KXColor color);
-/// The outline of a rectangle, one unit thick and inside it. Its corners are drawn twice.
+/// The outline of a rectangle, one unit thick. Its edges are truncated to integers, and it lies inside them.
+/// The unit at its top left is drawn twice, which a colour that is not opaque shows. Where the width or the
+/// height is less than 1, parts of it lie outside.
 KX_API void KXDrawRect(KXRect rect, KXColor color);
 /// A filled rectangle, its edges truncated to integers.
 KX_API void KXDrawRectFill(KXRect rect, KXColor color);
-/// The outline of a regular polygon around @a centre. The first corner is straight below the centre. A
-/// negative number of @a segments counts as positive, above 65536 as 65536; 0 draws a point.
+/// The outline, one pixel wide, of a polygon around @a centre: its corners are 6.28 / @a segments radians
+/// apart, so the last side is a little longer. The first is straight below the centre, the next to the right
+/// of it. A negative number of @a segments counts as positive, above 65536 as 65536; 0 and 1 draw nothing.
 KX_API void KXDrawCircle(KXPoint centre, int radius, int segments, KXColor color);
-/// The same polygon, filled.
+/// The same polygon, filled. It takes 3 @a segments to enclose anything.
 KX_API void KXDrawCircleFill(KXPoint centre, int radius, int segments, KXColor color);
 /// The outline of a triangle, two pixels wide.
 KX_API void KXDrawTriangle(KXPoint a, KXPoint b, KXPoint c, KXColor color);

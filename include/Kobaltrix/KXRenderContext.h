@@ -13,7 +13,7 @@ public:
     virtual void setRenderContext() {}
     /// Stops drawing into it.
     virtual void unsetRenderContext() {}
-    /// Limits drawing to a rectangle.
+    /// Limits drawing to a rectangle in the target's units.
     virtual void setClipTo(KXRect) {}
     /// Removes the limit.
     virtual void unsetClip() {}
@@ -27,5 +27,6 @@ protected:
     KXRenderContext& operator=(const KXRenderContext&) = default;
 };
 
-/// The target that drawing goes to, null while there is none. Never a destroyed object.
+/// The target that drawing goes to: what setRenderContext() was called for last. Null before the first time
+/// and once that target has gone or let go; never a destroyed object.
 KX_API KXRenderContext* KXCurrentRenderContext();

@@ -18,7 +18,7 @@ public:
     /// An empty texture: size (0, 0), draws nothing.
     KXTexture();
     /// Loads an image file (any type SDL_image reads) of 24 or 32 bits per pixel.
-    /// Throws std::bad_alloc if it cannot; KXError() says why, except that for a file that is missing or
+    /// Throws std::bad_alloc if it cannot; KXError() says why, but for null and for a file that is missing or
     /// unreadable it is left as it was.
     explicit KXTexture(const char* path);
     /// A blank texture of width by height pixels with undefined contents; clear() empties it. For sizes that
@@ -38,7 +38,7 @@ public:
     void setTint(KXColor tint);
     /// The colour that every draw is multiplied by.
     KXColor tint();
-    /// Makes every pixel transparent black.
+    /// Makes every pixel transparent black, or black where the image it was loaded from has no alpha.
     void clear();
 
     /// Draws the whole texture in its natural size, fully opaque.
@@ -56,13 +56,16 @@ public:
     /// @param width,height size drawn; negative for the size of the part.
     /// @param x,y where its top-left corner goes.
     /// @param opacity 0.0 to 1.0. @param scale 1.0 is natural size, anchored at (x, y).
-    /// @param rotation degrees, clockwise on screen, about the middle of the part.
-    /// @param flips 2 mirrors left to right, 4 top to bottom, 6 (both) turns about the diagonal, 0 neither.
+    /// @param rotation degrees, about the middle of the part: clockwise on screen, the other way if it is
+    /// flipped.
+    /// @param flips 2 mirrors left to right, 4 top to bottom, 6 (both) exchanges rows and columns, 0 neither.
+    /// About the middle of the part, too.
     /// @param transformed 0 draws without scale, rotation and flips; -1 with them.
     void draw(int sx1, int sy1, int sx2, int sy2, int width, int height, int x, int y, float opacity,
               float scale, int rotation, int flips, int transformed);
 
-    /// Multiplies the current matrix by the placement that draw() gives its quad, for a game's own OpenGL.
+    /// Multiplies OpenGL's current matrix by the placement that draw() gives its quad, for a game's own
+    /// OpenGL.
     /// @param x,y where its top-left corner goes.
     /// @param width,height size of the part drawn, whose middle is the centre of rotation and flips.
     /// @param scale,rotation,flips as in the full form of draw().
@@ -84,13 +87,17 @@ public:
     int writeToPNG(const char* path);
 
     /// Makes the texture the target of drawing, in its own pixels, y downward. Afterwards call
-    /// unsetRenderContext() and the window's setRenderContext().
+    /// unsetRenderContext() and the window's setRenderContext(). An empty texture, or one whose window is
+    /// closed, changes nothing and leaves a text in KXError().
     void setRenderContext() override;
-    /// Stops drawing into the texture; there is then no target until a window is made the target again.
+    /// Stops drawing into the texture; there is then no target until a window is made the target again. It
+    /// changes nothing if the texture is not the target.
     void unsetRenderContext() override;
-    /// Limits drawing to a rectangle in the texture's pixels, y downward, until unsetClip().
+    /// Limits drawing to a rectangle in the texture's pixels, y downward, until unsetClip(). Position
+    /// and size are truncated to integers; where a side is not positive, nothing is drawn. The limit is the
+    /// window's own, and holds on when the window becomes the target: see KXWindow::setClipTo().
     void setClipTo(KXRect rect) override;
-    /// Removes the limit.
+    /// Removes the limit, also one that the window has set.
     void unsetClip() override;
 
     // Used by the library itself.

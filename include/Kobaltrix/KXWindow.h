@@ -42,22 +42,29 @@ public:
     KXWindow& operator=(const KXWindow&) = delete;
 
     /// Makes the window the target of drawing: its context becomes current, the viewport its whole surface,
-    /// the projection that of its rendering mode, the model-view matrix the identity.
+    /// the projection that of its rendering mode, the model-view matrix the identity. A window that
+    /// KXDeInit() has closed changes nothing and leaves a text in KXError().
     void setRenderContext() override;
-    /// Limits drawing to a rectangle in points, y downward, until unsetClip().
+    /// Limits drawing to a rectangle in points, y downward, until unsetClip(). Position and size
+    /// are truncated to whole pixels; where a side is not positive, nothing is drawn.
+    ///
+    /// A window and its textures share one limit, a box of pixels counted from the target's bottom left: it
+    /// holds on in a texture that becomes the target, and a texture's holds on in the window.
     void setClipTo(KXRect rect) override;
-    /// Removes the limit.
+    /// Removes the limit, also one that a texture has set.
     void unsetClip() override;
 
-    /// Chooses the projection; takes effect at once and stays.
+    /// Chooses the projection, which stays. It takes effect at once and makes the model-view matrix the
+    /// identity; while a texture of the window is the target, it waits for the window's setRenderContext().
     void setRenderingMode(KXWindowRenderingMode mode);
     /// The size in points. Cached: costs nothing when called often.
     KXSize size();
-    /// Asks for another size in points, truncated to integers.
+    /// Asks for another size in points, truncated to integers. A side below 1 changes nothing.
     void setSize(KXSize size);
-    /// Sets the smallest size in points the user can give the window.
+    /// Sets the smallest size in points the user can give the window, truncated to integers; a smaller window
+    /// grows. A side below 1 changes nothing.
     void setMinimumSize(KXSize size);
-    /// Moves the window's top-left corner on the desktop.
+    /// Moves the window's top-left corner on the desktop, truncated to integers.
     void setPosition(KXPoint position);
     /// The window's top-left corner on the desktop.
     KXPoint getPosition();
@@ -69,7 +76,8 @@ public:
     void show();
     /// Sets the title (UTF-8, copied; null for none).
     void setTitle(const char* title);
-    /// Shows what was drawn; waits for the display's vertical sync where the platform grants it.
+    /// Shows what was drawn; waits for the display's vertical sync where the platform grants it. What the
+    /// surface holds afterwards is undefined: draw all of it anew.
     void swapBuffers();
     /// Number of the display the window is on, from 0; negative on failure.
     int getDisplayIndex();
@@ -84,13 +92,13 @@ public:
     /// Back to a window.
     void exitFullscreen();
 
-    /// What the window shows, as a texture of the window's size in points. The caller deletes it.
-    /// Null with a text in KXError() if the texture cannot be made.
+    /// What was drawn since the last swap, as a texture of the window's size in points. It belongs to this
+    /// window, and the caller deletes it. Null with a text in KXError() if it cannot be made.
     KXTexture* copyTexture();
-    /// Writes what was drawn, all its pixels, as a BMP file.
+    /// Writes what was drawn since the last swap, all its pixels, as a BMP file.
     /// @param path the file to write. @param powerOfTwo non-zero for an image whose sides are rounded up to
-    /// powers of two. Its pixels are the drawn rows packed one behind the other, without regard to the wider
-    /// rows of the image.
+    /// powers of two. Its row y is the drawn row y and then, where the image is wider, the beginning of
+    /// row y + 1; what lies below the last drawn row is transparent black.
     /// @return -1 on success, 0 on failure with a text in KXError().
     int saveBuffer(const char* path, int powerOfTwo);
 
