@@ -1,85 +1,66 @@
 #include "render/KXTextureCache.h"
 
+#include "RenderTest.h"
 #include "render/KXTexture.h"
-#include "support/TemporaryFolder.h"
-#include "support/WindowTest.h"
-
-#include <new>
 
 namespace {
-struct TextureCache : WindowTest {
-    TextureCache() {
-        Image image = {1, 1, {{10, 20, 30, 255}}};
-        path = folder / "a.png";
-        image.save(path);
+struct TextureCache : RenderTest {
+    TextureCache() { Image{1, 1, {red}}.save(path); }
+
+    KXTexture* load() { return KXTextureCacheLoad(std::string(path).c_str()); }
+    static bool shows(KXTexture* texture, KXWindow& current) {
+        fill({0, 0, 0, 1});
+        texture->draw(3, 3, -1);
+        return boxOf(Image::of(current)) == Box{3, 3, 4, 4};
     }
 
     TemporaryFolder folder;
-    std::string path;
+    std::string path = folder / "a.png";
 };
 
 TEST_F(TextureCache, LoadsEachPathOnce) {
-    KXTexture* texture = KXTextureCacheLoad(path.c_str());
-    EXPECT_EQ(KXTextureCacheLoad(std::string(path).c_str()), texture);
-    const std::string samePlace = folder.path() + "/./a.png";
-    EXPECT_NE(KXTextureCacheLoad(samePlace.c_str()), texture);
-    EXPECT_EQ(_KXTextureCacheGet(path.c_str())->texture(), texture);
+    KXTexture* texture = load();
+    EXPECT_EQ(load(), texture);
+    EXPECT_NE(KXTextureCacheLoad((folder.path() + "/./a.png").c_str()), texture);
     EXPECT_EQ(_KXTextureCacheGet(path.c_str())->renderContext(), window.get());
-    EXPECT_EQ(_KXTextureCacheGet("other"), nullptr);
 
-    EXPECT_THROW(KXTextureCacheLoad((folder / "missing.png").c_str()), std::bad_alloc);
-    EXPECT_THROW(KXTextureCacheLoad(nullptr), std::bad_alloc);
-    EXPECT_EQ(_KXTextureCacheGet((folder / "missing.png").c_str()), nullptr);
-
+    const std::string missing = folder / "missing.png";
+    for (const char* wrong : {missing.c_str(), static_cast<const char*>(nullptr)}) {
+        EXPECT_THROW(KXTextureCacheLoad(wrong), std::bad_alloc);
+        EXPECT_EQ(_KXTextureCacheGet(wrong), nullptr);
+    }
     KXTextureCachePurge();
     EXPECT_EQ(_KXTextureCacheGet(path.c_str()), nullptr);
     KXTextureCachePurge(); // an empty cache
-    EXPECT_NE(KXTextureCacheLoad(path.c_str()), nullptr);
+    EXPECT_TRUE(shows(load(), *window));
 }
 
 TEST_F(TextureCache, KeepsWindowsApart) {
-    KXTexture* first = KXTextureCacheLoad(path.c_str());
-    KXWindow other("Other", {32, 32});
-    EXPECT_EQ(KXTextureCacheLoad(path.c_str()), first) << "the new window is not the current one yet";
-    other.setRenderContext();
-    KXTexture* second = KXTextureCacheLoad(path.c_str());
-    EXPECT_NE(second, first);
-    fill({0, 0, 0, 1});
-    second->draw(0, 0, -1);
-    EXPECT_EQ(Image::of(other).at(0, 0).g, 20);
-
-    // Going back and forth loads nothing again, and the first texture still draws in its own window.
-    window->setRenderContext();
-    EXPECT_EQ(KXTextureCacheLoad(path.c_str()), first);
-    first->draw(3, 3, -1);
-    EXPECT_EQ(Image::of(*window).at(3, 3).b, 30);
-    other.setRenderContext();
-    EXPECT_EQ(KXTextureCacheLoad(path.c_str()), second);
-    first->draw(5, 5, -1);
-    EXPECT_EQ(Image::of(other).at(5, 5).g, 0) << "another window's texture draws nothing";
-}
-
-TEST_F(TextureCache, LoadsOnceAroundTheFirstTarget) {
     window.reset();
-    KXWindow fresh("Fresh", {64, 48});
-    KXTexture* const early = KXTextureCacheLoad(path.c_str());
+    window = std::make_unique<KXWindow>("Fresh", KXSize{64, 48});
+    KXTexture* const first = load();
     EXPECT_EQ(_KXTextureCacheGet(path.c_str())->renderContext(), nullptr);
+    window->setRenderContext();
+    EXPECT_EQ(load(), first) << "loaded for the only window there was";
     KXWindow other("Other", {32, 32});
-    fresh.setRenderContext();
-    EXPECT_EQ(KXTextureCacheLoad(path.c_str()), early);
+    EXPECT_EQ(load(), first) << "the new window is not the current one yet";
     other.setRenderContext();
-    EXPECT_NE(KXTextureCacheLoad(path.c_str()), early);
+    KXTexture* const second = load();
+    EXPECT_NE(second, first);
+    for (int i = 0; i < 2; ++i) { // going back and forth loads nothing again
+        window->setRenderContext();
+        EXPECT_TRUE(load() == first && shows(first, *window));
+        other.setRenderContext();
+        EXPECT_TRUE(load() == second && shows(second, other) && !shows(first, other));
+    }
 }
 
 TEST_F(TextureCache, NeverHandsOutTexturesOfAClosedWindow) {
-    KXTextureCacheLoad(path.c_str());
     for (int i = 0; i < 5; ++i) { // a new window may well get the address of the one before
+        EXPECT_TRUE(shows(load(), *window));
         window.reset();
         window = std::make_unique<KXWindow>("Again", KXSize{64, 48});
         window->setRenderContext();
-        fill({0, 0, 0, 1});
-        KXTextureCacheLoad(path.c_str())->draw(0, 0, -1);
-        EXPECT_EQ(Image::of(*window).at(0, 0).g, 20);
     }
 }
 } // namespace
