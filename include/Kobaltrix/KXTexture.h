@@ -2,6 +2,8 @@
 
 #include <Kobaltrix/KXRenderContext.h>
 
+#include <memory>
+
 /// @file
 /// Textures: images that draw, and targets to draw into.
 
@@ -121,6 +123,6 @@ private:
     KXColor _tint;
     int _internalFormat;
     unsigned _format;
-    float* _pixelCache;
-    unsigned _graphicsContext; // of the window it belongs to
+    std::unique_ptr<float[]> _pixelCache; // what getPixel() keeps
+    unsigned _graphicsContext;            // of the window it belongs to
 };

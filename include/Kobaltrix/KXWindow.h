@@ -111,8 +111,8 @@ public:
 
 private:
     KX_INTERNAL void _commonInit(const char* title, KXSize size, int resizable);
+    KX_INTERNAL void _prepareContext(KXSize size);
     KX_INTERNAL void _applyProjection();
-    KX_INTERNAL KXTexture* _scaledToPoints(KXTexture& texture);
 
     SDL_Window* _window = nullptr;
     void* _context = nullptr;

@@ -1,5 +1,6 @@
 #include "render/DrawBatch.h"
 
+#include "core/ground/HeapGlobal.h"
 #include "render/DrawSink.h"
 #include "render/GLCheck.h"
 #include "render/VertexBlock.h"
@@ -50,9 +51,7 @@ private:
     _KXVertexRun& addRun(const _KXVertexRun& run);
     void makeRoom(int corners);
 
-    // On the heap: a game without batches does not pay for it. Freed by KXDeInit(), not at the end of the
-    // process: a static object of the game may draw until then.
-    Block* _block = nullptr;
+    _KXHeapGlobal<Block> _block; // a game without batches does not pay for it
     int _vertexCount = 0;
     int _runCount = 0;
     Leavings _leavings = {};
@@ -105,24 +104,19 @@ void _KXFreeBatch() {
 namespace {
 // Makes sure that so many corners and one more run fit.
 void BatchSink::makeRoom(int corners) {
-    if (!_block)
-        _block = new Block;
     if (_vertexCount + corners > vertexCapacity || _runCount == runCapacity)
         flush(KXDrawFlushFull);
 }
 
 _KXVertexRun* BatchSink::lastRun(bool isLines) {
-    _KXVertexRun* const last = _runCount > 0 ? &_block->runs[_runCount - 1] : nullptr;
+    _KXVertexRun* const last = _runCount > 0 ? &_block.get().runs[_runCount - 1] : nullptr;
     return last && last->isLines == isLines ? last : nullptr;
 }
 
-_KXVertexRun& BatchSink::addRun(const _KXVertexRun& run) {
-    _block->runs[_runCount] = run;
-    return _block->runs[_runCount++];
-}
+_KXVertexRun& BatchSink::addRun(const _KXVertexRun& run) { return _block.get().runs[_runCount++] = run; }
 
 _KXVertex* BatchSink::addTo(_KXVertexRun& run, int corners) {
-    _KXVertex* const room = _block->vertices + _vertexCount;
+    _KXVertex* const room = _block.get().vertices + _vertexCount;
     run.count += corners;
     _vertexCount += corners;
     return room;
@@ -215,7 +209,7 @@ void BatchSink::flush(KXDrawFlushReason reason) {
     ++_KXDrawStatistics.flushesBecause[reason];
     GLint bound = 0;
     glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
-    _KXDrawVertexRuns(_block->vertices, _block->runs, _runCount);
+    _KXDrawVertexRuns(_block.get().vertices, _block.get().runs, _runCount);
     glBindTexture(GL_TEXTURE_2D, _leavings.texture ? _leavings.texture : static_cast<unsigned>(bound));
     if (_leavings.hasColor)
         glColor4f(_leavings.color.r, _leavings.color.g, _leavings.color.b, _leavings.color.a);
@@ -231,7 +225,6 @@ void BatchSink::drop() {
 
 void BatchSink::freeMemory() {
     drop();
-    delete _block;
-    _block = nullptr;
+    _block.free();
 }
 } // namespace

@@ -1,5 +1,6 @@
 #include <Kobaltrix/KXDrawing.h>
 
+#include "core/ground/HeapGlobal.h"
 #include "core/ground/Truncate.h"
 #include "render/DrawSink.h"
 #include "render/GLCheck.h"
@@ -39,12 +40,8 @@ const std::vector<KXPoint>& perimeter(KXPoint centre, int radius, int segments) 
     const int count = segments < -mostSegments ? mostSegments : std::min(std::abs(segments), mostSegments);
     const double step = count ? fullTurn / count : std::numeric_limits<double>::infinity();
 
-    // Kept, since circles are drawn in every frame; never destroyed, since a static object of the game may
-    // draw one while the process ends.
-    static constinit std::vector<KXPoint>* kept = nullptr;
-    if (!kept)
-        kept = new std::vector<KXPoint>;
-    std::vector<KXPoint>& points = *kept;
+    static constinit _KXHeapGlobal<std::vector<KXPoint>> kept; // circles are drawn in every frame
+    std::vector<KXPoint>& points = kept.get();
     points.clear();
     double angle = 0;
     do {

@@ -1,5 +1,6 @@
 #include "render/FillProgram.h"
 
+#include "core/ground/HeapGlobal.h"
 #include "render/GLFunctions.h"
 #include "render/GraphicsContext.h"
 
@@ -13,7 +14,7 @@ struct ContextProgram {
 };
 } // namespace
 
-static constinit std::vector<ContextProgram>* programs = nullptr;
+static constinit _KXHeapGlobal<std::vector<ContextProgram>> programs;
 
 static void attach(GLuint program, GLenum kind, const char* source) {
     const GLuint shader = _KXGL.createShader(kind);
@@ -56,13 +57,10 @@ static unsigned makeProgram() {
 }
 
 static unsigned programOfCurrentContext() {
-    if (!programs)
-        programs = new std::vector<ContextProgram>;
-    for (const ContextProgram& entry : *programs)
+    for (const ContextProgram& entry : programs.get())
         if (entry.context == _KXCurrentGraphicsContext)
             return entry.program;
-    programs->push_back({_KXCurrentGraphicsContext, makeProgram()});
-    return programs->back().program;
+    return programs.get().emplace_back(_KXCurrentGraphicsContext, makeProgram()).program;
 }
 
 // Whether the game has switched nothing on that the program does not do.
@@ -93,13 +91,9 @@ _KXFillProgramScope::~_KXFillProgramScope() {
 }
 
 void _KXForgetFillProgram(unsigned graphicsContext) {
-    if (!programs)
-        return;
-    std::erase_if(*programs, [graphicsContext](const ContextProgram& entry) {
+    const auto ended = [graphicsContext](const ContextProgram& entry) {
         return entry.context == graphicsContext;
-    });
-    if (programs->empty()) {
-        delete programs;
-        programs = nullptr;
-    }
+    };
+    if (programs.find() && std::erase_if(programs.get(), ended) > 0 && programs.get().empty())
+        programs.free();
 }

@@ -2,24 +2,17 @@
 
 #include "render/DrawBatch.h"
 #include "render/PixelStore.h"
+#include "render/TextureBinding.h"
 
 #include <SDL_opengl.h>
 
-namespace {
 // Uploads bind textures and read memory as the pixel-store state says: both are the game's own.
-class UploadScope {
-public:
-    explicit UploadScope(unsigned texture) {
-        glGetIntegerv(GL_TEXTURE_BINDING_2D, &_bound);
-        glBindTexture(GL_TEXTURE_2D, texture);
-    }
-    ~UploadScope() { glBindTexture(GL_TEXTURE_2D, static_cast<unsigned>(_bound)); }
-    UploadScope(const UploadScope&) = delete;
-    UploadScope& operator=(const UploadScope&) = delete;
+namespace {
+struct UploadScope {
+    explicit UploadScope(unsigned texture) : binding(texture) {}
 
-private:
-    GLint _bound = 0;
-    const _KXTightPixelStore _pixelStore;
+    const _KXTextureBindingScope binding;
+    const _KXTightPixelStore pixelStore;
 };
 } // namespace
 

@@ -1,12 +1,12 @@
 #include "render/GraphicsContext.h"
 
+#include "core/ground/HeapGlobal.h"
 #include "render/DrawBatch.h"
 #include "render/FillProgram.h"
 #include "render/KXRenderContext.h"
 
 #include <SDL_video.h>
 
-#include <algorithm>
 #include <vector>
 
 namespace {
@@ -18,23 +18,19 @@ struct GraphicsContext {
 };
 } // namespace
 
-// On the heap while there is any: a static object of the game may close its window while the process ends.
-static constinit std::vector<GraphicsContext>* contexts = nullptr;
+static constinit _KXHeapGlobal<std::vector<GraphicsContext>> contexts;
 static constinit unsigned lastNumber = 0;
 
 static const GraphicsContext* find(unsigned number) {
-    if (!contexts)
-        return nullptr;
-    const auto found =
-        std::find_if(contexts->begin(), contexts->end(),
-                     [number](const GraphicsContext& context) { return context.number == number; });
-    return found == contexts->end() ? nullptr : &*found;
+    if (contexts.find())
+        for (const GraphicsContext& context : contexts.get())
+            if (context.number == number)
+                return &context;
+    return nullptr;
 }
 
 unsigned _KXAddGraphicsContext(SDL_Window* window, void* context, KXRenderContext* owner) {
-    if (!contexts)
-        contexts = new std::vector<GraphicsContext>;
-    contexts->push_back({++lastNumber, window, context, owner});
+    contexts.get().push_back({++lastNumber, window, context, owner});
     return lastNumber;
 }
 
@@ -49,11 +45,9 @@ void _KXRemoveGraphicsContext(unsigned number) {
         _KXCurrentGraphicsContext = 0;
     }
     _KXForgetFillProgram(number);
-    contexts->erase(contexts->begin() + (found - contexts->data()));
-    if (contexts->empty()) {
-        delete contexts;
-        contexts = nullptr;
-    }
+    contexts.get().erase(contexts.get().begin() + (found - contexts.get().data()));
+    if (contexts.get().empty())
+        contexts.free();
 }
 
 bool _KXMakeGraphicsContextCurrent(unsigned number) {

@@ -22,8 +22,9 @@ KXRenderContext* _KXWindowOfGraphicsContext(unsigned number);
 
 /// What is current in the scope of a context that is gone.
 enum class _KXWithoutContext {
-    KeepPrevious, ///< What was current before, for callers that ask the scope before they go on.
-    HaveNone      ///< Nothing, for foreign code that deletes its names in any case: it hits no one else's.
+    KeepPrevious, ///< The one before. Callers ask the scope whether to go on.
+    HaveNone      ///< None, for foreign code that deletes OpenGL names in any case: they name other things in
+                  ///< other contexts.
 };
 
 /// Makes a context current for as long as the scope lasts, then what was current before, be it none. Costs

@@ -37,7 +37,6 @@ KXTexture::~KXTexture() {
         unsetRenderContext();
     _clearFBOID();
     _clearTextureID();
-    _forgetPixels();
 }
 
 void KXTexture::_commonInit() {
@@ -47,7 +46,7 @@ void KXTexture::_commonInit() {
     _tint = {1, 1, 1, 1};
     _internalFormat = 0;
     _format = 0;
-    _pixelCache = nullptr;
+    _forgetPixels();
     _graphicsContext = 0;
 }
 
@@ -181,6 +180,19 @@ void KXTexture::drawNineSlice(KXPoint position, KXSize size, int corner, float o
         slice(column, row);
 }
 
+// Half a turn about the x axis and up by the height: a target's first row is its top, as in an image.
+static void projectUpright(int width, int height) {
+    glViewport(0, 0, width, height);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(0, width, height, 0, -1, 1);
+    const GLfloat upright[16] = {1, 0, 0, 0, 0, -1, 0, 0, 0, 0, -1, 0, 0, static_cast<float>(height), 0, 1};
+    glMatrixMode(GL_MODELVIEW);
+    glLoadMatrixf(upright);
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_CULL_FACE);
+}
+
 void KXTexture::setRenderContext() {
     KX_GL_CHECK("KXTexture::setRenderContext");
     if (!_textureID ||
@@ -199,17 +211,7 @@ void KXTexture::setRenderContext() {
                     static_cast<int>(_textureID), static_cast<int>(_framebufferID), status);
     _forgetPixels();
 
-    const int width = static_cast<int>(_size.width), height = static_cast<int>(_size.height);
-    glViewport(0, 0, width, height);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    glOrtho(0, width, height, 0, -1, 1);
-    // Half a turn about the x axis and up by the height: the texture's first row is its top, as in an image.
-    const GLfloat upright[16] = {1, 0, 0, 0, 0, -1, 0, 0, 0, 0, -1, 0, 0, static_cast<float>(height), 0, 1};
-    glMatrixMode(GL_MODELVIEW);
-    glLoadMatrixf(upright);
-    glDisable(GL_DEPTH_TEST);
-    glDisable(GL_CULL_FACE);
+    projectUpright(static_cast<int>(_size.width), static_cast<int>(_size.height));
     _KXCurrentRenderContext = this;
 }
 

@@ -1,5 +1,6 @@
 #include "render/KXTextureCache.h"
 
+#include "core/ground/HeapGlobal.h"
 #include "render/KXRenderContext.h"
 #include "render/KXTexture.h"
 
@@ -19,24 +20,24 @@ using Items = std::vector<std::unique_ptr<_KXTextureCacheItem>>;
 using Cache = std::map<std::string, Items, std::less<>>;
 } // namespace
 
-// On the heap while it holds anything, so that nothing is destroyed behind a game's back while the process
-// ends.
-static constinit Cache* _KXTextureCache = nullptr;
+static constinit _KXHeapGlobal<Cache> _KXTextureCache;
 
-_KXTextureCacheItem::~_KXTextureCacheItem() { delete _texture; }
+_KXTextureCacheItem::_KXTextureCacheItem(KXTexture* texture, void* renderContext)
+    : _texture(texture), _renderContext(renderContext) {}
+
+_KXTextureCacheItem::~_KXTextureCacheItem() = default;
 
 static Items* itemsOf(const char* path) {
-    if (!path || !_KXTextureCache)
+    Cache* const cache = _KXTextureCache.find();
+    if (!path || !cache)
         return nullptr;
-    const auto found = _KXTextureCache->find(std::string_view(path));
-    return found == _KXTextureCache->end() ? nullptr : &found->second;
+    const auto found = cache->find(std::string_view(path));
+    return found == cache->end() ? nullptr : &found->second;
 }
 
 void _KXTextureCacheAdd(char const* path, _KXTextureCacheItem* item) {
     std::unique_ptr<_KXTextureCacheItem> owned(item);
-    if (!_KXTextureCache)
-        _KXTextureCache = new Cache;
-    Items& items = (*_KXTextureCache)[path];
+    Items& items = _KXTextureCache.get()[path];
     if (!items.empty())
         ++_KXTextureCacheGeneration;
     items.push_back(std::move(owned));
@@ -66,14 +67,12 @@ KXTexture* KXTextureCacheLoad(const char* path) {
         }
     }
     auto texture = std::make_unique<KXTexture>(path);
-    auto* const item = new _KXTextureCacheItem(texture.get(), _KXCurrentWindowRenderContext);
-    static_cast<void>(texture.release()); // the item has taken it over
-    _KXTextureCacheAdd(path, item);
-    return item->texture();
+    auto item = std::make_unique<_KXTextureCacheItem>(texture.get(), _KXCurrentWindowRenderContext);
+    _KXTextureCacheAdd(path, item.release());
+    return texture.release(); // the item has taken it over
 }
 
 void KXTextureCachePurge() {
     ++_KXTextureCacheGeneration;
-    delete _KXTextureCache;
-    _KXTextureCache = nullptr;
+    _KXTextureCache.free();
 }

@@ -3,22 +3,22 @@
 #include <Kobaltrix/KXTextureCache.h>
 
 #include <cstdint>
+#include <memory>
 
 /// A cached texture and the window that was current when it was loaded.
 class _KXTextureCacheItem {
 public:
     /// Takes the texture over.
-    _KXTextureCacheItem(KXTexture* texture, void* renderContext)
-        : _texture(texture), _renderContext(renderContext) {}
+    _KXTextureCacheItem(KXTexture* texture, void* renderContext);
     ~_KXTextureCacheItem();
     _KXTextureCacheItem(const _KXTextureCacheItem&) = delete;
     _KXTextureCacheItem& operator=(const _KXTextureCacheItem&) = delete;
 
-    KXTexture* texture() const { return _texture; }
+    KXTexture* texture() const { return _texture.get(); }
     void* renderContext() const { return _renderContext; }
 
 private:
-    KXTexture* _texture;
+    std::unique_ptr<KXTexture> _texture;
     void* _renderContext;
 };
 

@@ -38,25 +38,29 @@ KXWindow::KXWindow(const char* title, KXSize size) : KXWindow(title, size, 0) {}
 
 KXWindow::~KXWindow() { _closePlatformWindow(); }
 
-void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
-    KX_GL_CHECK("KXWindow::KXWindow");
-    const int width = _KXTruncate(size.width), height = _KXTruncate(size.height);
-    const unsigned previous = _KXCurrentGraphicsContext;
-    _KXFlushBatch(KXDrawFlushTarget);
-
+// Null where the platform refuses.
+static SDL_Window* openPlatformWindow(const char* title, KXSize size, int resizable) {
+    // The platform would start itself, and would make a window of any size, if it were asked. Of what is less
+    // than a point it makes a point.
+    if (!SDL_WasInit(SDL_INIT_VIDEO) || !(size.width > 0) || !(size.height > 0))
+        return nullptr;
     SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
     Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_ALLOW_HIGHDPI;
     if (resizable)
         flags |= SDL_WINDOW_RESIZABLE;
-    // The platform would start itself, and would make a window of any size, if it were asked. Of what is less
-    // than a point it makes a point.
-    if (SDL_WasInit(SDL_INIT_VIDEO) && size.width > 0 && size.height > 0)
-        _window = SDL_CreateWindow(title ? title : "", SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,
-                                   width, height, flags);
+    return SDL_CreateWindow(title ? title : "", SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,
+                            _KXTruncate(size.width), _KXTruncate(size.height), flags);
+}
+
+void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
+    KX_GL_CHECK("KXWindow::KXWindow");
+    const unsigned previous = _KXCurrentGraphicsContext;
+    _KXFlushBatch(KXDrawFlushTarget);
+    _window = openPlatformWindow(title, size, resizable);
     if (_window)
         _context = SDL_GL_CreateContext(_window);
     if (!_context) {
-        _KXReportError("Couldn't set %dx%d video mode:", width, height);
+        _KXReportError("Couldn't set %dx%d video mode:", _KXTruncate(size.width), _KXTruncate(size.height));
         SDL_DestroyWindow(_window);
         _KXMakeGraphicsContextCurrent(previous);
         throw std::bad_alloc();
@@ -68,19 +72,21 @@ void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
     (*_windowsMap)[_id] = this;
     _graphicsContext = _KXAddGraphicsContext(_window, _context, this);
     _KXCurrentGraphicsContext = _graphicsContext; // creating a context has made it current
+    _prepareContext(size);
+    if (previous)
+        _KXMakeGraphicsContextCurrent(previous);
+}
 
+void KXWindow::_prepareContext(KXSize size) {
     _KXEnableVerticalSync();
     _KXLoadGLFunctions();
-    glViewport(0, 0, width, height);
+    glViewport(0, 0, _KXTruncate(size.width), _KXTruncate(size.height));
     glEnable(GL_TEXTURE_2D);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     _renderingMode = KXWindowRenderingMode2D;
     _applyProjection();
     _sizeCache = KXZeroSize;
-
-    if (previous)
-        _KXMakeGraphicsContextCurrent(previous);
 }
 
 void KXWindow::_closePlatformWindow() {

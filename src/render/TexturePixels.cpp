@@ -10,14 +10,15 @@
 #include "render/GraphicsContext.h"
 #include "render/KXRenderContext.h"
 #include "render/PixelStore.h"
+#include "render/Surface.h"
+#include "render/TextureBinding.h"
 
 #include <SDL_image.h>
 #include <SDL_opengl.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
+#include <new>
 #include <vector>
 
 constinit int _KXTextureMode = GL_NEAREST;
@@ -25,26 +26,6 @@ constinit int _KXTextureMode = GL_NEAREST;
 void KXSetTextureMode(int mode) { _KXTextureMode = mode == 1 ? GL_NEAREST : GL_LINEAR; }
 
 namespace {
-// Binds a texture for a read or write that is no draw, and gives the game's own binding back.
-class BindingScope {
-public:
-    explicit BindingScope(unsigned texture) {
-        glGetIntegerv(GL_TEXTURE_BINDING_2D, &_previous);
-        glBindTexture(GL_TEXTURE_2D, texture);
-    }
-    ~BindingScope() { glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(_previous)); }
-    BindingScope(const BindingScope&) = delete;
-    BindingScope& operator=(const BindingScope&) = delete;
-
-private:
-    GLint _previous = 0;
-};
-
-struct FreeSurface {
-    void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
-};
-using Surface = std::unique_ptr<SDL_Surface, FreeSurface>;
-
 // Whether the driver can hold such a texture; it is asked without leaving an OpenGL error behind.
 bool driverAccepts(int width, int height, int internalFormat, unsigned format) {
     GLint largest = 0;
@@ -93,7 +74,7 @@ int KXTexture::_loadImage(const char* path) {
     KX_GL_CHECK("KXTexture::_loadImage");
     if (!path)
         return 0;
-    const Surface surface(IMG_Load(path));
+    const _KXSurface surface(IMG_Load(path));
     if (!surface)
         return 0;
     const int components = surface->format->BytesPerPixel;
@@ -141,7 +122,7 @@ void KXTexture::clear() {
     ++_KXDrawStatistics.textureUploads;
     _forgetPixels();
     const int width = static_cast<int>(_size.width), height = static_cast<int>(_size.height);
-    const BindingScope binding(_textureID);
+    const _KXTextureBindingScope binding(_textureID);
     const _KXTightPixelStore tight;
     constexpr int rowsAtATime = 64;
     const std::vector<char> empty(static_cast<std::size_t>(width) * 4 * rowsAtATime);
@@ -150,16 +131,13 @@ void KXTexture::clear() {
                         GL_UNSIGNED_BYTE, empty.data());
 }
 
-void KXTexture::_forgetPixels() {
-    std::free(_pixelCache);
-    _pixelCache = nullptr;
-}
+void KXTexture::_forgetPixels() { _pixelCache.reset(); }
 
 // The whole texture as RGBA. Tightly packed, so pixels must have room for width times height times four
 // values.
 void KXTexture::_readBack(unsigned type, void* pixels) {
     _KXFlushBatch(KXDrawFlushRead);
-    const BindingScope binding(_textureID);
+    const _KXTextureBindingScope binding(_textureID);
     const _KXTightPixelStore tight;
     glGetTexImage(GL_TEXTURE_2D, 0, GL_RGBA, type, pixels);
 }
@@ -172,15 +150,15 @@ void KXTexture::_getPixel(int x, int y, float& r, float& g, float& b, float& a, 
     if (!scope || !_textureID || !(fx >= 0 && fx <= _size.width - 1) || !(fy >= 0 && fy <= _size.height - 1))
         return;
     const auto width = static_cast<std::size_t>(_size.width), height = static_cast<std::size_t>(_size.height);
-    const bool cached = _pixelCache;
+    const bool cached = _pixelCache != nullptr;
     if (!cached) {
-        _pixelCache = static_cast<float*>(std::malloc(width * 4 * height * sizeof(float)));
+        _pixelCache.reset(new (std::nothrow) float[width * 4 * height]);
         if (!_pixelCache)
             return;
-        _readBack(GL_FLOAT, _pixelCache);
+        _readBack(GL_FLOAT, _pixelCache.get());
     }
-    const float* pixel =
-        _pixelCache + (width * static_cast<std::size_t>(y) + static_cast<std::size_t>(x)) * 4;
+    const float* const pixel =
+        &_pixelCache[(width * static_cast<std::size_t>(y) + static_cast<std::size_t>(x)) * 4];
     r = pixel[0];
     g = pixel[1];
     b = pixel[2];
@@ -206,7 +184,7 @@ int KXTexture::_savePNG(const char* path) {
                        path ? "the texture is empty or its window is closed" : "no path");
         return 0;
     }
-    const Surface surface(SDL_CreateRGBSurfaceWithFormat(
+    const _KXSurface surface(SDL_CreateRGBSurfaceWithFormat(
         0, static_cast<int>(_size.width), static_cast<int>(_size.height), 32, SDL_PIXELFORMAT_RGBA32));
     if (surface)
         _readBack(GL_UNSIGNED_BYTE, surface->pixels);

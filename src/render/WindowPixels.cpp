@@ -12,6 +12,7 @@
 #include "render/KXTexture.h"
 #include "render/KXWindow.h"
 #include "render/PixelStore.h"
+#include "render/Surface.h"
 
 #include <SDL.h>
 #include <SDL_opengl.h>
@@ -52,51 +53,91 @@ int _KXWindowTextureLoadFromData(KXTexture* texture, KXSize size, int internalFo
                                   data);
 }
 
+// Every pixel as RGBA, the first row at the top. Nothing if the window is closed.
+static std::vector<char> drawnPixels(KXWindow& window) {
+    int width = 0, height = 0;
+    window._drawableSize(&width, &height);
+    std::vector<char> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
+    window._readPixels(pixels.data(), GL_RGBA);
+    window._flipPixels(pixels.data(), GL_RGBA);
+    return pixels;
+}
+
+namespace {
+// The game may be in the middle of a frame: its target, matrices, clip and blending come back afterwards.
+class FrameStateScope {
+public:
+    FrameStateScope() {
+        glGetIntegerv(GL_FRAMEBUFFER_BINDING, &_framebuffer);
+        glPushAttrib(GL_ALL_ATTRIB_BITS);
+        glMatrixMode(GL_PROJECTION);
+        glPushMatrix();
+        glMatrixMode(GL_MODELVIEW);
+        glPushMatrix();
+    }
+    ~FrameStateScope() {
+        glMatrixMode(GL_MODELVIEW);
+        glPopMatrix();
+        glMatrixMode(GL_PROJECTION);
+        glPopMatrix();
+        glPopAttrib();
+        _KXBindFramebuffer(static_cast<unsigned>(_framebuffer));
+        _KXCurrentRenderContext = _target;
+    }
+    FrameStateScope(const FrameStateScope&) = delete;
+    FrameStateScope& operator=(const FrameStateScope&) = delete;
+
+private:
+    KXRenderContext* const _target = _KXCurrentRenderContext;
+    GLint _framebuffer = 0;
+};
+} // namespace
+
+// Null if the texture of that size cannot be made.
+static KXTexture* scaled(KXTexture& texture, KXSize size) {
+    auto result = std::make_unique<KXTexture>();
+    if (!_KXWindowTextureLoadFromData(result.get(), size, 4, GL_RGBA, nullptr))
+        return nullptr;
+    const FrameStateScope frame;
+    result->setRenderContext();
+    glDisable(GL_SCISSOR_TEST);
+    glDisable(GL_BLEND);
+    glEnable(GL_TEXTURE_2D);
+    texture.draw(0, 0, 1.0f, size.width / texture.size().width, 0, 0, -1);
+    result->unsetRenderContext();
+    return result.release();
+}
+
 KXTexture* KXWindow::copyTexture() {
     KX_GL_CHECK("KXWindow::copyTexture");
     const _KXGraphicsContextScope scope(_graphicsContext);
     int width = 0, height = 0;
     _drawableSize(&width, &height);
-    std::vector<char> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
-    _readPixels(pixels.data(), GL_RGBA);
-    _flipPixels(pixels.data(), GL_RGBA);
     auto texture = std::make_unique<KXTexture>();
-    if (!texture->_loadFromData(width, height, 4, GL_RGBA, pixels.data()))
+    if (!texture->_loadFromData(width, height, 4, GL_RGBA, drawnPixels(*this).data()))
         return nullptr;
     const KXSize points = size();
     const bool natural =
         points.width == static_cast<float>(width) && points.height == static_cast<float>(height);
-    return natural ? texture.release() : _scaledToPoints(*texture);
+    return natural ? texture.release() : scaled(*texture, points);
 }
 
-KXTexture* KXWindow::_scaledToPoints(KXTexture& texture) {
-    const KXSize points = size();
-    auto scaled = std::make_unique<KXTexture>();
-    if (!scaled->_loadFromData(_KXTruncate(points.width), _KXTruncate(points.height), 4, GL_RGBA, nullptr))
+// An image each of whose rows begins one drawn row behind the one before: where it is wider than what was
+// drawn, its rows overlap. The platform refuses a surface over overlapping rows, so they are copied. Null if
+// it cannot be made.
+static _KXSurface imageOf(std::vector<char> pixels, int drawnWidth, int width, int height) {
+    const bool littleEndian = _KXEndianness != 0;
+    _KXSurface surface(SDL_CreateRGBSurface(
+        0, width, height, 32, littleEndian ? 0x000000FF : 0xFF000000, littleEndian ? 0x0000FF00 : 0x00FF0000,
+        littleEndian ? 0x00FF0000 : 0x0000FF00, littleEndian ? 0xFF000000 : 0x000000FF));
+    if (!surface)
         return nullptr;
-    // The game may be in the middle of a frame: its target, matrices, clip and blending come back afterwards.
-    KXRenderContext* const target = _KXCurrentRenderContext;
-    GLint framebuffer = 0;
-    glGetIntegerv(GL_FRAMEBUFFER_BINDING, &framebuffer);
-    glPushAttrib(GL_ALL_ATTRIB_BITS);
-    glMatrixMode(GL_PROJECTION);
-    glPushMatrix();
-    glMatrixMode(GL_MODELVIEW);
-    glPushMatrix();
-    scaled->setRenderContext();
-    glDisable(GL_SCISSOR_TEST);
-    glDisable(GL_BLEND);
-    glEnable(GL_TEXTURE_2D);
-    texture.draw(0, 0, 1.0f, points.width / texture.size().width, 0, 0, -1);
-    scaled->unsetRenderContext();
-    glMatrixMode(GL_MODELVIEW);
-    glPopMatrix();
-    glMatrixMode(GL_PROJECTION);
-    glPopMatrix();
-    glPopAttrib();
-    _KXBindFramebuffer(static_cast<unsigned>(framebuffer));
-    _KXCurrentRenderContext = target;
-    return scaled.release();
+    const std::size_t row = static_cast<std::size_t>(width) * 4;
+    pixels.resize(row * static_cast<std::size_t>(height));
+    for (std::ptrdiff_t y = 0; y < height; ++y)
+        std::memcpy(static_cast<char*>(surface->pixels) + y * surface->pitch,
+                    pixels.data() + y * drawnWidth * 4, row);
+    return surface;
 }
 
 int KXWindow::saveBuffer(const char* path, int powerOfTwo) {
@@ -107,35 +148,13 @@ int KXWindow::saveBuffer(const char* path, int powerOfTwo) {
                        path ? "the window is closed" : "no path");
         return 0;
     }
-    const std::size_t drawnRow = static_cast<std::size_t>(width) * 4;
-    std::vector<char> pixels(drawnRow * static_cast<std::size_t>(height));
-    _readPixels(pixels.data(), GL_RGBA);
-    _flipPixels(pixels.data(), GL_RGBA);
-
-    int imageWidth = width, imageHeight = height;
-    if (powerOfTwo) {
-        imageWidth = KXNearestPowerOfTwo(width);
-        imageHeight = KXNearestPowerOfTwo(height);
-    }
-    const bool littleEndian = _KXEndianness != 0;
-    SDL_Surface* surface =
-        SDL_CreateRGBSurface(0, imageWidth, imageHeight, 32, littleEndian ? 0x000000FF : 0xFF000000,
-                             littleEndian ? 0x0000FF00 : 0x00FF0000, littleEndian ? 0x00FF0000 : 0x0000FF00,
-                             littleEndian ? 0xFF000000 : 0x000000FF);
-    if (!surface) {
+    const auto side = [powerOfTwo](int drawn) { return powerOfTwo ? KXNearestPowerOfTwo(drawn) : drawn; };
+    const _KXSurface image = imageOf(drawnPixels(*this), width, side(width), side(height));
+    if (!image) {
         _KXReportError("Unable to create SDL surface: %s", SDL_GetError());
         return 0;
     }
-    // Each image row begins one drawn row behind the one before, so where the image is wider than the window
-    // its rows overlap. The platform refuses rows that overlap, so they are written out one by one.
-    pixels.resize(static_cast<std::size_t>(imageWidth) * static_cast<std::size_t>(imageHeight) * 4);
-    for (int y = 0; y < imageHeight; ++y)
-        std::memcpy(static_cast<char*>(surface->pixels) + static_cast<std::ptrdiff_t>(y) * surface->pitch,
-                    pixels.data() + static_cast<std::size_t>(y) * drawnRow,
-                    static_cast<std::size_t>(imageWidth) * 4);
-    const int result = SDL_SaveBMP(surface, path);
-    SDL_FreeSurface(surface);
-    if (result == 0)
+    if (SDL_SaveBMP(image.get(), path) == 0)
         return -1;
     _KXReportError("Unable to save bitmap image (%s): %s", path, SDL_GetError());
     return 0;

@@ -1,6 +1,7 @@
 #include <Kobaltrix/KXFont.h>
 
 #include "core/ground/ErrorSlot.h"
+#include "core/ground/HeapGlobal.h"
 #include "core/ground/Truncate.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
@@ -134,13 +135,9 @@ public:
     }
 
 private:
-    // Kept: text is printed in every frame. Never destroyed: a static object of the game may print at the
-    // end.
     static std::vector<_KXGlyphQuad>& keptGlyphs() {
-        static constinit std::vector<_KXGlyphQuad>* glyphs = nullptr;
-        if (!glyphs)
-            glyphs = new std::vector<_KXGlyphQuad>;
-        return *glyphs;
+        static constinit _KXHeapGlobal<std::vector<_KXGlyphQuad>> glyphs; // text is printed in every frame
+        return glyphs.get();
     }
 
     FTFont& _font;

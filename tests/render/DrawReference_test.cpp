@@ -106,13 +106,12 @@ TEST_F(DrawReference, InAWindowInATextureAndInThreeDimensions) {
 
 TEST_F(DrawReference, ShortFormsFillInTheRest) {
     for (const int t : {-1, 0}) {
-        const std::pair<Parameters, std::function<void()>> forms[] = {
-            {{0, 0, 21, 13, -1, -1, 7, 9, 1, 1, 0, 0, t}, [&] { texture.draw(7, 9, t); }},
-            {{0, 0, 21, 13, -1, -1, 7, 9, 1, 2, 90, 2, t}, [&] { texture.draw(7, 9, 1.0f, 2.0f, 90, 2, t); }},
-            {{3, 2, 11, 9, -1, -1, 7, 9, 1, 1, 0, 0, t}, [&] { texture.draw(3, 2, 11, 9, 7, 9, t); }},
-        };
-        for (const auto& [parameters, form] : forms)
-            expectSame(shown([&p = parameters, this] { drawTextbook(p); }), form);
+        const Parameters whole = {0, 0, 21, 13, -1, -1, 7, 9, 1, 1, 0, 0, t},
+                         turned = {0, 0, 21, 13, -1, -1, 7, 9, 0.5f, 2, 90, 2, t},
+                         part = {3, 2, 11, 9, -1, -1, 7, 9, 1, 1, 0, 0, t};
+        expectSame(shown([&] { drawTextbook(whole); }), [&] { texture.draw(7, 9, t); });
+        expectSame(shown([&] { drawTextbook(turned); }), [&] { texture.draw(7, 9, 0.5f, 2.0f, 90, 2, t); });
+        expectSame(shown([&] { drawTextbook(part); }), [&] { texture.draw(3, 2, 11, 9, 7, 9, t); });
     }
 }
 

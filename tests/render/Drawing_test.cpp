@@ -4,7 +4,7 @@
 
 namespace {
 struct Drawing : RenderTest {
-    static int lit(const Image& image) { return image.width * image.height - count(image, black); }
+    static auto lit(const Image& image) { return image.width * image.height - count(image, black); }
     Image disc(int segments) {
         return picture([=] { KXDrawCircleFill({30, 20}, 10, segments, KXRedColor); });
     }
@@ -42,13 +42,11 @@ TEST_F(Drawing, CirclesStartStraightBelowTheirCentre) {
     EXPECT_EQ(triangle.at(30, 12), black);
     EXPECT_NEAR(lit(triangle), 130, 10);
     EXPECT_NEAR(lit(square), 200, 12) << "its side is 10 * sqrt(2)";
-    for (const auto& [x, y] : {std::array{30, 28}, {38, 20}, {30, 11}, {21, 19}})
-        EXPECT_EQ(square.at(x, y), red) << x << ',' << y;
-    EXPECT_EQ(outline.at(30, 20), black);
+    for (const KXPoint tip : {KXPoint{30, 28}, {38, 20}, {30, 11}, {21, 19}})
+        EXPECT_EQ(square.at(int(tip.x), int(tip.y)), red) << tip.x;
     EXPECT_NEAR(lit(outline), 57, 12);
     EXPECT_EQ(differingPixels(disc(-4), square), 0);
     EXPECT_EQ(lit(disc(0)) + lit(disc(1)) + lit(disc(2)) + lit(ring(0)) + lit(ring(1)), 0);
-    EXPECT_GT(lit(ring(2)), 0);
     ring(INT_MIN); // ends
     KXDrawCircle({30, 20}, INT_MAX, INT_MAX, KXRedColor);
 }

@@ -24,11 +24,9 @@ TEST_F(TextureCache, LoadsEachPathOnce) {
     EXPECT_NE(KXTextureCacheLoad((folder.path() + "/./a.png").c_str()), texture);
     EXPECT_EQ(_KXTextureCacheGet(path.c_str())->renderContext(), window.get());
 
-    const std::string missing = folder / "missing.png";
-    for (const char* wrong : {missing.c_str(), static_cast<const char*>(nullptr)}) {
-        EXPECT_THROW(KXTextureCacheLoad(wrong), std::bad_alloc);
-        EXPECT_EQ(_KXTextureCacheGet(wrong), nullptr);
-    }
+    EXPECT_THROW(KXTextureCacheLoad("missing.png"), std::bad_alloc);
+    EXPECT_THROW(KXTextureCacheLoad(nullptr), std::bad_alloc);
+    EXPECT_EQ(_KXTextureCacheGet("missing.png"), nullptr);
     KXTextureCachePurge();
     EXPECT_EQ(_KXTextureCacheGet(path.c_str()), nullptr);
     KXTextureCachePurge(); // an empty cache

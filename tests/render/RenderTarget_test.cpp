@@ -14,7 +14,6 @@ TEST_F(RenderTarget, IsUprightAndDrawnBackUpright) {
     paint(KXRedColor, rect(2, 1, 4, 3));
     target->unsetRenderContext();
     EXPECT_EQ(KXCurrentRenderContext(), nullptr);
-    EXPECT_EQ(state(GL_FRAMEBUFFER_BINDING)[0], 0);
     expectBox(Image::of(*target), {2, 1, 6, 4}, red, transparent);
     window->setRenderContext();
     window->setRenderingMode(KXWindowRenderingMode2D);
@@ -71,9 +70,7 @@ TEST_F(RenderTarget, LeavesNothingDangling) {
         EXPECT_EQ(KXCurrentRenderContext(), nullptr);
         EXPECT_EQ(window ? state(GL_FRAMEBUFFER_BINDING)[0] : 0, 0);
     }
-    target->unsetRenderContext();
     target->setRenderContext(); // has no window any more
-    EXPECT_STRNE(KXError(), "");
     EXPECT_EQ(KXCurrentRenderContext(), nullptr);
 }
 

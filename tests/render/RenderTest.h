@@ -36,6 +36,7 @@ using Sides = std::array<float, 2>;
 constexpr Sides sides(KXSize size) { return {size.width, size.height}; }
 
 struct RenderTest : WindowTest {
+    using WindowTest::WindowTest;
     /// The box around what has another colour.
     static Box boxOf(const Image& image, Pixel ground = black) {
         Box box = nothing;
@@ -52,9 +53,7 @@ struct RenderTest : WindowTest {
         EXPECT_EQ(boxOf(image, ground), box);
         EXPECT_EQ(count(image, color), (box[2] - box[0]) * (box[3] - box[1]));
     }
-    static int count(const Image& image, Pixel color) {
-        return static_cast<int>(std::count(image.pixels.begin(), image.pixels.end(), color));
-    }
+    static auto count(const Image& image, Pixel color) { return std::ranges::count(image.pixels, color); }
     static void paint(KXColor color, KXRect where = everything) { KXDrawRectFill(where, color); }
     /// What is drawn on black.
     Image picture(const std::function<void()>& draw) {
