@@ -48,12 +48,14 @@ struct RenderTest : WindowTest {
         }
         return box;
     }
+    static int count(const Image& image, Pixel color) {
+        return static_cast<int>(std::ranges::count(image.pixels, color));
+    }
     /// Expects all of a box in one colour, and nothing around it.
     static void expectBox(const Image& image, Box box, Pixel color = red, Pixel ground = black) {
         EXPECT_EQ(boxOf(image, ground), box);
         EXPECT_EQ(count(image, color), (box[2] - box[0]) * (box[3] - box[1]));
     }
-    static auto count(const Image& image, Pixel color) { return std::ranges::count(image.pixels, color); }
     static void paint(KXColor color, KXRect where = everything) { KXDrawRectFill(where, color); }
     /// What is drawn on black.
     Image picture(const std::function<void()>& draw) {
