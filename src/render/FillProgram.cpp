@@ -2,7 +2,7 @@
 
 #include "core/ground/HeapGlobal.h"
 #include "render/GLFunctions.h"
-#include "render/GraphicsContext.h"
+#include "render/KXRenderContext.h"
 
 #include <algorithm>
 #include <vector>

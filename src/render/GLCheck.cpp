@@ -2,7 +2,7 @@
 
 #ifdef KOBALTRIX_CHECK_GL
 
-#include "render/GraphicsContext.h"
+#include "render/KXRenderContext.h"
 
 #include <SDL_opengl.h>
 

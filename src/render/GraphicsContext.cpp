@@ -3,7 +3,6 @@
 #include "core/ground/HeapGlobal.h"
 #include "render/DrawBatch.h"
 #include "render/FillProgram.h"
-#include "render/KXRenderContext.h"
 
 #include <SDL_video.h>
 

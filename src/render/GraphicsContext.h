@@ -1,14 +1,12 @@
 #pragma once
 
+#include "render/KXRenderContext.h"
+
 struct SDL_Window;
-class KXRenderContext;
 
 // The OpenGL contexts that windows own. Each gets a number that is never used again, so an object that
 // outlives its window can tell that its OpenGL names are gone, even when a new context has the old one's
 // address.
-
-/// Number of the context that is current, 0 for none.
-inline constinit unsigned _KXCurrentGraphicsContext = 0;
 
 /// Enters a context and gives it a number.
 unsigned _KXAddGraphicsContext(SDL_Window* window, void* context, KXRenderContext* owner);
