@@ -55,27 +55,32 @@ public:
     /// The offset set for the size in use, whatever @a size is; (0, 0) if none was set.
     KXPoint renderingOffsetForSize(int size) const;
 
-    /// Pixels that the ink of a text covers, colour spans not counted. The first 1023 visible bytes count.
+    /// stringBounds() with a @a raw of 0.
     KXSize stringBounds(const char* text) const;
-    /// Pixels that the ink of a text covers. @param text UTF-8. @param raw 0 measures what print() shows;
-    /// otherwise colour spans are measured as they are written, at any length.
+    /// Pixels of the box around a text's ink. A blank counts as the point of the baseline where it begins.
+    /// @param text UTF-8, no format: a percent sign is one wherever it stands. @param raw 0 leaves the codes
+    /// of colour spans out and measures the first 1023 bytes of what is left, which may be more than print()
+    /// shows of a long text: its limit counts the codes. Otherwise everything is measured as it is written,
+    /// at any length.
     KXSize stringBounds(const char* text, int raw) const;
-    /// Pixels from one line to the next.
+    /// Pixels from one line to the next: the height of a box that would hold every glyph of the font.
     float lineHeight() const;
-    /// Pixels from the baseline to the top of the tallest glyph.
+    /// Pixels from the baseline to the top of a line, as the font has it; single glyphs may reach higher.
     float ascender() const;
-    /// Pixels from the baseline to the bottom of the lowest glyph, normally negative.
+    /// Pixels from the baseline to the bottom of a line, normally negative; single glyphs may reach lower.
     float descender() const;
-    /// Pixels by which a text moves the pen, colour spans measured as they are written.
+    /// Pixels by which a text of any length moves the pen, colour spans measured as they are written.
     float advance(const char* text) const;
     /// The ascender and the descender's whole pixels together.
     float fullHeight() const;
 
-    /// Formats like printf and prints the text, cut to 1023 bytes between two characters.
+    /// Formats like printf and prints the text, cut to 1023 bytes between two characters, the codes of colour
+    /// spans counted.
     ///
-    /// Leaves the current OpenGL colour at @a c and, with #KXAliasModePolygon, 2D texturing enabled; all
-    /// other state is as before.
-    /// @param p the top-left corner; the baseline lies at p.y + floor(ascender) + floor(descender).
+    /// Leaves the current OpenGL colour at @a c, the current texture coordinates at those of the last corner
+    /// drawn, and with #KXAliasModePolygon 2D texturing enabled; all other state is as before.
+    /// @param p the top-left corner, which the rendering offset of the size in use is added to; the baseline
+    /// lies floor(ascender) + floor(descender) below it.
     /// @param c the colour outside of colour spans. @param format null prints nothing.
     void print(KXPoint p, KXColor c, const char* format, ...) KX_PRINTF(4, 5);
 
@@ -103,5 +108,5 @@ private:
 /// Deletes every font in the cache. Widgets that used one have no font until they are given one again with
 /// setFont(); the user-interface font must be set again and reaches widgets made after that.
 KX_API void KXClearGUIFontCache();
-/// Number of fonts in the cache; 0 before KXInit().
+/// Number of fonts in the cache, those that could not be opened included; 0 before KXInit().
 KX_API int KXGUIFontCacheSize();

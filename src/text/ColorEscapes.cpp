@@ -10,8 +10,8 @@ static std::string_view between(const char* begin, const char* end) {
     return {begin, begin < end ? static_cast<std::size_t>(end - begin) : 0};
 }
 
-// The game's locale may expect a decimal comma, which is what separates the components here. No number runs
-// over the comma or brace that ends its piece, so the piece needs no copy.
+// In no locale of the game's, which may expect a decimal comma where commas separate the components. A number
+// ends at the comma or brace behind it, so the piece needs no copy.
 static float component(const char* begin, const char* end) {
     return begin < end ? static_cast<float>(_KXNumberIn(begin)) : 0.0f;
 }

@@ -11,7 +11,7 @@ template<class Base>
 class Face final : public Base {
 public:
     explicit Face(const char* path) : Base(path), _opened(Base::Error() == 0) {
-        // As FTGL's own texture font has it: outlines as they were drawn, for any size.
+        // As FTGL's own texture font loads its glyphs: hinting would bend the outlines to the pixels.
         if (usesTextures && _opened)
             Base::GlyphLoadFlags(FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP);
     }

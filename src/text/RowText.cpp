@@ -11,9 +11,9 @@
 #include <numeric>
 #include <string_view>
 
-// Three characters and not one: many fonts of games have letters and periods only.
+// Three periods and not the sign that holds all three, which many fonts of games lack.
 static constexpr const char* ellipsis = "...";
-// A font prints no more than that of one text.
+// No more bytes of a row are measured and shown, so that a very long text costs no more than a long one.
 static constexpr std::size_t printable = 1023;
 
 // The last of the numbers from @a good toward @a bad that @a fits; those beyond it do not.

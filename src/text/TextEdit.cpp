@@ -11,8 +11,8 @@ enum class Kind { Blank, Word, Sign };
 
 bool isBetween(char32_t value, char32_t first, char32_t last) { return value >= first && value <= last; }
 
-// Good for what names and sentences are made of, without the tables that tell the kinds of all characters:
-// beyond ASCII only the well-known blanks and signs are none of a word.
+// Enough for names and sentences, without tables of all characters: beyond ASCII everything but the common
+// blanks and signs belongs to a word.
 Kind kindOf(char32_t c) {
     if (c == ' ' || c == 0xA0 || isBetween(c, 0x2000, 0x200A) || c == 0x202F || c == 0x3000)
         return Kind::Blank;

@@ -34,8 +34,8 @@ public:
     /// Limits the number of characters; a longer text is cut.
     void setMaximumLength(std::size_t characters);
     std::size_t maximumLength() const { return _maximumLength; }
-    /// Whether word steps and selections take the whole text: where it is not shown, the places of its blanks
-    /// are nobody's business either.
+    /// Whether the text is hidden. Word steps and selections then take the whole of it, so that they do not
+    /// tell where its blanks are.
     void setSecret(bool secret) { _secret = secret; }
 
     /// Puts a text in the place of the selection, as much of it as the maximum length allows, on one line:
