@@ -1,234 +1,324 @@
-#include <Kobaltrix/KXCore.h>
 #include <Kobaltrix/KXFont.h>
 
 #include "core/ground/ErrorSlot.h"
 #include "support/TemporaryFolder.h"
 #include "text/TextTest.h"
+#include "util/Utf8.h"
 
 #include <FTGL/ftgl.h>
 #include <SDL_opengl.h>
+#include <SDL_video.h>
 
+#include <climits>
 #include <cmath>
-#include <fstream>
-#include <string>
 #include <type_traits>
 
 namespace {
 constexpr const char* sizeError = "Unable to set font face size";
 
-struct Font : TextTest {};
+// Each test is made with polygons and with textures.
+struct Font : TextTest, testing::WithParamInterface<KXAliasMode> {
+    std::unique_ptr<KXFont> open() const { return std::make_unique<KXFont>(testFont(), GetParam()); }
+    Image printed(KXPoint p, const char* text, KXWindow* target = nullptr) {
+        return draw([&] { font->print(p, white, "%s", text); }, target);
+    }
+    const bool polygons = GetParam() == KXAliasModePolygon;
+    const char* const spans = "a{C1,1,0,1}b{EC}c";
+    std::unique_ptr<KXFont> font = open();
+};
+const auto modes = testing::Values(KXAliasModePolygon, KXAliasModeTexture);
+INSTANTIATE_TEST_SUITE_P(Modes, Font, modes);
 
-std::unique_ptr<FTFont> referenceFace(int mode, unsigned size) {
-    std::unique_ptr<FTFont> face;
-    if (mode == KXAliasModePolygon)
-        face = std::make_unique<FTPolygonFont>(testFont());
-    else
-        face = std::make_unique<FTTextureFont>(testFont());
+TEST_P(Font, SizesAreSetOrRefused) {
+    static_assert(!std::has_virtual_destructor_v<KXFont>);
+    EXPECT_THROW(KXFont(), std::bad_alloc);
+    for (const int mode : {-1, 0, 1, 2, 3, 1000})
+        EXPECT_EQ(KXFont(testFont(), mode)._aliasModeInUse(),
+                  mode == 1 ? KXAliasModePolygon : KXAliasModeTexture);
+    EXPECT_EQ(font->getSize(), 10);
+    for (const int size : {14, 14, 1, 0, 65535, 20, -1, 65536, INT_MAX, INT_MIN, 1 << 26}) {
+        _KXClearError();
+        const bool fits = size >= 0 && size < 65536;
+        EXPECT_EQ(font->setSize(size), fits ? -1 : 0) << size;
+        EXPECT_STREQ(KXError(), fits ? "" : sizeError);
+        EXPECT_EQ(font->getSize(), fits ? size : 20);
+    }
+    EXPECT_GT(font->stringBounds("still there").width, 0);
+}
+
+TEST_P(Font, FilesThatAreNoFonts) {
+    const TemporaryFolder folder;
+    const std::string garbage = folder / "garbage.ttf", cut = folder / "cut.ttf", itself = folder / "";
+    std::ofstream(garbage) << std::string(5000, 'g');
+    std::ofstream(cut, std::ios::binary) << std::string("\0\1\0\0\0\x13\1\0\0\4\0\x30", 12);
+    for (const char* path : {garbage.c_str(), cut.c_str(), itself.c_str(), "/no/such/font.ttf", "/dev/null",
+                             "", static_cast<const char*>(nullptr)}) {
+        SCOPED_TRACE(path ? path : "null");
+        _KXClearError();
+        KXFont none(path, GetParam());
+        EXPECT_STREQ(KXError(), sizeError);
+        EXPECT_EQ(none.setSize(12), 0);
+        EXPECT_EQ(none.setSize(0), -1); // the size it has
+        EXPECT_EQ(none.stringBounds("x").width + none.stringBounds("x", 1).height + none.advance("x"), 0);
+        EXPECT_EQ(none.lineHeight() + none.ascender() - none.descender() + none.fullHeight(), 0);
+        EXPECT_EQ(drawnPixels([&] { none.print({0, 0}, white, "text"); }), 0);
+    }
+}
+
+// FTGL's own font, which results are compared with.
+std::unique_ptr<FTFont> referenceFace(bool polygons, unsigned size) {
+    auto* const face =
+        polygons ? static_cast<FTFont*>(new FTPolygonFont(testFont())) : new FTTextureFont(testFont());
     face->FaceSize(size, 72);
-    return face;
+    return std::unique_ptr<FTFont>(face);
 }
 
-float inkWidth(FTFont& face, const char* text) {
-    const FTBBox box = face.BBox(text);
-    return box.Upper().Xf() - box.Lower().Xf();
+TEST_P(Font, MeasuresAreTheFacesOwn) {
+    font->setSize(17);
+    const auto face = referenceFace(polygons, 17);
+    EXPECT_EQ(font->lineHeight(), face->LineHeight());
+    EXPECT_EQ(font->ascender(), face->Ascender());
+    EXPECT_EQ(font->descender(), face->Descender());
+    EXPECT_EQ(font->fullHeight(), face->Ascender() + std::floor(-face->Descender()));
+    const auto expectBox = [&](KXSize size, const std::string& text) {
+        const FTBBox box = face->BBox(text.c_str());
+        EXPECT_EQ(size.width, box.Upper().Xf() - box.Lower().Xf()) << text;
+        EXPECT_EQ(size.height, box.Upper().Yf() - box.Lower().Yf()) << text;
+    };
+    // Only the beginning of a long text is measured, unless it is measured raw.
+    const std::string longText(5000, 'm'),
+        texts[] = {"A\nT.\t\u00c4\u20ac", "{C1,0,0,1}red{EC} rest", longText, "??"};
+    const std::string visible[] = {texts[0], "red rest", longText.substr(0, 1023), "??"};
+    for (int i = 0; i < 4; ++i) {
+        const char* const text = i == 3 ? "\xE2\x82" : texts[i].c_str();
+        expectBox(font->stringBounds(text), visible[i]);
+        expectBox(font->stringBounds(text, 1), texts[i]);
+        EXPECT_EQ(font->advance(text), face->Advance(texts[i].c_str()));
+    }
+    EXPECT_EQ(font->advance(nullptr) + font->stringBounds(nullptr).width, 0);
 }
 
-// What printing must look like, put together by hand from FTGL's own fonts.
+TEST_P(Font, OffsetsBelongToTheSizeInUse) {
+    const Image plain = printed({14, 11}, "H");
+    font->setRenderingOffsetForSize(12, {3, 4});
+    font->setRenderingOffsetForSize(99, {5, 6});
+    EXPECT_EQ(font->renderingOffsetForSize(12).x, 0); // the size is 10
+    EXPECT_EQ(differingPixels(printed({14, 11}, "H"), plain), 0);
+    font->setRenderingOffsetForSize(10, {4, -6});
+    EXPECT_EQ(font->renderingOffsetForSize(99).x, 4);
+    EXPECT_EQ(differingPixels(printed({10, 17}, "H"), plain), 0);
+    font->setSize(99);
+    EXPECT_EQ(font->renderingOffsetForSize(0).y, 6);
+}
+
 struct Piece {
     KXColor color;
     const char* text;
 };
-void printReference(FTFont& face, bool polygons, KXPoint p, const std::vector<Piece>& pieces) {
+
+void printReference(FTFont& face, bool polygons, const std::vector<Piece>& pieces) {
     glPushMatrix();
     (polygons ? glDisable : glEnable)(GL_TEXTURE_2D);
-    glTranslatef(p.x, p.y + std::floor(face.Ascender()) + std::floor(face.Descender()), 0);
+    glTranslatef(5, 8 + std::floor(face.Ascender()) + std::floor(face.Descender()), 0);
     glScalef(1, -1, -1);
     for (const Piece& piece : pieces) {
-        glColor4f(piece.color.r, piece.color.g, piece.color.b, piece.color.a);
+        glColor4fv(&piece.color.r);
         glTranslatef(face.Render(piece.text).Xf(), 0, 0);
     }
     glEnable(GL_TEXTURE_2D);
     glPopMatrix();
 }
 
-TEST_F(Font, ModesAndSizes) {
-    static_assert(!std::has_virtual_destructor_v<KXFont>);
-    EXPECT_THROW(KXFont(), std::bad_alloc);
-    for (const int mode : {-1, 0, 1, 2, 3, 1000}) {
-        KXFont font(testFont(), mode);
-        EXPECT_EQ(font._aliasModeInUse(), mode == 1 ? KXAliasModePolygon : KXAliasModeTexture) << mode;
-        EXPECT_EQ(font.getSize(), 10);
-        for (const int size : {14, 14, 1, 0, 65535, 20}) {
-            EXPECT_EQ(font.setSize(size), -1) << size;
-            EXPECT_EQ(font.getSize(), size);
-        }
-        for (const int size : {-1, -20, 65536, INT32_MAX, INT32_MIN, 1 << 26}) {
-            _KXClearError();
-            EXPECT_EQ(font.setSize(size), 0) << size;
-            EXPECT_STREQ(KXError(), sizeError);
-            EXPECT_EQ(font.getSize(), 20);
-        }
-        EXPECT_GT(font.stringBounds("still there").width, 0);
-    }
-}
-
-TEST_F(Font, FilesThatAreNoFonts) {
-    const TemporaryFolder folder;
-    const std::string garbage = folder / "garbage.ttf", cut = folder / "cut.ttf", itself = folder / "";
-    std::ofstream(garbage) << std::string(5000, 'g');
-    std::ofstream(cut, std::ios::binary) << std::string("\0\1\0\0\0\x13\1\0\0\4\0\x30", 12);
-    for (const char* path : {garbage.c_str(), cut.c_str(), itself.c_str(), "/no/such/font.ttf", "/dev/null",
-                             "", static_cast<const char*>(nullptr)})
-        for (const int mode : {1, 2}) {
-            SCOPED_TRACE(path ? path : "null");
-            _KXClearError();
-            KXFont font(path, mode);
-            EXPECT_STREQ(KXError(), sizeError);
-            EXPECT_EQ(font.setSize(12), 0);
-            EXPECT_EQ(font.getSize(), 0);
-            EXPECT_EQ(font.setSize(0), -1); // the size it has
-            EXPECT_EQ(font.stringBounds("text").width, 0);
-            EXPECT_EQ(font.stringBounds("text", 1).height, 0);
-            EXPECT_EQ(font.advance("text"), 0);
-            EXPECT_EQ(font.lineHeight() + font.ascender() + font.descender() + font.fullHeight(), 0);
-            font.setRenderingOffsetForSize(0, {1, 2});
-            EXPECT_EQ(font.renderingOffsetForSize(0).y, 2);
-            EXPECT_EQ(drawnPixels([&] { font.print({0, 0}, white, "text"); }), 0);
-        }
-}
-
-TEST_F(Font, MeasuresAreTheFacesOwn) {
-    for (const int mode : {1, 2}) {
-        KXFont font(testFont(), mode);
-        font.setSize(17);
-        const auto face = referenceFace(mode, 17);
-        EXPECT_EQ(font.lineHeight(), face->LineHeight());
-        EXPECT_EQ(font.ascender(), face->Ascender());
-        EXPECT_EQ(font.descender(), face->Descender());
-        EXPECT_EQ(font.fullHeight(), face->Ascender() + std::floor(-face->Descender()));
-        // Only what would be printed of a long text is measured, unless it is measured raw.
-        const std::string longText(5000, 'm'), shown(1023, 'm');
-        const struct {
-            const char *text, *visible, *raw;
-        } texts[] = {{"", "", ""},
-                     {"A\nText.\t\xC3\x84\xE2\x82\xAC", "A\nText.\t\xC3\x84\xE2\x82\xAC",
-                      "A\nText.\t\xC3\x84\xE2\x82\xAC"},
-                     {"{C1,0,0,1}red{EC} rest", "red rest", "{C1,0,0,1}red{EC} rest"},
-                     {"broken \xE2\x82", "broken ??", "broken ??"},
-                     {longText.c_str(), shown.c_str(), longText.c_str()}};
-        for (const auto& t : texts) {
-            SCOPED_TRACE(t.text);
-            const FTBBox box = face->BBox(t.visible);
-            for (const KXSize size : {font.stringBounds(t.text), font.stringBounds(t.text, 0)}) {
-                EXPECT_EQ(size.width, box.Upper().Xf() - box.Lower().Xf());
-                EXPECT_EQ(size.height, box.Upper().Yf() - box.Lower().Yf());
-            }
-            EXPECT_EQ(font.stringBounds(t.text, 1).width, inkWidth(*face, t.raw));
-            EXPECT_EQ(font.advance(t.text), face->Advance(t.raw));
-        }
-        EXPECT_EQ(font.advance(nullptr), 0);
-        EXPECT_EQ(font.stringBounds(nullptr).width, 0);
-        EXPECT_EQ(font.stringBounds(nullptr, 1).width, 0);
-    }
-}
-
-TEST_F(Font, OffsetsBelongToTheSizeInUse) {
-    KXFont font(testFont(), 2);
-    const auto print = [&](KXPoint p) { return draw([&] { font.print(p, white, "%c", 'H'); }); };
-    const Image plain = print({14, 11});
-    font.setRenderingOffsetForSize(12, {3, 4});
-    font.setRenderingOffsetForSize(99, {5, 6});
-    EXPECT_EQ(font.renderingOffsetForSize(12).x, 0); // the size is 10
-    EXPECT_EQ(differingPixels(print({14, 11}), plain), 0);
-    font.setRenderingOffsetForSize(10, {3, 3});
-    font.setRenderingOffsetForSize(10, {4, -6});
-    EXPECT_EQ(font.renderingOffsetForSize(99).x, 4);
-    EXPECT_EQ(differingPixels(print({10, 17}), plain), 0);
-    font.setSize(99);
-    EXPECT_EQ(font.renderingOffsetForSize(0).y, 6);
-}
-
-TEST_F(Font, PrintedPixelsMatchTheReference) {
-    constexpr KXColor half = {1, 1, 0, 0.5f}, red = {1, 0, 0, 1}, blue = {0, 0, 1, 0.25f},
-                      clear = {1, 0, 0, 0};
+TEST_P(Font, PrintedPixelsMatchTheReference) {
+    const KXColor half = {1, 1, 0, 0.5f}, red = {1, 0, 0, 1}, blue = {0, 0, 1, 0.25f}, clear = {1, 0, 0, 0};
     const struct {
         const char* text;
         std::vector<Piece> pieces;
+        bool plain;
     } cases[] = {
-        {"Text, gjpqy \xC3\x84 \xE2\x82\xAC 5", {{half, "Text, gjpqy \xC3\x84 \xE2\x82\xAC 5"}}},
         {"a {C1,0,0,1}red{EC} b{C0,0,1,.25}blue{EC}.",
-         {{half, "a "}, {red, "red"}, {half, " b"}, {blue, "blue"}, {half, "."}}},
-        {"}{C1,0,0,1}x{EC}y", {{half, "}"}, {clear, "{C1,0,0,1}x"}, {half, "y"}}},
-        {"cut \xF0\x9F", {{half, "cut ??"}}},
+         {{half, "a "}, {red, "red"}, {half, " b"}, {blue, "blue"}, {half, "."}},
+         false},
+        {"}{C1,0,0,1}x{EC}y%s", {{half, "}"}, {clear, "{C1,0,0,1}x"}, {half, "y%s"}}, false},
+        {"gjpqy \u00c4 \u20ac cut \xF0\x9F", {{half, "gjpqy \u00c4 \u20ac cut ??"}}, false},
+        {"{C1,0,0,1}%s{EC}%% \xF0\x9F", {{half, "{C1,0,0,1}%s{EC}%% ??"}}, true},
     };
-    for (const int mode : {1, 2})
-        for (const unsigned size : {11u, 24u}) {
-            KXFont font(testFont(), mode);
-            font.setSize(static_cast<int>(size));
-            const auto face = referenceFace(mode, size);
-            for (const auto& c : cases) {
-                SCOPED_TRACE(testing::Message() << c.text << " mode " << mode << " size " << size);
-                const Image expected = draw([&] { printReference(*face, mode == 1, {5, 8}, c.pieces); });
-                const Image actual = draw([&] { font.print({5, 8}, half, "%s", c.text); });
-                EXPECT_EQ(differingPixels(expected, actual, 1), 0);
-                EXPECT_GT(differingPixels(actual, draw([] {})), 0);
-            }
+    for (const unsigned size : {11u, 24u})
+        for (const auto& [text, pieces, plain] : cases) {
+            const auto face = referenceFace(polygons, size);
+            font->setSize(static_cast<int>(size));
+            const Image expected = draw([&, &p = pieces] { printReference(*face, polygons, p); });
+            const Image actual = draw([&, t = text, asItIs = plain] {
+                asItIs ? font->_printPlain({5, 8}, half, t) : font->print({5, 8}, half, "%s", t);
+            });
+            EXPECT_EQ(differingPixels(expected, actual, 1), 0) << text << " size " << size;
+            EXPECT_GT(differingPixels(actual, draw([] {})), 0);
         }
 }
 
-TEST_F(Font, LongTextIsCutBetweenCharacters) {
-    KXFont font(testFont(), 2);
+TEST_P(Font, LongTextIsCutBetweenCharacters) {
     const std::string blanks(1020, ' ');
-    const struct {
-        const char *end, *printed;
-    } cases[] = {
-        {"  mi", "  m"}, {"  \xC3\xA4", ""}, {"\xE2\x82\xACm", "\xE2\x82\xAC"}, {" \xC3\xA4", " \xC3\xA4"}};
-    const float x = 10 - font.advance(blanks.c_str()); // the cut end is what shows
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.end);
-        const auto print = [&](const char* end) {
-            return draw([&] { font.print({x, 10}, white, "%s%s", blanks.c_str(), end); });
+    const KXPoint p = {10 - font->advance(blanks.c_str()), 10}; // the end is what shows
+    const auto print = [&](const char* end) { return printed(p, (blanks + end).c_str()); };
+    for (const auto& [end, kept] :
+         {std::pair{"  mi", "  m"}, {"  \u00c4", ""}, {"\u20acm", "\u20ac"}, {" \u00c4", " \u00c4"}}) {
+        EXPECT_EQ(differingPixels(print(end), print(kept)), 0) << end;
+        EXPECT_EQ(differingPixels(print(end), print("")) > 0, *kept != 0) << end;
+    }
+    const auto plain = [&] { font->_printPlain(p, white, (blanks + "  mi").c_str()); };
+    EXPECT_GT(differingPixels(draw(plain), print("  m")), 0);
+    font->print({0, 0}, white, nullptr);
+    font->_printPlain({0, 0}, white, nullptr);
+}
+
+// State that a game may have set and that neither measuring nor printing may change.
+std::vector<float> openGLState() {
+    std::vector<float> state(1);
+    glGetTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, state.data());
+    for (const GLenum name :
+         {GL_MODELVIEW_MATRIX, GL_PROJECTION_MATRIX, GL_TEXTURE_BINDING_2D, GL_BLEND, GL_BLEND_SRC,
+          GL_BLEND_DST, GL_TEXTURE_2D, GL_MATRIX_MODE, GL_MODELVIEW_STACK_DEPTH, GL_ATTRIB_STACK_DEPTH,
+          GL_CLIENT_ATTRIB_STACK_DEPTH, GL_UNPACK_ROW_LENGTH, GL_UNPACK_SKIP_ROWS, GL_UNPACK_ALIGNMENT}) {
+        state.resize(state.size() + 16);
+        glGetFloatv(name, &state.end()[-16]);
+    }
+    return state;
+}
+
+TEST_P(Font, TheGamesStateIsLeftAlone) {
+    const Image expected = printed({6, 5}, spans);
+    void (*const states[])() = {
+        [] { glDisable(GL_TEXTURE_2D); }, [] { glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL); },
+        // Polygons are blended as the game blends.
+        [] { glDisable(GL_BLEND); }, [] { glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA); },
+        [] { glBlendFunc(GL_SRC_ALPHA, GL_ONE); }};
+    glTranslatef(3, 4, 0);
+    for (std::size_t i = 0; i < (polygons ? 2 : std::size(states)); ++i) {
+        SCOPED_TRACE(i);
+        glPushAttrib(GL_ALL_ATTRIB_BITS);
+        glBindTexture(GL_TEXTURE_2D, 99);
+        // Uploads that followed these would read far outside of their memory.
+        glPixelStorei(GL_UNPACK_ROW_LENGTH, 5000);
+        glPixelStorei(GL_UNPACK_SKIP_ROWS, 700);
+        glPixelStorei(GL_UNPACK_ALIGNMENT, 8);
+        states[i]();
+        const std::vector<float> before = openGLState();
+        font = open(); // glyphs are made anew
+        font->stringBounds("a");
+        EXPECT_EQ(openGLState(), before);
+        EXPECT_EQ(differingPixels(printed({3, 1}, spans), expected), 0);
+        float color[4];
+        glGetFloatv(GL_CURRENT_COLOR, color);
+        EXPECT_EQ(color[2], 1); // the default colour, not the span's
+        if (polygons) {         // they promise to leave texturing on
+            EXPECT_TRUE(glIsEnabled(GL_TEXTURE_2D));
+            states[i]();
+        }
+        EXPECT_EQ(openGLState(), before);
+        glPopAttrib();
+    }
+}
+
+TEST_P(Font, WithoutAContextGlyphsWait) {
+    makeWindow().reset(); // the current window: no other takes its place
+    EXPECT_GT(font->lineHeight(), 0);
+    EXPECT_EQ(font->stringBounds("text").width + font->advance("text"), 0);
+    font->print({5, 5}, white, "text");
+    window->setRenderContext();
+    EXPECT_EQ(font->advance("text"), open()->advance("text"));
+    EXPECT_GT(differingPixels(printed({5, 5}, "text"), printed({5, 5}, "")), 0);
+}
+
+// Textures and display lists of the game in the first window: a font that deletes its glyphs while another
+// context is current hits these.
+struct FontContexts : Font {
+    static constexpr int names = 40;
+    FontContexts() {
+        font->setSize(11); // which takes the glyphs away
+        for (int name = 1; name <= names; ++name) {
+            glBindTexture(GL_TEXTURE_2D, name);
+            glNewList(name, GL_COMPILE);
+            glEndList();
+        }
+    }
+    void expectText(KXWindow& target) {
+        target.setRenderContext();
+        font->setSize(10);
+        EXPECT_EQ(differingPixels(printed({5, 5}, spans, &target), expected), 0);
+    }
+    // The font lets go of its glyphs whatever is current.
+    void expectNoGlyphs() {
+        font->setSize(11);
+        window->setRenderContext();
+        int alive = 0;
+        for (int name = 1; name < 1000; ++name)
+            alive += glIsTexture(name) + glIsList(name);
+        EXPECT_EQ(alive, 2 * names);
+    }
+    const Image expected = printed({5, 5}, spans);
+};
+INSTANTIATE_TEST_SUITE_P(Modes, FontContexts, modes);
+
+TEST_P(FontContexts, GlyphsFollowTheContext) {
+    expectText(*window);
+    auto other = makeWindow();
+    const SDL_GLContext current = SDL_GL_GetCurrentContext();
+    font->setSize(11);
+    EXPECT_EQ(SDL_GL_GetCurrentContext(), current);
+    expectNoGlyphs();
+    for (KXWindow* const target : {window.get(), other.get(), window.get(), other.get()})
+        expectText(*target);
+    other.reset(); // the context of a new window may have the address that this one's had
+    other = makeWindow();
+    expectText(*other);
+    window->setRenderContext();
+    expectNoGlyphs();
+    expectText(*other);
+    other.reset(); // none is current now, and the glyphs' own is gone
+    expectNoGlyphs();
+    expectText(*window);
+    makeWindow().reset();
+    font->setSize(11);
+    EXPECT_EQ(SDL_GL_GetCurrentContext(), nullptr);
+    other = makeWindow();
+    expectText(*other);
+    window->setRenderContext();
+    other.reset(); // the glyphs' own is gone while another is current
+    expectNoGlyphs();
+    expectText(*window);
+    font = open(); // the one before ends
+    expectNoGlyphs();
+}
+
+struct GlyphTextures : TextTest {
+    KXFont font{testFont(), KXAliasModeTexture};
+};
+
+TEST_F(GlyphTextures, NeighboursDoNotShow) {
+    const std::string letters = "MWHj|gQ@#&%Zx[]{}ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+    font._printPlain({0, 0}, white, letters.c_str());
+    KXFont lonely(testFont(), KXAliasModeTexture);
+    glScalef(4.3f, 4.3f, 1);
+    for (const char c : letters) {
+        const auto enlarged = [&](KXFont& by) {
+            return draw([&] { by.print({3.4f, 0.3f}, white, "%c", c); });
         };
-        const Image actual = print(c.end);
-        EXPECT_EQ(differingPixels(actual, print(c.printed)), 0);
-        EXPECT_EQ(differingPixels(actual, print("")) > 0, *c.printed != 0);
-    }
-    font.print({0, 0}, white, nullptr);
-}
-
-TEST_F(Font, AnyBytesAreSafe) {
-    for (const int mode : {1, 2}) {
-        KXFont font(testFont(), mode);
-        font.setSize(9);
-        for (int first = 1; first < 256; ++first)
-            for (const char* rest : {"", "\x80", "\x80\x80", "\xBF\xBF\xBF", "\xFF", "a", "{C,,,}"}) {
-                const std::string text = static_cast<char>(first) + std::string(rest);
-                EXPECT_GE(font.stringBounds(text.c_str(), 1).width, 0);
-                EXPECT_GE(font.stringBounds(text.c_str(), 0).width, 0);
-                EXPECT_GE(font.advance(text.c_str()), 0);
-                font.print({5, 5}, white, "%s", text.c_str());
-            }
+        EXPECT_EQ(differingPixels(enlarged(lonely), enlarged(font), 2), 0) << c;
     }
 }
 
-TEST_F(Font, GlyphsOfEverySizeFindRoom) {
-    std::string text;
-    for (unsigned c = 0x20; c < 0x250; ++c)
-        text += c < 0x80
-                    ? std::string(1, static_cast<char>(c))
-                    : std::string{static_cast<char>(0xC0 | c >> 6), static_cast<char>(0x80 | (c & 0x3F))};
+TEST_F(GlyphTextures, GlyphsOfEverySizeFindRoom) {
+    std::string letters;
+    for (char32_t c = 0x20; c < 0x250; ++c)
+        _KXAppendCharacter(letters, c);
     for (const int size : {1, 2, 5, 13, 40, 200, 3000}) {
-        KXFont font(testFont(), 2);
         font.setSize(size);
-        const std::string some = size > 200 ? "W" : text;
-        font.print({0, 0}, white, "%s", some.c_str());
-        EXPECT_EQ(font.stringBounds(some.c_str(), 1).width,
-                  inkWidth(*referenceFace(1, static_cast<unsigned>(size)), some.c_str()))
-            << size;
+        font._printPlain({0, 0}, white, letters.substr(0, size > 200 ? 60 : letters.size()).c_str());
     }
-    // Beyond what a texture holds a glyph is left out.
-    KXFont font(testFont(), 2);
-    font.setSize(65000);
+    EXPECT_GT(drawnPixels([&] { font.print({0, 0}, white, "W"); }), 0);
+    GLint largest = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    font.setSize(largest + largest / 8); // what no texture holds is left out
     EXPECT_EQ(font.stringBounds("W").width, 0);
     EXPECT_EQ(drawnPixels([&] { font.print({0, 0}, white, "W"); }), 0);
 }

@@ -18,17 +18,14 @@ inline const char* testFont() {
 /// A test with a window as wide as a line of text, in which nothing may write to the error stream: that is
 /// where FTGL says what it was asked wrongly.
 struct TextTest : WindowTest {
-    TextTest() {
-        window = makeWindow();
-        testing::internal::CaptureStderr();
-    }
+    explicit TextTest(KXSize size = {320, 64}) : WindowTest(size) { testing::internal::CaptureStderr(); }
     ~TextTest() override { EXPECT_EQ(testing::internal::GetCapturedStderr(), ""); }
 
-    /// A window that is current.
-    static std::unique_ptr<KXWindow> makeWindow() {
-        auto window = std::make_unique<KXWindow>("Text", KXSize{320, 64});
-        window->setRenderContext();
-        return window;
+    /// Another window, that is current.
+    std::unique_ptr<KXWindow> makeWindow() const {
+        auto another = std::make_unique<KXWindow>("Text", window->size());
+        another->setRenderContext();
+        return another;
     }
     /// What is drawn on black into the current window, by default the test's.
     Image draw(const std::function<void()>& draw, KXWindow* target = nullptr) {

@@ -1,23 +1,20 @@
 #include "text/TextView.h"
 
-#include "ui/UITest.h"
-
-#include "text/KXUIGlobalFont.h"
+#include "text/TextTest.h"
 
 #include <Kobaltrix/KXFont.h>
 
 #include <random>
 
 namespace {
-struct TextView : UITest {
-    void look(float width, bool follows = true) {
-        view.update(edit, _KXUIGlobalFont, width, masked, follows);
-    }
+struct TextView : TextTest {
+    void look(float width, bool follows = true) { view.update(edit, &font, width, masked, follows); }
     float widthOf(std::size_t begin, std::size_t end) const {
-        const std::string text = masked ? std::string(edit.characterAt(end) - edit.characterAt(begin), '*')
-                                        : edit.text().substr(begin, end - begin);
-        return _KXUIGlobalFont->advance(text.c_str());
+        const std::string text = edit.text().substr(begin, end - begin);
+        return font.advance(
+            (masked ? std::string(edit.characterAt(end) - edit.characterAt(begin), '*') : text).c_str());
     }
+    KXFont font{testFont(), KXAliasModeTexture};
     _KXTextEdit edit;
     _KXTextView view;
     bool masked = false;
@@ -25,9 +22,10 @@ struct TextView : UITest {
 
 TEST_F(TextView, PlacesCharactersWhereTheFontDoes) {
     edit.setText("AVAToé🙂{fi} i");
-    for (bool asterisks : {false, true}) {
-        masked = asterisks;
+    for (const char* shown : {edit.text().c_str(), "*************"}) {
+        masked = *shown == '*';
         look(1000);
+        EXPECT_STREQ(view.shown(), shown);
         for (std::size_t p = 0; p < edit.text().size(); p = edit.after(p)) {
             const float begin = view.xOf(p), end = view.xOf(edit.after(p));
             EXPECT_NEAR(begin, widthOf(0, p), 1) << p;
@@ -45,41 +43,40 @@ TEST_F(TextView, PlacesCharactersWhereTheFontDoes) {
 TEST_F(TextView, FollowsTheCursor) {
     std::mt19937 random(3);
     const auto below = [&random](std::size_t n) { return static_cast<std::size_t>(random() % n); };
-    constexpr const char* pieces[] = {"a", "éW", "iiiii iiii", "🙂🙂", "the quick brown fox "};
     for (int round = 0; round < 3000; ++round) {
-        const auto step = static_cast<_KXCursorStep>(below(6));
+        const char* const pieces[] = {"a", "éW", "iiiii iiii", "🙂🙂", "the quick brown fox "};
         if (below(2))
-            edit.move(step, below(2));
+            edit.move(static_cast<_KXCursorStep>(below(6)), below(2));
         else if (below(3))
-            edit.insert(pieces[below(std::size(pieces))]);
+            edit.insert(pieces[below(5)]);
         else
-            edit.erase(step);
+            edit.erase(static_cast<_KXCursorStep>(below(6)));
         masked = below(8) == 0;
         const float width = round % 500 < 400 ? 60.0f : static_cast<float>(below(40));
         look(width);
         const float cursor = view.xOf(edit.cursor());
-        ASSERT_GE(cursor, 0);
-        ASSERT_LE(cursor, width + 0.01f) << edit.text();
+        ASSERT_TRUE(cursor >= 0 && cursor <= width + 0.01f) << edit.text();
         const std::size_t first = view.positionUnder(0), end = edit.text().size();
-        ASSERT_LE(first, edit.cursor());
-        // A character more in front would not have fitted.
-        if (first > 0 && view.xOf(end) < width) {
-            ASSERT_GT(widthOf(edit.before(first), end), width - 1) << edit.text();
-        }
-        if (first > 0 && width > 40) {
-            ASSERT_LT(first, edit.cursor()); // what Backspace takes is seen
-        }
+        // What Backspace takes is seen. A character more in front would not have fitted.
+        ASSERT_LE(first, first > 0 && width > 40 ? edit.before(edit.cursor()) : edit.cursor());
+        ASSERT_TRUE(first == 0 || view.xOf(end) >= width || widthOf(edit.before(first), end) > width - 1)
+            << edit.text();
     }
 }
 
-TEST_F(TextView, StaysAtTheStartUnlessItFollows) {
+TEST_F(TextView, LooksAgainWhenSomethingChanged) {
     edit.setText("The quick brown fox jumps over the lazy dog");
     look(60);
     EXPECT_GT(view.positionUnder(0), 20u);
     look(60, false);
-    EXPECT_EQ(view.positionUnder(0), 0u);
-    EXPECT_EQ(view.positionUnder(-1000), 0u);
+    EXPECT_EQ(view.positionUnder(0) + view.positionUnder(-1000), 0u);
+    const float before = view.xOf(4);
+    font.setSize(20);
     look(60);
     EXPECT_EQ(view.positionUnder(-1000), 0u); // dragged out of the box, far to the left
+    look(60, false);
+    EXPECT_GT(view.xOf(4), before);
+    view.update(edit, nullptr, 60, false, true);
+    EXPECT_STREQ(view.shown(), "");
 }
 } // namespace

@@ -1,6 +1,6 @@
 #include "ui/KXUIListBox.h"
 
-#include "Allocations.h"
+#include "support/Allocations.h"
 #include "UITest.h"
 
 #include "text/KXUIGlobalFont.h"
