@@ -70,7 +70,12 @@ void KXTestInput::type(const char* text) {
 void KXTestInput::compose(const char* text) {
     SDL_Event event = eventOf(SDL_TEXTEDITING);
     event.edit.windowID = _windowID;
-    SDL_utf8strlcpy(event.edit.text, text, sizeof event.edit.text);
+    if (SDL_strlen(text) < sizeof event.edit.text) {
+        SDL_strlcpy(event.edit.text, text, sizeof event.edit.text);
+    } else {
+        event.type = SDL_TEXTEDITING_EXT;
+        event.editExt.text = SDL_strdup(text); // whoever reads the event frees it
+    }
     SDL_PushEvent(&event);
 }
 

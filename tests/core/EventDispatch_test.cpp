@@ -1,209 +1,123 @@
 #include "core/dispatch/EventDispatch.h"
 
-#include <Kobaltrix/KXGamePad.h>
-#include <Kobaltrix/KXKeyboard.h>
-#include <Kobaltrix/KXMouse.h>
-#include <Kobaltrix/KXTouch.h>
-
-#include "input/GamePad.h"
-#include "support/TestClock.h"
+#include "input/InputState.h"
 #include "support/WindowTest.h"
+#include "testkit/KXTestInput.h"
+#include "testkit/KXTestPad.h"
+
+#include <Kobaltrix/KXApplication.h>
 
 #include <SDL.h>
 
-#include <cstring>
+#include <functional>
+#include <vector>
 
 namespace {
-unsigned resizedWindow;
-KXSize resizedSize;
-
 struct EventDispatch : WindowTest {
     EventDispatch() {
         SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT); // what opening the window has left
-        KXResetLogicLoop();
-        resizedWindow = 0;
     }
     ~EventDispatch() override {
         KXSetWindowResizedCallback(nullptr);
         KXApplicationCancelQuitRequest();
-        KXUnsetKeys();
+        _KXPutInputState({});
     }
 
-    static SDL_Event event(Uint32 type) {
-        SDL_Event result;
-        std::memset(&result, 0, sizeof result);
-        result.type = type;
-        return result;
-    }
-
-    static void push(SDL_Event pushed) { EXPECT_EQ(SDL_PushEvent(&pushed), 1); }
-
-    void pushKey(Uint32 type, SDL_Keycode keycode, unsigned windowID) {
-        SDL_Event key = event(type);
-        key.key.keysym.sym = keycode;
-        key.key.windowID = windowID;
-        push(key);
-    }
-
-    void pushResized(unsigned windowID, int width, int height, Uint8 kind = SDL_WINDOWEVENT_RESIZED) {
-        SDL_Event resized = event(SDL_WINDOWEVENT);
-        resized.window.event = kind;
-        resized.window.windowID = windowID;
-        resized.window.data1 = width;
-        resized.window.data2 = height;
-        push(resized);
-    }
-
-    void pushFinger(Uint32 type, float x, float y, unsigned windowID) {
-        SDL_Event finger = event(type);
-        finger.tfinger.touchId = 0x700000009;
-        finger.tfinger.x = x;
-        finger.tfinger.y = y;
-        finger.tfinger.windowID = windowID;
-        push(finger);
-    }
-
-    /// One frame with a logic step, which reads what was pushed.
-    void step() {
-        clock.advance(16);
-        KXPreLogicLoop();
-        while (KXLogicLoop())
-            KXLogicUpdate();
-    }
-
-    TestClock clock;
+    KXTestInput user{window->id()};
 };
 
-TEST_F(EventDispatch, ReadsEventsOnlyInFramesThatRunLogic) {
-    step();
-    KXPostLogicLoop();
-    pushKey(SDL_KEYDOWN, SDLK_a, 7);
-    KXPreLogicLoop();
-    EXPECT_EQ(KXLogicLoop(), 0);
-    EXPECT_EQ(KXKey(1), 0);
-    step();
-    EXPECT_EQ(KXKey(1), -1);
-    EXPECT_EQ(KXCurrentEventWindowID, 7u);
-    pushKey(SDL_KEYUP, SDLK_a, 8);
-    step();
-    EXPECT_EQ(KXKey(1), 0);
-    EXPECT_EQ(KXCurrentEventWindowID, 8u);
-}
-
-TEST_F(EventDispatch, Mouse) {
-    SDL_Event motion = event(SDL_MOUSEMOTION);
-    motion.motion.x = 11;
-    motion.motion.y = -3;
-    motion.motion.xrel = 4;
-    motion.motion.yrel = -5;
-    push(motion);
-    SDL_Event button = event(SDL_MOUSEBUTTONDOWN);
-    button.button.button = SDL_BUTTON_RIGHT;
-    button.button.state = SDL_PRESSED;
-    push(button);
-    SDL_Event wheel = event(SDL_MOUSEWHEEL);
-    wheel.wheel.y = 1;
-    wheel.wheel.x = -1;
-    push(wheel);
-    step();
-    EXPECT_EQ(KXMouseX, 11);
-    EXPECT_EQ(KXMousePoint.y, -3);
-    EXPECT_EQ(KXMouseXRelative, 4);
-    EXPECT_EQ(KXMousePointRelative.y, -5);
-    EXPECT_EQ(KXMouse(1), -1);
-    EXPECT_EQ(KXMouse(4), -1);
-    EXPECT_EQ(KXMouse(5), -1);
-    KXPostLogicLoop();
-    button.type = SDL_MOUSEBUTTONUP;
-    button.button.state = SDL_RELEASED;
-    push(button);
-    step();
-    EXPECT_EQ(KXMouse(1), 0);
-    EXPECT_EQ(KXMouse(4), 0);
-    EXPECT_EQ(KXMouseXRelative, 4) << "stays until the next motion";
+TEST_F(EventDispatch, EachKindOfEventReachesItsPlaceWithinTheStep) {
+    KXTestPad pad;
+    EXPECT_EQ(KXInitGamePad(), -1);
+    bool (*seen)() = nullptr;
+    bool wasSeen = false;
+    KXTestInput hands(window->id(), [&] { wasSeen = seen(); });
+    const struct {
+        std::function<void()> act;
+        bool (*seen)();
+    } rows[] = {
+        {[&] { hands.keyDown(SDLK_a); }, [] { return KXKey(_KXKeyA) == -1; }},
+        {[&] { hands.keyUp(SDLK_a); }, [] { return KXKey(_KXKeyA) == 0; }},
+        {[&] { hands.moveMouse(11, -3); },
+         [] { return KXMouseX == 11 && KXMousePoint.y == -3 && KXMouseYRelative == -3; }},
+        {[&] { hands.mouseDown(SDL_BUTTON_RIGHT); }, [] { return KXMouse(1) == -1; }},
+        {[&] { hands.mouseUp(SDL_BUTTON_RIGHT); },
+         [] { return !KXMouse(1) && KXMousePointRelative.x == 11; }},
+        {[&] { hands.turnWheel(1, -1); }, [] { return KXMouse(4) == -1 && KXMouse(5) == -1; }},
+        {[&] { hands.turnWheel(-1, 1); },
+         [] { return KXMouse(3) && KXMouse(6) && !KXMouse(4) && !KXMouse(5); }},
+        {[&] { pad.setAxis(1, -20000); }, [] { return KXGamePadAxis(1) == -20000; }},
+        {[&] { pad.setHat(SDL_HAT_RIGHT); }, [] { return KXGamePadHat(3) == 1; }},
+        {[&] { pad.setButton(5, true); }, [] { return KXGamePadPressedButton() == 5; }},
+        {[&] { pad.setButton(5, false); }, [] { return KXGamePadPressedButton() == -1; }},
+        {[&] { hands.fingerDown(0.51f, 0.99f); },
+         [] { return KXFingerDown() && KXTouchX == 32 && KXTouchY == 47 && KXTouchPoint.x == 32; }},
+        {[&] { hands.moveFinger(0.25f, 0); }, [] { return KXFingerDown() && KXTouchX == 16; }},
+        {[&] { hands.fingerUp(0.5f, 0.5f); }, [] { return !KXFingerDown() && KXTouchX == 16; }},
+        {[&] { hands.quit(); }, [] { return KXApplicationQuitRequested() == -1; }},
+    };
+    for (const auto& row : rows) {
+        seen = row.seen;
+        row.act();
+        EXPECT_FALSE(seen());
+        hands.step();
+        EXPECT_TRUE(wasSeen) << &row - rows;
+    }
 }
 
 TEST_F(EventDispatch, WindowsAndTheirCallback) {
+    static std::vector<float> told; // identifier, width and height
     KXSetWindowResizedCallback([](unsigned id, KXSize size) {
-        resizedWindow = id;
-        resizedSize = size;
+        told.insert(told.end(), {static_cast<float>(id), size.width, size.height});
     });
     EXPECT_EQ(window->size().width, 64);
     SDL_SetWindowSize(SDL_GetWindowFromID(window->id()), 90, 70);
     SDL_FlushEvent(SDL_WINDOWEVENT);
-    pushResized(window->id(), 90, 70, SDL_WINDOWEVENT_SIZE_CHANGED);
-    step();
-    EXPECT_EQ(resizedWindow, 0u) << "only the kind resized counts";
-    EXPECT_EQ(window->size().width, 64);
-    pushResized(window->id(), 90, 70);
-    step();
-    EXPECT_EQ(resizedWindow, window->id());
-    EXPECT_EQ(resizedSize.height, 70);
+    SDL_Event changed = {};
+    changed.window = {SDL_WINDOWEVENT, 0, window->id(), SDL_WINDOWEVENT_SIZE_CHANGED, 0, 0, 0, 90, 70};
+    SDL_PushEvent(&changed);
+    user.step();
+    EXPECT_EQ(window->size().width, 64) << "only the kind resized counts";
+    user.resizeWindow(90, 70);
+    KXTestInput(12345).resizeWindow(3, 4); // no window of the library: told all the same
+    user.step();
     EXPECT_EQ(window->size().width, 90);
-    pushResized(12345, 3, 4); // no window of ours: told all the same
-    step();
-    EXPECT_EQ(resizedWindow, 12345u);
     KXSetWindowResizedCallback(nullptr);
-    pushResized(1, 3, 4);
-    step();
-    EXPECT_EQ(resizedWindow, 12345u);
+    user.resizeWindow(5, 6);
+    user.step();
+    EXPECT_EQ(told, (std::vector<float>{static_cast<float>(window->id()), 90, 70, 12345, 3, 4}));
 }
 
-TEST_F(EventDispatch, TouchesInWindowsOnly) {
-    pushFinger(SDL_FINGERDOWN, 0.51f, 0.99f, window->id());
-    step();
+TEST_F(EventDispatch, TouchesInWindowsOnlyAndOneForEachEvent) {
+    KXTestInput(4711).fingerDown(0.5f, 0.5f);
+    user.step();
     EXPECT_EQ(KXFingerDown(), -1);
-    EXPECT_EQ(KXTouchX, 32);
-    EXPECT_EQ(KXTouchY, 47);
-    EXPECT_EQ(KXTouchPoint.x, 32);
+    EXPECT_EQ(KXTouchX, 0);
+    user.moveFinger(0.25f, 0);
+    user.moveFinger(0.5f, 0);
+    user.fingerUp(0.5f, 0);
+    user.keyDown(SDLK_b);
+    user.step();
+    EXPECT_EQ(KXTouchX, 16) << "of a burst the first";
+    EXPECT_EQ(KXFingerDown(), -1);
+    EXPECT_EQ(KXKey(_KXKeyB), -1) << "other events are not lost";
+}
+
+TEST_F(EventDispatch, WhatAnEventCarriesBesides) {
+    SDL_Event finger = {};
+    finger.tfinger.type = SDL_FINGERMOTION;
+    finger.tfinger.touchId = 0x700000009;
+    SDL_PushEvent(&finger);
+    user.step();
     EXPECT_EQ(KXCurrentEventWindowID, 9u) << "the low half of the device's identifier";
-    pushFinger(SDL_FINGERMOTION, 0, 0, 4711); // another application's window
-    step();
-    EXPECT_EQ(KXTouchX, 32);
-    pushFinger(SDL_FINGERUP, 0.1f, 0.1f, window->id());
-    step();
-    EXPECT_EQ(KXFingerDown(), 0);
-    EXPECT_EQ(KXTouchX, 32) << "lifting moves nothing";
-}
-
-TEST_F(EventDispatch, ABurstOfTouchesCollapsesToItsFirst) {
-    pushFinger(SDL_FINGERMOTION, 0.25f, 0, window->id());
-    pushFinger(SDL_FINGERMOTION, 0.5f, 0, window->id());
-    pushFinger(SDL_FINGERUP, 0.5f, 0, window->id());
-    pushKey(SDL_KEYDOWN, SDLK_b, 1);
-    step();
-    EXPECT_EQ(KXTouchX, 16);
-    EXPECT_EQ(KXKey(2), -1) << "other events are not lost";
-}
-
-TEST_F(EventDispatch, GamePadAndQuit) {
-    SDL_Event axis = event(SDL_JOYAXISMOTION);
-    axis.jaxis.which = 3;
-    axis.jaxis.axis = 1;
-    axis.jaxis.value = -20000;
-    push(axis);
-    SDL_Event hat = event(SDL_JOYHATMOTION);
-    hat.jhat.value = SDL_HAT_RIGHT;
-    push(hat);
-    SDL_Event button = event(SDL_JOYBUTTONDOWN);
-    button.jbutton.button = 5;
-    push(button);
-    button.jbutton.button = 200;
-    push(button);
-    push(event(SDL_JOYDEVICEADDED));
-    push(event(SDL_USEREVENT));
-    push(event(SDL_QUIT));
-    step();
-    EXPECT_EQ(KXGamePadAxis(1), -20000);
-    EXPECT_NE(KXGamePadHat(3), 0);
-    EXPECT_EQ(KXGamePadPressedButton(), 5);
-    EXPECT_EQ(KXApplicationQuitRequested(), -1);
-    button = event(SDL_JOYBUTTONUP);
-    button.jbutton.button = 5;
-    push(button);
-    step();
-    EXPECT_EQ(KXGamePadPressedButton(), -1);
-    _KXSetAxis(1, 0);
-    _KXSetHat(0);
+    user.keyDown(SDLK_a);
+    user.step();
+    EXPECT_EQ(KXCurrentEventWindowID, window->id());
+    // Texts that the platform gives away are freed, which the sanitizers see, and not kept.
+    SDL_Event dropped = {};
+    dropped.drop = {SDL_DROPFILE, 0, SDL_strdup("file"), window->id()};
+    SDL_PushEvent(&dropped);
+    user.step();
+    EXPECT_EQ(_KXMainEvent.drop.file, nullptr);
 }
 } // namespace

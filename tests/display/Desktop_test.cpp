@@ -79,6 +79,7 @@ TEST_F(Desktop, TheMouseMovesClicksAndTurnsItsWheel) {
     person("mousemove 1 1 mousemove " + std::to_string(left + 50) + ' ' + std::to_string(top + 30));
     EXPECT_TRUE(becomes([] { return KXMouseX == 50 && KXMouseY == 30; })) << KXMouseX << ' ' << KXMouseY;
     EXPECT_EQ(KXMousePointAbsolute().x, static_cast<float>(left + 50));
+    EXPECT_EQ(KXMousePointAbsolute().y, static_cast<float>(top + 30));
     person("mousedown 1");
     EXPECT_TRUE(becomes([] { return KXMouse(0) != 0; }));
     person("mouseup 1 mousedown 3");

@@ -1,141 +1,103 @@
-#include "input/Keyboard.h"
-
-#include "LogicSteps.h"
-
-#include <SDL_keycode.h>
-#include <gtest/gtest.h>
+#include "InputTest.h"
 
 #include <algorithm>
-#include <cctype>
 #include <climits>
 #include <map>
-#include <string>
-#include <utility>
+#include <sstream>
 
 namespace {
-using namespace std::string_literals;
+using Keyboard = InputTest;
 
-struct Keyboard : testing::Test {
-    Keyboard() { _KXInitKeys(); }
-    ~Keyboard() override { _KXInitKeys(); }
-    LogicSteps steps;
-};
-
-TEST_F(Keyboard, EveryKeyIsSetByOneCodeOrNone) {
-    std::map<int, int> codes;
-    const auto send = [&](int code) {
+TEST_F(Keyboard, EveryKeyIsSetByOneCode) {
+    // Each run of keys: the first one's number and the platform's name of it, and how many codes rise with
+    // it. What else there is sets none.
+    std::istringstream runs(
+        "1 A 26 53 Return 1 54 Tab 1 55 Delete 1 56 Backspace 1 57 ' 1 58 , 4 62 \\ 1 63 : 2 65 ( 2 67 [ 1 "
+        "68 ] 1 69 Escape 1 70 ` 1 71 0 6 78 6 4 82 Keypad_0 1 83 Keypad_1 9 92 Keypad_. 1 93 Keypad_/ 5 "
+        "98 Keypad_= 1 99 Up 1 100 Right 3 103 Home 1 104 End 1 105 PageUp 1 106 PageDown 1 107 F1 12 "
+        "119 F13 3 122 Left_Shift 1 123 Right_Shift 1 124 Left_Alt 1 125 Right_Alt 1 126 Numlock 1 "
+        "127 CapsLock 1 128 ScrollLock 1 131 Right_GUI 1 132 Left_GUI 1 133 Space 1 134 = 1 135 Left_Ctrl 1 "
+        "136 Right_Ctrl 1");
+    std::map<int, int> keys = {{INT_MIN, 0}, {-1, 0}, {INT_MAX, 0}};
+    for (int code = 0; code < 512; ++code)
+        keys[code] = keys[SDLK_SCANCODE_MASK | code] = 0;
+    std::string name;
+    for (int key, count; runs >> key >> name >> count;) {
+        std::ranges::replace(name, '_', ' ');
+        for (int i = 0; i < count; ++i)
+            keys[SDL_GetKeyFromName(name.c_str()) + i] = key + i;
+    }
+    for (const auto& [code, key] : keys) {
         _KXSetKey(code);
-        const int key = KXKeyPressed();
-        EXPECT_EQ(std::count(_KXKeys, _KXKeys + _KXKeyCount, -1), key ? 1 : 0) << code;
-        EXPECT_TRUE(!key || codes.emplace(key, code).second) << code;
+        EXPECT_EQ(KXKeyPressed(), key) << code;
         _KXUnsetKey(code);
         EXPECT_EQ(KXKeyPressed(), 0) << code;
-    };
-    for (int code = 0; code < 512; ++code) {
-        send(code);
-        send(SDLK_SCANCODE_MASK | code);
     }
-    for (int code : {INT_MIN, -1, INT_MAX})
-        send(code);
-    EXPECT_EQ(codes.size(), 107u);
-
-    // The ends of every run of keys, and the keys that stand out of order; nothing sets those with code 0.
-    const std::pair<int, int> ends[] = {
-        {1, 'a'}, {26, 'z'}, {27, 0},   {52, 0},  {53, 13}, {54, 9},   {55, 127}, {56, 8},
-        {57, 39}, {58, 44},  {59, 45},  {60, 46}, {61, 47}, {62, 92},  {63, 58},  {64, 59},
-        {65, 40}, {66, 41},  {67, 91},  {68, 93}, {69, 27}, {70, 96},  {71, '0'}, {76, '5'},
-        {77, 0},  {78, '6'}, {81, '9'}, {129, 0}, {130, 0}, {133, 32}, {134, 61}};
-    for (const auto& [key, code] : ends)
-        EXPECT_EQ(codes[key], code) << key;
-    const std::pair<int, int> scancodes[] = {
-        {82, SDLK_KP_0},        {83, SDLK_KP_1},        {91, SDLK_KP_9},     {92, SDLK_KP_PERIOD},
-        {93, SDLK_KP_DIVIDE},   {96, SDLK_KP_PLUS},     {97, SDLK_KP_ENTER}, {98, SDLK_KP_EQUALS},
-        {99, SDLK_UP},          {100, SDLK_RIGHT},      {101, SDLK_LEFT},    {102, SDLK_DOWN},
-        {103, SDLK_HOME},       {106, SDLK_PAGEDOWN},   {107, SDLK_F1},      {121, SDLK_F15},
-        {122, SDLK_LSHIFT},     {123, SDLK_RSHIFT},     {125, SDLK_RALT},    {126, SDLK_NUMLOCKCLEAR},
-        {128, SDLK_SCROLLLOCK}, {131, SDLK_RGUI},       {132, SDLK_LGUI},    {135, SDLK_LCTRL},
-        {136, SDLK_RCTRL},      {94, SDLK_KP_MULTIPLY}, {95, SDLK_KP_MINUS}, {104, SDLK_END},
-        {105, SDLK_PAGEUP},     {119, SDLK_F13},        {124, SDLK_LALT},    {127, SDLK_CAPSLOCK}};
-    for (const auto& [key, code] : scancodes)
-        EXPECT_EQ(codes[key], code) << key;
-    // Within a run the codes rise with the numbers, and letters and digits are called what they type.
-    const std::pair<int, int> runs[] = {{1, 26}, {71, 76}, {78, 81}, {83, 91}, {107, 118}, {119, 121}};
-    for (const auto& [first, last] : runs)
-        for (int key = first; key <= last; ++key) {
-            EXPECT_EQ(codes[key], codes[first] + key - first) << key;
-            if (codes[key] < 128) {
-                EXPECT_EQ(KXKeyToString(key)[0], std::toupper(codes[key])) << key;
-            }
-        }
     std::string names;
-    for (int key :
-         {1, 26, 27, 53, 56, 57, 62, 63, 64, 69, 77, 81, 82, 91, 95, 100, 106, 121, 126, 129, 131, 133, 136})
-        names += KXKeyToString(key) + "|"s;
-    EXPECT_EQ(names, "A|Z|Unknown|Return|Backspace|\"|\\|:|:|Escape|Unknown|9|0|9|Num Pad -|Right|Page "
-                     "Down|F15|Num Lock|Left Super|"
-                     "Right Command|Space|Right Control|");
-}
-
-TEST_F(Keyboard, NumbersThatAreNoKey) {
+    for (int key : {1, 26, 27, 53, 57, 62, 63, 64, 77, 81, 82, 91, 95, 100, 106, 121, 126, 129, 131, 136})
+        names += std::string(KXKeyToString(key)) + "|";
+    EXPECT_EQ(names, "A|Z|Unknown|Return|\"|\\|:|:|Unknown|9|0|9|Num Pad -|Right|Page Down|F15|Num Lock|"
+                     "Left Super|Right Command|Right Control|");
     for (int key : {INT_MIN, -1, 0, 137, INT_MAX}) {
-        EXPECT_EQ(KXKey(key) | KXKey(key, -1) | KXKeyWithDelayedRepeat(key) | _KXKeyTextEntry(key, -1), 0)
-            << key;
+        EXPECT_EQ(KXKey(key) | KXKey(key, -1) | KXKeyWithDelayedRepeat(key) | _KXWidgetKey(key), 0) << key;
         EXPECT_STREQ(KXKeyToString(key), "Unknown") << key;
     }
 }
 
 TEST_F(Keyboard, OnePressIsToldOnceToTheGameAndOnceToTextEntries) {
-    _KXSetKey(' ');
+    const auto ask = [](int (*how)(int, int)) { return how(_KXKeySpace, 1); };
     for (int press = 0; press < 2; ++press) {
-        EXPECT_EQ(KXKey(133), -1); // the level does not consume the press
-        EXPECT_EQ(KXKey(133, 1), -1);
-        EXPECT_EQ(KXKey(133, 1), 0);
-        EXPECT_EQ(_KXKeyTextEntry(133, 1), -1);
-        EXPECT_EQ(_KXKeyTextEntry(133, 1), 0);
-        _KXSetKey(' '); // the platform's own repeat is no new press
-        EXPECT_EQ(KXKey(133, 1) | _KXKeyTextEntry(133, 1), 0);
-        EXPECT_EQ(KXKey(133), -1);
-        _KXUnsetKey(' ');
-        EXPECT_EQ(KXKey(133) | KXKey(133, 1) | _KXKeyTextEntry(133, 1), 0);
-        EXPECT_EQ(_KXKeysDownTime[133], 0x7FFFFFFF);
         _KXSetKey(' ');
+        EXPECT_EQ(KXKey(_KXKeySpace), -1); // the level does not consume the press
+        EXPECT_EQ(ask(KXKey) & ask(_KXKeyTextEntry), -1);
+        _KXSetKey(' '); // the platform's own repeat is no new press
+        EXPECT_EQ(ask(KXKey) | ask(_KXKeyTextEntry), 0);
+        EXPECT_EQ(KXKey(_KXKeySpace), -1);
+        _KXUnsetKey(' ');
+        EXPECT_EQ(KXKey(_KXKeySpace) | ask(KXKey) | ask(_KXKeyTextEntry), 0);
+        EXPECT_EQ(_KXKeysDownTime[_KXKeySpace], 0x7FFFFFFF);
     }
 }
 
-TEST_F(Keyboard, HeldKeysRepeatFromTheThirtiethStepOn) {
-    _KXSetKey(' ');
-    EXPECT_EQ(KXKeyWithDelayedRepeat(133), -1);
-    for (int step = 1; step < 33; ++step) {
-        steps.advance(1);
-        for (int times = 0; times < 2; ++times)
-            EXPECT_EQ(KXKeyWithDelayedRepeat(133), step < 30 ? 0 : -1) << step;
+TEST_F(Keyboard, HeldKeysRepeatOnceTheTimeOfThirtyStepsHasPassed) {
+    for (int code : {' ', 'a'})
+        _KXSetKey(code);
+    EXPECT_TRUE(KXKeyWithDelayedRepeat(_KXKeySpace) && _KXWidgetKey(_KXKeySpace, true));
+    for (int call = 2; call < 66; user.step(call++ % 2)) { // two in each step
+        EXPECT_EQ(KXKeyWithDelayedRepeat(_KXKeySpace), call < 62 ? 0 : -1) << call;
+        EXPECT_EQ(_KXWidgetKey(_KXKeySpace, true), call >= 62) << call;
+        EXPECT_FALSE(_KXWidgetKey(_KXKeySpace)) << call;
     }
-    _KXUnsetKey(' ');
-    EXPECT_EQ(KXKeyWithDelayedRepeat(133), 0);
-
-    _KXSetKey(' ');
+    EXPECT_TRUE(_KXWidgetKey(_KXKeyA, true));
+    EXPECT_FALSE(_KXWidgetKey(_KXKeySpace, true)) << "the last key repeats";
     _KXLogicTimeRequiredPerLogicCycle = 0; // no speed set: nothing repeats
-    EXPECT_EQ(KXKeyWithDelayedRepeat(133), -1);
-    _KXLogicCurrentTime += 100000;
-    EXPECT_EQ(KXKeyWithDelayedRepeat(133), 0);
+    EXPECT_EQ(KXKeyWithDelayedRepeat(_KXKeySpace), 0);
+}
+
+TEST_F(Keyboard, AWidgetThatIsGivenTheKeyboardSeesNewPressesOnly) {
+    _KXSetKey('a');
+    KXKeyWithDelayedRepeat(_KXKeyA);
+    for (int press = 0; press < 2; ++press) {
+        user.step(30);
+        _KXBeginWidgetKeys();
+        EXPECT_FALSE(_KXWidgetKey(_KXKeyA, true));
+        EXPECT_EQ(KXKeyWithDelayedRepeat(_KXKeyA), -1) << "the game's repeat goes on";
+        _KXUnsetKey('a');
+        _KXSetKey('a');
+        EXPECT_TRUE(_KXWidgetKey(_KXKeyA, true) && KXKeyWithDelayedRepeat(_KXKeyA));
+    }
 }
 
 TEST_F(Keyboard, AnyReleaseForgetsTheReportsOfKeysThatAreUp) {
     for (int code : {'a', 'b', 'c'})
         _KXSetKey(code);
-    EXPECT_EQ(KXKey(1, 1) & KXKey(2, 1) & _KXKeyTextEntry(2, 1), -1);
-    _KXSetKeyToValue('b', 0);     // its release was lost
-    EXPECT_EQ(KXKeyPressed(), 1); // the lowest of those held
+    EXPECT_EQ(KXKey(_KXKeyA, 1) & KXKey(_KXKeyB, 1) & _KXKeyTextEntry(_KXKeyB, 1), -1);
+    _KXSetKeyToValue('b', 0); // its release was lost
     _KXUnsetKey('c');
-    for (int code : {'b', 'c'})
-        _KXSetKey(code);
-    EXPECT_EQ(KXKey(1, 1), 0); // still held, already told
-    EXPECT_EQ(KXKey(2, 1), -1);
-    EXPECT_EQ(_KXKeyTextEntry(2, 1), -1);
-
+    _KXSetKey('b');
+    EXPECT_EQ(KXKey(_KXKeyA, 1), 0); // still held, already told
+    EXPECT_EQ(KXKey(_KXKeyB, 1) & _KXKeyTextEntry(_KXKeyB, 1), -1);
     KXUnsetKeys();
-    EXPECT_EQ(KXKeyPressed(), 0);
-    _KXSetKey('a');
-    EXPECT_EQ(KXKey(1, 1), -1);
+    EXPECT_EQ(_KXKeyboard, _KXKeyboardState());
 }
 } // namespace

@@ -4,7 +4,7 @@
 #include "input/KXMouse.h"
 #include "input/Keyboard.h"
 
-#include "input/LogicSteps.h"
+#include "support/LogicSteps.h"
 #include "support/Golden.h"
 #include "testkit/KXTestInput.h"
 #include "text/TextTest.h"

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "core/dispatch/EventDispatch.h"
+#include "input/InputState.h"
+#include "support/TestClock.h"
+#include "testkit/KXTestInput.h"
+#include "testkit/KXTestPad.h"
+
+#include <Kobaltrix/KXInit.h>
+
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+/// A started library that knows of no input yet, and whoever makes some. Each step takes 16 ms; the time of
+/// the logic loop wraps soon.
+struct InputTest : testing::Test {
+    InputTest() {
+        EXPECT_EQ(KXInit(), -1);
+        _KXEndTextInput();
+        SDL_StopTextInput();
+        user.step();
+        _KXPutInputState({});
+    }
+    ~InputTest() override { KXDeInit(); }
+
+    TestClock clock{0xFFFFFF00};
+    KXTestInput user{0, [this] { clock.advance(16); }};
+};
