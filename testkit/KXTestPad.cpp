@@ -39,12 +39,12 @@ static bool report(int result) {
     return result == 0;
 }
 
-bool KXTestPad::setButton(int button, bool down) {
+bool KXTestPad::setButton(int button, int down) {
     _SDL_Joystick* const pad = _open();
-    return pad && report(SDL_JoystickSetVirtualButton(pad, button, down));
+    return pad && report(SDL_JoystickSetVirtualButton(pad, button, down != 0));
 }
 
-bool KXTestPad::setHat(int position, int hat) {
+bool KXTestPad::setHat(int hat, int position) {
     _SDL_Joystick* const pad = _open();
     return pad && report(SDL_JoystickSetVirtualHat(pad, hat, static_cast<Uint8>(position)));
 }

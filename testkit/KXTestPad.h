@@ -16,9 +16,9 @@ public:
     void unplug();
 
     // False where the pad is not open or has none of that number.
-    bool setButton(int button, bool down);
-    bool setHat(int position, int hat = 0); ///< A set of SDL_HAT_UP and the others.
-    bool setAxis(int axis, int value);      ///< -32768 to 32767.
+    bool setButton(int button, int down);
+    bool setHat(int hat, int position); ///< A set of SDL_HAT_UP and the others.
+    bool setAxis(int axis, int value);  ///< -32768 to 32767.
 
 private:
     _SDL_Joystick* _open() const;

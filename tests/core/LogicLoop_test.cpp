@@ -1,6 +1,7 @@
 #include <Kobaltrix/Kobaltrix.h>
 
 #include "core/ground/LogicClock.h"
+#include "input/Keys.h"
 #include "support/TestClock.h"
 #include "testkit/KXTestInput.h"
 #include "util/KXString.h"
@@ -96,14 +97,14 @@ TEST_F(Loop, ReadsEventsInFramesThatRunLogicAndKeepsTheWheelForOne) {
     user.keyDown(SDLK_a);
     user.turnWheel(1);
     frameAfter(8);
-    EXPECT_EQ(KXKey(1), 0);
+    EXPECT_EQ(KXKey(_KXKeyA), 0);
     clock.advance(8);
     KXPreLogicLoop();
     while (KXLogicLoop())
         KXLogicUpdate();
-    EXPECT_EQ(KXKey(1) & KXMouse(4), -1) << "still there while the frame draws";
+    EXPECT_EQ(KXKey(_KXKeyA) & KXMouse(4), -1) << "still there while the frame draws";
     KXPostLogicLoop();
-    EXPECT_EQ(KXKey(1), -1);
+    EXPECT_EQ(KXKey(_KXKeyA), -1);
     EXPECT_EQ(KXMouse(4), 0);
 }
 

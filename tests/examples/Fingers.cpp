@@ -57,9 +57,9 @@ void holdPad(int step) {
         return;
     for (const auto& [axis, value] : {std::pair{0, 26000}, {1, -20000}, {3, 30000}, {4, 12000}, {5, 28000}})
         pad->setAxis(axis, value);
-    pad->setButton(0, true);
-    pad->setButton(3, true);
-    pad->setHat(SDL_HAT_LEFT);
+    pad->setButton(0, 1);
+    pad->setButton(3, 1);
+    pad->setHat(0, SDL_HAT_LEFT);
 }
 
 void useWidgets(int step) {
