@@ -1,71 +1,94 @@
 #include <Kobaltrix/KXFont.h>
+#include <Kobaltrix/KXKeyboard.h>
+#include <Kobaltrix/KXUIMenu.h>
 
-#include "MenuTest.h"
+#include "UITest.h"
 
+#include "input/Keys.h"
 #include "text/KXUIGlobalFont.h"
 
-#include <cmath>
+#include <stdexcept>
+#include <tuple>
 
 namespace {
-float widthOf(const char* text) { return std::trunc(_KXUIGlobalFont->stringBounds(text).width); }
+float widthOf(const std::string& text) {
+    return std::trunc(_KXUIGlobalFont->stringBounds(text.c_str()).width);
+}
+
+/// A menu and the hands that use it.
+struct Menu : UITest {
+    Menu() : menu(std::make_unique<KXUIMenu>("File")) { menu->setOrigin({20, 10}); }
+
+    int poll() override { return menu ? menu->poll(), 0 : 0; }
+    /// Which menus are open, and what was called since it was asked last.
+    std::string state() override {
+        const int called = std::exchange(calls, 0);
+        return open() + (called ? " " + std::to_string(called) : "");
+    }
+    virtual std::string open() { return menu->isOpen() ? "o" : "-"; }
+    /// "title" and "row 1" of the menu.
+    KXPoint place(const std::string& name) const override { return placeIn(*menu, name); }
+    KXPoint placeIn(const KXUIMenu& of, const std::string& name) const {
+        if (std::isdigit(name[0]))
+            return UITest::place(name);
+        const auto [corner, size] = of.rect();
+        const float row = name.starts_with("row") ? std::stof(name.substr(4)) : 0;
+        const bool beside = of.getParent() && row > 0;
+        return {corner.x + (beside ? size.width : 0) + 8,
+                corner.y + size.height * (beside ? row - 1 : row) + 8};
+    }
+    /// An entry whose calls count as @a much.
+    template<int much = 1>
+    void addCounter(KXUIMenu& to, const char* name, int modifier = 0, int key = 0) {
+        to.addMenuItemWithName(
+            name, [](void* count) { *static_cast<int*>(count) += much; }, &calls, modifier, key);
+    }
+
+    std::unique_ptr<KXUIMenu> menu;
+    int calls = 0;
+};
 
 TEST_F(Menu, CaptionsNameTheShortcut) {
-    const std::string longest(254, 'i'), tooLong = longest + "iiii", cut = longest.substr(1) + "\xc3\xa9",
-                                         uncut = longest.substr(1), full = longest.substr(2) + "\xc3\xa9";
-    const struct {
-        const char* name;
-        int modifier, key;
-        const char* caption;
-    } rows[] = {{"Open", 0, 0, "Open"},
-                {"Open", 0, keyK, "Open (K)"},
-                {"Open", leftControl, keyK, "Open (Left Control - K)"},
-                {"Open", leftControl, 0, "Open"},
-                {"Open", -5, 999, "Open (Unknown - Unknown)"},
-                {"", 0, keyK, " (K)"},
-                {nullptr, leftControl, keyK, ""},
-                {"%s%n", 0, 0, "%s%n"},
-                {tooLong.c_str(), 0, 0, longest.c_str()},
-                {cut.c_str(), 0, 0, uncut.c_str()},
-                {cut.c_str(), 0, keyK, uncut.c_str()},
-                {full.c_str(), 0, keyK, full.c_str()}};
-    for (const auto& row : rows) {
-        _KXUIMenuItem item(row.name, nullptr, nullptr, row.modifier, row.key);
-        EXPECT_EQ(static_cast<float>(item.itemWidth()), widthOf(row.caption)) << row.caption;
+    const std::string longest(254, 'i'), tooLong = longest + "iiii", uncut = longest.substr(1),
+                                         cut = uncut + "\xc3\xa9", full = longest.substr(2) + "\xc3\xa9";
+    const std::tuple<const char*, int, int, std::string> rows[] = {
+        {"Open", 0, 0, "Open"},
+        {"Open", 0, _KXKeyK, "Open (K)"},
+        {"Open", _KXKeyLeftControl, _KXKeyK, "Open (Left Control - K)"},
+        {"Open", _KXKeyLeftControl, 0, "Open"},
+        {nullptr, _KXKeyLeftControl, _KXKeyK, ""},
+        {tooLong.c_str(), 0, 0, longest},
+        {cut.c_str(), 0, _KXKeyK, uncut},
+        {full.c_str(), 0, _KXKeyK, full}};
+    for (const auto& [name, modifier, key, caption] : rows) {
+        _KXUIMenuItem item(name, nullptr, nullptr, modifier, key);
+        EXPECT_EQ(static_cast<float>(item.itemWidth()), widthOf(caption)) << caption;
     }
 }
 
 TEST_F(Menu, SizesFollowTitleAndWidestEntry) {
     const float height = std::ceil(_KXUIGlobalFont->ascender()) + 6 + 2;
-    const auto expectSize = [](const KXUIMenu& of, float width, float expectedHeight) {
-        EXPECT_EQ(of.rect().size.width, width);
-        EXPECT_EQ(of.rect().size.height, expectedHeight);
-    };
-    expectSize(*menu, widthOf("File") + 8, height);
-    auto* const sub = new KXUIMenu("Sub");
+    auto *const sub = new KXUIMenu("Sub"), *const subSub = new KXUIMenu("Deeper");
     menu->addSubMenu(sub);
     expectSize(*sub, widthOf("Sub") + 8, height);
     menu->addMenuItemWithName("A much longer entry", nullptr, nullptr);
     menu->addDivider();
-    expectSize(*sub, widthOf("A much longer entry") + 8, height);
-    expectSize(*menu, widthOf("File") + 8, height);
-    auto* const subSub = new KXUIMenu("Deeper");
     sub->addSubMenu(subSub);
+    expectSize(*menu, widthOf("File") + 8, height);
+    expectSize(*sub, widthOf("A much longer entry") + 8, height);
     expectSize(*subSub, widthOf("Deeper") + 8, height);
-
     KXUIMenu untitled;
     expectSize(untitled, 0, 0);
     untitled.addDivider();
     expectSize(untitled, 8, height);
+
     KXClearGUIFontCache();
     menu->resize();
     expectSize(*menu, 100, 100);
-    KXUIMenu bare("Bare");
-    bare.addMenuItemWithName("Entry", nullptr, nullptr);
-    expectSize(bare, 100, 100);
-    EXPECT_EQ(bare.itemWidth(), 0);
-    bare.click(0);
-    bare.poll();
-    bare.draw();
+    EXPECT_EQ(menu->itemWidth(), 0);
+    menu->click(0);
+    poll();
+    menu->draw();
 }
 
 TEST_F(Menu, EntriesHangBelowTheTitleAndBesideASubMenusRow) {
@@ -76,119 +99,238 @@ TEST_F(Menu, EntriesHangBelowTheTitleAndBesideASubMenusRow) {
     second->addSubMenu(deep);
     menu->setOrigin({20.75f, 10.5f});
     poll();
-    const float height = menu->rect().size.height, width = second->rect().size.width;
-    const auto expectOrigin = [](const KXUIMenu& of, float x, float y) {
-        EXPECT_EQ(of.rect().origin.x, x);
-        EXPECT_EQ(of.rect().origin.y, y);
-    };
+    const float height = menu->rect().size.height;
     expectOrigin(*first, 20, std::trunc(9.5f + height));
     expectOrigin(*second, 20, std::trunc(9.5f + 2 * height));
-    expectOrigin(*deep, 20 + width, second->rect().origin.y - 1 + height);
+    expectOrigin(*deep, 20 + second->rect().size.width, second->rect().origin.y - 1 + height);
 }
 
 TEST_F(Menu, EntriesActWhileItIsOpen) {
     addCounter(*menu, "Open");
     menu->addDivider();
-    addCounter(*menu, "Quit");
-    poll();
-    clickAt(row(*menu, 1));
-    EXPECT_EQ(take(), 0);
-    EXPECT_EQ(menu->isOpen(), 0);
-    clickTitle(*menu);
-    EXPECT_EQ(menu->isOpen(), -1);
-    clickAt({300, 190}); // elsewhere changes nothing
-    EXPECT_EQ(menu->isOpen(), -1);
-    clickTitle(*menu);
-    EXPECT_EQ(menu->isOpen(), 0);
-    for (int entry : {1, 2, 3}) {
-        clickTitle(*menu);
-        clickAt(row(*menu, entry));
-        EXPECT_EQ(take(), entry == 2 ? 0 : 1);
-        EXPECT_EQ(menu->isOpen(), 0);
-    }
+    addCounter<10>(*menu, "Quit");
+    expectEach("click row 1 -> -; click title -> o; click 300 190 -> o; click title -> -; "
+               "click title, click row 1 -> - 1; click title, click row 2 -> -; "
+               "click title, click row 3 -> - 10");
     // The last line of the title belongs to the first row, too.
-    const KXPoint shared = {25, menu->rect().origin.y + menu->rect().size.height};
-    clickAt(shared);
-    EXPECT_EQ(menu->isOpen(), -1);
-    EXPECT_EQ(take(), 0);
-    clickAt(shared);
-    EXPECT_EQ(menu->isOpen(), 0);
-    EXPECT_EQ(take(), 0);
+    moveMouse(25, static_cast<int>(menu->rect().origin.y + menu->rect().size.height));
+    expectEach("click -> o; click -> -");
     menu->click(0);
-    poll();
-    EXPECT_EQ(menu->isOpen(), -1);
+    expectEach("at 0 0 -> o");
 }
 
 TEST_F(Menu, ShortcutsActOnceForEachTimeTheKeysMeet) {
-    addCounter(*menu, "With a modifier", leftControl, keyK);
-    menu->addMenuItemWithName(
-        "Alone", [](void* count) { *static_cast<int*>(count) += 10; }, &calls, 0, keyA);
-    // What the user does, and what is called by the next three polls.
-    const auto expectCalls = [&](const char* what, int expected) {
-        poll();
-        poll();
-        step();
-        poll();
-        EXPECT_EQ(take(), expected) << what;
-    };
-    const auto down = [&](int code, int expected) { keyDown(code), expectCalls("down", expected); };
-    const auto up = [&](int code) { keyUp(code), expectCalls("up", 0); };
-    for (int twice = 0; twice < 2; ++twice) {
-        down(SDLK_LCTRL, 0);
-        down('k', 1);
-        up('k'); // the key first
-        down('k', 1);
-        up(SDLK_LCTRL); // the modifier first
-        down(SDLK_LCTRL, 1);
-        up(SDLK_LCTRL);
-        up('k');
-        down('k', 0); // alone it does nothing
-        up('k');
-        down(SDLK_RCTRL, 0); // nor does another modifier
-        down('k', 0);
-        up(SDLK_RCTRL);
-        up('k');
-        down(SDLK_LCTRL, 0);
-        up(SDLK_LCTRL);
-        down('a', 10);
-        up('a');
-    }
+    addCounter(*menu, "With a modifier", _KXKeyLeftControl, _KXKeyK);
+    addCounter<10>(*menu, "Alone", 0, _KXKeyA);
+    addCounter<100>(*menu, "The same key alone", 0, _KXKeyK);
+    for (int twice = 0; twice < 2; ++twice)
+        expectEach(
+            "hold Left Ctrl -> -; hold K -> - 1; at 0 0, wait 40, at 0 0 -> -; let K -> -; hold K -> - 1; "
+            "let Left Ctrl, at 0 0 -> -; hold Left Ctrl -> - 1; at 0 0 -> -; let Left Ctrl -> -; let K -> -; "
+            "hold K -> - 100; at 0 0 -> -; let K -> -; Right Ctrl+K -> - 100; "
+            "hold Left Ctrl, let Left Ctrl, hold A -> - 10; at 0 0, let A -> -");
     // Let go and pressed again between two polls, the key is still the one of before.
-    keyDown(SDLK_LCTRL);
-    down('k', 1);
-    keyUp('k');
-    down('k', 0);
-    up('k');
-    up(SDLK_LCTRL);
+    act("hold Left Ctrl, hold K");
+    keyUp(SDLK_k);
+    expectEach("hold K -> - 1; let K, let Left Ctrl -> -");
 
     // An entry can be clicked while its keys stay held.
-    addCounter(*menu, "Shifted", leftShift, keyA);
-    poll();
-    clickTitle(*menu);
+    addCounter(*menu, "Shifted", _KXKeyLeftShift, _KXKeyA);
+    act("click title");
     keyDown(SDLK_LSHIFT);
-    keyDown('a');
-    KXKey(keyA, -1); // the press is the game's, so no shortcut acts
-    clickAt(row(*menu, 3));
-    EXPECT_EQ(take(), 1);
+    keyDown(SDLK_a);
+    KXKey(_KXKeyA, -1); // the press is the game's, so no shortcut acts
+    expectEach("click row 4 -> - 1");
 }
 
-TEST_F(Menu, AReportedModifierIsNoPressForPlainEntries) {
-    addCounter(*menu, "With a modifier", leftControl, keyK);
-    menu->addMenuItemWithName(
-        "Plain", [](void* count) { *static_cast<int*>(count) += 10; }, &calls, 0, keyK);
-    keyDown(SDLK_LCTRL);
-    keyDown('k');
+/// The same with menus on three levels; places are "title sub" and "row 1 deep".
+struct DeepMenu : Menu {
+    DeepMenu() { make(); }
+    void make() {
+        menu = std::make_unique<KXUIMenu>("File");
+        menu->setOrigin({20, 10});
+        menu->addSubMenu(sub = new KXUIMenu("Sub"));
+        sub->addMenuItemWithName("Before", nullptr, nullptr);
+        sub->addSubMenu(deep = new KXUIMenu("Deep"));
+        deep->addMenuItemWithName("Before", nullptr, nullptr);
+    }
+    std::string open() override {
+        std::string levels;
+        for (KXUIMenu* each : {menu.get(), sub, deep})
+            levels += each->isOpen() ? 'o' : '-';
+        return levels;
+    }
+    KXPoint place(const std::string& name) const override {
+        return placeIn(name.ends_with("deep") ? *deep : name.ends_with("sub") ? *sub : *menu, name);
+    }
+    KXUIMenu *sub, *deep;
+    std::function<void()> does; ///< What the last entry does that was added as a caller of it.
+    static void call(void* test) { static_cast<DeepMenu*>(test)->does(); }
+    const std::string openAll = "click title, click title sub, click title deep";
+};
+
+TEST_F(DeepMenu, OpensLevelByLevelAndClosesAtOnce) {
+    addCounter(*deep, "Bottom", _KXKeyLeftControl, _KXKeyK);
     poll();
-    EXPECT_EQ(take(), 1);
-    keyUp(SDLK_LCTRL);
-    poll();
-    poll();
-    EXPECT_EQ(take(), 0);
-    keyUp('k');
-    keyDown('k');
-    poll();
-    EXPECT_EQ(take(), 10);
+    expectEach("click title sub, click title deep -> ---; " + openAll + // whose rows were not on screen
+               " -> ooo; click row 2 deep -> --- 1; " + openAll + ", click title -> ---; " + openAll +
+               ", click title sub -> o--; Left Ctrl+K -> --- 1"); // at the bottom of a menu that is not open
 }
 
-/// A menu of three levels with a counting entry at the bottom, "Ctrl-K".
+TEST_F(DeepMenu, CallbacksMayDoAnything) {
+    const std::pair<const char*, std::function<void()>> rows[] = {
+        {"clear its menu", [&] { deep->clearMenuItems(); }},
+        {"delete its menu", [&] { delete deep; }},
+        {"delete everything", [&] { menu.reset(); }},
+        {"add entries",
+         [&] {
+             for (int i = 0; i < 300; ++i)
+                 (i % 2 ? deep : sub)->addMenuItemWithName("New", nullptr, nullptr);
+         }},
+        {"replace its menu's entries",
+         [&] {
+             deep->clearMenuItems();
+             addCounter(*deep, "New", _KXKeyLeftControl, _KXKeyK);
+         }},
+        {"run a loop of its own",
+         [&] {
+             poll();
+             menu->draw();
+             menu.reset(); // also for the poll that this one runs within
+         }},
+        {"throw", [&] {
+             deep->clearMenuItems();
+             throw std::runtime_error("callback");
+         }}};
+    for (const auto& [what, doing] : rows)
+        for (const std::string& choose :
+             {std::string("hold Left Ctrl, hold K"), openAll + ", click row 2 deep"}) {
+            SCOPED_TRACE(what);
+            make();
+            int count = 0;
+            does = [&count, &what = doing] {
+                ++count;
+                what();
+            };
+            deep->addMenuItemWithName("Does", call, this, _KXKeyLeftControl, _KXKeyK);
+            for (KXUIMenu* each : {deep, sub, menu.get()})
+                addCounter(*each, "After");
+            try {
+                act(choose);
+            } catch (const std::runtime_error&) {
+                EXPECT_STREQ(what, "throw");
+            }
+            act("let Left Ctrl, let K");
+            EXPECT_EQ(count, 1);
+            EXPECT_EQ(calls, 0);
+            EXPECT_EQ(menu ? menu->isOpen() : 0, 0);
+        }
+}
+
+TEST_F(DeepMenu, AnEntryRemovedInAPollSkipsNoOther) {
+    // The first deletes the sub-menu before it and the one after it; the last is still polled in this step.
+    KXUIMenu top("Top"), *before = new KXUIMenu("Victim"), *after = new KXUIMenu("Victim");
+    does = [&] {
+        delete before;
+        delete after;
+    };
+    top.addSubMenu(before);
+    top.addMenuItemWithName("Deletes", call, this, 0, _KXKeyK);
+    top.addSubMenu(after);
+    addCounter(top, "Last", 0, _KXKeyA);
+    keyDown(SDLK_k);
+    keyDown(SDLK_a);
+    top.poll();
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(DeepMenu, OwnershipHasNoCircles) {
+    for (KXUIMenu* each : {menu.get(), sub, deep}) {
+        each->addSubMenu(nullptr);
+        each->addSubMenu(each);
+        deep->addSubMenu(each);
+        menu->setParent(each);
+    }
+    EXPECT_EQ(menu->getParent(), nullptr);
+    EXPECT_EQ(sub->getParent(), menu.get());
+    EXPECT_EQ(deep->getParent(), sub);
+    sub->addSubMenu(deep); // a second time: to the end
+    menu->addSubMenu(deep);
+    EXPECT_EQ(deep->getParent(), menu.get());
+    sub->clearMenuItems(); // deletes it no more
+    KXUIMenu other("Other"), onStack("Deleted before its menu");
+    other.addSubMenu(deep);
+    act(openAll.substr(0, 11)); // polls what is left
+    delete deep;
+    other.poll();
+    other.draw();
+    other.addSubMenu(&onStack);
+}
+
+TEST_F(DeepMenu, ParentsThatGoLeaveNoTrace) {
+    _KXUIMenuItem item(
+        "Loose", [](void* count) { ++*static_cast<int*>(count); }, &calls, 0, _KXKeyK);
+    const auto callsOfClick = [&] {
+        item.click(0);
+        item.poll();
+        return std::exchange(calls, 0);
+    };
+    EXPECT_EQ(item.isOpen(), 0);
+    EXPECT_EQ(callsOfClick(), 0);
+    item.setParent(deep);
+    item.setParent(deep);
+    for (KXUIMenu* each : {menu.get(), sub, deep})
+        each->click(0);
+    poll(); // clicks by the game reach all levels at once
+    EXPECT_EQ(item.isOpen(), -1);
+    EXPECT_EQ(callsOfClick(), 1);
+    EXPECT_EQ(open(), "---");
+    menu.reset();
+    EXPECT_EQ(item.getParent(), nullptr);
+    keyDown(SDLK_k);
+    item.poll();
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(DeepMenu, FontsReachEveryLevel) {
+    const auto expectSizes = [&](int size) {
+        for (_KXUIMenuBase* each : {menu.get(), sub, deep})
+            EXPECT_EQ(each->_fontInUse()->getSize(), size);
+        EXPECT_EQ(sub->rect().size.height, std::ceil(menu->_fontInUse()->ascender()) + 8);
+    };
+    EXPECT_EQ(menu->setFontSize(30), 0);
+    expectSizes(12);
+    ASSERT_EQ(menu->setFont(testFont(), KXAliasModeTexture, 24), -1);
+    expectSizes(24);
+    EXPECT_EQ(menu->setFontSize(18), -1);
+    expectSizes(18);
+    auto* const late = new KXUIMenu("Late");
+    menu->addSubMenu(late);
+    EXPECT_EQ(late->_fontInUse(), menu->_fontInUse());
+    EXPECT_EQ(menu->setFont(testFont(), KXAliasModePolygon), -1); // keeps the size
+    expectSizes(18);
+
+    KXUIMenu current("Current");
+    KXUISetGlobalFont(testFont(), KXAliasModeTexture, 15, KXZeroPoint);
+    auto* const entry = new KXUIMenu("Entry");
+    current.addSubMenu(entry); // has a font although the menu was never given one
+    EXPECT_GT(entry->itemWidth(), 0);
+}
+
+TEST_F(DeepMenu, Looks) {
+    menu->setTextColor(0.1f, 0.1f, 0.5f, 1); // of the title, and of entries added from now on
+    menu->addMenuItemWithName("Save 50%%", nullptr, nullptr, _KXKeyLeftControl, _KXKeyS);
+    menu->addDivider();
+    menu->addMenuItemWithName("{C0.7,0,0,1}Quit{EC}", nullptr, nullptr);
+    addCounter(*deep, "Bottom");
+    KXUIMenu closed("Closed"), hovered("Hovered");
+    closed.setOrigin({250, 10});
+    hovered.setOrigin({250, 160});
+    act(openAll + ", at 255 165");
+    closed.draw();
+    hovered.draw();
+    act("at row 2");
+    menu->draw();
+    expectGolden(Image::of(*window), "ui/menu");
+}
 } // namespace

@@ -1,57 +1,76 @@
 #pragma once
 
-#include "core/dispatch/EventDispatch.h"
-#include "input/KXMouse.h"
-#include "input/Keyboard.h"
-
-#include "support/LogicSteps.h"
+#include "support/Allocations.h"
 #include "support/Golden.h"
+#include "support/LogicSteps.h"
 #include "testkit/KXTestInput.h"
 #include "text/TextTest.h"
 
 #include <Kobaltrix/KXUIGlobalFont.h>
+#include <Kobaltrix/KXUIWidget.h>
 
-#include <SDL_events.h>
+#include <SDL.h>
 
 /// A test of a widget: a window of 320 x 200 points, the user-interface font, and a user whose hands are
-/// real events. Each of what the user does ends with one logic step's reading of events; the test polls.
+/// real events.
 struct UITest : TextTest {
-    UITest() {
-        window = std::make_unique<KXWindow>("UI", KXSize{320, 200});
-        window->setRenderContext();
-        hands = KXTestInput(window->id());
-        fill({0.2f, 0.3f, 0.4f, 1});
-        KXUISetGlobalFont(testFont(), KXAliasModeTexture, 12, KXZeroPoint);
-        moveMouse(-1, -1);
-    }
-    ~UITest() override {
-        for (int button : {SDL_BUTTON_LEFT, SDL_BUTTON_MIDDLE, SDL_BUTTON_RIGHT})
-            release(button);
-        _KXUnsetMouseWheel();
-        _KXInitKeys();
-    }
+    UITest();
+    ~UITest() override;
 
-    /// Hands an event to the library as the window system would, and lets a step pass.
-    void send(SDL_Event event) {
-        SDL_PushEvent(&event);
-        step();
-    }
     /// One logic step: wheel notches of the last one end, events are read.
-    void step(unsigned count = 1) {
-        _KXUnsetMouseWheel();
-        _KXDispatchEvents();
-        steps.advance(count);
-    }
+    void step(unsigned count = 1);
+    // What the user does, read by a step; the test polls.
     void moveMouse(int x, int y) { hands.moveMouse(x, y), step(); }
     void press(int button = SDL_BUTTON_LEFT) { hands.mouseDown(button), step(); }
     void release(int button = SDL_BUTTON_LEFT) { hands.mouseUp(button), step(); }
-    /// Positive @a notches turn the wheel away from the user.
-    void wheel(int notches) { hands.turnWheel(notches), step(); }
+    void wheel(int notches) { hands.turnWheel(notches), step(); } ///< Positive away from the user.
     void keyDown(int keycode) { hands.keyDown(keycode), step(); }
     void keyUp(int keycode) { hands.keyUp(keycode), step(); }
-    /// What a key or an input method types.
     void type(const char* text) { hands.type(text), step(); }
+    void compose(const char* text) { hands.compose(text), step(); } ///< By an input method.
+
+    /// Does what is written, acts with commas between, each of which ends with a poll():
+    ///
+    ///     at 10 20           the pointer goes to a point, or to a place that the test has a name for
+    ///     press 10 20        the left mouse button, there, or without a point where the pointer is
+    ///     release
+    ///     click 10 20        both
+    ///     wheel -1           a notch towards the user
+    ///     type some text
+    ///     hold K, let K      a key goes down, and comes up
+    ///     Left Shift+Home    any other name of a key: taps it while those before it are held
+    ///     wait 20            that many steps, without a poll
+    ///
+    /// @return -1 if a poll() told something, else 0.
+    int act(const std::string& acts);
+
+    virtual int poll() { return 0; }
+    void pollSteps(int count) {
+        for (; count > 0; --count, step())
+            poll();
+    }
+    /// Does what a transcript says and expects what it saw: "acts -> state; acts -> state".
+    void expectEach(const std::string& transcript);
+    /// What a test looks at, in words. It begins with "told " where a poll() told something.
+    virtual std::string state() { return ""; }
+    /// Where something is that acts name: by itself a point.
+    virtual KXPoint place(const std::string& name) const;
+
+    static void expectOrigin(const _KXUIWidget& of, float x, float y) {
+        EXPECT_EQ(testing::PrintToString(std::pair(of.rect().origin.x, of.rect().origin.y)),
+                  testing::PrintToString(std::pair(x, y)));
+    }
+    static void expectSize(const _KXUIWidget& of, float width, float height) {
+        EXPECT_EQ(testing::PrintToString(std::pair(of.rect().size.width, of.rect().size.height)),
+                  testing::PrintToString(std::pair(width, height)));
+    }
 
     LogicSteps steps;
     KXTestInput hands;
+
+    /// Does one of them; to be overridden by a test that has more.
+    virtual int doAct(const std::string& act);
+
+private:
+    int tap(const std::string& keys);
 };

@@ -1,0 +1,216 @@
+#include "ui/Focus.h"
+
+#include "UITest.h"
+
+#include "input/Keys.h"
+
+#include <Kobaltrix/KXInit.h>
+#include <Kobaltrix/KXKeyboard.h>
+#include <Kobaltrix/KXUIListBox.h>
+#include <Kobaltrix/KXUITextEntry.h>
+
+namespace {
+/// Three entries below one another and two lists beside them, polled in one order or the other.
+struct Focus : UITest {
+    Focus() {
+        for (std::size_t i = 0; i < 5; ++i) {
+            _KXUIWidget* const each = i < 3 ? static_cast<_KXUIWidget*>(&entries[i]) : &lists[i - 3];
+            each->setRect(corners[i], {100, 20});
+        }
+        poll();
+    }
+    int poll() override {
+        int told = 0;
+        for (int i = 0; i < 5; ++i) {
+            const int which = backwards ? 4 - i : i;
+            told |= which < 3 ? entries[which].poll() : lists[which - 3].poll();
+        }
+        return told;
+    }
+    KXPoint place(const std::string& name) const override {
+        const std::size_t i = names.find(name);
+        return i == names.npos ? UITest::place(name) : KXPoint{corners[i].x + 10, corners[i].y + 10};
+    }
+    /// The name of the widget that has the keyboard, "-" for none.
+    std::string state() override {
+        std::string owner;
+        for (std::size_t i = 0; i < 5; ++i)
+            if (i < 3 ? entries[i].isFocused() : lists[i - 3].hasFocus())
+                owner += names[i];
+        return owner.empty() ? "-" : owner;
+    }
+
+    static constexpr KXPoint corners[] = {{10, 10}, {10, 50}, {10, 90}, {200, 10}, {200, 50}};
+    const std::string names = "abcLM"; // entries and lists
+    KXUITextEntry entries[3];
+    KXUIListBox lists[2];
+    KXUITextEntry &first = entries[0], &second = entries[1];
+    bool backwards = false;
+};
+
+TEST_F(Focus, ThePressDecides) {
+    for (bool order : {false, true}) {
+        backwards = order;
+        expectEach("click a -> a; click b -> b; click L -> L; click M -> M; click a -> a; click 5 195 -> -; "
+                   "click M -> M; click 5 195 -> -; click b -> b; "
+                   "hold Left Ctrl, click 5 195, let Left Ctrl -> b"); // a right click
+    }
+    // A press that goes on while an entry gets the focus, or is made, is none elsewhere.
+    act("press 5 195");
+    first.focus();
+    KXUITextEntry late;
+    late.setRect({0, 190}, {100, 10});
+    late.poll();
+    expectEach("at 5 195 -> a; release -> a");
+}
+
+TEST_F(Focus, WhatIsTypedGoesToItsOwnerAlone) {
+    first.focus();
+    act("type x");
+    type("y"); // typed before the focus goes elsewhere
+    second.focus();
+    EXPECT_EQ(second.poll(), 0);
+    EXPECT_EQ(first.poll(), -1);
+    EXPECT_EQ(first.changed(), -1);
+    moveMouse(5, 195);
+    press();
+    type("z");
+    EXPECT_EQ(poll(), -1);
+    EXPECT_EQ(KXUIFocusedTextEntry(), nullptr);
+    lists[0].add("row");
+    lists[0].setFocus(-1);
+    expectEach("release -> L; type r -> told L; Down -> L");
+    EXPECT_STREQ(first.text(), "xy");
+    EXPECT_STREQ(second.text(), "z");
+
+    lists[1].setFocus(0); // takes nothing from the other one
+    second.unfocus();
+    EXPECT_EQ(state(), "L");
+    first.focus();
+    EXPECT_EQ(KXUIFocusedTextEntry(), &first);
+    first.unfocus();
+    EXPECT_EQ(state(), "-") << "what is given up goes to nobody";
+}
+
+TEST_F(Focus, TabGoesRound) {
+    second.setText("all");
+    first.focus();
+    expectEach("Tab -> b; Left Alt+Tab -> b; Tab -> c; Tab -> a; Left Shift+Tab -> c; Left Shift+Tab -> b");
+    EXPECT_EQ(second.selectionLength(), 3) << "all is selected";
+    EXPECT_EQ(KXKey(_KXKeyTab, 1), 0);
+
+    // The only one that is polled keeps the focus.
+    for (int modifier : {SDLK_TAB, SDLK_LSHIFT}) { // the first round is without one
+        keyDown(modifier);
+        keyDown(SDLK_TAB);
+        for (int i = 0; i < 3; ++i) {
+            second.poll();
+            EXPECT_EQ(state(), "b");
+        }
+        keyUp(SDLK_TAB);
+        keyUp(modifier);
+    }
+    keyDown(SDLK_TAB);
+    second.poll();
+    second.unfocus(); // takes the offer back
+    expectEach("at 5 195 -> -");
+}
+
+TEST_F(Focus, KeysThatOpenedItAreNotForIt) {
+    first.setText("kept");
+    for (int keycode : {SDLK_RETURN, SDLK_ESCAPE, SDLK_TAB, SDLK_BACKSPACE, SDLK_LEFT}) {
+        keyDown(keycode);
+        KXKeyWithDelayedRepeat(_KXKeyLeft);
+        type("t");
+        first.focus();
+        for (int held = 0; held < 40; ++held, step())
+            EXPECT_EQ(poll(), 0) << keycode;
+        EXPECT_EQ(state(), "a") << keycode;
+        EXPECT_EQ(first.cursor(), 4);
+        EXPECT_EQ(KXKeyWithDelayedRepeat(_KXKeyLeft), keycode == SDLK_LEFT ? -1 : 0)
+            << "goes on for the game";
+        keyUp(keycode);
+        first.unfocus();
+    }
+    EXPECT_STREQ(first.text(), "kept");
+}
+
+TEST_F(Focus, NeverIsADestroyedWidgets) {
+    auto one = std::make_unique<KXUITextEntry>(), two = std::make_unique<KXUITextEntry>();
+    one->focus();
+    keyDown(SDLK_TAB);
+    one->poll(); // offers the focus
+    one.reset();
+    two->poll();
+    EXPECT_EQ(_KXFocus::keyboardOwner(), nullptr);
+    keyUp(SDLK_TAB);
+    first.focus();
+    two.reset(); // the one that Shift and Tab would go to
+    keyDown(SDLK_LSHIFT);
+    keyDown(SDLK_TAB);
+    first.poll();
+    EXPECT_EQ(state(), "a");
+
+    // One that destroys the focused entry while it is polled itself.
+    struct Destroyer : KXUITextEntry {
+        std::unique_ptr<KXUITextEntry> victim = std::make_unique<KXUITextEntry>();
+        int mouseOver() override { return victim.reset(), KXUITextEntry::mouseOver(); }
+    } destroyer;
+    destroyer.victim->focus();
+    press();
+    destroyer.poll();
+    EXPECT_EQ(_KXFocus::keyboardOwner(), nullptr);
+    auto list = std::make_unique<KXUIListBox>();
+    list->setFocus(-1);
+    list.reset();
+    EXPECT_EQ(_KXFocus::keyboardOwner(), nullptr);
+}
+
+TEST_F(Focus, OutlivesTheLibrary) {
+    first.focus();
+    act("type a");
+    window.reset();
+    KXDeInit();
+    poll();
+    first.draw();
+    first.unfocus();
+    first.focus();
+    poll();
+    EXPECT_EQ(state(), "a");
+    for (const char* typed : {"type b", "type c"}) {
+        ASSERT_EQ(KXInit(), -1);
+        poll();
+        EXPECT_EQ(act(typed), -1);
+        first.draw(); // without its font
+        KXDeInit();   // without unfocus()
+    }
+    ASSERT_EQ(KXInit(), -1);
+    EXPECT_STREQ(first.text(), "abc");
+}
+
+TEST_F(Focus, LeavesThePlatformsTextInputAsItWas) {
+    for (bool active : {false, true}) {
+        active ? SDL_StartTextInput() : SDL_StopTextInput();
+        first.focus();
+        EXPECT_TRUE(SDL_IsTextInputActive());
+        lists[0].setFocus(-1);
+        EXPECT_TRUE(SDL_IsTextInputActive());
+        lists[0].setFocus(0);
+        EXPECT_EQ(SDL_IsTextInputActive() == SDL_TRUE, active);
+    }
+}
+
+TEST_F(Focus, ThePointerStaysWithTheWidgetThatIsDragged) {
+    first.setText("some text");
+    for (int i = 0; i < 30; ++i)
+        lists[0].add("row");
+    act("press a, at 295 12, at 295 25"); // over the list's scroll bar
+    EXPECT_EQ(lists[0].firstVisibleIndex(), 0);
+    const int selected = first.selectionLength();
+    EXPECT_GT(selected, 0);
+    act("release, press 295 12, at 295 25");
+    EXPECT_GT(lists[0].firstVisibleIndex(), 0);
+    act("at a");
+    EXPECT_EQ(first.selectionLength(), selected);
+}
+} // namespace

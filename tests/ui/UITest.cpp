@@ -1,0 +1,110 @@
+#include "UITest.h"
+
+#include "core/dispatch/EventDispatch.h"
+#include "input/KXMouse.h"
+#include "input/Keyboard.h"
+
+#include <sstream>
+#include <vector>
+
+UITest::UITest() {
+    window = std::make_unique<KXWindow>("UI", KXSize{320, 200});
+    window->setRenderContext();
+    hands = KXTestInput(window->id());
+    fill({0.2f, 0.3f, 0.4f, 1});
+    KXUISetGlobalFont(testFont(), KXAliasModeTexture, 12, KXZeroPoint);
+    moveMouse(-1, -1);
+}
+
+UITest::~UITest() {
+    for (int button : {SDL_BUTTON_LEFT, SDL_BUTTON_MIDDLE, SDL_BUTTON_RIGHT})
+        release(button);
+    _KXUnsetMouseWheel();
+    _KXInitKeys();
+}
+
+void UITest::step(unsigned count) {
+    _KXUnsetMouseWheel();
+    _KXDispatchEvents();
+    steps.advance(count);
+}
+
+// The parts of a text, without blanks before them.
+static std::vector<std::string> split(std::string text, const std::string& separator) {
+    std::vector<std::string> parts;
+    for (text += separator; !text.empty();) {
+        const std::size_t start = text.find_first_not_of(' '), end = text.find(separator);
+        parts.push_back(start < end ? text.substr(start, end - start) : "");
+        text.erase(0, end + separator.size());
+    }
+    return parts;
+}
+
+static std::string trimmed(std::string text) { return text.erase(text.find_last_not_of(' ') + 1); }
+
+static int keycode(const std::string& name) {
+    const int code = SDL_GetKeyFromName(name.c_str());
+    EXPECT_NE(code, SDLK_UNKNOWN) << name;
+    return code;
+}
+
+int UITest::act(const std::string& acts) {
+    int told = 0;
+    for (const std::string& each : split(acts, ","))
+        told |= doAct(each);
+    return told;
+}
+
+void UITest::expectEach(const std::string& transcript) {
+    for (const std::string& line : split(transcript, ";")) {
+        const std::vector<std::string> sides = split(line, "->");
+        ASSERT_EQ(sides.size(), 2u) << line;
+        const std::string told = act(sides[0].substr(0, sides[0].size() - 1)) ? "told " : "";
+        EXPECT_EQ(trimmed(told + state()), trimmed(sides[1])) << line;
+    }
+}
+
+int UITest::doAct(const std::string& act) {
+    const std::size_t blank = act.find(' ');
+    const std::string verb = act.substr(0, blank), rest = blank == act.npos ? "" : act.substr(blank + 1);
+    if (verb == "click" || (verb == "press" && !rest.empty())) {
+        const int told = doAct((verb == "click" ? "press " : "at ") + rest);
+        return told | doAct(verb == "click" ? "release" : "press");
+    }
+    if (verb == "wait")
+        return step(static_cast<unsigned>(std::stoi(rest))), 0;
+    if (verb == "at")
+        moveMouse(static_cast<int>(place(rest).x), static_cast<int>(place(rest).y));
+    else if (verb == "press")
+        press();
+    else if (verb == "release")
+        release();
+    else if (verb == "wheel")
+        wheel(std::stoi(rest));
+    else if (verb == "type")
+        type(rest.c_str());
+    else if (verb == "hold")
+        keyDown(keycode(rest));
+    else if (verb == "let")
+        keyUp(keycode(rest));
+    else
+        return tap(act);
+    return poll();
+}
+
+int UITest::tap(const std::string& keys) {
+    const std::vector<std::string> names = split(keys, "+");
+    for (const std::string& name : names)
+        keyDown(keycode(name));
+    const int told = poll();
+    for (auto name = names.rbegin(); name != names.rend(); ++name)
+        keyUp(keycode(*name));
+    return told | poll();
+}
+
+KXPoint UITest::place(const std::string& name) const {
+    KXPoint point = {NAN, NAN};
+    std::istringstream(name) >> point.x >> point.y;
+    EXPECT_EQ(point.y, point.y) << name;
+    return point;
+}
