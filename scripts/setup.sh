@@ -25,6 +25,16 @@ check_packages=(libgtest-dev clang-format xvfb openbox weston xdotool binutils d
 
 say() { printf '%s\n' "$*"; }
 
+# The project's own C++ files, their names ended by a zero byte; a copy may have come without its repository.
+sources() {
+    local file
+    { git ls-files -z --error-unmatch '*.h' '*.cpp' 2>/dev/null ||
+        find . '(' -path ./build -o -name '.?*' ')' -prune -o '(' -name '*.h' -o -name '*.cpp' ')' -printf '%P\0'; } |
+        while IFS= read -r -d '' file; do
+            if [[ -f $file ]]; then printf '%s\0' "$file"; fi
+        done
+}
+
 # step NAME MESSAGE COMMAND...: says MESSAGE and runs the command; its output is only seen when it fails.
 step() {
     local log=$root/build/$1.log message=$2
