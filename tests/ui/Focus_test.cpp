@@ -51,16 +51,13 @@ struct Focus : UITest {
 TEST_F(Focus, ThePressDecides) {
     for (bool order : {false, true}) {
         backwards = order;
-        expectEach("click a -> a; click b -> b; click L -> L; click M -> M; click a -> a; click 5 195 -> -; "
-                   "click M -> M; click 5 195 -> -; click b -> b; "
+        expectEach("click a -> a; click b -> b; click L -> L; click M -> M; click a -> a; "
+                   "click 5 195 -> -; click M -> M; click 5 195 -> -; click b -> b; "
                    "hold Left Ctrl, click 5 195, let Left Ctrl -> b"); // a right click
     }
-    // A press that goes on while an entry gets the focus, or is made, is none elsewhere.
+    // A press that goes on while an entry gets the focus is none elsewhere.
     act("press 5 195");
     first.focus();
-    KXUITextEntry late;
-    late.setRect({0, 190}, {100, 10});
-    late.poll();
     expectEach("at 5 195 -> a; release -> a");
 }
 
@@ -100,16 +97,11 @@ TEST_F(Focus, TabGoesRound) {
     EXPECT_EQ(KXKey(_KXKeyTab, 1), 0);
 
     // The only one that is polled keeps the focus.
-    for (int modifier : {SDLK_TAB, SDLK_LSHIFT}) { // the first round is without one
-        keyDown(modifier);
-        keyDown(SDLK_TAB);
-        for (int i = 0; i < 3; ++i) {
-            second.poll();
-            EXPECT_EQ(state(), "b");
-        }
-        keyUp(SDLK_TAB);
-        keyUp(modifier);
-    }
+    keyDown(SDLK_TAB);
+    for (int i = 0; i < 3; ++i)
+        second.poll();
+    EXPECT_EQ(state(), "b");
+    keyUp(SDLK_TAB);
     keyDown(SDLK_TAB);
     second.poll();
     second.unfocus(); // takes the offer back
@@ -137,16 +129,20 @@ TEST_F(Focus, KeysThatOpenedItAreNotForIt) {
 
 TEST_F(Focus, NeverIsADestroyedWidgets) {
     auto one = std::make_unique<KXUITextEntry>(), two = std::make_unique<KXUITextEntry>();
+    auto list = std::make_unique<KXUIListBox>();
+    list->setFocus(-1);
+    list.reset();
+    EXPECT_EQ(_KXFocus::keyboardOwner(), nullptr);
     one->focus();
     keyDown(SDLK_TAB);
     one->poll(); // offers the focus
     one.reset();
     two->poll();
     EXPECT_EQ(_KXFocus::keyboardOwner(), nullptr);
-    keyUp(SDLK_TAB);
     first.focus();
     two.reset(); // the one that Shift and Tab would go to
     keyDown(SDLK_LSHIFT);
+    keyUp(SDLK_TAB);
     keyDown(SDLK_TAB);
     first.poll();
     EXPECT_EQ(state(), "a");
@@ -160,10 +156,6 @@ TEST_F(Focus, NeverIsADestroyedWidgets) {
     press();
     destroyer.poll();
     EXPECT_EQ(_KXFocus::keyboardOwner(), nullptr);
-    auto list = std::make_unique<KXUIListBox>();
-    list->setFocus(-1);
-    list.reset();
-    EXPECT_EQ(_KXFocus::keyboardOwner(), nullptr);
 }
 
 TEST_F(Focus, OutlivesTheLibrary) {
@@ -171,18 +163,15 @@ TEST_F(Focus, OutlivesTheLibrary) {
     act("type a");
     window.reset();
     KXDeInit();
-    poll();
-    first.draw();
     first.unfocus();
     first.focus();
-    poll();
-    EXPECT_EQ(state(), "a");
     for (const char* typed : {"type b", "type c"}) {
+        poll();
+        first.draw(); // without its font
         ASSERT_EQ(KXInit(), -1);
         poll();
         EXPECT_EQ(act(typed), -1);
-        first.draw(); // without its font
-        KXDeInit();   // without unfocus()
+        KXDeInit(); // without unfocus()
     }
     ASSERT_EQ(KXInit(), -1);
     EXPECT_STREQ(first.text(), "abc");

@@ -107,16 +107,17 @@ TEST_F(Dialog, GivesItsButtonsItsOwnFont) {
 }
 
 TEST_F(Dialog, Looks) {
+    const auto ask = [](KXUIDialogBox& box, const char* message, std::initializer_list<const char*> answers) {
+        box.setMessage(message);
+        for (const char* answer : answers)
+            box.addButton(answer);
+    };
     dialog.setButtonTextColor(1, 0, 0, 1); // reaches no button: there is none
-    dialog.setMessage("Save {C0.8,0,0,1}changes{EC} before leaving?");
-    for (const char* caption : {"Save", "Leave", "Cancel"})
-        dialog.addButton(caption);
+    ask(dialog, "Save {C0.8,0,0,1}changes{EC} before leaving?", {"Save", "Leave", "Cancel"});
     KXUIDialogBox coloured;
     coloured.setOrigin({90, 130});
     coloured.setPadding(8);
-    coloured.setMessage("Delete 50%% of all?");
-    for (const char* caption : {"Yes", "No"})
-        coloured.addButton(caption);
+    ask(coloured, "Delete 50%% of all?", {"Yes", "No"});
     coloured.setBackgroundColor(0.1f, 0.1f, 0.2f, 1);
     coloured.setTextColor(1, 1, 0.6f, 1);
     coloured.setBorderColor(1, 1, 1, 1);
@@ -124,10 +125,9 @@ TEST_F(Dialog, Looks) {
     coloured.setButtonDepressedBackgroundColor(0, 0.8f, 0, 1);
     coloured.setButtonBorderColor(1, 1, 0, 1);
     coloured.setButtonTextColor(0.8f, 1, 0.8f, 1);
-    for (int i = 0; i < 2; ++i)
-        coloured.button(i)->setOrigin({98 + 50 * static_cast<float>(i), 155});
+    coloured.button(0)->setOrigin({98, 155});
+    coloured.button(1)->setOrigin({148, 155});
     moveMouse(105, 160);
-    coloured.poll();
     press();
     coloured.poll();
     dialog.draw();

@@ -231,23 +231,17 @@ TEST_F(FileBrowser, NamesKeepTheirBytes) {
         makeFolder(inside);
         folder.write("Levels/" + name);
         folder.write("Levels/~~");
-        const bool isText = name.find_first_of("\xe9\xff") == name.npos;
-        for (const bool saves : {false, true})
-            for (const bool byGame : {false, true}) {
-                browser.show(saves ? KXUIFileBrowserModeSave : KXUIFileBrowserModeOpen, inside.c_str(),
-                             byGame ? name.c_str() : nullptr);
-                if (!byGame) {
-                    EXPECT_EQ(act("wait 100, click row 0"), 0);
-                    EXPECT_EQ(std::string(browser.message()).starts_with("This name has bytes"), !isText);
-                }
-                browser.draw();
-                if (saves) {
-                    EXPECT_EQ(act("click Confirm"), 0);
-                    EXPECT_TRUE(std::string(browser.message()).starts_with("Replace"));
-                }
-                EXPECT_EQ(act("click Confirm"), -1);
-                EXPECT_EQ(browser.path(), inside + "/" + name);
-            }
+        browser.show(KXUIFileBrowserModeOpen, inside.c_str());
+        act("click row 0");
+        EXPECT_EQ(*browser.message() != 0, name.find_first_of("\xe9\xff") != name.npos) << "said";
+        browser.draw();
+        EXPECT_EQ(act("click Confirm"), -1);
+        EXPECT_EQ(browser.path(), inside + "/" + name);
+        browser.show(KXUIFileBrowserModeSave, inside.c_str(), name.c_str()); // given by the game
+        EXPECT_EQ(act("click Confirm"), 0);
+        EXPECT_TRUE(std::string(browser.message()).starts_with("Replace"));
+        EXPECT_EQ(act("click Confirm"), -1);
+        EXPECT_EQ(browser.path(), inside + "/" + name);
     }
     // A folder of such a name is entered, and come back from.
     const std::string odd = folder / "\xff";

@@ -92,9 +92,10 @@ TEST_F(ListBox, WhatIsNoRowIsNeutral) {
 TEST_F(ListBox, APressSelectsAndASecondOneActivates) {
     fillWith(3);
     expectEach("press row 1 -> told 1@0; release -> 1@0; press row 1 -> told 1@0!1; release -> 1@0; "
-               "press row 1 -> 1@0; release, wait 40, press row 1 -> 1@0; release, press row 2 -> told 2@0; "
-               "release, wait 29, press row 2 -> 2@0; release, wait 20, press row 2 -> told 2@0!2; "
-               "release, press row 2 -> 2@0; release, press row 0 -> told 0@0; release, press row 4 -> 0@0; "
+               "press row 1 -> 1@0; release, wait 40, press row 1 -> 1@0; "
+               "release, press row 2 -> told 2@0; release, wait 29, press row 2 -> 2@0; "
+               "release, wait 20, press row 2 -> told 2@0!2; release, press row 2 -> 2@0; "
+               "release, press row 0 -> told 0@0; release, press row 4 -> 0@0; "
                "release, press row 0 -> told 0@0!0; release, click row 1 -> told 1@0");
     EXPECT_EQ(list.selectionChanged(), 0);
     list.insert(0, "new"); // the row under the pointer is another one now, whose first press this is
@@ -106,8 +107,7 @@ TEST_F(ListBox, APressSelectsAndASecondOneActivates) {
     EXPECT_EQ(poll(), 0);
     release(SDL_BUTTON_RIGHT);
     expectEach("press 300 20, at row 0, release -> -1@0; click 10 20 -> -1@0; click 20 10 -> -1@0; "
-               "click 131 20 -> -1@0; click 20 " +
-               std::to_string(11 + 5 * rowHeight) + " -> -1@0");
+               "click 131 20 -> -1@0; click row 5 -> -1@0");
 }
 
 TEST_F(ListBox, RowsThatAreCutComeIntoView) {
@@ -125,12 +125,10 @@ TEST_F(ListBox, RowsThatAreCutComeIntoView) {
 
 TEST_F(ListBox, TheWheelScrollsUnderThePointer) {
     fillWith(20);
-    expectEach("at 300 190, wheel -1 -> -1@0; at row 0, wheel -1 -> -1@3; wheel -1 -> -1@6; wheel 1 -> -1@3; "
-               "wheel 1 -> -1@0; wheel 1 -> -1@0; wheel -1, wheel -1 -> -1@6; wheel -1, wheel -1, wheel -1 "
-               "-> -1@15; "
-               "wheel -1 -> -1@15; click row 4 -> told 19@15");
-    wheel(1);
-    poll();
+    expectEach("at 300 190, wheel -1 -> -1@0; at row 0, wheel -1 -> -1@3; wheel -1 -> -1@6; "
+               "wheel 1 -> -1@3; wheel 1 -> -1@0; wheel 1 -> -1@0; wheel -1, wheel -1 -> -1@6; "
+               "wheel -1, wheel -1, wheel -1 -> -1@15; wheel -1 -> -1@15; click row 4 -> told 19@15");
+    expectEach("wheel 1 -> 19@12");
     poll(); // a second logic step of the same frame
     EXPECT_EQ(state(), "19@12");
     while (list.count() > 8) // fewer rows than the distance scrolled
@@ -160,17 +158,9 @@ TEST_F(ListBox, TheKnobIsDragged) {
 TEST_F(ListBox, APressOnTheTrackTurnsPages) {
     fillWith(100);
     list.scrollTo(99);
-    act("press bar 5");
-    EXPECT_EQ(state(), "-1@90");
-    pollSteps(28);
-    EXPECT_EQ(state(), "-1@90");
-    pollSteps(60);
-    const int reached = list.firstVisibleIndex();
-    EXPECT_LT(reached, 12) << "a held press turns pages";
-    pollSteps(2);
-    EXPECT_EQ(list.firstVisibleIndex(), reached) << "until the knob is under the pointer";
-    act("release, click bar " + std::to_string(5 * rowHeight - 2));
-    EXPECT_EQ(state(), "-1@" + std::to_string(reached + 5));
+    expectEach(
+        "press bar 5 -> -1@90; poll 28 -> -1@90; poll 60 -> -1@5; poll 2 -> -1@5; " // until under the knob
+        "release, click bar 80 -> -1@10");
     while (list.count() > 5)
         list.remove(5);
     expectEach("press bar 5 -> told 0@0"); // no bar: the row goes to the edge
@@ -180,23 +170,15 @@ TEST_F(ListBox, KeysMoveTheSelectionAndRepeat) {
     fillWith(30);
     expectEach("Down -> -1@0"); // without focus
     list.setFocus(-1);
-    expectEach(
-        "Down -> told 0@0; Down -> told 1@0; Up -> told 0@0; PageDown -> told 5@1; PageDown -> told 10@6; "
-        "Up -> told 9@6; PageUp -> told 4@4; End -> told 29@25; Down -> 29@25; PageDown -> 29@25; "
-        "Up -> told 28@25; Home -> told 0@0; PageUp -> 0@0; hold Down -> told 1@0");
+    expectEach("Down -> told 0@0; Down -> told 1@0; Up -> told 0@0; PageDown -> told 5@1; "
+               "PageDown -> told 10@6; Up -> told 9@6; PageUp -> told 4@4; End -> told 29@25; "
+               "Down -> 29@25; PageDown -> 29@25; Up -> told 28@25; Home -> told 0@0; PageUp -> 0@0; "
+               "hold Down -> told 1@0");
     EXPECT_EQ(KXKey(_KXKeyDown, -1), -1) << "reads keys beside the game";
-    pollSteps(28);
-    EXPECT_EQ(state(), "1@0");
-    pollSteps(6);
-    EXPECT_NEAR(list.selectedIndex(), 6, 1);
-    act("let Down, Home");
-    for (const char* key : {"hold Return -> told 0@0!0", "hold Keypad Enter -> told 0@0!0"}) {
-        expectEach(key);
-        for (int i = 0; i < 40; ++i, step())
-            EXPECT_EQ(poll(), 0) << "activation does not repeat";
-    }
+    expectEach("poll 28 -> 1@0; poll 6 -> told 5@1; let Down, Home -> told 0@0; hold Return -> told 0@0!0; "
+               "poll 40 -> 0@0; hold Keypad Enter -> told 0@0!0; poll 40, let Return -> 0@0");
     list.setSelectedIndex(-1);
-    expectEach("let Return, Return -> -1@0; End -> told 29@25");
+    expectEach("Return -> -1@0; End -> told 29@25");
 }
 
 TEST_F(ListBox, TypingFindsRows) {
@@ -240,17 +222,14 @@ TEST_F(ListBox, OnlyRowsThatComeIntoViewCost) {
     list.insert(99996, "New");
     list.remove(99998);
     KXUIListBox fresh;
-    for (int i = 0; i < list.count(); ++i) {
+    fresh.setRect({10, 10}, list.rect().size);
+    for (int i = 0; i < list.count(); ++i, _KXCleanTempStrings())
         fresh.add(list.text(i));
-        _KXCleanTempStrings();
-    }
     fresh.setSelectedIndex(99999);
-    for (float width : {120.0f, 140.0f}) {
-        list.setSize({width, 90});
-        fresh.setRect({10, 10}, {width, 90});
-        list.scrollTo(99999);
-        EXPECT_EQ(differingPixels(draw([&] { list.draw(); }), draw([&] { fresh.draw(); })), 0);
-    }
+    EXPECT_EQ(differingPixels(draw([&] { list.draw(); }), draw([&] { fresh.draw(); })), 0);
+    list.setSize({140, 90});
+    fresh.setSize({140, 90});
+    EXPECT_EQ(differingPixels(draw([&] { list.draw(); }), draw([&] { fresh.draw(); })), 0);
 }
 
 TEST_F(ListBox, WithoutAFontItIsABox) {

@@ -124,11 +124,11 @@ TEST_F(Menu, ShortcutsActOnceForEachTimeTheKeysMeet) {
     addCounter<10>(*menu, "Alone", 0, _KXKeyA);
     addCounter<100>(*menu, "The same key alone", 0, _KXKeyK);
     for (int twice = 0; twice < 2; ++twice)
-        expectEach(
-            "hold Left Ctrl -> -; hold K -> - 1; at 0 0, wait 40, at 0 0 -> -; let K -> -; hold K -> - 1; "
-            "let Left Ctrl, at 0 0 -> -; hold Left Ctrl -> - 1; at 0 0 -> -; let Left Ctrl -> -; let K -> -; "
-            "hold K -> - 100; at 0 0 -> -; let K -> -; Right Ctrl+K -> - 100; "
-            "hold Left Ctrl, let Left Ctrl, hold A -> - 10; at 0 0, let A -> -");
+        expectEach("hold Left Ctrl -> -; hold K -> - 1; at 0 0, wait 40, at 0 0 -> -; let K -> -; "
+                   "hold K -> - 1; let Left Ctrl, at 0 0 -> -; hold Left Ctrl -> - 1; at 0 0 -> -; "
+                   "let Left Ctrl -> -; let K -> -; hold K -> - 100; at 0 0 -> -; let K -> -; "
+                   "Right Ctrl+K -> - 100; hold Left Ctrl, let Left Ctrl, hold A -> - 10; "
+                   "at 0 0, let A -> -");
     // Let go and pressed again between two polls, the key is still the one of before.
     act("hold Left Ctrl, hold K");
     keyUp(SDLK_k);

@@ -52,12 +52,12 @@ TEST_F(Slider, SizesHaveALeast) {
 }
 
 TEST_F(Slider, RangesAndValues) {
-    expectEach(
-        "value 101 -> 50; value -1 -> 50; value 150 -> 50; range 0 9 -> 4; range 10 20 -> 50; range -10 10 "
-        "-> 10; "
-        "range 20 10 -> 50; range 0 0 -> 0; range -2147483648 2147483647 -> 2147483647; "
-        "range 0 2147483647 -> 1073741823; range -2147483648 0 -> 50; range 2147483647 -2147483648 -> 50; "
-        "range -10 10, value -10 -> -10; value -11 -> -10; value 10 -> 10; value 11 -> 10; value 0 -> 0");
+    expectEach("value 101 -> 50; value -1 -> 50; value 150 -> 50; range 0 9 -> 4; range 10 20 -> 50; "
+               "range -10 10 -> 10; range 20 10 -> 50; range 0 0 -> 0; "
+               "range -2147483648 2147483647 -> 2147483647; range 0 2147483647 -> 1073741823; "
+               "range -2147483648 0 -> 50; range 2147483647 -2147483648 -> 50; "
+               "range -10 10, value -10 -> -10; value -11 -> -10; value 10 -> 10; value 11 -> 10; "
+               "value 0 -> 0");
 }
 
 TEST_F(Slider, TheKnobStandsAtTheValueWithinTheSlider) {

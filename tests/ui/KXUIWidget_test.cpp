@@ -32,8 +32,8 @@ TEST_F(Widget, TheRightAndBottomEdgesBelongToIt) {
 
 TEST_F(Widget, AClickIsAPressOverItAndAReleaseAfterAPollOverIt) {
     expectEach("press in -> inside depressed; at out -> inside; at in -> inside depressed; "
-               "release -> told depressed; at in -> ; press out -> ; at in -> ; release -> ; press in -> "
-               "inside depressed");
+               "release -> told depressed; at in -> ; press out -> ; at in -> ; release -> ; "
+               "press in -> inside depressed");
     hands.moveMouse(50, 50); // no poll sees it there
     expectEach("release -> told depressed; press in, at out -> inside");
     hands.moveMouse(20, 20);

@@ -73,6 +73,8 @@ int UITest::doAct(const std::string& act) {
     }
     if (verb == "wait")
         return step(static_cast<unsigned>(std::stoi(rest))), 0;
+    if (verb == "poll")
+        return pollSteps(std::stoi(rest));
     if (verb == "at")
         moveMouse(static_cast<int>(place(rest).x), static_cast<int>(place(rest).y));
     else if (verb == "press")
@@ -100,6 +102,13 @@ int UITest::tap(const std::string& keys) {
     for (auto name = names.rbegin(); name != names.rend(); ++name)
         keyUp(keycode(*name));
     return told | poll();
+}
+
+int UITest::pollSteps(int count) {
+    int told = 0;
+    for (; count > 0; --count, step())
+        told |= poll();
+    return told;
 }
 
 KXPoint UITest::place(const std::string& name) const {

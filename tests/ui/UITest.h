@@ -39,16 +39,12 @@ struct UITest : TextTest {
     ///     type some text
     ///     hold K, let K      a key goes down, and comes up
     ///     Left Shift+Home    any other name of a key: taps it while those before it are held
-    ///     wait 20            that many steps, without a poll
+    ///     wait 20, poll 20   that many steps, without a poll or with one in each
     ///
     /// @return -1 if a poll() told something, else 0.
     int act(const std::string& acts);
 
     virtual int poll() { return 0; }
-    void pollSteps(int count) {
-        for (; count > 0; --count, step())
-            poll();
-    }
     /// Does what a transcript says and expects what it saw: "acts -> state; acts -> state".
     void expectEach(const std::string& transcript);
     /// What a test looks at, in words. It begins with "told " where a poll() told something.
@@ -64,7 +60,6 @@ struct UITest : TextTest {
         EXPECT_EQ(testing::PrintToString(std::pair(of.rect().size.width, of.rect().size.height)),
                   testing::PrintToString(std::pair(width, height)));
     }
-
     LogicSteps steps;
     KXTestInput hands;
 
@@ -73,4 +68,5 @@ struct UITest : TextTest {
 
 private:
     int tap(const std::string& keys);
+    int pollSteps(int count);
 };
