@@ -4,17 +4,17 @@ _KXInputState _KXTakeInputState() {
     return {_KXKeyboard,
             _KXTextInput,
             _KXMouseHeld,
-            {KXMouseX, KXMouseY, KXMousePoint},
-            {KXMouseXRelative, KXMouseYRelative, KXMousePointRelative},
+            {KXMouseX, KXMouseY, KXMousePoint.x, KXMousePoint.y},
+            {KXMouseXRelative, KXMouseYRelative, KXMousePointRelative.x, KXMousePointRelative.y},
             _KXTouch,
-            {KXTouchX, KXTouchY, KXTouchPoint},
+            {KXTouchX, KXTouchY, KXTouchPoint.x, KXTouchPoint.y},
             _KXPad};
 }
 
 static void put(const _KXExportedPoint& exported, int& x, int& y, KXPoint& point) {
     x = exported.x;
     y = exported.y;
-    point = exported.point;
+    point = {exported.pointX, exported.pointY};
 }
 
 void _KXPutInputState(const _KXInputState& state) {

@@ -9,11 +9,9 @@
 /// A position or motion as it is exported to games.
 struct _KXExportedPoint {
     int x = 0, y = 0;
-    KXPoint point = {0, 0};
+    float pointX = 0, pointY = 0;
 
-    bool operator==(const _KXExportedPoint& other) const {
-        return x == other.x && y == other.y && point.x == other.point.x && point.y == other.point.y;
-    }
+    bool operator==(const _KXExportedPoint&) const = default;
 };
 
 /// All that input has told at one moment, and who was told of it. It says nothing of devices and windows.

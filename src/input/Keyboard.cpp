@@ -218,7 +218,6 @@ int KXKey(int key, int once) { return _KXKey(key, once, _KXKeysDown, 0); }
 int _KXKeyTextEntry(int key, int once) { return _KXKey(key, once, _KXKeysTextEntryDown, 0); }
 
 void _KXBeginWidgetKeys() {
-    _KXKeyboard.repeatingKey = 0;
     for (int key = 0; key < _KXKeyCount; ++key)
         _KXKeyboard.hiddenFromWidgets[key] = _KXKeyboard.held[key];
 }

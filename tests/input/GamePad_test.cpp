@@ -135,7 +135,8 @@ TEST_F(GamePad, NumbersBeyondTheTables) {
     }
     _KXSetAxis(0, INT_MIN);
     _KXSetAxis(1, INT_MAX);
-    EXPECT_EQ(KXGamePadAxis(0) + KXGamePadAxis(1), -1);
+    EXPECT_EQ(KXGamePadAxis(0), -32768);
+    EXPECT_EQ(KXGamePadAxis(1), 32767);
 }
 
 TEST_F(GamePad, ComesAndGoesForgettingWhatWasHeldAndTold) {
