@@ -85,7 +85,10 @@ inline int nextDescriptor() {
 /// A peer that keeps to no rules: a plain socket.
 class RawPeer {
 public:
-    explicit RawPeer(int socket) : _socket(socket) {}
+    explicit RawPeer(int socket) : _socket(socket) {
+        const timeval patience = {30, 0};
+        setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+    }
     /// Connected to a server that has accepted it, or not yet.
     explicit RawPeer(KXNetworkServer& server, bool waits = true) : RawPeer(_KXOpenSocket()) {
         _KXSocketAddress address;

@@ -26,7 +26,7 @@ void (*const primitives[])() = {
 
 TEST_F(Drawing, RectanglesLieWithinTheirTruncatedEdges) {
     const KXColor half = {1, 0, 0, 0.5f};
-    const Image outline = picture([=] { KXDrawRect({{10.9f, 10.2f}, {5, 5}}, half); });
+    const Image outline = picture([=] { KXDrawRect({{10.9f, 10.2f}, {5.5f, 5}}, half); });
     EXPECT_EQ(boxOf(outline), (Box{10, 10, 15, 15}));
     EXPECT_EQ(lit(outline), 16) << "nothing inside";
     for (const Pixel& pixel : outline.pixels) // the top left is drawn twice

@@ -119,12 +119,12 @@ TEST_F(Window, SavesWhatWasDrawn) {
 }
 
 TEST_F(Window, CopiesItselfIntoATexture) {
-    paint(KXRedColor, rect(3, 4, 10, 10));
+    paint(KXRedColor, rect(3, 4, 10, 20)); // to the middle
     KXTexture target(8, 8);
     for (KXRenderContext* current : targets(target)) {
         current->setRenderContext();
         const auto framebuffer = state(GL_FRAMEBUFFER_BINDING);
-        expectBox(Image::of(*std::unique_ptr<KXTexture>(window->copyTexture())), {3, 4, 13, 14});
+        expectBox(Image::of(*std::unique_ptr<KXTexture>(window->copyTexture())), {3, 4, 13, 24});
         EXPECT_EQ(state(GL_FRAMEBUFFER_BINDING), framebuffer);
         EXPECT_EQ(KXCurrentRenderContext(), current);
     }

@@ -10,6 +10,7 @@ struct RenderTarget : RenderTest {
 TEST_F(RenderTarget, IsUprightAndDrawnBackUpright) {
     window->setRenderingMode(KXWindowRenderingMode3D); // whose depth test and culling a texture has not
     target->setRenderContext();
+    KXTexture(4, 4).unsetRenderContext(); // is not the target
     EXPECT_EQ(KXCurrentRenderContext(), target.get());
     paint(KXRedColor, rect(2, 1, 4, 3));
     target->unsetRenderContext();

@@ -74,17 +74,12 @@ TEST_F(IOBuffer, BuffersWithoutATarget) {
 }
 
 TEST_F(IOBuffer, MessagesFromStrangers) {
-    const struct {
-        long length;
-        std::string content;
-        const char* text;
-    } messages[] = {
-        {INT_MAX, "short", "short"}, {6, "short", "short"},  {3, "short", "sho"}, {0, "short", nullptr},
-        {-1, "short", nullptr},      {INT_MIN, "", nullptr}, {5, "", ""}};
-    for (const auto& [length, content, text] : messages) {
+    const std::pair<long, const char*> messages[] = {
+        {INT_MAX, "short"}, {6, "short"}, {3, "sho"}, {0, nullptr}, {INT_MIN, nullptr}};
+    for (const auto& [length, text] : messages) {
         KXNetworkBuffer message;
         message.appendLong(length);
-        message.appendString(content.c_str(), static_cast<int>(content.size()));
+        message.appendString("short", 5);
         EXPECT_STREQ(KXIOGetString(KXIOBufferWith(nullptr, &message)), text) << length;
     }
 }

@@ -57,9 +57,10 @@ TEST_F(Sprite, Frames) {
     EXPECT_EQ(sprite.fullSize().height, 0);
     sprite.setAnimation("jump");
     EXPECT_EQ(sprite.fullSize().height, 40);
-    EXPECT_EQ(sprite.numberOfFrames(), 3);
-    for (int i = 0; i < 3; ++i)
+    for (int left = 3; left > 0; --left) {
+        EXPECT_EQ(sprite.numberOfFrames(), left);
         sprite.removeFrameInfo(0, "jump");
+    }
     EXPECT_EQ(sprite.numberOfFrames(), -1);
     EXPECT_EQ(summary(sprite), "(none) " + first + "7" + zero);
 }

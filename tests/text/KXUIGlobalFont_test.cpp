@@ -3,6 +3,7 @@
 #include "text/TextTest.h"
 
 #include <cmath>
+#include <tuple>
 
 namespace {
 struct UIGlobalFont : TextTest {
@@ -12,22 +13,17 @@ struct UIGlobalFont : TextTest {
     // What is said of a text in the font that was set or in one of a size, and by how many pixels it looks
     // different from an image.
     template<class... Size>
-    std::vector<float> measures(const char* text, const Image& expected, Size... size) {
+    auto measures(const char* text, const Image& expected, Size... size) {
         const KXSize bounds = KXUIGlobalFontStringBounds(size..., text);
         const KXPoint offset = KXUIGlobalFontRenderingOffset(size...);
         const Image actual = draw([&] { KXUIGlobalFontPrint({5, 5}, white, size..., text); });
-        const int line = KXUIGlobalFontLineHeight(size...), descender = KXUIGlobalFontDescender(size...);
-        return {bounds.width,
-                bounds.height,
-                offset.x,
-                offset.y,
-                static_cast<float>(line),
-                static_cast<float>(descender),
-                static_cast<float>(differingPixels(actual, expected))};
+        return std::tuple(bounds.width, bounds.height, offset.x, offset.y, KXUIGlobalFontLineHeight(size...),
+                          KXUIGlobalFontDescender(size...), differingPixels(actual, expected));
     }
     void expectNoFont() {
-        EXPECT_EQ(measures("text", draw([] {})), std::vector<float>(7));
-        EXPECT_EQ(measures("text", draw([] {}), 12), std::vector<float>(7));
+        const Image black = draw([] {});
+        for (const auto& said : {measures("text", black), measures("text", black, 12)})
+            EXPECT_EQ(said, std::tuple(0, 0, 0, 0, 0, 0, 0));
     }
 };
 
@@ -57,14 +53,13 @@ TEST_F(UIGlobalFont, TextIsPrintedAsAFormatAndMeasuredAsItIsWritten) {
                                       {"{C1,0,0,1}100%%{EC} %", "{C1,0,0,1}100%{EC} %"},
                                       {"x%%%%", "x%%"}}) {
         const KXSize bounds = font.stringBounds(text, 0);
-        const std::vector<float> expected = {
-            std::ceil(bounds.width),           std::ceil(bounds.height), 2, 3,
-            std::floor(font.lineHeight()) + 1, font.descender(),         0};
+        const std::tuple expected(std::ceil(bounds.width), std::ceil(bounds.height), 2, 3,
+                                  static_cast<int>(font.lineHeight()) + 1, font.descender(), 0);
         const Image image = draw([&, s = shown] { font.print({5, 5}, white, "%s", s); });
         EXPECT_EQ(measures(text, image), expected);
         EXPECT_EQ(measures(text, image, 13), expected);
     }
-    EXPECT_EQ(measures(nullptr, draw([] {}))[0], 0);
+    EXPECT_EQ(std::get<0>(measures(nullptr, draw([] {}))), 0);
     EXPECT_GT(KXUIGlobalFontLineHeight(40), KXUIGlobalFontLineHeight());
 }
 

@@ -16,6 +16,7 @@ _KXTextEdit parse(std::string text) {
     text.erase(cursor, 1);
     _KXTextEdit edit;
     edit.setText(text.c_str());
+    edit.setMaximumLength(std::max<std::size_t>(6, edit.length()));
     edit.select(anchor == std::string::npos ? cursor : anchor - (cursor < anchor), cursor);
     return edit;
 }
@@ -31,18 +32,21 @@ std::string marked(const _KXTextEdit& edit) {
 }
 
 // The letters move to the left and right, by words to either side, to the start and the end; capital ones
-// select. The signs erase to the left and right, by words to either side.
-void press(_KXTextEdit& edit, char key) {
+// select. The signs erase to the left and right, by words to either side. A plus sign puts a text in.
+void press(_KXTextEdit& edit, char key, const char* text = nullptr) {
     const std::size_t step = std::string("lrwest<>()").find(static_cast<char>(key | ' '));
     const std::string old = edit.text();
-    const bool erased = step >= 6 && edit.erase(static_cast<_KXCursorStep>(step - 6));
+    bool changes = false;
     if (step < 6)
         edit.move(static_cast<_KXCursorStep>(step), key < 'a');
-    EXPECT_EQ(erased, edit.text() != old) << key;
+    else
+        changes = key == '+' ? edit.insert(text) : edit.erase(static_cast<_KXCursorStep>(step - 6));
+    EXPECT_EQ(changes, edit.text() != old) << key;
 }
 
 TEST(TextEdit, KeysMoveSelectAndErase) {
-    // Steps: a key and what it makes of the text, or a new text behind an equals sign.
+    // Steps: a key and what it makes of the text, a new text behind an equals sign, or, behind a plus sign,
+    // what is put in and what that makes of the text. No more than six characters fit, but for longer texts.
     const std::string script =
         R"(= a|bc / l |abc / l |abc / r a|bc / R a^b|c / R a^bc| / R a^bc| / r abc| / r abc| / L ab|c^ /
 s |abc / S |abc / r a|bc / S |a^bc / t abc| / t abc| / S |abc^ / l |abc / T ^abc| / L ^ab|c / L ^a|bc /
@@ -53,36 +57,26 @@ w a.|b..c / w a|.b..c / = x/y_2| / w x/|y_2 / = |«Öß» / e «|Öß» / E «^�
 = | / w | / e | / W | / E | / < | / > | / ( | / ) | / = ab|c / < a|c / > a| / > a| / < | / < | / = aé🙂| /
 < aé| / l a|é / > a| / = a^bc|d / < a|d / = a|bc^d / ) a|d / = on tw| / ( on | / ( | / = |on tw / ) | tw / ) | /
 )"
-        "=  a\u00A0|b / w  |a\u00A0b / w | a\u00A0b";
+        "=  a\u00A0|b / w  |a\u00A0b / w | a\u00A0b / = | / +a\u2028b\u0085c\vd = a b c | / = | / +a\tb = a "
+        "b| "
+        "/ = | / "
+        "+\na\r\nb\rc\n = a b c| / = | / +a\n\nb = a  b| / = a^b|c / +\x07\x1b = a^b|c / + = a^b|c / "
+        "= | / +\x7f\u0080\u009fq = q| / +\n\r\n = q| / +\xff\xc3 = q?\?| / = a|d / +bc = abc|d / = a^xy|d / "
+        "+é = aé|d / "
+        "= a|xy^d / +xy = axy|d / = abc|de / +fgh = abcf|de / = ^abcdef| / +1234567 = 123456| / = "
+        "äöüß|é🙂 "
+        "/ +x = äöüß|é🙂 / "
+        "= äöü^ß|é🙂 / +xy = äöüx|é🙂";
     _KXTextEdit edit;
     for (std::size_t at = 0, end = 0; end != std::string::npos; at = end + 3) {
         end = script.find(" /", at);
-        const std::string text = script.substr(at + 2, end - at - 2);
-        if (script[at] == '=')
-            edit = parse(text);
+        const std::string step = script.substr(at, end - at);
+        const std::size_t result = step[0] == '+' ? step.find(" = ") + 3 : 2;
+        if (step[0] == '=')
+            edit = parse(step.substr(2));
         else
-            press(edit, script[at]);
-        EXPECT_EQ(marked(edit), text) << script.substr(0, at);
-    }
-}
-
-TEST(TextEdit, InsertingReplacesTheSelectionWithinTheLimit) {
-    // A text, what is put in, and what becomes of it.
-    for (const std::string row :
-         {"a|d + bc = abc|d", "a^xy|d + é = aé|d", "a|xy^d + xy = axy|d", "abc|de + fgh = abcf|de",
-          "^abcdef| + 1234567 = 123456|", "äöüß|é🙂 + x = äöüß|é🙂",
-          "äöü^ß|é🙂 + xy = äöüx|é🙂", "a^b|c +  = a^b|c", "a^b|c + \x07\x1b = a^b|c",
-          "| + a\tb = a b|", "| + \na\r\nb\rc\n = a b c|", "| + a\n\nb = a  b|",
-          "| + a\u2028b\u0085c\vd = a b c |", "| + \x7f\u0080\u009fq = q|", "| + \n\r\n = |",
-          "| + \xff\xc3 = ?\?|"}) {
-        const std::size_t plus = row.find(" + "), equals = row.find(" = ");
-        _KXTextEdit edit = parse(row.substr(0, plus));
-        edit.setMaximumLength(6); // characters
-        const std::string old = edit.text();
-        const bool changes = edit.insert(row.substr(plus + 3, equals - plus - 3).c_str());
-        EXPECT_EQ(changes, edit.text() != old) << row;
-        EXPECT_EQ(marked(edit), row.substr(equals + 3)) << row;
-        EXPECT_FALSE(edit.insert(nullptr));
+            press(edit, step[0], step.substr(1, result - 4).c_str());
+        EXPECT_EQ(marked(edit), step.substr(result)) << script.substr(0, at);
     }
 }
 

@@ -24,7 +24,7 @@ TEST(FolderListing, ListsFoldersFirstAndWhatTheFilterLetsThrough) {
         return all + (listing.hasOthers ? "..." : "");
     };
     EXPECT_EQ(names("", false), "");
-    for (const char* name : {"b10.png", "B9.PNG", "a.txt", ".png", "png", "x.tar.gz", "bad\xff.png"})
+    for (const char* name : {"b10.png", "B9.PNG", "a.txt", ".png", "png", "x.tar.gz", "xpng", "bad\xff.png"})
         folder.write(name);
     for (const char* name : {"z", "Y", ".secret", "a.png"})
         fs::create_directory(folder / name);
@@ -33,10 +33,11 @@ TEST(FolderListing, ListsFoldersFirstAndWhatTheFilterLetsThrough) {
     fs::create_symlink("loop", folder / "loop");
     const std::string folders = "a.png/|link to z/|Y/|z/|", pictures = "B9.PNG|b10.png|bad\xff.png|";
     EXPECT_EQ(names("", true),
-              ".secret/|" + folders + ".png|a.txt|" + pictures + "loop|lost.png|png|x.tar.gz|");
+              ".secret/|" + folders + ".png|a.txt|" + pictures + "loop|lost.png|png|x.tar.gz|xpng|");
     mkfifo((folder / "pipe.png").c_str(), 0666);
-    EXPECT_EQ(names(" ,;", false), folders + "a.txt|" + pictures + "loop|lost.png|png|x.tar.gz|...");
+    EXPECT_EQ(names(" ,;", false), folders + "a.txt|" + pictures + "loop|lost.png|png|x.tar.gz|xpng|...");
     EXPECT_EQ(names("png", false), folders + pictures + "lost.png|...");
+    EXPECT_EQ(names("z", false), folders + "...");
     EXPECT_EQ(names("*.GZ", true), ".secret/|" + folders + "x.tar.gz|...");
     EXPECT_EQ(names(".tar.gz;txt", false), folders + "a.txt|x.tar.gz|...");
 }
