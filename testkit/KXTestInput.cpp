@@ -84,8 +84,12 @@ void KXTestInput::moveMouse(int x, int y) {
     event.motion.windowID = _windowID;
     event.motion.x = x;
     event.motion.y = y;
-    event.motion.xrel = x - std::exchange(_x, x);
-    event.motion.yrel = y - std::exchange(_y, y);
+    // Pointers of tests go as far as an int does, and a way between such places is more than one holds.
+    const auto way = [](int to, int from) {
+        return static_cast<int>(static_cast<unsigned>(to) - static_cast<unsigned>(from));
+    };
+    event.motion.xrel = way(x, std::exchange(_x, x));
+    event.motion.yrel = way(y, std::exchange(_y, y));
     SDL_PushEvent(&event);
 }
 
