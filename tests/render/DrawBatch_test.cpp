@@ -2,7 +2,6 @@
 
 #include "render/DrawBatch.h"
 
-#include "RenderTest.h"
 #include "text/TextTest.h"
 
 #include <Kobaltrix/KXFont.h>

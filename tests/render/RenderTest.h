@@ -57,11 +57,11 @@ struct RenderTest : WindowTest {
         EXPECT_EQ(count(image, color), (box[2] - box[0]) * (box[3] - box[1]));
     }
     static void paint(KXColor color, KXRect where = everything) { KXDrawRectFill(where, color); }
-    /// What is drawn on black.
-    Image picture(const std::function<void()>& draw) {
+    /// What is drawn on black into the current window, by default the test's.
+    Image picture(const std::function<void()>& draw, KXWindow* target = nullptr) {
         fill({0, 0, 0, 1});
         draw();
-        return Image::of(*window);
+        return Image::of(target ? *target : *window);
     }
     static std::array<GLint, 4> state(GLenum what) {
         std::array<GLint, 4> values = {};

@@ -4,23 +4,23 @@
 #include "support/TemporaryFolder.h"
 #include "util/KXString.h"
 
+#include <Kobaltrix/KXNetworkBuffer.h>
+
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <climits>
 #include <cmath>
 #include <functional>
 #include <memory>
-#include <string>
+#include <sstream>
+#include <tuple>
 #include <vector>
 
 namespace {
 using namespace std::string_literals;
 using Put = std::function<bool(FILE*)>; // true for success
-
-struct CloseStream {
-    void operator()(FILE* file) const { fclose(file); }
-};
-using Stream = std::unique_ptr<FILE, CloseStream>;
+using Stream = std::unique_ptr<FILE, decltype([](FILE* file) { fclose(file); })>;
 
 // A stream that holds these bytes, to be read.
 Stream reading(const std::string& bytes) {
@@ -63,35 +63,27 @@ struct ValueIO : testing::Test {
 };
 
 TEST_F(ValueIO, NumbersAreLittleEndian) {
-    const struct {
-        long value;
-        std::string bytes;
-        long read;
-    } longs[] = {{-1, "\xff\xff\xff\xff", 4294967295},
-                 {0x1122334455, "\x55\x44\x33\x22", 0x22334455},
-                 {-2147483648L, "\0\0\0\x80"s, 2147483648L},
-                 {LONG_MIN, "\0\0\0\0"s, 0}};
+    const std::tuple<long, std::string, long> longs[] = {{-1, "\xff\xff\xff\xff", 4294967295},
+                                                         {0x1122334455, "\x55\x44\x33\x22", 0x22334455},
+                                                         {-2147483648L, "\0\0\0\x80"s, 2147483648L},
+                                                         {LONG_MIN, "\0\0\0\0"s, 0}};
     for (const auto& [value, bytes, read] : longs) {
-        EXPECT_EQ(written([&](FILE* file) { return KXPutL(value, file) == value; }), bytes);
+        EXPECT_EQ(written([v = value](FILE* file) { return KXPutL(v, file) == v; }), bytes);
         EXPECT_EQ(KXGetL(reading(bytes).get()), read);
     }
-    const struct {
-        float value;
-        long result;
-        std::string bytes;
-    } floats[] = {{1.0f, 1, "\0\0\x80\x3f"s},
-                  {-1.5f, -1, "\0\0\xc0\xbf"s},
-                  {-0.0f, 0, "\0\0\0\x80"s},
-                  {3e9f, 3000000000, "\x5e\xd0\x32\x4f"},
-                  {-INFINITY, LONG_MIN, "\0\0\x80\xff"s},
-                  // The largest long would read as the failure -1 in its low 32 bits.
-                  {INFINITY, 9223371487098961920, "\0\0\x80\x7f"s},
-                  {-0x1p62f, -0x4000000000000000, "\0\0\x80\xde"s},
-                  {NAN, 0, "\0\0\xc0\x7f"s}};
-    for (const auto& [value, result, bytes] : floats) {
-        EXPECT_EQ(written([&](FILE* file) { return KXPutF(value, file) == result; }), bytes) << value;
-        const float read = KXGetF(reading(bytes).get());
-        EXPECT_TRUE(read == value || (std::isnan(read) && std::isnan(value))) << value;
+    // The largest long would read as the failure -1 in its low 32 bits.
+    const std::pair<float, long> floats[] = {{1.0f, 1},
+                                             {-1.5f, -1},
+                                             {-0.0f, 0},
+                                             {3e9f, 3000000000},
+                                             {-INFINITY, LONG_MIN},
+                                             {INFINITY, 9223371487098961920},
+                                             {-0x1p62f, -0x4000000000000000},
+                                             {NAN, 0}};
+    for (const auto& [value, result] : floats) {
+        const std::string bytes(reinterpret_cast<const char*>(&value), sizeof value);
+        EXPECT_EQ(written([v = value, r = result](FILE* file) { return KXPutF(v, file) == r; }), bytes);
+        EXPECT_EQ(std::bit_cast<int>(KXGetF(reading(bytes).get())), std::bit_cast<int>(value)) << value;
     }
     _KXEndianness = 0;
     EXPECT_EQ(written([](FILE* file) { return KXPutL(0x01020304, file) != -1; }), "\1\2\3\4");
@@ -111,52 +103,35 @@ TEST_F(ValueIO, StructuresComeBackAsStoredAsFarAsStreamsGo) {
 }
 
 TEST_F(ValueIO, ExtentsAreTruncatedAndMinusOneReadsAsAFailure) {
-    const struct {
-        float value;
-        int stored;
-    } cases[] = {{7.9f, 7},        {-0.9f, 0},        {-1.5f, -1},     {-2, -2},
-                 {1e30f, INT_MAX}, {-1e30f, INT_MIN}, {3e9f, INT_MAX}, {NAN, 0}};
+    const std::pair<float, int> cases[] = {{7.9f, 7},        {-0.9f, 0},        {-1.5f, -1},     {-2, -2},
+                                           {1e30f, INT_MAX}, {-1e30f, INT_MIN}, {3e9f, INT_MAX}, {NAN, 0}};
     for (const auto& [value, stored] : cases)
-        for (const bool first : {true, false}) {
+        for (const KXPoint point : {KXPoint{value, 0}, {0, value}}) {
             SCOPED_TRACE(value);
-            const float x = first ? value : 0, y = first ? 0 : value;
-            const std::string size = written(
-                [&](FILE* file) {
-                    return KXPutSize({x, y}, file);
-                },
-                stored != -1);
-            const KXSize read = KXGetSize(reading(size).get());
-            EXPECT_EQ(first ? read.width : read.height, static_cast<float>(stored));
-            EXPECT_EQ(first ? read.height : read.width, 0);
-            const std::string point = written(
-                [&](FILE* file) {
-                    return KXPutPoint({x, y}, file);
-                },
-                stored != -1);
-            const KXPoint back = KXGetPoint(reading(point).get());
-            EXPECT_TRUE(std::isnan(value) || (back.x == x && back.y == y));
-            EXPECT_EQ(written([&](FILE* file) { return KXPutRect({{x, y}, {x, y}}, file); }), point + size);
-            EXPECT_EQ((point + size).size(), 16u);
+            const KXSize size = {point.x, point.y};
+            const bool succeeds = stored != -1;
+            const std::string sizeBytes = written([=](FILE*file) { return KXPutSize(size, file); }, succeeds),
+                              bytes = written([=](FILE*file) { return KXPutPoint(point, file); }, succeeds);
+            const KXSize read = KXGetSize(reading(sizeBytes).get());
+            EXPECT_EQ(read.width + read.height, static_cast<float>(stored));
+            const KXPoint back = KXGetPoint(reading(bytes).get());
+            EXPECT_TRUE(std::isnan(value) || (back.x == point.x && back.y == point.y));
+            EXPECT_EQ(written([=](FILE* file) { return KXPutRect({point, size}, file); }), bytes + sizeBytes);
         }
 }
 
 TEST_F(ValueIO, Strings) {
-    const struct {
-        const char* text;
-        std::string bytes;
-    } texts[] = {{"", "\1\0\0\0\0"s},
-                 {"hero %s%n%%", "\x0c\0\0\0hero %s%n%%\0"s},
-                 {"\u00e9 \U0001F3AE", "\x08\0\0\0\xc3\xa9 \xf0\x9f\x8e\xae\0"s},
-                 {nullptr, "\0\0\0\0"s}};
+    const std::pair<const char*, std::string> texts[] = {
+        {"", "\1\0\0\0\0"s},
+        {"hero %s%n%%", "\x0c\0\0\0hero %s%n%%\0"s},
+        {"\u00e9 \U0001F3AE", "\x08\0\0\0\xc3\xa9 \xf0\x9f\x8e\xae\0"s},
+        {nullptr, "\0\0\0\0"s}};
     for (const auto& [text, bytes] : texts) {
-        EXPECT_EQ(written([&](FILE* file) { return KXPutString(text, file); }), bytes);
+        EXPECT_EQ(written([t = text](FILE* file) { return KXPutString(t, file); }), bytes);
         EXPECT_STREQ(KXGetString(reading(bytes).get()), text);
     }
-    const struct {
-        std::string stored;
-        const char* text;
-        long next; // where reading goes on
-    } damaged[] = {
+    // What is read of a damaged text, and where reading goes on.
+    const std::tuple<std::string, const char*, long> damaged[] = {
         {"\0\0\0\0rest"s, nullptr, 4},
         {"\xff\xff\xff\xffrest", nullptr, 4},
         {"\4\0\0\0ab\0d"s + "rest", "ab", 8},   // a terminator before the end
@@ -196,5 +171,71 @@ TEST_F(ValueIO, StreamsThatTakeOrHoldNothing) {
         EXPECT_EQ(KXGetString(file), nullptr) << "not with the error flag up, even if its bytes are there";
     }
     EXPECT_EQ(getAll(nullptr), getAll(reading("").get()));
+}
+
+struct IOBuffer : ValueIO {
+    static void put(KXIOBuffer io) {
+        KXIOPutL(-7, io);
+        KXIOPutF(-2.5f, io);
+        for (const char* text : {"two words", static_cast<const char*>(nullptr), ""})
+            KXIOPutString(text, io);
+        KXIOPutPoint({1.5f, -1.5f}, io);
+        KXIOPutColor({0.25f, 0.5f, 2, -1}, io);
+    }
+    // What was put, read again.
+    static std::string get(KXIOBuffer io) {
+        std::ostringstream values;
+        values << KXIOGetL(io) << ' ' << KXIOGetF(io);
+        for (int i = 0; i < 3; ++i) {
+            const char* const text = KXIOGetString(io);
+            values << " [" << (text ? text : "null") << ']';
+        }
+        const KXPoint point = KXIOGetPoint(io);
+        const KXColor color = KXIOGetColor(io);
+        for (const float value : {point.x, point.y, color.r, color.g, color.b, color.a})
+            values << ' ' << value;
+        return values.str();
+    }
+
+    const Stream stream = reading("");
+    KXNetworkBuffer buffer;
+};
+
+TEST_F(IOBuffer, OneSetOfCallsForFilesAndMessages) {
+    const std::string rest = " -2.5 [two words] [null] [] 1.5 -1.5 0.25 0.5 2 -1";
+    const KXIOBuffer file = KXIOBufferWith(stream.get(), &buffer), network = KXIOBufferWith(nullptr, &buffer);
+    put(file);
+    EXPECT_EQ(ftell(stream.get()), 4 + 4 + (4 + 10) + 4 + (4 + 1) + 8 + 16);
+    EXPECT_EQ(buffer.bufferLength(), 0);
+    rewind(stream.get());
+    EXPECT_EQ(get(file), "4294967289" + rest)
+        << "a file gives the bare 32 bits, the sign is up to the reader";
+    put(network);
+    EXPECT_EQ(buffer.bufferLength(), 8 + 8 + (8 + 10) + 8 + (8 + 1) + 16 + 32);
+    EXPECT_EQ(get(network), "-7" + rest);
+    EXPECT_FALSE(buffer.hasMoreData());
+}
+
+TEST_F(IOBuffer, BuffersWithoutATarget) {
+    buffer.appendString("12345678", 8);
+    const KXIOBuffer nothing = KXIOBufferWith(nullptr, nullptr);
+    EXPECT_EQ(nothing.kind, 1);
+    for (const KXIOBuffer& io : {nothing, {nullptr, 0}, {&buffer, 2}, {&buffer, -1}, {stream.get(), 2}}) {
+        put(io);
+        EXPECT_EQ(get(io), "0 0 [null] [null] [null] 0 0 0 0 0 0");
+    }
+    EXPECT_STREQ(buffer.description(), "KXNetworkBuffer: _bufLen(8), _readIndex(0)");
+    EXPECT_EQ(ftell(stream.get()), 0);
+}
+
+TEST_F(IOBuffer, MessagesFromStrangers) {
+    const std::pair<long, const char*> messages[] = {
+        {INT_MAX, "short"}, {6, "short"}, {3, "sho"}, {0, nullptr}, {INT_MIN, nullptr}};
+    for (const auto& [length, text] : messages) {
+        KXNetworkBuffer message;
+        message.appendLong(length);
+        message.appendString("short", 5);
+        EXPECT_STREQ(KXIOGetString(KXIOBufferWith(nullptr, &message)), text) << length;
+    }
 }
 } // namespace

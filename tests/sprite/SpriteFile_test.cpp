@@ -5,12 +5,8 @@
 
 #include <climits>
 #include <cmath>
-#include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <iterator>
-#include <string>
+#include <tuple>
 
 namespace {
 using namespace std::string_literals;
@@ -29,7 +25,7 @@ long openFiles() {
 }
 
 // Number `value` in place of the four bytes at `offset`.
-std::string with(std::string bytes, std::size_t offset, std::int32_t value) {
+std::string with(std::string bytes, std::size_t offset, int value) {
     std::memcpy(bytes.data() + offset, &value, sizeof value);
     return bytes;
 }
@@ -105,11 +101,7 @@ TEST_F(SpriteFile, FilesCutShort) {
 TEST_F(SpriteFile, LengthsAndCountsFromStrangers) {
     const std::string head = "hero.png", box = head + " [hit]{ (2, 3) : (10, 20) }";
     const std::string beyond = "{ (0, 0) : (-1, -1) }", more = " -1" + beyond + " and 4095 more";
-    const struct {
-        std::size_t offset;
-        std::int32_t value;
-        std::string content;
-    } fields[] = {
+    const std::tuple<std::size_t, int, std::string> fields[] = {
         {8, 0, "untouched"}, // the version
         {8, INT_MIN, "untouched"},
         {8, INT_MAX, wholeExample},
@@ -132,7 +124,7 @@ TEST_F(SpriteFile, LengthsAndCountsFromStrangers) {
         expectLoaded(with(example, offset, value), -1, content);
     }
     // Every field at once, at every place, in any alignment.
-    for (const std::int32_t value : {0, 1, -1, INT_MAX})
+    for (const int value : {0, 1, -1, INT_MAX})
         for (std::size_t offset = 12; offset + 4 <= example.size(); ++offset)
             EXPECT_EQ(load(with(example, offset, value)), -1);
 }

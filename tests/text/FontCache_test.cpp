@@ -1,11 +1,8 @@
 #include "text/FontCache.h"
 
-#include "core/ground/ErrorSlot.h"
 #include "support/Allocations.h"
 #include "text/TextTest.h"
 
-#include <filesystem>
-#include <new>
 #include <set>
 #include <tuple>
 

@@ -1,17 +1,12 @@
 #include <Kobaltrix/KXFont.h>
 
-#include "core/ground/ErrorSlot.h"
-#include "support/TemporaryFolder.h"
 #include "text/TextTest.h"
 #include "util/Utf8.h"
 
 #include <FTGL/ftgl.h>
-#include <SDL_opengl.h>
 #include <SDL_video.h>
 
 #include <climits>
-#include <cmath>
-#include <type_traits>
 
 namespace {
 constexpr const char* sizeError = "Unable to set font face size";
@@ -20,7 +15,7 @@ constexpr const char* sizeError = "Unable to set font face size";
 struct Font : TextTest, testing::WithParamInterface<KXAliasMode> {
     std::unique_ptr<KXFont> open() const { return std::make_unique<KXFont>(testFont(), GetParam()); }
     Image printed(KXPoint p, const char* text, KXWindow* target = nullptr) {
-        return draw([&] { font->print(p, white, "%s", text); }, target);
+        return picture([&] { font->print(p, white, "%s", text); }, target);
     }
     const bool polygons = GetParam() == KXAliasModePolygon;
     const char* const spans = "a{C1,1,0,1}b{EC}c";
@@ -48,11 +43,10 @@ TEST_P(Font, SizesAreSetOrRefused) {
 
 TEST_P(Font, FilesThatAreNoFonts) {
     const TemporaryFolder folder;
-    const std::string garbage = folder / "garbage.ttf", cut = folder / "cut.ttf", itself = folder / "";
-    std::ofstream(garbage) << std::string(5000, 'g');
-    std::ofstream(cut, std::ios::binary) << std::string("\0\1\0\0\0\x13\1\0\0\4\0\x30", 12);
-    for (const char* path : {garbage.c_str(), cut.c_str(), itself.c_str(), "/no/such/font.ttf", "/dev/null",
-                             "", static_cast<const char*>(nullptr)}) {
+    const std::string garbage = folder.write("garbage.ttf", std::string(5000, 'g')),
+                      cut = folder.write("cut.ttf", {"\0\1\0\0\0\x13\1\0\0\4\0\x30", 12});
+    for (const char* path : {garbage.c_str(), cut.c_str(), folder.path().c_str(), "/no/such/font.ttf",
+                             "/dev/null", "", static_cast<const char*>(nullptr)}) {
         SCOPED_TRACE(path ? path : "null");
         _KXClearError();
         KXFont none(path, GetParam());
@@ -61,7 +55,7 @@ TEST_P(Font, FilesThatAreNoFonts) {
         EXPECT_EQ(none.setSize(0), -1); // the size it has
         EXPECT_EQ(none.stringBounds("x").width + none.stringBounds("x", 1).height + none.advance("x"), 0);
         EXPECT_EQ(none.lineHeight() + none.ascender() - none.descender() + none.fullHeight(), 0);
-        EXPECT_EQ(drawnPixels([&] { none.print({0, 0}, white, "text"); }), 0);
+        EXPECT_EQ(boxOf(picture([&] { none.print({0, 0}, white, "text"); })), nothing);
     }
 }
 
@@ -111,48 +105,43 @@ TEST_P(Font, OffsetsBelongToTheSizeInUse) {
     EXPECT_EQ(font->renderingOffsetForSize(0).y, 6);
 }
 
-struct Piece {
-    KXColor color;
-    const char* text;
-};
+using Pieces = std::vector<std::pair<KXColor, const char*>>; // of one colour each
 
-void printReference(FTFont& face, bool polygons, const std::vector<Piece>& pieces) {
+void printReference(FTFont& face, bool polygons, const Pieces& pieces) {
     glPushMatrix();
     (polygons ? glDisable : glEnable)(GL_TEXTURE_2D);
     glTranslatef(5, 8 + std::floor(face.Ascender()) + std::floor(face.Descender()), 0);
     glScalef(1, -1, -1);
-    for (const Piece& piece : pieces) {
-        glColor4fv(&piece.color.r);
-        glTranslatef(face.Render(piece.text).Xf(), 0, 0);
+    for (const auto& [color, text] : pieces) {
+        glColor4fv(&color.r);
+        glTranslatef(face.Render(text).Xf(), 0, 0);
     }
     glEnable(GL_TEXTURE_2D);
     glPopMatrix();
 }
 
 TEST_P(Font, PrintedPixelsMatchTheReference) {
-    const KXColor half = {1, 1, 0, 0.5f}, red = {1, 0, 0, 1}, blue = {0, 0, 1, 0.25f}, clear = {1, 0, 0, 0};
-    const struct {
-        const char* text;
-        std::vector<Piece> pieces;
-        bool plain;
-    } cases[] = {
+    const KXColor half = {1, 1, 0, 0.5f}, faint = {0, 0, 1, 0.25f}, clear = {1, 0, 0, 0};
+    const std::pair<const char*, Pieces> cases[] = {
         {"a {C1,0,0,1}red{EC} b{C0,0,1,.25}blue{EC}.",
-         {{half, "a "}, {red, "red"}, {half, " b"}, {blue, "blue"}, {half, "."}},
-         false},
-        {"}{C1,0,0,1}x{EC}y%s", {{half, "}"}, {clear, "{C1,0,0,1}x"}, {half, "y%s"}}, false},
-        {"gjpqy \u00c4 \u20ac cut \xF0\x9F", {{half, "gjpqy \u00c4 \u20ac cut ??"}}, false},
-        {"{C1,0,0,1}%s{EC}%% \xF0\x9F", {{half, "{C1,0,0,1}%s{EC}%% ??"}}, true},
+         {{half, "a "}, {KXRedColor, "red"}, {half, " b"}, {faint, "blue"}, {half, "."}}},
+        {"}{C1,0,0,1}x{EC}y%s", {{half, "}"}, {clear, "{C1,0,0,1}x"}, {half, "y%s"}}},
+        {"gjpqy \u00c4 \u20ac cut \xF0\x9F", {{half, "gjpqy \u00c4 \u20ac cut ??"}}},
+        {"plain {C1,0,0,1}%s{EC}%% \xF0\x9F", {{half, "plain {C1,0,0,1}%s{EC}%% ??"}}},
     };
     for (const unsigned size : {11u, 24u})
-        for (const auto& [text, pieces, plain] : cases) {
+        for (const auto& row : cases) {
             const auto face = referenceFace(polygons, size);
             font->setSize(static_cast<int>(size));
-            const Image expected = draw([&, &p = pieces] { printReference(*face, polygons, p); });
-            const Image actual = draw([&, t = text, asItIs = plain] {
-                asItIs ? font->_printPlain({5, 8}, half, t) : font->print({5, 8}, half, "%s", t);
+            const Image expected = picture([&] { printReference(*face, polygons, row.second); });
+            const Image actual = picture([&, text = row.first] {
+                if (std::string(text).starts_with("plain"))
+                    font->_printPlain({5, 8}, half, text);
+                else
+                    font->print({5, 8}, half, "%s", text);
             });
-            EXPECT_EQ(differingPixels(expected, actual, 1), 0) << text << " size " << size;
-            EXPECT_GT(differingPixels(actual, draw([] {})), 0);
+            EXPECT_EQ(differingPixels(expected, actual, 1), 0) << row.first << " size " << size;
+            EXPECT_NE(boxOf(actual), nothing);
         }
 }
 
@@ -166,7 +155,7 @@ TEST_P(Font, LongTextIsCutBetweenCharacters) {
         EXPECT_EQ(differingPixels(print(end), print("")) > 0, *kept != 0) << end;
     }
     const auto plain = [&] { font->_printPlain(p, white, (blanks + "  mi").c_str()); };
-    EXPECT_GT(differingPixels(draw(plain), print("  m")), 0);
+    EXPECT_GT(differingPixels(picture(plain), print("  m")), 0);
     font->print({0, 0}, white, nullptr);
     font->_printPlain({0, 0}, white, nullptr);
 }
@@ -187,13 +176,14 @@ std::vector<float> openGLState() {
 
 TEST_P(Font, TheGamesStateIsLeftAlone) {
     const Image expected = printed({6, 5}, spans);
-    void (*const states[])() = {
-        [] { glDisable(GL_TEXTURE_2D); }, [] { glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL); },
-        // Polygons are blended as the game blends.
-        [] { glDisable(GL_BLEND); }, [] { glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA); },
-        [] { glBlendFunc(GL_SRC_ALPHA, GL_ONE); }};
+    void (*const states[])() = {[] {}, [] { glDisable(GL_TEXTURE_2D); },
+                                [] { glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL); },
+                                // Polygons are blended as the game blends.
+                                [] { glDisable(GL_BLEND); },
+                                [] { glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA); },
+                                [] { glBlendFunc(GL_SRC_ALPHA, GL_ONE); }};
     glTranslatef(3, 4, 0);
-    for (std::size_t i = 0; i < (polygons ? 2 : std::size(states)); ++i) {
+    for (std::size_t i = 0; i < (polygons ? 3 : std::size(states)); ++i) {
         SCOPED_TRACE(i);
         glPushAttrib(GL_ALL_ATTRIB_BITS);
         glBindTexture(GL_TEXTURE_2D, 99);
@@ -226,7 +216,7 @@ TEST_P(Font, WithoutAContextGlyphsWait) {
     font->print({5, 5}, white, "text");
     window->setRenderContext();
     EXPECT_EQ(font->advance("text"), open()->advance("text"));
-    EXPECT_GT(differingPixels(printed({5, 5}, "text"), printed({5, 5}, "")), 0);
+    EXPECT_NE(boxOf(printed({5, 5}, "text")), nothing);
 }
 
 // Textures and display lists of the game in the first window: a font that deletes its glyphs while another
@@ -301,7 +291,7 @@ TEST_F(GlyphTextures, NeighboursDoNotShow) {
     glScalef(4.3f, 4.3f, 1);
     for (const char c : letters) {
         const auto enlarged = [&](KXFont& by) {
-            return draw([&] { by.print({3.4f, 0.3f}, white, "%c", c); });
+            return picture([&] { by.print({3.4f, 0.3f}, white, "%c", c); });
         };
         EXPECT_EQ(differingPixels(enlarged(lonely), enlarged(font), 2), 0) << c;
     }
@@ -315,11 +305,11 @@ TEST_F(GlyphTextures, GlyphsOfEverySizeFindRoom) {
         font.setSize(size);
         font._printPlain({0, 0}, white, letters.substr(0, size > 200 ? 60 : letters.size()).c_str());
     }
-    EXPECT_GT(drawnPixels([&] { font.print({0, 0}, white, "W"); }), 0);
-    GLint largest = 0;
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    const auto print = [this] { font.print({0, 0}, white, "W"); };
+    EXPECT_NE(boxOf(picture(print)), nothing);
+    const int largest = state(GL_MAX_TEXTURE_SIZE)[0];
     font.setSize(largest + largest / 8); // what no texture holds is left out
     EXPECT_EQ(font.stringBounds("W").width, 0);
-    EXPECT_EQ(drawnPixels([&] { font.print({0, 0}, white, "W"); }), 0);
+    EXPECT_EQ(boxOf(picture(print)), nothing);
 }
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "text/TextTest.h"
 
-#include <cmath>
 #include <tuple>
 
 namespace {
@@ -16,13 +15,13 @@ struct UIGlobalFont : TextTest {
     auto measures(const char* text, const Image& expected, Size... size) {
         const KXSize bounds = KXUIGlobalFontStringBounds(size..., text);
         const KXPoint offset = KXUIGlobalFontRenderingOffset(size...);
-        const Image actual = draw([&] { KXUIGlobalFontPrint({5, 5}, white, size..., text); });
+        const Image actual = picture([&] { KXUIGlobalFontPrint({5, 5}, white, size..., text); });
         return std::tuple(bounds.width, bounds.height, offset.x, offset.y, KXUIGlobalFontLineHeight(size...),
                           KXUIGlobalFontDescender(size...), differingPixels(actual, expected));
     }
     void expectNoFont() {
-        const Image black = draw([] {});
-        for (const auto& said : {measures("text", black), measures("text", black, 12)})
+        const Image nothingDrawn = picture([] {});
+        for (const auto& said : {measures("text", nothingDrawn), measures("text", nothingDrawn, 12)})
             EXPECT_EQ(said, std::tuple(0, 0, 0, 0, 0, 0, 0));
     }
 };
@@ -55,11 +54,11 @@ TEST_F(UIGlobalFont, TextIsPrintedAsAFormatAndMeasuredAsItIsWritten) {
         const KXSize bounds = font.stringBounds(text, 0);
         const std::tuple expected(std::ceil(bounds.width), std::ceil(bounds.height), 2, 3,
                                   static_cast<int>(font.lineHeight()) + 1, font.descender(), 0);
-        const Image image = draw([&, s = shown] { font.print({5, 5}, white, "%s", s); });
+        const Image image = picture([&, s = shown] { font.print({5, 5}, white, "%s", s); });
         EXPECT_EQ(measures(text, image), expected);
         EXPECT_EQ(measures(text, image, 13), expected);
     }
-    EXPECT_EQ(std::get<0>(measures(nullptr, draw([] {}))), 0);
+    EXPECT_EQ(std::get<0>(measures(nullptr, picture([] {}))), 0);
     EXPECT_GT(KXUIGlobalFontLineHeight(40), KXUIGlobalFontLineHeight());
 }
 

@@ -5,8 +5,6 @@
 
 #include <Kobaltrix/KXFont.h>
 
-#include <cmath>
-
 namespace {
 struct RowText : TextTest {
     float widthOf(const std::string& text) { return font.advance(text.c_str()); }

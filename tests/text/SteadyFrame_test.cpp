@@ -1,11 +1,9 @@
 // A game that runs asks for no more memory: a frame like the one before needs none.
 
 #include "support/Allocations.h"
-#include "support/TemporaryFolder.h"
 #include "text/TextTest.h"
 
 #include <Kobaltrix/KXDrawBatch.h>
-#include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>
 #include <Kobaltrix/KXSprite.h>
 
