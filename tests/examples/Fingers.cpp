@@ -9,6 +9,8 @@
 #include <SDL_keycode.h>
 
 #include <cmath>
+#include <functional>
+#include <map>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -17,126 +19,108 @@ namespace {
 KXTestInput user(1); // in the first window
 std::optional<KXTestPad> pad;
 
-/// A click that takes some steps from @a start on.
-void click(int step, int start, int x, int y) {
-    if (step == start)
-        user.moveMouse(x, y);
-    if (step == start + 2)
-        user.mouseDown();
-    if (step == start + 4)
-        user.mouseUp();
+/// What is done after which step.
+std::multimap<int, std::function<void()>> script;
+
+void at(int step, std::function<void()> act) { script.emplace(step, std::move(act)); }
+
+/// The mouse moved there, pressed and held.
+void press(int start, int x, int y) {
+    at(start, [=] { user.moveMouse(x, y); });
+    at(start + 2, [] { user.mouseDown(); });
 }
 
-/// A key pressed at @a start and let go some steps later.
-void tap(int step, int start, int keycode) {
-    if (step == start)
-        user.keyDown(keycode);
-    if (step == start + 3)
-        user.keyUp(keycode);
+/// A click that takes some steps.
+void click(int start, int x, int y) {
+    press(start, x, y);
+    at(start + 4, [] { user.mouseUp(); });
 }
 
-void paintAndSwim(int step) {
-    if (step <= 84) {
-        const float x = 30 + 4 * static_cast<float>(step);
-        user.moveMouse(static_cast<int>(x), static_cast<int>(80 + 40 * std::sin(x / 40)));
-    }
-    if (step == 6)
-        user.mouseDown();
-    if (step > 30 && step < 40)
-        user.turnWheel(1);
-    if (step > 60 && step < 66)
-        user.turnWheel(-1);
-    if (step == 40)
-        user.keyDown(SDLK_RIGHT);
-    if (step == 90)
-        user.keyDown(SDLK_DOWN);
+/// A key pressed and let go some steps later.
+void tap(int start, int keycode) {
+    at(start, [=] { user.keyDown(keycode); });
+    at(start + 3, [=] { user.keyUp(keycode); });
 }
 
-void holdPad(int step) {
-    if (step != 10)
-        return;
+void paintAndSwim() {
+    for (int step = 1; step <= 84; ++step)
+        at(step, [x = 30 + 4 * static_cast<float>(step)] {
+            user.moveMouse(static_cast<int>(x), static_cast<int>(80 + 40 * std::sin(x / 40)));
+        });
+    at(6, [] { user.mouseDown(); });
+    for (int step = 31; step < 40; ++step)
+        at(step, [] { user.turnWheel(1); });
+    for (int step = 61; step < 66; ++step)
+        at(step, [] { user.turnWheel(-1); });
+    at(40, [] { user.keyDown(SDLK_RIGHT); });
+    at(90, [] { user.keyDown(SDLK_DOWN); });
+}
+
+void holdPad() {
     for (const auto& [axis, value] : {std::pair{0, 26000}, {1, -20000}, {3, 30000}, {4, 12000}, {5, 28000}})
-        pad->setAxis(axis, value);
-    pad->setButton(0, 1);
-    pad->setButton(3, 1);
-    pad->setHat(0, SDL_HAT_LEFT);
+        at(10, [axis, value] { pad->setAxis(axis, value); });
+    for (const int button : {0, 3})
+        at(10, [=] { pad->setButton(button, 1); });
+    at(10, [] { pad->setHat(0, SDL_HAT_LEFT); });
 }
 
-void useWidgets(int step) {
-    click(step, 10, 60, 40); // another colour, and another
-    click(step, 20, 60, 40);
-    if (step == 40)
-        user.moveMouse(79, 148); // the knob for the corners
-    if (step == 42)
-        user.mouseDown();
-    if (step > 42 && step < 60)
-        user.moveMouse(79 - (step - 42), 148);
-    if (step == 62)
-        user.mouseUp();
-    if (step == 80)
-        user.moveMouse(60, 40);
-    if (step == 82)
-        user.mouseDown(); // held to the end
+void useWidgets() {
+    click(10, 60, 40); // another colour, and another
+    click(20, 60, 40);
+    press(40, 79, 148); // the knob for the corners
+    for (int step = 43; step < 60; ++step)
+        at(step, [x = 79 - (step - 42)] { user.moveMouse(x, 148); });
+    at(62, [] { user.mouseUp(); });
+    press(80, 60, 40);
 }
 
-void openMenus(int step) {
-    tap(step, 4, SDLK_s); // the stars off, and on
-    tap(step, 10, SDLK_s);
-    click(step, 20, 40, 28);
-    click(step, 30, 40, 50);
-    click(step, 40, 120, 72); // the sky at dusk
-    click(step, 50, 40, 28);
-    click(step, 60, 40, 50);
-    if (step == 70)
-        user.moveMouse(120, 72);
+void openMenus() {
+    tap(4, SDLK_s); // the stars off, and on
+    tap(10, SDLK_s);
+    click(20, 40, 28);
+    click(30, 40, 50);
+    click(40, 120, 72); // the sky at dusk
+    click(50, 40, 28);
+    click(60, 40, 50);
+    at(70, [] { user.moveMouse(120, 72); });
 }
 
-void answer(int step) {
-    click(step, 10, 155, 136);
-    if (step == 30)
-        user.moveMouse(250, 136);
-    if (step == 32)
-        user.mouseDown(); // held to the end
+void answer() {
+    click(10, 155, 136);
+    press(30, 250, 136);
 }
 
-void makeList(int step) {
-    if (step == 5)
-        user.type("Candles");
-    tap(step, 8, SDLK_RETURN);
-    click(step, 20, 60, 160); // a row
-    tap(step, 30, SDLK_RETURN);
-    click(step, 40, 60, 60); // back into the entry
-    if (step == 50)
-        user.type("Dried app");
-    click(step, 60, 60, 130);
+void makeList() {
+    at(5, [] { user.type("Candles"); });
+    tap(8, SDLK_RETURN);
+    click(20, 60, 160); // a row
+    tap(30, SDLK_RETURN);
+    click(40, 60, 60); // back into the entry
+    at(50, [] { user.type("Dried app"); });
+    click(60, 60, 130);
 }
 
-void playPiano(int step) {
-    constexpr int tune[] = {SDLK_a, SDLK_d, SDLK_g, SDLK_f, SDLK_k};
-    for (int i = 0; i < 5; ++i)
-        tap(step, 30 + 16 * i, tune[i]);
+void playPiano() {
+    int start = 30;
+    for (const int key : {SDLK_a, SDLK_d, SDLK_g, SDLK_f, SDLK_k})
+        tap(std::exchange(start, start + 16), key);
 }
 
-struct Script {
-    const char* program;
-    void (*play)(int step);
-};
-
-constexpr Script scripts[] = {
-    {"09_keyboard_mouse", paintAndSwim},
-    {"10_game_pad", holdPad},
-    {"12_widgets", useWidgets},
-    {"13_menu", openMenus},
-    {"14_dialog", answer},
-    {"15_list_entry", makeList},
-    {"16_sound_music", playPiano},
-};
+const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},
+                                                         {"10_game_pad", holdPad},
+                                                         {"12_widgets", useWidgets},
+                                                         {"13_menu", openMenus},
+                                                         {"14_dialog", answer},
+                                                         {"15_list_entry", makeList},
+                                                         {"16_sound_music", playPiano}};
 
 void play(int step) {
-    const std::string_view program = KXApplicationName;
-    for (const Script& script : scripts)
-        if (program.starts_with(script.program))
-            script.play(step);
+    if (step == 1)
+        for (const auto& [program, prepare] : users)
+            if (std::string_view(KXApplicationName).starts_with(program))
+                prepare();
+    for (auto [act, end] = script.equal_range(step); act != end; ++act)
+        act->second();
 }
 
 const bool ready = [] {

@@ -22,10 +22,7 @@ struct ClipScope : RenderTest {
 
 TEST_F(ClipScope, LimitsDrawingWithinTheGamesLimitInEveryTarget) {
     KXTexture texture(64, 48);
-    const struct {
-        KXRect rect;
-        Box alone, withinTheGames;
-    } rows[] = {
+    const std::tuple<KXRect, Box, Box> rows[] = {
         {rect(5, 6, 10, 20), {5, 6, 15, 26}, {10, 10, 15, 26}},
         {rect(-5, -5, 1000, 1000), {0, 0, 64, 48}, {10, 10, 30, 30}},
         {rect(31, 31, 5, 5), {31, 31, 36, 36}, nothing},
@@ -36,9 +33,9 @@ TEST_F(ClipScope, LimitsDrawingWithinTheGamesLimitInEveryTarget) {
     for (KXTexture* target : {static_cast<KXTexture*>(nullptr), &texture}) {
         if (target)
             target->setRenderContext();
-        for (const auto& row : rows) {
-            EXPECT_EQ(covered(row.rect, false, target), row.alone) << &row - rows;
-            EXPECT_EQ(covered(row.rect, true, target), row.withinTheGames) << &row - rows;
+        for (const auto& [where, alone, withinTheGames] : rows) {
+            EXPECT_EQ(covered(where, false, target), alone) << KXRectToString(where);
+            EXPECT_EQ(covered(where, true, target), withinTheGames) << KXRectToString(where);
         }
     }
 }

@@ -57,8 +57,7 @@ TEST_F(TextureCache, NeverHandsOutTexturesOfAClosedWindow) {
     for (int i = 0; i < 5; ++i) { // a new window may well get the address of the one before
         EXPECT_TRUE(shows(load(), *window));
         window.reset();
-        window = std::make_unique<KXWindow>("Again", KXSize{64, 48});
-        window->setRenderContext();
+        window = makeWindow();
     }
 }
 } // namespace

@@ -7,8 +7,7 @@
 namespace {
 struct Texture : RenderTest {
     /// Four pixels in two rows: red, green; blue, half-transparent white.
-    static constexpr Pixel sample[4] = {
-        {255, 0, 0, 255}, {0, 255, 0, 255}, {0, 0, 255, 255}, {255, 255, 255, 128}};
+    static constexpr Pixel sample[4] = {red, {0, 255, 0, 255}, blue, {255, 255, 255, 128}};
 
     Texture() { load(texture, 2, 2, sample); }
 

@@ -184,8 +184,7 @@ TEST_F(Windows, CloseInAnyOrder) {
     second.reset(); // the current one, while a texture of it is the target
     EXPECT_EQ(KXCurrentRenderContext(), nullptr);
     EXPECT_EQ(_KXCurrentWindowRenderContext, nullptr);
-    window = std::make_unique<KXWindow>("Third", KXSize{16, 16});
-    window->setRenderContext();
+    window = makeWindow();
     EXPECT_EQ(boxOf(picture([&] { ofSecond.draw(0, 0, -1); })), nothing);
 }
 

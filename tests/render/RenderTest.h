@@ -37,6 +37,12 @@ constexpr Sides sides(KXSize size) { return {size.width, size.height}; }
 
 struct RenderTest : WindowTest {
     using WindowTest::WindowTest;
+    /// Another window, that is current.
+    static std::unique_ptr<KXWindow> makeWindow(KXSize size = {64, 48}) {
+        auto another = std::make_unique<KXWindow>("Another", size);
+        another->setRenderContext();
+        return another;
+    }
     /// The box around what has another colour.
     static Box boxOf(const Image& image, Pixel ground = black) {
         Box box = nothing;

@@ -151,8 +151,7 @@ TEST_F(SpriteDrawing, InEveryWindow) {
     window.reset();
     EXPECT_THROW(sprite.draw({0, 0}), std::bad_alloc) << "no window";
     for (int i = 0; i < 2; ++i) {
-        window = std::make_unique<KXWindow>("Again", KXSize{64, 48});
-        window->setRenderContext();
+        window = makeWindow();
         EXPECT_EQ(blueDrawn(), 0);
         window.reset();
         KXDeInit();

@@ -251,7 +251,7 @@ INSTANTIATE_TEST_SUITE_P(Modes, FontContexts, modes);
 
 TEST_P(FontContexts, GlyphsFollowTheContext) {
     expectText(*window);
-    auto other = makeWindow();
+    auto other = makeWindow(window->size());
     const SDL_GLContext current = SDL_GL_GetCurrentContext();
     font->setSize(11);
     EXPECT_EQ(SDL_GL_GetCurrentContext(), current);
@@ -259,7 +259,7 @@ TEST_P(FontContexts, GlyphsFollowTheContext) {
     for (KXWindow* const target : {window.get(), other.get(), window.get(), other.get()})
         expectText(*target);
     other.reset(); // the context of a new window may have the address that this one's had
-    other = makeWindow();
+    other = makeWindow(window->size());
     expectText(*other);
     window->setRenderContext();
     expectNoGlyphs();
@@ -270,7 +270,7 @@ TEST_P(FontContexts, GlyphsFollowTheContext) {
     makeWindow().reset();
     font->setSize(11);
     EXPECT_EQ(SDL_GL_GetCurrentContext(), nullptr);
-    other = makeWindow();
+    other = makeWindow(window->size());
     expectText(*other);
     window->setRenderContext();
     other.reset(); // the glyphs' own is gone while another is current

@@ -57,16 +57,12 @@ w a.|b..c / w a|.b..c / = x/y_2| / w x/|y_2 / = |«Öß» / e «|Öß» / E «^�
 = | / w | / e | / W | / E | / < | / > | / ( | / ) | / = ab|c / < a|c / > a| / > a| / < | / < | / = aé🙂| /
 < aé| / l a|é / > a| / = a^bc|d / < a|d / = a|bc^d / ) a|d / = on tw| / ( on | / ( | / = |on tw / ) | tw / ) | /
 )"
-        "=  a\u00A0|b / w  |a\u00A0b / w | a\u00A0b / = | / +a\u2028b\u0085c\vd = a b c | / = | / +a\tb = a "
-        "b| "
-        "/ = | / "
-        "+\na\r\nb\rc\n = a b c| / = | / +a\n\nb = a  b| / = a^b|c / +\x07\x1b = a^b|c / + = a^b|c / "
-        "= | / +\x7f\u0080\u009fq = q| / +\n\r\n = q| / +\xff\xc3 = q?\?| / = a|d / +bc = abc|d / = a^xy|d / "
-        "+é = aé|d / "
-        "= a|xy^d / +xy = axy|d / = abc|de / +fgh = abcf|de / = ^abcdef| / +1234567 = 123456| / = "
-        "äöüß|é🙂 "
-        "/ +x = äöüß|é🙂 / "
-        "= äöü^ß|é🙂 / +xy = äöüx|é🙂";
+        "=  a\u00A0|b / w  |a\u00A0b / w | a\u00A0b / = | / +a\u2028b\u0085c\vd = a b c | / = | / "
+        "+a\tb = a b| / = | / +\na\r\nb\rc\n = a b c| / = | / +a\n\nb = a  b| / = a^b|c / "
+        "+\x07\x1b = a^b|c / + = a^b|c / = | / +\x7f\u0080\u009fq = q| / +\n\r\n = q| / +\xff\xc3 = q?\?| / "
+        "= a|d / +bc = abc|d / = a^xy|d / +é = aé|d / = a|xy^d / +xy = axy|d / = abc|de / +fgh = abcf|de / "
+        "= ^abcdef| / +1234567 = 123456| / "
+        "= äöüß|é🙂 / +x = äöüß|é🙂 / = äöü^ß|é🙂 / +xy = äöüx|é🙂";
     _KXTextEdit edit;
     for (std::size_t at = 0, end = 0; end != std::string::npos; at = end + 3) {
         end = script.find(" /", at);

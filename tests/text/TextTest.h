@@ -17,11 +17,4 @@ inline const char* testFont() {
 struct TextTest : RenderTest {
     explicit TextTest(KXSize size = {320, 64}) : RenderTest(size) { testing::internal::CaptureStderr(); }
     ~TextTest() override { EXPECT_EQ(testing::internal::GetCapturedStderr(), ""); }
-
-    /// Another window, that is current.
-    std::unique_ptr<KXWindow> makeWindow() const {
-        auto another = std::make_unique<KXWindow>("Text", window->size());
-        another->setRenderContext();
-        return another;
-    }
 };

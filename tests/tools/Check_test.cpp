@@ -8,6 +8,9 @@
 #include <cmath>
 
 namespace {
+using Check = Tool;
+using CommandLine = Tool;
+
 Image sheet(int width, int height) {
     return {width, height, std::vector<Pixel>(static_cast<std::size_t>(width * height), {9, 9, 9, 255})};
 }
@@ -17,7 +20,7 @@ std::string withFrame(int duration, float x, float y, int width, int height) {
     return spriteFile({"hero.png", 0, 1, "walk", 1, duration, x, y, width, height, 0});
 }
 
-TEST(Check, NamesTheFaultAndItsPlace) {
+TEST_F(Check, NamesTheFaultAndItsPlace) {
     const Fields box = {"b", 0.f, 0.f, 1, 1}, walk = {"w", 1, 1, 0.f, 0.f, 4, 4, 0};
     const std::pair<std::string, const char*> cases[] = {
         {hero, ""},
@@ -58,11 +61,10 @@ TEST(Check, NamesTheFaultAndItsPlace) {
         {withFrame(1, -1, 0, 8, 16), "lies outside the sheet"},
         {withFrame(1, 0, 0, 0x7FFFFFFF, 1), "lies outside the sheet"},
     };
-    const TemporaryFolder folder;
     sheet(32, 32).save(folder / "hero.png");
     for (const auto& [bytes, said] : cases) {
         folder.write("a.spr", bytes);
-        const Outcome run = kxsprite(folder, "check a.spr");
+        const Outcome run = kxsprite("check a.spr");
         if (*said)
             expectFault(run, "a.spr", said);
         else
@@ -70,54 +72,51 @@ TEST(Check, NamesTheFaultAndItsPlace) {
     }
 }
 
-TEST(Check, TakesSeveralFilesAndLooksForSheetsBesideThem) {
-    const TemporaryFolder folder;
+TEST_F(Check, TakesSeveralFilesAndLooksForSheetsBesideThem) {
     folder.write("whole.spr", hero);
     folder.write("cut.spr", hero.substr(0, 50));
-    const Outcome run = kxsprite(folder, "check cut.spr whole.spr cut.spr whole.spr");
+    const Outcome run = kxsprite("check cut.spr whole.spr cut.spr whole.spr");
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(std::ranges::count(run.output, '\n'), 2) << run.output;
     EXPECT_EQ(run.output.find("whole.spr"), std::string::npos);
     std::filesystem::create_directory(folder / "a folder");
     folder.write("a folder/hero.spr", hero);
-    EXPECT_EQ(kxsprite(folder, "check 'a folder/hero.spr'").status, 0) << "no sheet, no fault";
+    EXPECT_EQ(kxsprite("check 'a folder/hero.spr'").status, 0) << "no sheet, no fault";
     sheet(16, 15).save(folder / "a folder/hero.png");
-    expectFault(kxsprite(folder, "check 'a folder/hero.spr'"), "a folder/hero.spr", "outside the sheet");
+    expectFault(kxsprite("check 'a folder/hero.spr'"), "a folder/hero.spr", "outside the sheet");
     folder.write("a folder/hero.png", "no picture");
-    expectFault(kxsprite(folder, "check 'a folder/hero.spr'"), "a folder/hero.spr", "is no image");
+    expectFault(kxsprite("check 'a folder/hero.spr'"), "a folder/hero.spr", "is no image");
 }
 
-TEST(CommandLine, EveryCommandSaysWhatItCannotRead) {
-    const TemporaryFolder folder;
+TEST_F(CommandLine, EveryCommandSaysWhatItCannotRead) {
     folder.write("cut.spr", hero.substr(0, 50));
     for (const std::string command : {"info", "info --json", "check", "preview -o a.png", "make -o a.spr"}) {
         SCOPED_TRACE(command);
-        expectFault(kxsprite(folder, command + " missing"), "missing",
+        expectFault(kxsprite(command + " missing"), "missing",
                     "cannot be opened: No such file or directory\n");
-        expectFault(kxsprite(folder, command + " ."), ".", "cannot be read");
-        expectFault(kxsprite(folder, command + " cut.spr"), "cut.spr", "");
+        expectFault(kxsprite(command + " ."), ".", "cannot be read");
+        expectFault(kxsprite(command + " cut.spr"), "cut.spr", "");
     }
     EXPECT_FALSE(std::filesystem::exists(folder / "a.spr"));
 }
 
-TEST(CommandLine, RefusesWhatItDoesNotUnderstand) {
-    const TemporaryFolder folder;
+TEST_F(CommandLine, RefusesWhatItDoesNotUnderstand) {
     for (const char* arguments :
          {"", "paint a", "info", "info a b", "info -o a b", "make a", "make a -o", "make a -o ''",
           "make a -o b --step-ms", "make a -o b --step-ms 0", "make a -o b --step-ms 1001",
           "make a -o b --step-ms 1x", "make a -o b --json", "check", "check --nonsense", "preview a",
           "preview a -o b --step-ms 16"}) {
-        const Outcome run = kxsprite(folder, arguments);
+        const Outcome run = kxsprite(arguments);
         EXPECT_EQ(run.status, 2) << arguments;
         EXPECT_EQ(run.output.rfind("kxsprite: ", 0), 0u) << arguments << ": " << run.output;
     }
     for (const char* arguments : {"--help", "-h", "make --help"}) {
-        const Outcome help = kxsprite(folder, arguments);
+        const Outcome help = kxsprite(arguments);
         EXPECT_EQ(help.status, 0);
         EXPECT_NE(help.output.find("--step-ms N"), std::string::npos);
     }
     folder.write("--json", hero);
-    EXPECT_EQ(kxsprite(folder, "check -- --json").status, 0);
-    EXPECT_EQ(kxsprite(folder, "make b -o a --step-ms 1000").status, 1); // there is no b
+    EXPECT_EQ(kxsprite("check -- --json").status, 0);
+    EXPECT_EQ(kxsprite("make b -o a --step-ms 1000").status, 1); // there is no b
 }
 } // namespace

@@ -3,8 +3,11 @@
 #include "Tool.h"
 
 #include <array>
+#include <tuple>
 
 namespace {
+using Import = Tool;
+
 // Four frames of 156, 8, 100 and 1 milliseconds, 16 by 16 pixels side by side, with tags and slices. The
 // frames' names do not follow the alphabet.
 const std::string array = contentOf(EXPORTS "/array.json"), hash = contentOf(EXPORTS "/hash.json");
@@ -33,53 +36,44 @@ Fields animation(const char* name, const std::vector<int>& frames, int loops,
     return fields + Fields{loops};
 }
 
-TEST(Import, LaysOutTagsAndSlicesOfBothForms) {
+TEST_F(Import, LaysOutTagsAndSlicesOfBothForms) {
     const std::string expected =
         spriteFile(Fields{"hero.png", 2, "Eye", -1.f, 0.f, 1, 1, "hit", 2.f, 3.f, 10, 20, 8} +
                    animation("back", {3, 2, 1, 0}, -1) + animation("ereht", {3, 2, 1, 0, 1, 2}, -1) +
                    animation("forward", {0, 1, 2, 3}, -1) + animation("once", {1, 2, 3}, 0) +
                    animation("once there", {1, 2, 3, 2, 1}, 0) + animation("one", {2}, -1) +
                    animation("there", {0, 1, 2, 3, 2, 1}, -1) + animation("two", {1, 2}, -1));
-    const TemporaryFolder folder;
     for (const std::string& json : {array, hash}) {
-        folder.write("hero.json", json);
-        EXPECT_EQ(kxsprite(folder, "make hero.json -o hero.spr").output, "");
-        EXPECT_EQ(contentOf(folder / "hero.spr"), expected) << kxsprite(folder, "info hero.spr").output;
+        EXPECT_EQ(make(json).output, "");
+        EXPECT_EQ(contentOf(folder / "a.spr"), expected) << kxsprite("info a.spr").output;
     }
 }
 
-TEST(Import, AFileWithoutTagsIsOneAnimation) {
-    const TemporaryFolder folder;
+TEST_F(Import, AFileWithoutTagsIsOneAnimation) {
     std::filesystem::create_directory(folder / "art.d");
     for (const char* tags : {"", R"(, "frameTags": [])"}) {
         folder.write("art.d/big hero.json", between("\"hero.png\"", "\n }\n}", tags));
-        EXPECT_EQ(kxsprite(folder, "make 'art.d/big hero.json' --step-ms 50 -o a.spr").output, "");
+        EXPECT_EQ(kxsprite("make 'art.d/big hero.json' --step-ms 50 -o a.spr").output, "");
         EXPECT_EQ(
             contentOf(folder / "a.spr"),
             spriteFile(Fields{"hero.png", 0, 1} + animation("big hero", {0, 1, 2, 3}, -1, {3, 1, 2, 1})));
     }
 }
 
-TEST(Import, SaysWhatASpriteCannotDoAndTakesTheSheetByItsName) {
-    const TemporaryFolder folder;
+TEST_F(Import, SaysWhatASpriteCannotDoAndTakesTheSheetByItsName) {
     for (const char* image : {"/home/me/art/hero.png", R"(C:\\art\\hero.png)", "../hero.png"}) {
-        folder.write("a.json", with("\"hero.png\"", '"' + std::string(image) + '"'));
-        EXPECT_EQ(kxsprite(folder, "make a.json -o a.spr").output, "");
-        EXPECT_EQ(kxsprite(folder, "info a.spr").output.rfind("texture: hero.png\n", 0), 0u) << image;
+        EXPECT_EQ(make(with("\"hero.png\"", '"' + std::string(image) + '"')).output, "");
+        EXPECT_EQ(kxsprite("info a.spr").output.rfind("texture: hero.png\n", 0), 0u) << image;
     }
-    folder.write("a.json", with(R"("repeat": "1")", R"("repeat": "3")"));
-    const Outcome run = kxsprite(folder, "make a.json -o a.spr");
+    const Outcome run = make(with(R"("repeat": "1")", R"("repeat": "3")"));
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.output,
               "kxsprite: a.json: tag 'once' is played 3 times, which a sprite cannot do; it loops\n");
-    EXPECT_NE(kxsprite(folder, "info a.spr").output.find("once: 3 frames, loop"), std::string::npos);
+    EXPECT_NE(kxsprite("info a.spr").output.find("once: 3 frames, loop"), std::string::npos);
 }
 
-TEST(Import, RefusesWithTheOptionToChange) {
-    const struct {
-        std::string json;
-        const char *said, *option;
-    } cases[] = {
+TEST_F(Import, RefusesWithTheOptionToChange) {
+    const std::tuple<std::string, const char*, const char*> cases[] = {
         {with(R"("trimmed": false)", R"("trimmed": true)"), "frame 'hero 9.ase' is trimmed", "--trim"},
         {with(R"("sourceSize": { "w": 16)", R"("sourceSize": { "w": 17)"), "is trimmed", "--trim"},
         {with(R"(Size": { "x": 0, "y": 0)", R"(Size": { "x": 0, "y": 2)"), "is trimmed", "--trim"},
@@ -102,10 +96,8 @@ TEST(Import, RefusesWithTheOptionToChange) {
         {with(R"("duration": 156)", R"("duration": -1)"), "'frames[0].duration' is negative", ""},
         {with(R"("image")", R"("picture")"), "names no picture", "--sheet"},
     };
-    const TemporaryFolder folder;
     for (const auto& [json, said, option] : cases) {
-        folder.write("a.json", json);
-        const Outcome run = kxsprite(folder, "make a.json -o a.spr");
+        const Outcome run = make(json);
         expectFault(run, "a.json", said);
         EXPECT_NE(run.output.find(option), std::string::npos) << run.output;
     }

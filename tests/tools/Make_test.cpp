@@ -4,31 +4,28 @@
 
 #include <climits>
 #include <cmath>
+#include <tuple>
 
 namespace {
-TEST(Make, JsonBecomesTheBytesItCameFrom) {
+using Make = Tool;
+
+TEST_F(Make, JsonBecomesTheBytesItCameFrom) {
     const Fields names = Fields{"h\u00e9ro \U0001F3AE.png", 2, "", 0.1f, -1e-30f, -3, 0} +
                          Fields{"say \"\\\n", 16777217.f, 3.4e38f, 1, INT_MAX, 2} +
                          Fields{"Run", 2, INT_MIN, 0.f, 0.f, 1, 1, INT_MAX, 0.f, 0.f, 1, 1, 7} +
                          Fields{"jump", 1, 0, 0.f, 0.f, 1, 1, 0};
     const std::string cases[] = {hero, spriteFile({"", 0, 0}), spriteFile(names)};
-    const TemporaryFolder folder;
     for (const std::string& bytes : cases) {
         folder.write("in.spr", bytes);
-        const Outcome json = kxsprite(folder, "info --json in.spr");
+        const Outcome json = kxsprite("info --json in.spr");
         EXPECT_EQ(json.status, 0) << json.output;
-        folder.write("a.json", json.output);
-        EXPECT_EQ(kxsprite(folder, "make a.json -o out.spr").output, "");
-        EXPECT_EQ(contentOf(folder / "out.spr"), bytes) << json.output;
+        EXPECT_EQ(make(json.output).output, "");
+        EXPECT_EQ(contentOf(folder / "a.spr"), bytes) << json.output;
     }
 }
 
-TEST(Make, InfoIsForPeopleOrSaysWhatJsonCannot) {
-    const struct {
-        const char* command;
-        std::string bytes;
-        const char* output;
-    } cases[] = {
+TEST_F(Make, InfoIsForPeopleOrSaysWhatJsonCannot) {
+    const std::tuple<const char*, std::string, const char*> cases[] = {
         {"info", hero,
          "texture: hero.png\nanimations: 1\n  idle: 1 frame, loop, full size 16 x 16, durations 5\n"
          "boxes: 1\n  hit: at 2, 3, 10 x 20\n"},
@@ -40,16 +37,15 @@ TEST(Make, InfoIsForPeopleOrSaysWhatJsonCannot) {
         {"info --json", spriteFile({"", 1, "b", INFINITY, 0.f, 1, 1, 0}),
          "kxsprite: a.spr: a position is not a finite number, which JSON cannot say; see kxsprite check\n"},
     };
-    const TemporaryFolder folder;
     for (const auto& [command, bytes, output] : cases) {
         folder.write("a.spr", bytes);
-        const Outcome run = kxsprite(folder, std::string(command) + " a.spr");
+        const Outcome run = kxsprite(std::string(command) + " a.spr");
         EXPECT_EQ(run.output, output);
         EXPECT_EQ(run.status, run.output.starts_with("kxsprite: ") ? 1 : 0);
     }
 }
 
-TEST(Make, MistakesInJsonAreNamed) {
+TEST_F(Make, MistakesInJsonAreNamed) {
     const auto box = [](const std::string& rest) {
         return R"({"kxsprite": 1, "boxes": [{"name": "a", "x": )" + rest + "]}";
     };
@@ -77,23 +73,18 @@ TEST(Make, MistakesInJsonAreNamed) {
         {R"({"kxsprite": 1, "animations": [{"name": "a", "frames": [{"duration": 1}]}]})",
          "'animations[0].frames[0].x' is missing"},
     };
-    const TemporaryFolder folder;
-    for (const auto& [json, said] : cases) {
-        folder.write("a.json", json);
-        expectFault(kxsprite(folder, "make a.json -o a.spr"), "a.json", said);
-    }
+    for (const auto& [json, said] : cases)
+        expectFault(make(json), "a.json", said);
     EXPECT_FALSE(std::filesystem::exists(folder / "a.spr"));
 }
 
-TEST(Make, SaysWhenTheSpriteCannotBeWritten) {
-    const TemporaryFolder folder;
+TEST_F(Make, SaysWhenTheSpriteCannotBeWritten) {
     folder.write("a.json", R"({"kxsprite": 1})");
-    expectFault(kxsprite(folder, "make a.json -o no/such/folder.spr"), "no/such/folder.spr",
-                "cannot be written: ");
-    expectFault(kxsprite(folder, "make a.json -o /dev/null"), "/dev/null", "is no file that a sprite can be");
-    expectFault(kxsprite(folder, "make a.json -o a.spr", "trap '' XFSZ; ulimit -f 0;"), "a.spr",
+    expectFault(kxsprite("make a.json -o no/such/folder.spr"), "no/such/folder.spr", "cannot be written: ");
+    expectFault(kxsprite("make a.json -o /dev/null"), "/dev/null", "is no file that a sprite can be");
+    expectFault(kxsprite("make a.json -o a.spr", "trap '' XFSZ; ulimit -f 0;"), "a.spr",
                 "could not be written whole\n");
     folder.write("a.spr", hero);
-    EXPECT_EQ(kxsprite(folder, "info --json a.spr > /dev/full").status, 1);
+    EXPECT_EQ(kxsprite("info --json a.spr > /dev/full").status, 1);
 }
 } // namespace

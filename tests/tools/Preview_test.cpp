@@ -16,7 +16,7 @@ const std::string sprite =
     spriteFile(Fields{"hero.png", 1, "hit", 2.f, 3.f, 4, 5, 2, "A", 2, 50, 0.f, 0.f, 16, 16} +
                Fields{60, 16.f, 0.f, 16, 16, 0, "B", 1, 1, 16.f, 0.f, 16, 16, -1});
 
-struct Preview : testing::Test {
+struct Preview : Tool {
     /// A sheet of a red and a blue frame, 16 by 16 each.
     void saveSheet() const {
         Image sheet = {32, 16, std::vector<Pixel>(512, red)};
@@ -28,7 +28,7 @@ struct Preview : testing::Test {
 
     Outcome preview(const std::string& bytes, const std::string& settings = "KXSPRITE_FONT=none") const {
         folder.write("hero.spr", bytes);
-        return kxsprite(folder, "preview hero.spr -o a.png", settings);
+        return kxsprite("preview hero.spr -o a.png", settings);
     }
 
     Image picture(const std::string& bytes) const {
@@ -41,8 +41,6 @@ struct Preview : testing::Test {
     static std::ptrdiff_t count(const Image& image, const Pixel& pixel) {
         return std::count(image.pixels.begin(), image.pixels.end(), pixel);
     }
-
-    const TemporaryFolder folder;
 };
 
 TEST_F(Preview, DrawsEveryFrameWithItsBoxesAndALabel) {
@@ -95,6 +93,6 @@ TEST_F(Preview, SaysWhatItCannotDraw) {
     for (const auto& [fields, said] : cases)
         expectFault(preview(spriteFile(fields)), "hero.spr", said);
     folder.write("hero.spr", sprite);
-    expectFault(kxsprite(folder, "preview hero.spr -o no/such.png"), "no/such.png", "Unable to write");
+    expectFault(kxsprite("preview hero.spr -o no/such.png"), "no/such.png", "Unable to write");
 }
 } // namespace

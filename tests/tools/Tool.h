@@ -9,12 +9,20 @@
 #include <string>
 #include <vector>
 
-/// Runs kxsprite in a folder of the test's own. @param settings environment variables, as a shell writes
-/// them.
-inline Outcome kxsprite(const TemporaryFolder& folder, const std::string& arguments,
-                        const std::string& settings = "") {
-    return runProgram(folder, settings + " '" KXSPRITE "' " + arguments);
-}
+struct Tool : testing::Test {
+    /// Runs kxsprite in a folder of the test's own. @param settings environment variables, as a shell writes
+    /// them.
+    Outcome kxsprite(const std::string& arguments, const std::string& settings = "") const {
+        return runProgram(folder, settings + " '" KXSPRITE "' " + arguments);
+    }
+    /// Makes a.spr of a JSON file.
+    Outcome make(const std::string& json) const {
+        folder.write("a.json", json);
+        return kxsprite("make a.json -o a.spr");
+    }
+
+    const TemporaryFolder folder;
+};
 
 /// Expects a run that fails with a line about a file.
 inline void expectFault(const Outcome& run, const std::string& file, const std::string& said) {
