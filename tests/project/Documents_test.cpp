@@ -6,21 +6,21 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cctype>
-#include <filesystem>
 #include <sstream>
 #include <vector>
 
 namespace {
+namespace fs = std::filesystem;
+
 /// The bytes of a page's dump: lines of an offset, in columns 5 to 52 up to 16 bytes, and what they mean.
 std::string dumpIn(const std::string& page) {
     std::istringstream text(contentOf(PROJECT "/docs/" + page));
     std::string bytes;
     for (std::string line; std::getline(text, line);) {
-        if (line.size() < 4 || !std::isxdigit(line[0]) || !std::isxdigit(line[1]) ||
-            line.compare(2, 2, "  ") != 0)
-            continue;
-        std::istringstream values(line.substr(4, 49));
+        const bool isRow = line.size() > 3 && std::isxdigit(line[0]) && std::isxdigit(line[1]);
+        std::istringstream values(isRow && line.compare(2, 2, "  ") == 0 ? line.substr(4, 49) : "");
         for (int byte; values >> std::hex >> byte;)
             bytes += static_cast<char>(byte);
     }
@@ -37,27 +37,24 @@ TEST(Documents, TheBytesOfASpriteFile) {
     EXPECT_EQ(dumpIn("sprites.md"), contentOf(folder / "hero.spr"));
 }
 
-/// The pages, as paths.
-std::vector<std::filesystem::path> pages() {
-    std::vector<std::filesystem::path> found;
+/// The pages.
+std::vector<fs::path> pages() {
+    std::vector<fs::path> found;
     for (const char* folder : {PROJECT, PROJECT "/docs"})
-        for (const auto& entry : std::filesystem::directory_iterator(folder))
-            if (entry.path().extension() == ".md")
-                found.push_back(entry.path());
+        std::ranges::copy_if(fs::directory_iterator(folder), std::back_inserter(found),
+                             [](const fs::path& path) { return path.extension() == ".md"; });
     return found;
 }
 
 /// Whether a page has the heading that a link names: in small letters, blanks as dashes, nothing else.
-bool hasHeading(const std::filesystem::path& page, const std::string& anchor) {
+bool hasHeading(const fs::path& page, const std::string& anchor) {
     std::istringstream text(contentOf(page.string()));
     for (std::string line; std::getline(text, line);) {
-        if (line.rfind("##", 0) != 0)
-            continue;
         std::string heading;
-        for (char c : line.substr(line.find_first_not_of("# ")))
-            if (std::isalnum(static_cast<unsigned char>(c)) || c == ' ' || c == '-')
-                heading += c == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        if (heading == anchor)
+        for (const int c : line.substr(std::min(line.size(), line.find_first_not_of("# "))))
+            if (std::isalnum(c & 255) || c == ' ' || c == '-')
+                heading += c == ' ' ? '-' : static_cast<char>(std::tolower(c & 255));
+        if (line.starts_with("##") && heading == anchor)
             return true;
     }
     return false;
@@ -73,8 +70,8 @@ TEST(Documents, EveryLinkLeadsSomewhere) {
             const std::size_t hash = link.find('#');
             const std::string file = link.substr(0, hash);
             const auto target = file.empty() ? page : page.parent_path() / file;
-            EXPECT_TRUE(std::filesystem::exists(target)) << page << ": " << link;
-            EXPECT_TRUE(hash == std::string::npos || hasHeading(target, link.substr(hash + 1)))
+            EXPECT_TRUE(fs::exists(target) &&
+                        (hash == link.npos || hasHeading(target, link.substr(hash + 1))))
                 << page << ": " << link;
         }
     }
