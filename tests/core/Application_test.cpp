@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 namespace {
+namespace fs = std::filesystem;
+
 std::string orNone(const char* text) { return text ? text : "(none)"; }
 
 struct ApplicationPaths : testing::Test {
@@ -52,14 +52,11 @@ TEST_F(ApplicationPaths, ComeFromHowTheProcessWasStarted) {
 }
 
 TEST_F(ApplicationPaths, ABundlesResourcesBecomeTheWorkingDirectory) {
-    namespace fs = std::filesystem;
     const TemporaryFolder folder;
-    const fs::path before = fs::current_path(), contents = folder / "Game.app/Contents";
-    const fs::path resources = contents / "Resources/Game";
+    const fs::path contents = folder / "Game.app/Contents", resources = contents / "Resources/Game";
     fs::create_directories(resources);
     find(contents / "MacOS/Game");
     EXPECT_EQ(orNone(KXBundlePath), resources);
     EXPECT_EQ(fs::canonical(fs::current_path()), fs::canonical(resources));
-    fs::current_path(before);
 }
 } // namespace

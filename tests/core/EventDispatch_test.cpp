@@ -25,18 +25,28 @@ struct EventDispatch : WindowTest {
     KXTestInput user{window->id()};
 };
 
-TEST_F(EventDispatch, EachKindOfEventReachesItsPlaceWithinTheStep) {
+TEST_F(EventDispatch, EachKindOfEventReachesItsPlaceWithinTheStepAndAnyStateCanBePutBack) {
     KXTestPad pad;
     EXPECT_EQ(KXInitGamePad(), -1);
+    _KXBeginTextInput();
     bool (*seen)() = nullptr;
     bool wasSeen = false;
-    KXTestInput hands(window->id(), [&] { wasSeen = seen(); });
+    std::vector<_KXInputState> states;
+    KXTestInput hands(window->id(), [&] {
+        states.push_back(_KXTakeInputState());
+        wasSeen = seen();
+    });
     const struct {
         std::function<void()> act;
         bool (*seen)();
     } rows[] = {
         {[&] { hands.keyDown(SDLK_a); }, [] { return KXKey(_KXKeyA) == -1; }},
         {[&] { hands.keyUp(SDLK_a); }, [] { return KXKey(_KXKeyA) == 0; }},
+        {[&] { hands.type("t"); }, [] { return _KXTakeTypedText() == "t"; }},
+        {[&] { hands.compose("k"); }, [] { return _KXComposedText() == "k"; }},
+        {[&] { hands.keyDown(SDLK_b); }, [] { return KXKey(_KXKeyB, 1) == -1 && _KXWidgetKey(_KXKeyB); }},
+        {[&] { hands.keyDown(SDLK_c); }, // and of the other key everybody has been told
+         [] { return KXKey(_KXKeyC) && !KXKey(_KXKeyB, 1) && !_KXWidgetKey(_KXKeyB); }},
         {[&] { hands.moveMouse(11, -3); },
          [] { return KXMouseX == 11 && KXMousePoint.y == -3 && KXMouseYRelative == -3; }},
         {[&] { hands.mouseDown(SDL_BUTTON_RIGHT); }, [] { return KXMouse(1) == -1; }},
@@ -46,8 +56,8 @@ TEST_F(EventDispatch, EachKindOfEventReachesItsPlaceWithinTheStep) {
         {[&] { hands.turnWheel(-1, 1); },
          [] { return KXMouse(3) && KXMouse(6) && !KXMouse(4) && !KXMouse(5); }},
         {[&] { pad.setAxis(1, -20000); }, [] { return KXGamePadAxis(1) == -20000; }},
-        {[&] { pad.setHat(0, SDL_HAT_RIGHT); }, [] { return KXGamePadHat(3) == 1; }},
-        {[&] { pad.setButton(5, 1); }, [] { return KXGamePadPressedButton() == 5; }},
+        {[&] { pad.setHat(0, SDL_HAT_RIGHT); }, [] { return KXGamePadHat(3, 1) == 1; }},
+        {[&] { pad.setButton(5, 1); }, [] { return KXGamePadPressedButton() == 5 && !KXGamePadHat(3, 1); }},
         {[&] { pad.setButton(5, 0); }, [] { return KXGamePadPressedButton() == -1; }},
         {[&] { hands.fingerDown(0.51f, 0.99f); },
          [] { return KXFingerDown() && KXTouchX == 32 && KXTouchY == 47 && KXTouchPoint.x == 32; }},
@@ -62,6 +72,13 @@ TEST_F(EventDispatch, EachKindOfEventReachesItsPlaceWithinTheStep) {
         hands.step();
         EXPECT_TRUE(wasSeen) << &row - rows;
     }
+    for (std::size_t i = std::size(rows); i-- > 0;) {
+        _KXPutInputState(states[i]);
+        EXPECT_EQ(_KXTakeInputState(), states[i]) << i;
+        EXPECT_TRUE(rows[i].seen()) << i;
+    }
+    _KXPutInputState({});
+    EXPECT_EQ(_KXTakeInputState(), _KXInputState());
 }
 
 TEST_F(EventDispatch, WindowsAndTheirCallback) {

@@ -50,12 +50,8 @@ Image Image::fromFile(const std::string& path) {
         return {};
     SDL_Surface* surface = SDL_ConvertSurfaceFormat(file, SDL_PIXELFORMAT_RGBA32, 0);
     SDL_FreeSurface(file);
-    Image image = blank(surface->w, surface->h);
-    for (int y = 0; y < image.height; ++y)
-        std::memcpy(image.pixels.data() + static_cast<std::ptrdiff_t>(y) * image.width,
-                    static_cast<const char*>(surface->pixels) +
-                        static_cast<std::ptrdiff_t>(y) * surface->pitch,
-                    static_cast<std::size_t>(image.width) * sizeof(Pixel));
+    Image image = blank(surface->w, surface->h); // as are the surface's rows, one behind the other
+    std::memcpy(image.pixels.data(), surface->pixels, image.pixels.size() * sizeof(Pixel));
     SDL_FreeSurface(surface);
     return image;
 }

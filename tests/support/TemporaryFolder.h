@@ -12,8 +12,8 @@ inline std::string contentOf(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// An empty folder that disappears with the object. Its name holds a space, an accent and an emoji, so that
-/// whatever is tested in it is tested with them.
+/// An empty folder that disappears with the object, and with it any change of the working folder. Its name
+/// holds a space, an accent and an emoji, so that whatever is tested in it is tested with them.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
@@ -25,6 +25,7 @@ public:
     }
     ~TemporaryFolder() {
         std::error_code ignored;
+        std::filesystem::current_path(_workingFolder, ignored);
         std::filesystem::remove_all(_path, ignored);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
@@ -42,5 +43,6 @@ public:
     }
 
 private:
+    const std::filesystem::path _workingFolder = std::filesystem::current_path();
     std::string _path;
 };

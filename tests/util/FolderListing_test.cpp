@@ -50,7 +50,6 @@ TEST(FolderListing, PathsAreMadeAbsoluteAndWhatIsThereIsTold) {
     EXPECT_TRUE(_KXKindOf(missing) == _KXPathKind::Nothing && _KXKindOf(file) == _KXPathKind::File);
     EXPECT_EQ(_KXKindOf(folder.path()), _KXPathKind::Folder);
     fs::create_symlink("a/b", folder / "link");
-    const fs::path before = fs::current_path();
     fs::current_path(folder.path());
     const char* const inside[][2] = {
         {"", ""},          {".", ""},           {"a//b/", "/a/b"}, {"./a/.", "/a"}, {"link", "/link"},
@@ -58,7 +57,6 @@ TEST(FolderListing, PathsAreMadeAbsoluteAndWhatIsThereIsTold) {
     for (const auto& [path, absolute] : inside)
         EXPECT_EQ(_KXAbsolutePath(path), folder.path() + absolute);
     EXPECT_EQ(_KXAbsolutePath("/") + _KXAbsolutePath("/../..") + _KXAbsolutePath("/gone/../../x/"), "///x");
-    fs::current_path(before);
     EXPECT_EQ(_KXParentOf("/a/b") + _KXParentOf("/a") + _KXParentOf("/"), "/a//");
     EXPECT_EQ(_KXLastPart("/a/b") + _KXLastPart("/"), "b");
     EXPECT_EQ(_KXPathIn("/", "x") + _KXPathIn("/a", "/x") + _KXPathIn("/a", "x"), "/x/x/a/x");
