@@ -125,8 +125,7 @@ TEST_F(AudioOutput, PlaysAsOftenAsAsked) {
         expectTimes(sound, loops, loops + 1);
         expectTimes(music, loops, std::max(loops, 1));
     }
-    EXPECT_TRUE(sound.play(-7)) << "below -1 is for ever too";
-    EXPECT_TRUE(music.play(-7));
+    EXPECT_TRUE(sound.play(-7) && music.play(-7)) << "below -1 is for ever too";
     expectPeaks(2000, 2000);
 }
 
@@ -139,8 +138,7 @@ TEST_F(AudioOutput, FilesOfEveryKindSoundTheSameOnEveryDevice) {
         sound.setVolume(64);
         for (const int frequency : {44100, 22050}) {
             EXPECT_EQ(KXInitAudio(frequency, 0x8010, 2, 1024), -1) << KXError();
-            EXPECT_FALSE(sound.isPlaying());
-            EXPECT_FALSE(music.isPlaying());
+            EXPECT_FALSE(sound.isPlaying() || music.isPlaying());
             expectPeaks(0, 0);
             EXPECT_TRUE(sound.play(-1));
             expectTone(4000, 441000.0 / frequency);

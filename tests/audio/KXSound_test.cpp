@@ -14,15 +14,12 @@ struct Sound : AudioTest {
 
 TEST_F(Sound, TakesFreeChannelsAndOwnsNone) {
     KXSetMixingChannels(2);
-    EXPECT_TRUE(a.play(-1));
-    EXPECT_TRUE(a.play(-1)) << "a second copy";
+    EXPECT_TRUE(a.play(-1) && a.play(-1)) << "a second copy";
     EXPECT_EQ(channelsPlaying(), 2);
-    EXPECT_FALSE(b.play(-1)) << "none is free";
-    EXPECT_FALSE(b.isPlaying());
+    EXPECT_FALSE(b.play(-1) || b.isPlaying()) << "none is free";
     EXPECT_STREQ(KXError(), "");
     a.stop(); // only the copy that it remembers
-    EXPECT_EQ(channelsPlaying(), 1);
-    EXPECT_FALSE(a.isPlaying());
+    EXPECT_TRUE(channelsPlaying() == 1 && !a.isPlaying());
 
     // Stopped from outside, b still remembers its channel, which is now the other sound's.
     KXSetMixingChannels(1);
@@ -32,8 +29,7 @@ TEST_F(Sound, TakesFreeChannelsAndOwnsNone) {
     KXStopAllSounds();
     EXPECT_FALSE(b.isPlaying());
     a.setVolume(10);
-    EXPECT_TRUE(a.play(-1));
-    EXPECT_TRUE(b.isPlaying());
+    EXPECT_TRUE(a.play(-1) && b.isPlaying());
     EXPECT_EQ(b.volume(), 10);
     b.setVolume(20);
     EXPECT_EQ(a.volume(), 20);
@@ -45,8 +41,7 @@ TEST_F(Sound, ChannelsComeAndGo) {
     EXPECT_TRUE(a.play(-1) && b.play(-1));
     KXSetMixingChannels(1); // b's is gone
     EXPECT_EQ(channelsPlaying(), 1);
-    EXPECT_FALSE(b.isPlaying());
-    EXPECT_EQ(b.volume(), 0);
+    EXPECT_FALSE(b.isPlaying() || b.volume());
     b.setVolume(7);
     b.setPanning(1, 2);
     b.setDistance(3);
@@ -67,8 +62,7 @@ TEST_F(Sound, DestroyingSilencesEveryCopyAndTheChannelItRemembers) {
         Mix_HaltChannel(1);
         EXPECT_TRUE(b.play(-1)) << "there";
     }
-    EXPECT_EQ(channelsPlaying(), 1);
-    EXPECT_TRUE(a.isPlaying());
+    EXPECT_TRUE(channelsPlaying() == 1 && a.isPlaying());
 }
 
 TEST_F(Sound, ForgetsItsChannelWithTheDevice) {
@@ -83,8 +77,7 @@ TEST_F(Sound, ForgetsItsChannelWithTheDevice) {
     EXPECT_TRUE(a.play(-1));
     EXPECT_EQ(a.volume(), 39) << "50 of 100";
     Mix_CloseAudio(); // behind the library's back
-    EXPECT_FALSE(a.isPlaying());
-    EXPECT_FALSE(a.play(-1));
+    EXPECT_FALSE(a.isPlaying() || a.play(-1));
     a.stop();
     _KXDeInitAudio();
     EXPECT_EQ(Mix_OpenAudio(44100, AUDIO_S16SYS, 2, 512), 0); // by the game itself

@@ -32,8 +32,7 @@ struct Playable : AudioTest {
 
     /// Uses everything that could reach for the mixer, which is closed.
     static void useWithoutDevice(Kind& playable) {
-        EXPECT_FALSE(playable.play(-1));
-        EXPECT_FALSE(playable.isPlaying());
+        EXPECT_FALSE(playable.play(-1) || playable.isPlaying());
         playable.stop();
         playable.setVolume(50);
         if constexpr (std::is_same_v<Kind, KXMusic>) {
