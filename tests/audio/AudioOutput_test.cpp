@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <tuple>
 
 namespace {
 constexpr int length = 3000; ///< Frames of each file.
@@ -56,9 +57,9 @@ struct AudioOutput : AudioTest {
 TEST_F(AudioOutput, VolumePanningAndDistance) {
     KXSound sound(level(8000, -4000).c_str());
     expectPeaks(0, 0);
-    const struct {
-        int volume, master, panLeft, panRight, distance, channelVolume, left, right;
-    } cases[] = {
+    // The sound's volume, the master's, panning to both sides, the distance; then the channel's volume, and
+    // what is heard on both sides.
+    const int cases[][8] = {
         {128, 128, 255, 255, 0, 128, 8000, 4000},
         {64, 128, 255, 255, 0, 64, 4000, 2000},
         {64, 64, 255, 255, 0, 32, 2000, 1000},
@@ -93,10 +94,7 @@ TEST_F(AudioOutput, VolumePanningAndDistance) {
 TEST_F(AudioOutput, MusicUnderSounds) {
     KXMusic music(level(1000, 3000).c_str());
     KXSound sound(level(500, 500).c_str());
-    const struct {
-        std::function<void()> act;
-        int left, right;
-    } acts[] = {
+    const std::tuple<std::function<void()>, int, int> acts[] = {
         {[&] { music.play(-1); }, 1000, 3000},
         {[&] { sound.play(-1); }, 1500, 3500},
         {[] { KXSetSoundVolume(0); }, 1000, 3000}, // not the music's business
@@ -110,10 +108,10 @@ TEST_F(AudioOutput, MusicUnderSounds) {
         {[] { KXStopAllSounds(); }, 1000, 3000},
         {[&] { music.stop(); }, 0, 0},
     };
-    for (const auto& [act, left, right] : acts) {
-        SCOPED_TRACE(&act - &acts->act);
-        act();
-        expectPeaks(left, right);
+    for (const auto& row : acts) {
+        SCOPED_TRACE(&row - acts);
+        std::get<0>(row)();
+        expectPeaks(std::get<1>(row), std::get<2>(row));
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <new>
+#include <tuple>
 
 #ifdef KOBALTRIX_SANITIZE
 #include <sanitizer/lsan_interface.h>
@@ -64,13 +65,9 @@ TYPED_TEST(Playable, RefusesWhatIsNoSound) {
         EXPECT_FALSE(this->plays(content)) << content.substr(0, 12);
     // The mixer would divide by some of these: no or too many channels, no or too high a frequency.
     const std::string &wave = this->wav, &aiffFile = this->aiff, none(2, '\0');
-    const struct {
-        const std::string& whole;
-        std::size_t at;
-        std::string bytes;
-    } formats[] = {{wave, 22, none},     {wave, 22, "\x09"},    {wave, 24, none},
-                   {wave, 26, "\x0F"},   {aiffFile, 20, none},  {aiffFile, 21, "\x09"},
-                   {aiffFile, 28, none}, {aiffFile, 29, "\x13"}};
+    const std::tuple<const std::string&, std::size_t, std::string> formats[] = {
+        {wave, 22, none},     {wave, 22, "\x09"},     {wave, 24, none},     {wave, 26, "\x0F"},
+        {aiffFile, 20, none}, {aiffFile, 21, "\x09"}, {aiffFile, 28, none}, {aiffFile, 29, "\x13"}};
     for (const auto& [whole, at, bytes] : formats)
         EXPECT_FALSE(this->plays(std::string(whole).replace(at, bytes.size(), bytes)))
             << whole.substr(0, 4) << ' ' << at;

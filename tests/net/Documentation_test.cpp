@@ -1,9 +1,7 @@
 // What docs/network.md shows is what happens; its code is compiled into this program.
 
 #include "net/NetTest.h"
-
-#include <fstream>
-#include <iterator>
+#include "support/TemporaryFolder.h"
 
 void serverStep(KXNetworkServer& server);
 long clientStep(KXNetworkClient& client, long x);
@@ -17,8 +15,7 @@ TEST(NetworkPage, TheBytesOfTheExample) {
     KXNetworkServer server("127.0.0.1", 0, 1, 0, 1);
     const RawPeer peer(server);
     EXPECT_EQ(server.sendBufferToClient(0, &buffer), 26);
-    std::ifstream file(NETWORK_PAGE);
-    const std::string page(std::istreambuf_iterator<char>(file), {});
+    const std::string page = contentOf(NETWORK_PAGE);
     const std::pair<std::size_t, std::string> parts[] = {
         {8, "appendLong(42)"}, {8, "appendFloat(1.5f)"}, {3, "appendString(\"hi\", 3)"}, {7, "the marker, "}};
     for (const auto& [length, part] : parts) {

@@ -76,11 +76,7 @@ inline int portOf(const KXNetworkServer& server) {
 }
 
 /// The descriptor that will be given next.
-inline int nextDescriptor() {
-    const int descriptor = open("/dev/null", O_RDONLY);
-    close(descriptor);
-    return descriptor;
-}
+inline int nextDescriptor() { return _KXSocketOwner(_KXOpenSocket()).get(); }
 
 /// A peer that keeps to no rules: a plain socket.
 class RawPeer {

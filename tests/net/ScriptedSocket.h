@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <deque>
 #include <functional>
-#include <string_view>
+#include <string>
 #include <vector>
 
 /// Stands in for the platform's calls while it lives, whatever the socket.
@@ -13,7 +13,7 @@ class ScriptedSocket {
 public:
     /// What one receive gives: bytes, or a failure, or neither (the peer has closed).
     struct Step {
-        std::string_view bytes;
+        std::string bytes;
         int failure = 0;
     };
 
@@ -35,13 +35,14 @@ private:
         requests.push_back(length);
         if (incoming.empty())
             return _KXSocketWouldBlock;
-        const auto [bytes, failure] = incoming.front();
+        const auto& [bytes, failure] = incoming.front();
         const std::size_t count =
             bytes.copy(static_cast<char*>(data), static_cast<std::size_t>(length), taken);
+        const int result = failure ? failure : static_cast<int>(count);
         taken = taken + count == bytes.size() ? 0 : taken + count;
         if (taken == 0 && (!repeatsLast || incoming.size() > 1))
             incoming.pop_front();
-        return failure ? failure : static_cast<int>(count);
+        return result;
     }
 
     int send(int length) {

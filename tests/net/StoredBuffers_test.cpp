@@ -14,9 +14,9 @@ using Message = std::optional<std::string>;
 
 struct Handler : _KXNetworkHandler {
     // One receive of a connection on which these bytes, and no more for now, have arrived.
-    Message receive(std::string_view bytes = {}) {
+    Message receive(std::string bytes = {}) {
         if (!bytes.empty())
-            socket.incoming.push_back({bytes});
+            socket.incoming.push_back({std::move(bytes)});
         return take(_receiveFrom(-1, 7, lost));
     }
     // The two operations that receiving is described by.
@@ -133,7 +133,7 @@ TEST(Framing, ReceivingTakesLinearTime) {
         ASSERT_EQ(handler.receive(i ? each : queue), "message");
     handler._eraseStoredBuffer(7);
     for (std::size_t at = 0; at < message.size(); at += 1024)
-        ASSERT_EQ(handler.receive(std::string_view(message).substr(at, 1024)), std::nullopt);
+        ASSERT_EQ(handler.receive(message.substr(at, 1024)), std::nullopt);
     ASSERT_TRUE(handler.receive(marker) == message);
     const std::size_t received = queue.size() + each.size() * 200'000 + message.size();
     EXPECT_LE(_KXNetworkWorkDone.copied - before.copied, received * 4);
@@ -142,23 +142,21 @@ TEST(Framing, ReceivingTakesLinearTime) {
 
 TEST(Framing, FailuresAndTheLimitForStrangers) {
     constexpr int again = _KXSocketInterrupted, broken = _KXSocketBroken;
-    const std::string abc = "abc" + marker, one = "1" + marker, five = "12345" + marker,
-                      six = "123456" + marker, oneSix = one + six;
     using Steps = std::deque<ScriptedSocket::Step>;
     // The limit, what arrives, the messages, whether the connection is lost, and how much waits in the end.
     const std::tuple<int, Steps, Messages, bool, int> rows[] = {
         {-1, {{"abc"}, {""}}, {}, true, 3},
-        {-1, {{abc}, {abc}, {""}}, {"abc"}, true, 10},
+        {-1, {{"abc" + marker}, {"abc" + marker}, {""}}, {"abc"}, true, 10},
         {-1, {{"a"}, {"", again}, {"bc"}, {"", again}, {marker}}, {"abc"}, false, 0},
         {-1, Steps(1000, {"", again}), {}, true, 0},
         {-1, Steps(1000, {"", broken}), {}, true, 0},
-        {5, {{five}, {one}}, {"12345", "1"}, false, 0},
-        {5, {{six}}, {}, true, 0},
+        {5, {{"12345" + marker}, {"1" + marker}}, {"12345", "1"}, false, 0},
+        {5, {{"123456" + marker}}, {}, true, 0},
         {5, {{"12345_KXEOB"}}, {}, false, 11}, // its marker is not all there
         {5, {{"123456_KXEOB"}}, {}, true, 0},
-        {5, {{oneSix}}, {}, true, 0},
+        {5, {{"1" + marker + "123456" + marker}}, {}, true, 0},
         {0, {{marker}, {marker}}, {"", ""}, false, 0},
-        {0, {{one}}, {}, true, 0}};
+        {0, {{"1" + marker}}, {}, true, 0}};
     for (const auto& row : rows) {
         const auto& [limit, steps, messages, lost, stored] = row;
         SCOPED_TRACE(&row - rows);
@@ -183,13 +181,12 @@ TEST(Framing, FailuresAndTheLimitForStrangers) {
 }
 
 TEST(Framing, NoReceiveReadsWithoutEnd) {
-    const std::string flood = "flood" + marker, endless(2500, 'x'), large(100'000, 'x'),
-                      larges = large + marker;
+    const std::string large(100'000, 'x');
     // What arrives over and over, the limit, how often it is received, each message, and how much waits.
-    const std::tuple<std::string_view, int, int, Message, int> rows[] = {
-        {endless, -1, 1, {}, 16 << 20},
-        {flood, 100, 1000, "flood", 100}, // the rest waits with the system
-        {larges, -1, 20, large, 100'007 + 64 * 1024}};
+    const std::tuple<std::string, int, int, Message, int> rows[] = {
+        {std::string(2500, 'x'), -1, 1, {}, 16 << 20},
+        {"flood" + marker, 100, 1000, "flood", 100}, // the rest waits with the system
+        {large + marker, -1, 20, large, 100'007 + 64 * 1024}};
     for (const auto& [arrives, limit, receives, message, most] : rows) {
         Handler handler;
         handler.setStoredBufferLimit(limit);
