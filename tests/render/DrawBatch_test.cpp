@@ -120,21 +120,19 @@ TEST_F(DrawBatch, CallsOfKnownScenes) {
         {{line, [] { KXDrawCircle(KXZeroPoint, 9, 6, white); }}, {0, 70, 0, 0, 1, 1}},
         {{line, triangle}, {0, 40, 0, 0, 20, 1}},
     };
-    for (const auto& row : rows) {
-        const Counts& expected = row.second;
+    for (const auto& [draws, expected] : rows)
         for (const bool batched : {true, false}) {
             window->swapBuffers();
             batched ? KXBeginDrawBatch() : KXEndDrawBatch();
             for (int i = 0; i < 10; ++i)
-                for (const auto& draw : row.first)
+                for (const auto& draw : draws)
                     draw();
             KXFlushDrawBatch();
             const Counts counted = counts(KXCurrentDrawStatistics());
             EXPECT_TRUE(std::equal(counted.begin(), counted.begin() + (batched ? 6 : 3), expected.begin()));
             window->swapBuffers();
-            EXPECT_EQ(counts(KXLastDrawStatistics()), counted) << &row - rows;
+            EXPECT_EQ(counts(KXLastDrawStatistics()), counted) << testing::PrintToString(expected);
         }
-    }
 }
 
 TEST_F(DrawBatch, CrowdsLoseNothing) {

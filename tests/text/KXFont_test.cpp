@@ -20,6 +20,9 @@ struct Font : TextTest, testing::WithParamInterface<KXAliasMode> {
     const bool polygons = GetParam() == KXAliasModePolygon;
     const char* const spans = "a{C1,1,0,1}b{EC}c";
     std::unique_ptr<KXFont> font = open();
+    // FTGL's own font, which results are compared with.
+    const std::unique_ptr<FTFont> face{polygons ? static_cast<FTFont*>(new FTPolygonFont(testFont()))
+                                                : new FTTextureFont(testFont())};
 };
 const auto modes = testing::Values(KXAliasModePolygon, KXAliasModeTexture);
 INSTANTIATE_TEST_SUITE_P(Modes, Font, modes);
@@ -59,21 +62,12 @@ TEST_P(Font, FilesThatAreNoFonts) {
     }
 }
 
-// FTGL's own font, which results are compared with.
-std::unique_ptr<FTFont> referenceFace(bool polygons, unsigned size) {
-    auto* const face =
-        polygons ? static_cast<FTFont*>(new FTPolygonFont(testFont())) : new FTTextureFont(testFont());
-    face->FaceSize(size, 72);
-    return std::unique_ptr<FTFont>(face);
-}
-
 TEST_P(Font, MeasuresAreTheFacesOwn) {
     font->setSize(17);
-    const auto face = referenceFace(polygons, 17);
-    EXPECT_EQ(font->lineHeight(), face->LineHeight());
-    EXPECT_EQ(font->ascender(), face->Ascender());
-    EXPECT_EQ(font->descender(), face->Descender());
-    EXPECT_EQ(font->fullHeight(), face->Ascender() + std::floor(-face->Descender()));
+    face->FaceSize(17);
+    EXPECT_EQ(std::tuple(font->lineHeight(), font->ascender(), font->descender(), font->fullHeight()),
+              std::tuple(face->LineHeight(), face->Ascender(), face->Descender(),
+                         face->Ascender() + std::floor(-face->Descender())));
     const auto expectBox = [&](KXSize size, const std::string& text) {
         const FTBBox box = face->BBox(text.c_str());
         EXPECT_EQ(size.width, box.Upper().Xf() - box.Lower().Xf()) << text;
@@ -131,7 +125,7 @@ TEST_P(Font, PrintedPixelsMatchTheReference) {
     };
     for (const unsigned size : {11u, 24u})
         for (const auto& row : cases) {
-            const auto face = referenceFace(polygons, size);
+            face->FaceSize(size);
             font->setSize(static_cast<int>(size));
             const Image expected = picture([&] { printReference(*face, polygons, row.second); });
             const Image actual = picture([&, text = row.first] {
