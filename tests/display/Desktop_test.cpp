@@ -27,6 +27,8 @@ struct Desktop : testing::Test {
         window->setRenderContext();
         window->swapBuffers();
         KXResetLogicLoop();
+        person("search --name 'A window to click' windowfocus --sync");
+        EXPECT_TRUE(becomes([this] { return window->isFocused() != 0; }));
     }
     ~Desktop() override {
         window.reset();
@@ -36,20 +38,18 @@ struct Desktop : testing::Test {
     /// Runs the logic loop until something holds that the window system has to bring about; false if it never
     /// does.
     static bool becomes(const std::function<bool()>& condition) {
-        const Uint64 end = SDL_GetTicks64() + 20000;
-        while (SDL_GetTicks64() < end) {
-            bool holds = false;
+        bool holds = false;
+        for (const Uint64 end = SDL_GetTicks64() + 20000; !holds && SDL_GetTicks64() < end; SDL_Delay(1)) {
             KXPreLogicLoop();
-            while (KXLogicLoop()) {
+            for (; KXLogicLoop(); KXLogicUpdate())
                 holds = holds || condition();
-                KXLogicUpdate();
-            }
             KXPostLogicLoop();
-            if (holds)
-                return true;
-            SDL_Delay(1);
         }
-        return false;
+        return holds;
+    }
+    bool becomesSized(float width, float height) const {
+        return becomes(
+            [=, this] { return window->size().width == width && window->rect().size.height == height; });
     }
 
     static void person(const std::string& does) {
@@ -60,8 +60,6 @@ struct Desktop : testing::Test {
 };
 
 TEST_F(Desktop, KeysAreTyped) {
-    person("search --name 'A window to click' windowfocus --sync");
-    EXPECT_TRUE(becomes([this] { return window->isFocused() != 0; }));
     person("keydown k");
     EXPECT_TRUE(becomes([] { return KXKey(_KXKeyK) != 0; }));
     EXPECT_EQ(KXCurrentEventWindowID, window->id());
@@ -73,7 +71,6 @@ TEST_F(Desktop, KeysAreTyped) {
 }
 
 TEST_F(Desktop, TheMouseMovesClicksAndTurnsItsWheel) {
-    EXPECT_TRUE(becomes([this] { return window->isFocused() != 0; }));
     const int left = static_cast<int>(window->getPosition().x),
               top = static_cast<int>(window->getPosition().y);
     person("mousemove 1 1 mousemove " + std::to_string(left + 50) + ' ' + std::to_string(top + 30));
@@ -94,14 +91,10 @@ TEST_F(Desktop, TheMouseMovesClicksAndTurnsItsWheel) {
 }
 
 TEST_F(Desktop, FullscreenFillsTheScreenAndComesBack) {
-    // Without the focus the platform would give the screen back at once.
-    person("search --name 'A window to click' windowfocus --sync");
-    EXPECT_TRUE(becomes([this] { return window->isFocused() != 0; }));
     EXPECT_EQ(window->isFullscreen(), 0);
-    window->enterFullscreen();
+    window->enterFullscreen(); // without the focus the platform would give the screen back at once
     EXPECT_NE(window->isFullscreen(), 0);
-    EXPECT_TRUE(becomes([this] { return window->size().width == 1280 && window->size().height == 1024; }))
-        << window->size().width;
+    EXPECT_TRUE(becomesSized(1280, 1024)) << window->size().width;
     // Not only the platform's word for it: the last pixel of the screen can be drawn.
     window->setRenderContext();
     KXDrawRectFill({{0, 0}, {1280, 1024}}, KXRedColor);
@@ -109,13 +102,13 @@ TEST_F(Desktop, FullscreenFillsTheScreenAndComesBack) {
     EXPECT_EQ(Image::of(*window).at(1279, 0), red);
     window->exitFullscreen();
     EXPECT_EQ(window->isFullscreen(), 0);
-    EXPECT_TRUE(becomes([this] { return window->size().width == 320 && window->rect().size.height == 240; }));
+    EXPECT_TRUE(becomesSized(320, 240));
 }
 
 TEST_F(Desktop, ARealResizeReachesTheWindow) {
-    EXPECT_EQ(window->size().width, 320);
+    EXPECT_TRUE(becomesSized(320, 240));
     person("search --name 'A window to click' windowsize 400 200");
-    EXPECT_TRUE(becomes([this] { return window->size().width == 400 && window->size().height == 200; }));
+    EXPECT_TRUE(becomesSized(400, 200));
 }
 
 TEST_F(Desktop, SeveralWindowsAreVisibleAtOnce) {

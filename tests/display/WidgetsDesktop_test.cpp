@@ -9,6 +9,7 @@
 
 #include <cstdlib>
 #include <functional>
+#include <regex>
 
 namespace {
 struct WidgetsDesktop : testing::Test {
@@ -25,25 +26,18 @@ struct WidgetsDesktop : testing::Test {
 
     /// Does something until the game has taken it in; false if it never does.
     static bool until(const std::function<bool()>& holds, const std::function<void()>& act) {
-        const Uint64 end = SDL_GetTicks64() + 30'000;
-        while (SDL_GetTicks64() < end) {
+        for (const Uint64 end = SDL_GetTicks64() + 30'000; SDL_GetTicks64() < end;) {
             act();
-            const Uint64 answer = SDL_GetTicks64() + 500;
-            while (SDL_GetTicks64() < answer)
+            for (const Uint64 answer = SDL_GetTicks64() + 500; SDL_GetTicks64() < answer; SDL_Delay(10))
                 if (holds())
                     return true;
-                else
-                    SDL_Delay(10);
         }
         return false;
     }
     bool untilReported(const std::string& text, const std::string& does) const {
         double seconds = 0.1;
         const auto act = [&] {
-            std::string acts = does;
-            for (std::size_t i = acts.find("WAIT"); i != std::string::npos; i = acts.find("WAIT"))
-                acts.replace(i, 4, "sleep " + std::to_string(seconds));
-            person(acts);
+            person(std::regex_replace(does, std::regex("WAIT"), "sleep " + std::to_string(seconds)));
             seconds *= 1.5;
         };
         const auto reports = [this] { return contentOf(folder / "reports.txt"); };

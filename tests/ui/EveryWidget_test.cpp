@@ -20,6 +20,13 @@ struct EveryWidget : UITest {
         for (int i = 0; i < 50; ++i)
             list.add(text);
         browser.show(KXUIFileBrowserModeOpen, "/usr");
+        for (std::size_t i = 0; i < std::size(all); ++i)
+            place(*all[i], i);
+    }
+    /// Into three columns.
+    static void place(_KXUIWidget& widget, std::size_t i, KXSize size = {90, 60}) {
+        widget.setSize(size);
+        widget.setOrigin({10 + 100 * static_cast<float>(i % 3), 5 + 65 * static_cast<float>(i / 3)});
     }
     int poll() override {
         button.clicked(0);
@@ -75,36 +82,52 @@ TEST_F(EveryWidget, BearsAnyPlaceSizeAndPadding) {
 }
 
 TEST_F(EveryWidget, DrawsNothingOutsideOfABoxThatScrollsNorOfTheGamesClip) {
-    for (_KXUIWidget* each : {all[4], all[5], all[6]})
-        for (bool clipped : {false, true}) {
-            each->setRect({20, 20}, {60, 25});
-            const Image image = draw([&] {
-                if (clipped)
-                    window->setClipTo({{30, 0}, {20, 40}});
-                each->draw();
-                KXDrawRectFill({{0, 199}, {320, 1}}, KXRedColor); // the clip holds still
-                window->unsetClip();
-            });
-            int outside = 0, inside = 0;
-            for (int y = 0; y < 200; ++y)
-                for (int x = 0; x < 320; ++x) {
-                    const bool in = clipped ? x >= 30 && x < 50 && y >= 20 && y < 40
-                                            : (x >= 20 && x < 80 && y >= 20 && y < 45) || y == 199;
-                    (in ? inside : outside) += image.at(x, y).r > 0;
-                }
-            EXPECT_EQ(outside, 0);
-            EXPECT_GT(inside, 300);
+    for (std::size_t i = 0; i < 6; ++i) {
+        _KXUIWidget& each = *all[4 + i % 3];
+        place(each, i, {60, 25});
+        const auto [x, y] = each.rect().origin;
+        if (i >= 3)
+            window->setClipTo({{x + 10, y}, {20, 20}});
+        each.draw();
+        KXDrawRectFill({{0, y + 15}, {320, 1}}, KXRedColor); // the clip holds still
+        window->unsetClip();
+    }
+    expectGolden(Image::of(*window), "ui/clipped");
+}
+
+TEST_F(EveryWidget, WithoutAFontIsABoxUntilItIsGivenOne) {
+    KXClearGUIFontCache();
+    menu.resize();
+    dialog.button(0)->setRect({20, 90}, {30, 20});
+    dialog.addButton("Ignored");
+    dialog.setMessage("Not drawn");
+    entry.setPlaceholder(nullptr);
+    entry.setText("text");
+    entry.focus();
+    act("type s, click 120 75, click 20 160");
+    EXPECT_STREQ(entry.text(), "texts");
+    EXPECT_EQ(dialog.button(1), nullptr);
+    EXPECT_EQ(menu.itemWidth(), 0);
+    EXPECT_EQ(list.indexAt({120, 70 + 1 + 16}), 1) << "rows of 16 pixels";
+    drawAll();
+    expectGolden(Image::of(*window), "ui/no_font");
+    for (_KXUIWidget* each : all) {
+        EXPECT_EQ(each->setFontSize(12), 0);
+        const Image bare = draw([&] { each->draw(); });
+        EXPECT_EQ(each->setFont(testFont(), KXAliasModeTexture), -1);
+        EXPECT_EQ(each->setFontSize(10), -1); // of all of them, since it is one font
+        const Image own = draw([&] { each->draw(); });
+        EXPECT_EQ(each->setFontSize(20), -1);
+        if (each != &slider && each != &button) {
+            EXPECT_GT(differingPixels(bare, own), 50);
+            EXPECT_GT(differingPixels(own, draw([&] { each->draw(); })), 50);
         }
+    }
 }
 
 TEST_F(EveryWidget, ASteadyFrameAllocatesNothing) {
-    for (std::size_t i = 0; i < std::size(all); ++i)
-        all[i]->setRect({10 + 30 * static_cast<float>(i), 20}, {100, 100});
     entry.focus();
-    const auto frame = [&] {
-        poll();
-        drawAll();
-    };
+    const auto frame = [&] { poll(), drawAll(); };
     frame();
     frame();
     EXPECT_EQ(allocationsOf(frame), 0u);

@@ -64,21 +64,6 @@ TEST_F(Button, ShowsThePressThatClicksIt) {
     EXPECT_EQ(state(), "dark") << "whatever button is held";
 }
 
-TEST_F(Button, ColoursAreCopiedWhenItIsMade) {
-    button.setSize({30, 20});
-    KXSetUIColor(KXRedColor, KXGreenColor, KXBlueColor, KXRedColor, KXRedColor, KXRedColor);
-    KXUIButton later;
-    KXSetUIColor({0, 0, 0, 1}, {0.5f, 0.5f, 0.5f, 1}, {0.25f, 0.25f, 0.25f, 1}, {0.25f, 0.25f, 1, 1},
-                 {0.75f, 0, 0.75f, 1}, {1, 1, 1, 1});
-    EXPECT_EQ(state(), "grey");
-    later.setRect({50, 10}, {30, 20});
-    polled = &later;
-    EXPECT_EQ(state(), "green");
-    EXPECT_EQ(Image::of(*window).at(50, 10), (Pixel{255, 0, 0, 255}));
-    EXPECT_EQ(later.depressedBackgroundColor().b, 1);
-    EXPECT_EQ(later.normalBackgroundColor().g, 1);
-}
-
 TEST_F(Button, AToggleTurnsOnAndOff) {
     polled = &toggle;
     // Shows that it is on although no colour was chosen.
@@ -95,9 +80,16 @@ TEST_F(Button, AToggleTurnsOnAndOff) {
 TEST_F(Button, Looks) {
     KXUIButton plain, held, coloured, fixed, bare;
     KXUIToggleButton off, on;
-    KXUIButton* const all[] = {&plain, &held, &coloured, &fixed, &bare, &off, &on};
-    const char* const captions[] = {
-        "New game", "Held", "{C1,0.8,0,1}Gold{EC} & 50%%", "Fixed size", nullptr, "Off", "Switched on"};
+    KXSetUIColor(KXRedColor, KXGreenColor, KXBlueColor, KXRedColor, KXRedColor, {0, 0, 0, 1});
+    KXUIButton later; // colours are copied when it is made
+    KXSetUIColor({0, 0, 0, 1}, {0.5f, 0.5f, 0.5f, 1}, {0.25f, 0.25f, 0.25f, 1}, {0.25f, 0.25f, 1, 1},
+                 {0.75f, 0, 0.75f, 1}, {1, 1, 1, 1});
+    EXPECT_EQ(later.depressedBackgroundColor().b, 1);
+    EXPECT_EQ(later.normalBackgroundColor().g, 1);
+    KXUIButton* const all[] = {&plain, &held, &coloured, &fixed, &bare, &off, &on, &later};
+    const char* const captions[] = {"New game",    "Held",  "{C1,0.8,0,1}Gold{EC} & 50%%",
+                                    "Fixed size",  nullptr, "Off",
+                                    "Switched on", "Later"};
     for (std::size_t i = 0; i < std::size(all); ++i) {
         all[i]->setText(captions[i]);
         all[i]->setOrigin({i % 2 ? 150.0f : 20.0f, 20 + 40 * static_cast<float>(i / 2)});

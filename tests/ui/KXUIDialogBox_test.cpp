@@ -81,8 +81,6 @@ TEST_F(Dialog, RemembersTheButtonClickedLast) {
 TEST_F(Dialog, GivesItsButtonsItsOwnFont) {
     dialog.setMessage("Message");
     dialog.addButton("Shares the font of the user interface");
-    EXPECT_EQ(dialog.button(0)->_fontInUse(), dialog._fontInUse());
-    EXPECT_EQ(dialog.setFontSize(20), 0);
     const float before = dialog.rect().size.height;
     ASSERT_EQ(dialog.setFont(testFont(), KXAliasModeTexture), -1);
     EXPECT_LT(dialog.rect().size.height, before); // 10 points instead of 12
@@ -94,16 +92,6 @@ TEST_F(Dialog, GivesItsButtonsItsOwnFont) {
     const float ownWidth = dialog.button(1)->rect().size.width;
     EXPECT_EQ(dialog.setFontSize(40), -1);
     EXPECT_GT(dialog.button(1)->rect().size.width, ownWidth * 1.7f);
-
-    KXClearGUIFontCache();
-    dialog.setRect({10, 10}, {40, 30});
-    dialog.addButton("Ignored");
-    dialog.setMessage("Not drawn");
-    EXPECT_EQ(dialog.setFontSize(20), 0);
-    EXPECT_EQ(dialog.button(2), nullptr);
-    expectSize(dialog, 40, 30);
-    dialog.draw();
-    EXPECT_EQ(Image::of(*window).at(20, 20), (Pixel{255, 255, 255, 255}));
 }
 
 TEST_F(Dialog, Looks) {

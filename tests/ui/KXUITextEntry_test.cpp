@@ -10,7 +10,6 @@
 
 #include <climits>
 #include <ctime>
-#include <limits>
 
 namespace {
 /// A text entry and what a user does with it.
@@ -52,8 +51,8 @@ TEST_F(TextEntry, TypingFromTheFirstClickToReturn) {
 }
 
 TEST_F(TextEntry, KeysEditAndMove) {
-    act("click after , type one two three");
-    expectEach("Left -> one two three|12; Left Shift+Left -> one two three|11+1; "
+    expectEach("click after , type one two three -> told changed one two three|13; "
+               "Left -> one two three|12; Left Shift+Left -> one two three|11+1; "
                "Right Ctrl+Right Shift+Left -> one two three|8+4; Backspace -> told one two e|8; "
                "Left Shift+Home -> one two e|0+8; Right -> one two e|8; Left Ctrl+Backspace -> told one e|4; "
                "Home -> one e|0; Backspace -> one e|0; Right -> one e|1; Left Ctrl+Right -> one e|3; "
@@ -79,9 +78,10 @@ TEST_F(TextEntry, TheClipboard) {
     SDL_SetClipboardText("a\r\nb\x1b\xc3(\n\xe2\x82\xac ..............");
     expectEach("Left Ctrl+V -> told a b?( w\u00f6|6");
     EXPECT_EQ(entry.maximumLength(), 8);
-    entry.setMaximumLength(INT_MIN);
-    EXPECT_EQ(entry.maximumLength(), 0);
-
+    for (int none : {INT_MIN, 0}) {
+        entry.setMaximumLength(none);
+        EXPECT_EQ(entry.maximumLength(), 0);
+    }
     SDL_SetClipboardText("kept");
     entry.setText("secret word");
     entry.setMasked(2);
@@ -167,17 +167,11 @@ TEST_F(TextEntry, InputMethodsCompose) {
     entry.focus();
     act("type ab");
     entry.select(1, 0);
-    compose("\u306b\u307b");
-    expectEach("Backspace, Return, Escape -> ab|1"); // the input method's
-    keyDown(SDLK_RETURN);                            // ends the composition
+    expectEach("compose \u306b\u307b -> ab|1; Backspace, Return, Escape -> ab|1"); // the input method's
+    keyDown(SDLK_RETURN);                                                          // ends the composition
     expectEach("type \u65e5\u672c -> told changed a\u65e5\u672cb|3; let Return -> a\u65e5\u672cb|3; "
-               "Return -> told a\u65e5\u672cb|3");
-    compose("x");
-    poll();
-    compose("");
-    expectEach("at 0 0, Backspace -> told a\u65e5b|2");
-    compose("y");
-    act("click 100 18");
+               "Return -> told a\u65e5\u672cb|3; compose x, compose , Backspace -> told a\u65e5b|2; "
+               "compose y, click 100 18 -> a\u65e5b|3");
     entry.unfocus();
     entry.draw();
     EXPECT_STREQ(entry.text(), "a\u65e5b");
@@ -188,16 +182,12 @@ TEST_F(TextEntry, ALongTextTypesAsFastAsAShortOne) {
     const auto timeOfTyping = [this](std::size_t length) {
         entry.setText(std::string(length, 'm').c_str());
         entry.focus();
-        std::clock_t best = std::numeric_limits<std::clock_t>::max();
-        for (int attempt = 0; attempt < 5; ++attempt) {
-            const std::clock_t start = std::clock(); // of this program alone, however busy the machine is
-            for (int character = 0; character < 20; ++character) {
-                act(character % 2 ? "type x, Home" : "type x, End");
-                entry.draw();
-            }
-            best = std::min(best, std::clock() - start);
+        const std::clock_t start = std::clock(); // of this program alone, however busy the machine is
+        for (int character = 0; character < 100; ++character) {
+            act(character % 2 ? "type x, Home" : "type x, End");
+            entry.draw();
         }
-        return best;
+        return std::clock() - start;
     };
     const auto brief = timeOfTyping(100);
     EXPECT_LT(timeOfTyping(100000), 20 * brief);
@@ -219,24 +209,13 @@ TEST_F(TextEntry, TheCursorBlinks) {
     EXPECT_EQ(differingPixels(look(0), on), 0);
 }
 
-TEST_F(TextEntry, WithoutAFontItIsABox) {
-    KXClearGUIFontCache();
-    entry.setText("text");
-    entry.setPlaceholder(nullptr);
-    const Image plain = draw([this] { entry.draw(); });
-    EXPECT_EQ(plain.at(11, 11), plain.at(50, 18));
-    entry.focus();
-    EXPECT_EQ(act("type s, click 16 18"), -1);
-    EXPECT_STREQ(entry.text(), "texts");
-    entry.setSize({100, -1});
-    EXPECT_EQ(entry.rect().size.height, -1);
-}
-
 TEST_F(TextEntry, Looks) {
     const char* const pangram = "The quick brown fox jumps over the lazy dog";
     int count = 0;
     // Two in a row; each is drawn with the focus, but the first and the third.
-    const auto show = [&](const char* text, const std::function<void(KXUITextEntry&)>& prepare = {}) {
+    const auto show = [&](
+                          const char* text,
+                          const std::function<void(KXUITextEntry&)>& prepare = [](auto&) {}) {
         KXUITextEntry shown;
         const bool last = count >= 10, focused = count != 0 && count != 2;
         shown.setRect({count % 2 ? 165.0f : 10.0f, 10 + 30 * static_cast<float>(count / 2)},
@@ -245,8 +224,7 @@ TEST_F(TextEntry, Looks) {
         if (focused)
             shown.focus();
         shown.poll();
-        if (prepare)
-            prepare(shown);
+        prepare(shown);
         shown.poll();
         shown.draw();
         ++count;

@@ -4,6 +4,7 @@
 #include "input/KXMouse.h"
 #include "input/Keyboard.h"
 
+#include <map>
 #include <sstream>
 #include <vector>
 
@@ -75,22 +76,19 @@ int UITest::doAct(const std::string& act) {
         return step(static_cast<unsigned>(std::stoi(rest))), 0;
     if (verb == "poll")
         return pollSteps(std::stoi(rest));
-    if (verb == "at")
-        moveMouse(static_cast<int>(place(rest).x), static_cast<int>(place(rest).y));
-    else if (verb == "press")
-        press();
-    else if (verb == "release")
-        release();
-    else if (verb == "wheel")
-        wheel(std::stoi(rest));
-    else if (verb == "type")
-        type(rest.c_str());
-    else if (verb == "hold")
-        keyDown(keycode(rest));
-    else if (verb == "let")
-        keyUp(keycode(rest));
-    else
+    const std::map<std::string, std::function<void()>> verbs = {
+        {"at", [&] { moveMouse(static_cast<int>(place(rest).x), static_cast<int>(place(rest).y)); }},
+        {"press", [&] { press(); }},
+        {"release", [&] { release(); }},
+        {"wheel", [&] { wheel(std::stoi(rest)); }},
+        {"type", [&] { type(rest.c_str()); }},
+        {"compose", [&] { compose(rest.c_str()); }},
+        {"hold", [&] { keyDown(keycode(rest)); }},
+        {"let", [&] { keyUp(keycode(rest)); }}};
+    const auto does = verbs.find(verb);
+    if (does == verbs.end())
         return tap(act);
+    does->second();
     return poll();
 }
 

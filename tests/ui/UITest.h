@@ -27,7 +27,7 @@ struct UITest : TextTest {
     void keyDown(int keycode) { hands.keyDown(keycode), step(); }
     void keyUp(int keycode) { hands.keyUp(keycode), step(); }
     void type(const char* text) { hands.type(text), step(); }
-    void compose(const char* text) { hands.compose(text), step(); } ///< By an input method.
+    void compose(const char* text) { hands.compose(text), step(); }
 
     /// Does what is written, acts with commas between, each of which ends with a poll():
     ///
@@ -36,7 +36,7 @@ struct UITest : TextTest {
     ///     release
     ///     click 10 20        both
     ///     wheel -1           a notch towards the user
-    ///     type some text
+    ///     type some text     compose some text, by an input method
     ///     hold K, let K      a key goes down, and comes up
     ///     Left Shift+Home    any other name of a key: taps it while those before it are held
     ///     wait 20, poll 20   that many steps, without a poll or with one in each
