@@ -25,9 +25,8 @@ struct ApplicationPaths : testing::Test {
 };
 
 TEST_F(ApplicationPaths, ComeFromHowTheProcessWasStarted) {
-    const struct {
-        const char *path, *name, *folder, *left, *printed;
-    } rows[] = {
+    // The path; the name and the folder in it, what is left of the path, and what is printed.
+    const char* const rows[][5] = {
         {"/usr/local/bin/game", "game", "/usr/local/bin", "/usr/local/bin", ""},
         {"folder with spaces/sp\u00efel", "sp\u00efel", "folder with spaces", "folder with spaces", ""},
         {"folder/", "", "folder", "folder", ""},
@@ -40,11 +39,11 @@ TEST_F(ApplicationPaths, ComeFromHowTheProcessWasStarted) {
         {"Contents/MacOS/G", "G", "Contents/MacOS/G", "Contents/MacOS/G", "Contents/Resources/G\n"},
         {"Contents/MacOS", "MacOS", "Contents/MacOS", "Contents/MacOS", ""}, // no second slash
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(find(row.path), row.left);
-        EXPECT_EQ(printed, row.printed);
-        EXPECT_EQ(orNone(KXApplicationName), row.name);
-        EXPECT_EQ(orNone(KXExecutablePath), row.folder);
+    for (const auto& [path, name, folder, left, print] : rows) {
+        EXPECT_EQ(find(path), left);
+        EXPECT_EQ(printed, print);
+        EXPECT_EQ(orNone(KXApplicationName), name);
+        EXPECT_EQ(orNone(KXExecutablePath), folder);
         EXPECT_EQ(orNone(KXBundlePath), "(none)");
     }
     _KXFindApplicationPaths(nullptr);

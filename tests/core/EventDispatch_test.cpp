@@ -36,10 +36,7 @@ TEST_F(EventDispatch, EachKindOfEventReachesItsPlaceWithinTheStepAndAnyStateCanB
         states.push_back(_KXTakeInputState());
         wasSeen = seen();
     });
-    const struct {
-        std::function<void()> act;
-        bool (*seen)();
-    } rows[] = {
+    const std::pair<std::function<void()>, bool (*)()> rows[] = {
         {[&] { hands.keyDown(SDLK_a); }, [] { return KXKey(_KXKeyA) == -1; }},
         {[&] { hands.keyUp(SDLK_a); }, [] { return KXKey(_KXKeyA) == 0; }},
         {[&] { hands.type("t"); }, [] { return _KXTakeTypedText() == "t"; }},
@@ -66,16 +63,17 @@ TEST_F(EventDispatch, EachKindOfEventReachesItsPlaceWithinTheStepAndAnyStateCanB
         {[&] { hands.quit(); }, [] { return KXApplicationQuitRequested() == -1; }},
     };
     for (const auto& row : rows) {
-        seen = row.seen;
-        row.act();
-        EXPECT_FALSE(seen());
+        seen = row.second;
+        row.first();
+        EXPECT_FALSE(seen()) << states.size();
         hands.step();
-        EXPECT_TRUE(wasSeen) << &row - rows;
+        EXPECT_TRUE(wasSeen) << states.size();
     }
+    ASSERT_EQ(states.size(), std::size(rows));
     for (std::size_t i = std::size(rows); i-- > 0;) {
         _KXPutInputState(states[i]);
         EXPECT_EQ(_KXTakeInputState(), states[i]) << i;
-        EXPECT_TRUE(rows[i].seen()) << i;
+        EXPECT_TRUE(rows[i].second()) << i;
     }
     _KXPutInputState({});
     EXPECT_EQ(_KXTakeInputState(), _KXInputState());

@@ -6,14 +6,9 @@
 
 #include <climits>
 #include <cmath>
-#include <cstddef>
 
 namespace {
-TEST(Types, AreFloatsInTheOrderTheyAreStored) {
-    static_assert(sizeof(KXRect) == 4 * sizeof(float) && offsetof(KXRect, size) == 2 * sizeof(float));
-    static_assert(sizeof(KXColor) == 4 * sizeof(float) && offsetof(KXColor, a) == 3 * sizeof(float));
-    static_assert(offsetof(KXPoint, y) == sizeof(float) && offsetof(KXSize, height) == sizeof(float));
-    static_assert(sizeof(KXDirection) == 4 && sizeof(KXAliasMode) == 4);
+TEST(Types, Colors) {
     const KXColor rows[][2] = {{KXMakeColori(255, 510, -255, 128), {1, 2, -1, 0.50196081f}},
                                {KXMakeColor(7, -7, 0, 0.5f), {7, -7, 0, 0.5f}},
                                {KXRedColor, {1, 0, 0, 1}},

@@ -1,17 +1,14 @@
 #include "InputTest.h"
 
-#include <array>
 #include <climits>
 #include <cmath>
 #include <functional>
+#include <tuple>
 
 namespace {
 TEST_F(InputTest, MouseButtonsAndTheWheel) {
     // What is done, and what is down without and with a control key: a bit for each number of KXMouse().
-    const struct {
-        std::function<void()> act;
-        int plain, withControl;
-    } rows[] = {
+    const std::tuple<std::function<void()>, int, int> rows[] = {
         {[&] { user.mouseDown(1); }, 1, 2},
         {[&] { user.mouseUp(1), user.mouseDown(2); }, 4, 4},
         {[&] { user.mouseUp(2), user.mouseDown(3), user.mouseDown(4), user.mouseDown(255); }, 2, 2},
@@ -23,7 +20,8 @@ TEST_F(InputTest, MouseButtonsAndTheWheel) {
         {[&] { user.turnWheel(INT_MAX, INT_MIN); }, 48, 48},
     };
     for (const auto& row : rows) {
-        row.act();
+        const auto& [act, plain, withControl] = row;
+        act();
         _KXUnsetMouseWheel(); // of the row before
         _KXDispatchEvents();
         for (int control : {0, int{SDLK_LCTRL}, int{SDLK_RCTRL}}) {
@@ -31,7 +29,7 @@ TEST_F(InputTest, MouseButtonsAndTheWheel) {
             int down = KXMouse(INT_MIN) | KXMouse(-1) | KXMouse(7);
             for (int number = 0; number < 7; ++number)
                 down |= KXMouse(number) & 1 << number;
-            EXPECT_EQ(down, control ? row.withControl : row.plain) << &row - rows;
+            EXPECT_EQ(down, control ? withControl : plain) << &row - rows;
             _KXUnsetKey(control);
         }
     }
@@ -42,11 +40,10 @@ TEST_F(InputTest, CursorAndPositions) {
     user.moveMouse(10, -20);
     _KXDispatchEvents();
     _KXSetTouchPosition(-0.5f, NAN, {101, 300});
-    const KXPoint at = KXMousePoint, motion = KXMousePointRelative, touch = KXTouchPoint;
-    EXPECT_EQ((std::array{KXMouseX, KXMouseY, KXMouseXRelative, KXMouseYRelative, KXTouchX, KXTouchY}),
-              (std::array{10, -20, 3, -4, -50, 0}));
-    EXPECT_EQ((std::array{at.x, at.y, motion.x, motion.y, touch.x, touch.y}),
-              (std::array{10.f, -20.f, 3.f, -4.f, -50.f, 0.f}));
+    const _KXInputState told = _KXTakeInputState();
+    EXPECT_EQ(told.mousePosition, (_KXExportedPoint{10, -20, 10, -20}));
+    EXPECT_EQ(told.mouseMotion, (_KXExportedPoint{3, -4, 3, -4}));
+    EXPECT_EQ(told.touchPosition, (_KXExportedPoint{-50, 0, -50, 0}));
     for (int show : {0, 7, -1, 0, 1}) {
         const int before = SDL_ShowCursor(SDL_QUERY);
         EXPECT_EQ(KXShowMouse(show), before) << show;

@@ -19,7 +19,7 @@ int columnOf(const Image& image, Pixel color) {
     int sum = 0, count = 0;
     for (int y = 0; y < image.height; ++y)
         for (int x = 0; x < image.width; ++x)
-            if (differingPixels({1, 1, {image.at(x, y)}}, {1, 1, {color}}, 3) == 0) {
+            if (isNear(image.at(x, y), color, 3)) {
                 sum += x;
                 ++count;
             }

@@ -9,8 +9,7 @@
 static Image difference(const Image& a, const Image& b, int tolerance) {
     Image result = a;
     for (std::size_t i = 0; i < a.pixels.size(); ++i) {
-        const bool same = i < b.pixels.size() &&
-                          differingPixels({1, 1, {a.pixels[i]}}, {1, 1, {b.pixels[i]}}, tolerance) == 0;
+        const bool same = i < b.pixels.size() && isNear(a.pixels[i], b.pixels[i], tolerance);
         result.pixels[i] = same ? Pixel{0, 0, 0, 255} : Pixel{255, 255, 255, 255};
     }
     return result;

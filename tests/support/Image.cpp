@@ -63,15 +63,16 @@ void Image::save(const std::string& path) const {
     SDL_FreeSurface(surface);
 }
 
+bool isNear(Pixel p, Pixel q, int tolerance) {
+    return std::max({std::abs(p.r - q.r), std::abs(p.g - q.g), std::abs(p.b - q.b), std::abs(p.a - q.a)}) <=
+           tolerance;
+}
+
 int differingPixels(const Image& a, const Image& b, int tolerance) {
     if (a.width != b.width || a.height != b.height)
         return static_cast<int>(std::max(a.pixels.size(), b.pixels.size()));
     int different = 0;
-    for (std::size_t i = 0; i < a.pixels.size(); ++i) {
-        const Pixel &p = a.pixels[i], &q = b.pixels[i];
-        const int distance =
-            std::max({std::abs(p.r - q.r), std::abs(p.g - q.g), std::abs(p.b - q.b), std::abs(p.a - q.a)});
-        different += distance > tolerance;
-    }
+    for (std::size_t i = 0; i < a.pixels.size(); ++i)
+        different += !isNear(a.pixels[i], b.pixels[i], tolerance);
     return different;
 }

@@ -37,5 +37,7 @@ struct Image {
     void save(const std::string& path) const;
 };
 
+/// Whether no channel differs by more than `tolerance`.
+bool isNear(Pixel p, Pixel q, int tolerance);
 /// Number of pixels in which a channel differs by more than `tolerance`; every pixel when the sizes differ.
 int differingPixels(const Image& a, const Image& b, int tolerance = 0);

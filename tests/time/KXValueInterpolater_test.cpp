@@ -10,6 +10,7 @@
 #include <climits>
 #include <cmath>
 #include <string>
+#include <tuple>
 
 namespace {
 constexpr auto linear = KXAnimationCurveTypeLinear;
@@ -38,19 +39,18 @@ void expectTrace(KXValueInterpolater interpolater, const std::string& expected) 
 }
 
 TEST_F(ValueInterpolater, RunsPausesAndRepeats) {
-    const struct {
-        int stepTicks, repeats, delay, pingPong, pause;
-        const char* values;
-    } cases[] = {{1, 0, 0, 0, 0, "12344!4!4!4!"},
-                 {1, -5, 0, 0, 0, "12344!4!4!4!"},
-                 {2, 0, 0, 0, 0, "022444!4!4!4!"},
-                 {1, 1, 3, 0, 0, "12344!4412344!4!4!"},
-                 {1, 2, 1, 0, 9, "12344!12344!12344!4!"}, // a delay of 1 is none, like one of 0
-                 {1, -1, 2, 0, 0, "12344!412344!412344!41"},
-                 {1, 0, 0, 1, 0, "1234432100!0!0!"},
-                 {1, 0, 0, -1, 3, "123444432100!0!0!"},
-                 {1, 1, 2, 1, 2, "12344432100!012344432100!0!0!"},
-                 {1, INT_MAX, 0, 0, 0, "12344!12344!1"}};
+    // Step ticks, repeats, their delay, whether to come back, the pause before it, and the values.
+    const std::tuple<int, int, int, int, int, const char*> cases[] = {
+        {1, 0, 0, 0, 0, "12344!4!4!4!"},
+        {1, -5, 0, 0, 0, "12344!4!4!4!"},
+        {2, 0, 0, 0, 0, "022444!4!4!4!"},
+        {1, 1, 3, 0, 0, "12344!4412344!4!4!"},
+        {1, 2, 1, 0, 9, "12344!12344!12344!4!"}, // a delay of 1 is none, like one of 0
+        {1, -1, 2, 0, 0, "12344!412344!412344!41"},
+        {1, 0, 0, 1, 0, "1234432100!0!0!"},
+        {1, 0, 0, -1, 3, "123444432100!0!0!"},
+        {1, 1, 2, 1, 2, "12344432100!012344432100!0!0!"},
+        {1, INT_MAX, 0, 0, 0, "12344!12344!1"}};
     for (const auto& [stepTicks, repeats, delay, pingPong, pause, values] : cases)
         expectTrace({stepTicks, 1, 0, 0, 100, repeats, delay, pingPong, pause, linear}, values);
 }
