@@ -40,10 +40,8 @@ struct Recording {
 };
 
 int peak(Samples samples) {
-    int highest = 0;
-    for (const int sample : samples)
-        highest = std::max(highest, std::abs(sample));
-    return highest;
+    const auto [lowest, highest] = std::ranges::minmax(samples);
+    return std::max(-lowest, +highest);
 }
 
 /// The mean loudness in decibels; the loudest square wave has 0.

@@ -15,13 +15,11 @@ std::ostream& operator<<(std::ostream& out, const Pixel& pixel) {
 const Pixel& Image::at(int x, int y) const {
     if (x < 0 || y < 0 || x >= width || y >= height)
         throw std::out_of_range("pixel outside the image");
-    return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                  static_cast<std::size_t>(x)];
+    return pixels[static_cast<std::size_t>(y * width + x)];
 }
 
 static Image blank(int width, int height) {
-    return {width, height,
-            std::vector<Pixel>(static_cast<std::size_t>(width) * static_cast<std::size_t>(height))};
+    return {width, height, std::vector<Pixel>(static_cast<std::size_t>(width * height))};
 }
 
 Image Image::of(KXWindow& window) {
