@@ -130,6 +130,9 @@ TEST_F(DrawReference, NineSlicesKeepTheirCornersAndStretchTheRest) {
             ASSERT_NEAR(pixel.r, x < 6 ? 0 : x < 38 ? 50 : 100, 1) << x << ',' << y;
             ASSERT_NEAR(pixel.g, y < 7 ? 0 : y < 32 ? 50 : 100, 1) << x << ',' << y;
         }
+    // Fractions are added before they are cut off.
+    const auto uneven = [this] { texture.drawNineSlice({3.9f, 4.9f}, {37.5f, 30.5f}, 3); };
+    EXPECT_EQ(boxOf(picture(uneven)), boxOf(image));
     expectSame(shown([this] { texture.draw(3, 4, -1); }),
                [this] { texture.drawNineSlice(at, texture.size(), 4); });
 }

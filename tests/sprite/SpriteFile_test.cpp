@@ -131,8 +131,8 @@ TEST_F(SpriteFile, LengthsAndCountsFromStrangers) {
 
 TEST_F(SpriteFile, RepeatedNamesAndZeroBytes) {
     const std::string frame = "\2\0\0\0"s + std::string(16, 0), animation = "\1\0\0\0a\1\0\0\0"s + frame;
-    // The texture's name is longer than a block that is read of the file at once.
-    EXPECT_EQ(load("KXSPRITE\1\0\0\0\x88\x13\0\0ab\0"s + std::string(4997, 'c') + "\2\0\0\0\3\0\0\0a\0b"s +
+    // The texture's name is longer than two blocks that are read of the file at once.
+    EXPECT_EQ(load("KXSPRITE\1\0\0\0\x28\x23\0\0ab\0"s + std::string(8997, 'c') + "\2\0\0\0\3\0\0\0a\0b"s +
                    std::string(16, 1) + "\1\0\0\0a"s + std::string(16, 0) + "\3\0\0\0"s + animation +
                    "\7\0\0\0"s + animation + "\0\0\0\0"s + "\1\0\0\0a\0\0\0\0\3\0\0\0"s),
               -1);
