@@ -113,14 +113,14 @@ TEST_F(EveryWidget, WithoutAFontIsABoxUntilItIsGivenOne) {
     expectGolden(Image::of(*window), "ui/no_font");
     for (_KXUIWidget* each : all) {
         EXPECT_EQ(each->setFontSize(12), 0);
-        const Image bare = draw([&] { each->draw(); });
+        const Image bare = picture([&] { each->draw(); });
         EXPECT_EQ(each->setFont(testFont(), KXAliasModeTexture), -1);
         EXPECT_EQ(each->setFontSize(10), -1); // of all of them, since it is one font
-        const Image own = draw([&] { each->draw(); });
+        const Image own = picture([&] { each->draw(); });
         EXPECT_EQ(each->setFontSize(20), -1);
         if (each != &slider && each != &button) {
             EXPECT_GT(differingPixels(bare, own), 50);
-            EXPECT_GT(differingPixels(own, draw([&] { each->draw(); })), 50);
+            EXPECT_GT(differingPixels(own, picture([&] { each->draw(); })), 50);
         }
     }
 }

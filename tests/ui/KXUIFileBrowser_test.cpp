@@ -256,7 +256,7 @@ TEST_F(FileBrowser, PathsLongerThanTemporaryStringsAndManyEntries) {
     browser.setKnobColor(0, 1, 0, 1);
     browser.show(KXUIFileBrowserModeOpen, deep.c_str());
     EXPECT_EQ(browser.folder(), deep);
-    const Image image = draw([&] { browser.draw(); });
+    const Image image = picture([&] { browser.draw(); });
     EXPECT_EQ(image.at(300, 45), (Pixel{0, 255, 0, 255})) << "the bar's knob";
     EXPECT_EQ(image.at(300, 100), (Pixel{255, 0, 0, 255})) << "and its track";
     EXPECT_EQ(act("End, Up, Return"), -1);
@@ -292,6 +292,6 @@ TEST_F(FileBrowser, Looks) {
     browser.draw();
     expectGolden(Image::of(*window), "ui/file_browser_save");
     browser.hide();
-    EXPECT_EQ(drawnPixels([&] { browser.draw(); }), 0);
+    EXPECT_EQ(boxOf(picture([&] { browser.draw(); })), nothing);
 }
 } // namespace

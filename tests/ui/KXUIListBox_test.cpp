@@ -219,7 +219,7 @@ TEST_F(ListBox, OnlyRowsThatComeIntoViewCost) {
         for (int i = 0; i < list.count(); ++i, _KXCleanTempStrings())
             fresh.add(list.text(i));
         fresh.setSelectedIndex(99999);
-        EXPECT_EQ(differingPixels(draw([&] { list.draw(); }), draw([&] { fresh.draw(); })), 0);
+        EXPECT_EQ(differingPixels(picture([&] { list.draw(); }), picture([&] { fresh.draw(); })), 0);
     }
 }
 

@@ -27,7 +27,7 @@ struct Slider : UITest {
     /// The left edge of what is drawn in the knob's border colour, which nothing else has.
     int knobLeft() {
         slider.setKnobBorderColor(KXRedColor);
-        const Image image = draw([&] { slider.draw(); });
+        const Image image = picture([&] { slider.draw(); });
         const auto red = std::find(image.pixels.begin(), image.pixels.end(), Pixel{255, 0, 0, 255});
         return red == image.pixels.end() ? -1 : static_cast<int>(red - image.pixels.begin()) % image.width;
     }

@@ -199,7 +199,7 @@ TEST_F(TextEntry, TheCursorBlinks) {
     const auto look = [this](unsigned milliseconds) {
         step(milliseconds / 16);
         poll();
-        return draw([this] { entry.draw(); });
+        return picture([this] { entry.draw(); });
     };
     const Image on = look(0), off = look(512), again = look(512);
     EXPECT_EQ(differingPixels(on, again), 0);
