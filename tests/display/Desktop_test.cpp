@@ -103,10 +103,7 @@ TEST_F(Desktop, FullscreenFillsTheScreenAndComesBack) {
     window->exitFullscreen();
     EXPECT_EQ(window->isFullscreen(), 0);
     EXPECT_TRUE(becomesSized(320, 240));
-}
-
-TEST_F(Desktop, ARealResizeReachesTheWindow) {
-    EXPECT_TRUE(becomesSized(320, 240));
+    // And a resize by someone else reaches the window.
     person("search --name 'A window to click' windowsize 400 200");
     EXPECT_TRUE(becomesSized(400, 200));
 }

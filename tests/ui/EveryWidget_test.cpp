@@ -2,10 +2,6 @@
 
 #include "UITest.h"
 
-#include <Kobaltrix/Kobaltrix.h>
-
-#include <climits>
-
 namespace {
 struct EveryWidget : UITest {
     EveryWidget() {

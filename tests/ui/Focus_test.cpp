@@ -4,11 +4,6 @@
 
 #include "input/Keys.h"
 
-#include <Kobaltrix/KXInit.h>
-#include <Kobaltrix/KXKeyboard.h>
-#include <Kobaltrix/KXUIListBox.h>
-#include <Kobaltrix/KXUITextEntry.h>
-
 namespace {
 /// Three entries below one another and two lists beside them, polled in one order or the other.
 struct Focus : UITest {

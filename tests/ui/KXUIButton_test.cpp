@@ -1,9 +1,4 @@
-#include <Kobaltrix/KXFont.h>
-#include <Kobaltrix/KXUIButton.h>
-
 #include "UITest.h"
-
-#include <climits>
 
 namespace {
 struct Button : UITest {

@@ -1,10 +1,4 @@
-#include <Kobaltrix/KXFont.h>
-#include <Kobaltrix/KXUIButton.h>
-#include <Kobaltrix/KXUIDialogBox.h>
-
 #include "UITest.h"
-
-#include <climits>
 
 namespace {
 struct Dialog : UITest {

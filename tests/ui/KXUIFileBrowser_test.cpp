@@ -1,12 +1,7 @@
-#include <Kobaltrix/KXUIFileBrowser.h>
-
 #include "UITest.h"
 #include "support/TemporaryFolder.h"
 
 #include "util/KXString.h"
-
-#include <Kobaltrix/KXFont.h>
-#include <Kobaltrix/KXUITextEntry.h>
 
 #include <filesystem>
 #include <map>

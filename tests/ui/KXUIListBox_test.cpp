@@ -1,13 +1,7 @@
-#include <Kobaltrix/KXFont.h>
-#include <Kobaltrix/KXKeyboard.h>
-#include <Kobaltrix/KXUIListBox.h>
-
 #include "UITest.h"
 
 #include "input/Keys.h"
 #include "util/KXString.h"
-
-#include <climits>
 
 namespace {
 struct ListBox : UITest {
@@ -31,9 +25,10 @@ struct ListBox : UITest {
             std::to_string(list.selectedIndex()) + "@" + std::to_string(list.firstVisibleIndex());
         return list.activatedIndex() == -1 ? seen : seen + "!" + std::to_string(list.activatedIndex());
     }
-    void fillWith(int count) {
+    void fillWith(int count) { addRows(list, "Row ", count); }
+    static void addRows(KXUIListBox& of, const std::string& text, int count) {
         for (int i = 0; i < count; ++i)
-            list.add(("Row " + std::to_string(i)).c_str());
+            of.add((text + std::to_string(i)).c_str());
     }
     std::string contents() const {
         std::string all;
@@ -234,8 +229,7 @@ TEST_F(ListBox, Looks) {
 
     KXUIListBox focused, colored, empty;
     focused.setRect({165, 10}, {145, 90}); // scrolled to its end, knob in hand
-    for (int i = 0; i < 30; ++i)
-        focused.add(("Row number " + std::to_string(i)).c_str());
+    addRows(focused, "Row number ", 30);
     focused.setSelectedIndex(29);
     focused.draw();
     moveMouse(305, 95);
@@ -250,8 +244,7 @@ TEST_F(ListBox, Looks) {
     colored.setSelectionColor(1, 0.8f, 0.4f, 1);
     colored.setTrackColor(0.9f, 0.9f, 0.9f, 1);
     colored.setKnobColor(0.7f, 0.8f, 0.7f, 1);
-    for (int i = 0; i < 6; ++i)
-        colored.add(("On white " + std::to_string(i)).c_str());
+    addRows(colored, "On white ", 6);
     colored.setSelectedIndex(0);
     colored.draw();
 

@@ -1,7 +1,3 @@
-#include <Kobaltrix/KXFont.h>
-#include <Kobaltrix/KXKeyboard.h>
-#include <Kobaltrix/KXUIMenu.h>
-
 #include "UITest.h"
 
 #include "input/Keys.h"

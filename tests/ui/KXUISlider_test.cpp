@@ -1,9 +1,4 @@
-#include <Kobaltrix/KXFont.h>
-#include <Kobaltrix/KXUISlider.h>
-
 #include "UITest.h"
-
-#include <climits>
 
 namespace {
 struct Slider : UITest {

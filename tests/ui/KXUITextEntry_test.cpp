@@ -1,14 +1,9 @@
-#include <Kobaltrix/KXFont.h>
-#include <Kobaltrix/KXKeyboard.h>
-#include <Kobaltrix/KXUITextEntry.h>
-
 #include "UITest.h"
 
 #include "input/Keys.h"
 #include "input/TextInput.h"
 #include "text/KXUIGlobalFont.h"
 
-#include <climits>
 #include <ctime>
 
 namespace {

@@ -1,12 +1,7 @@
-#include <Kobaltrix/KXFont.h>
-#include <Kobaltrix/KXUIButton.h>
-
 #include "UITest.h"
 
 #include "core/ground/ErrorSlot.h"
 #include "text/KXUIGlobalFont.h"
-
-#include <climits>
 
 namespace {
 struct Widget : UITest {

@@ -6,10 +6,11 @@
 #include "testkit/KXTestInput.h"
 #include "text/TextTest.h"
 
-#include <Kobaltrix/KXUIGlobalFont.h>
-#include <Kobaltrix/KXUIWidget.h>
+#include <Kobaltrix/Kobaltrix.h>
 
 #include <SDL.h>
+
+#include <climits>
 
 /// A test of a widget: a window of 320 x 200 points, the user-interface font, and a user whose hands are
 /// real events.
@@ -53,12 +54,10 @@ struct UITest : TextTest {
     virtual KXPoint place(const std::string& name) const;
 
     static void expectOrigin(const _KXUIWidget& of, float x, float y) {
-        EXPECT_EQ(testing::PrintToString(std::pair(of.rect().origin.x, of.rect().origin.y)),
-                  testing::PrintToString(std::pair(x, y)));
+        EXPECT_EQ(std::pair(of.rect().origin.x, of.rect().origin.y), std::pair(x, y));
     }
     static void expectSize(const _KXUIWidget& of, float width, float height) {
-        EXPECT_EQ(testing::PrintToString(std::pair(of.rect().size.width, of.rect().size.height)),
-                  testing::PrintToString(std::pair(width, height)));
+        EXPECT_EQ(sides(of.rect().size), (Sides{width, height}));
     }
     LogicSteps steps;
     KXTestInput hands;
