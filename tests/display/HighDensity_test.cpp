@@ -8,36 +8,20 @@
 #include <Kobaltrix/KXUITextEntry.h>
 
 #include "support/Golden.h"
-#include "support/TemporaryFolder.h"
-#include "support/WindowTest.h"
 #include "text/TextTest.h"
 
-#include <SDL_opengl.h>
-
-#include <array>
 #include <tuple>
 
 namespace {
-struct HighDensity : WindowTest {
-    HighDensity() : WindowTest({400, 300}) {}
+struct HighDensity : RenderTest {
+    HighDensity() : RenderTest({400, 300}) {}
 
-    /// Expects an image, by default of the window, in which `filled` is red and nothing else.
-    static void expectRed(const Image& image, int pixelsToAPoint, int width = 400, int height = 300) {
-        const int left = 10 * pixelsToAPoint, top = 20 * pixelsToAPoint;
-        ASSERT_EQ(std::pair(image.width, image.height),
-                  std::pair(width * pixelsToAPoint, height * pixelsToAPoint));
-        for (int y = 0; y < image.height; ++y)
-            for (int x = 0; x < image.width; ++x)
-                ASSERT_EQ(image.at(x, y).r,
-                          x >= left && x < 11 * left && y >= top && 2 * y < 7 * top ? 255 : 0)
-                    << x << ',' << y;
-    }
-
-    template<std::size_t count = 4>
-    static std::array<GLint, count> get(GLenum what) {
-        std::array<GLint, count> values = {};
-        glGetIntegerv(what, values.data());
-        return values;
+    /// Expects an image, by default of the window, in which `filled` is red and nothing else,
+    /// @a scale pixels to a point.
+    static void expectRed(const Image& image, int scale, int width = 400, int height = 300,
+                          Pixel ground = black) {
+        EXPECT_EQ(std::pair(image.width, image.height), std::pair(width * scale, height * scale));
+        expectBox(image, {10 * scale, 20 * scale, 110 * scale, 70 * scale}, red, ground);
     }
 
     const KXRect filled = {{10, 20}, {100, 50}};
@@ -46,35 +30,38 @@ struct HighDensity : WindowTest {
 TEST_F(HighDensity, AWindowDrawsAndClipsInPoints) {
     EXPECT_EQ(window->size().width, 400);
     EXPECT_EQ(window->rect().size.height, 300);
-    EXPECT_EQ(get(GL_VIEWPORT), (std::array<GLint, 4>{0, 0, 800, 600}));
+    EXPECT_EQ(state(GL_VIEWPORT), (std::array<GLint, 4>{0, 0, 800, 600}));
     KXDrawRectFill(filled, KXRedColor);
     expectRed(Image::of(*window), 2);
     KXDrawRectFill({{0, 0}, {400, 300}}, {0, 0, 0, 1});
     window->setClipTo(filled);
-    EXPECT_EQ(get(GL_SCISSOR_BOX), (std::array<GLint, 4>{20, 460, 200, 100}));
+    EXPECT_EQ(state(GL_SCISSOR_BOX), (std::array<GLint, 4>{20, 460, 200, 100}));
     KXDrawRectFill({{0, 0}, {400, 300}}, KXRedColor);
     expectRed(Image::of(*window), 2);
     window->unsetClip();
-    EXPECT_EQ(get(GL_SCISSOR_BOX), (std::array<GLint, 4>{0, 0, 400, 300})) << "in points, as it always was";
+    EXPECT_EQ(state(GL_SCISSOR_BOX), (std::array<GLint, 4>{0, 0, 400, 300})) << "in points, as it always was";
     EXPECT_FALSE(glIsEnabled(GL_SCISSOR_TEST));
 }
 
 TEST_F(HighDensity, ACopyHasTheSizeInPointsAndDisturbsNothing) {
     KXDrawRectFill(filled, KXRedColor);
-    KXDrawRectFill({{200, 100}, {50, 50}}, {0, 0, 1, 0.5f});
     glTranslatef(5, 6, 0);
     window->setClipTo({{0, 0}, {3, 3}}); // must clip what the game draws, not the copy
-    const auto state = [] {
-        return std::tuple(get<16>(GL_MODELVIEW_MATRIX), get(GL_SCISSOR_BOX), get(GL_VIEWPORT),
-                          glIsEnabled(GL_SCISSOR_TEST) && glIsEnabled(GL_BLEND), KXCurrentRenderContext());
+    const auto states = [] {
+        std::array<GLfloat, 16> matrix = {};
+        glGetFloatv(GL_MODELVIEW_MATRIX, matrix.data());
+        return std::tuple(matrix, state(GL_SCISSOR_BOX), state(GL_VIEWPORT), glIsEnabled(GL_SCISSOR_TEST),
+                          glIsEnabled(GL_BLEND), KXCurrentRenderContext());
     };
-    const auto before = state();
+    const auto before = states();
     const std::unique_ptr<KXTexture> copy(window->copyTexture());
     ASSERT_NE(copy, nullptr);
-    const Image image = Image::of(*copy);
-    expectRed(image, 1);
-    EXPECT_NEAR(image.at(225, 125).b, 128, 1) << "copied, not blended once more";
-    EXPECT_EQ(state(), before);
+    expectRed(Image::of(*copy), 1);
+    EXPECT_EQ(states(), before);
+    window->unsetClip();
+    KXDrawRectFill(filled, {1, 1, 1, 0.5f});
+    const std::unique_ptr<KXTexture> pale(window->copyTexture());
+    EXPECT_NEAR(Image::of(*pale).at(50, 50).b, 128, 1) << "copied, not blended once more";
 }
 
 TEST_F(HighDensity, SavedImagesShowEveryPixel) {
@@ -95,7 +82,7 @@ TEST_F(HighDensity, TexturesAsTargetsAreInPixels) {
     target.setRenderContext();
     KXDrawRectFill(filled, KXRedColor);
     target.unsetRenderContext();
-    expectRed(Image::of(target), 1, 200, 100);
+    expectRed(Image::of(target), 1, 200, 100, transparent);
     window->setRenderContext();
     target.draw(0, 0, -1); // 200 x 100 points
     expectRed(Image::of(*window), 2);

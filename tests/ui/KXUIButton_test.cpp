@@ -23,14 +23,10 @@ struct Button : UITest {
 TEST_F(Button, FitsItsCaption) {
     ASSERT_EQ(button.setText("Caption"), -1);
     const KXSize fit = button._idealSizeForText("Caption");
-    const auto expectFit = [&](KXSize given, float width, float height) {
-        button.setSize(given);
-        expectSize(button, width, height);
-    };
-    expectFit({-1, -1}, fit.width, fit.height);
-    expectFit({100, -1}, 100, fit.height);
-    expectFit({-1, 5}, fit.width, 5);
-    expectFit({-2, 1e9f}, -2, 1e9f);
+    expectFit(button, {-1, -1}, fit.width, fit.height);
+    expectFit(button, {100, -1}, 100, fit.height);
+    expectFit(button, {-1, 5}, fit.width, 5);
+    expectFit(button, {-2, 1e9f}, -2, 1e9f);
     EXPECT_EQ(button.setText(nullptr), 0);
     EXPECT_EQ(button.rect().size.height, 1e9f);
     EXPECT_EQ(button.setFontSize(30), 0); // the user-interface font is everyone's, but the caption fits again

@@ -200,11 +200,11 @@ TEST_F(ListBox, OnlyRowsThatComeIntoViewCost) {
     EXPECT_EQ(state(), "99999@99995");
 
     // What is remembered is what a list that has drawn nothing yet would show.
-    const KXSize wider = {140, list.rect().size.height};
+    const KXSize larger = {140, list.rect().size.height + 10};
     const std::function<void()> changes[] = {
         [&] { list.rename(99997, "Another row that is a little too long"); },
-        [&] { list.insert(99996, "New"), list.remove(99998); }, [&] { list.setSize(wider); },
-        [&] { list.setFontSize(8); }};
+        [&] { list.insert(99996, "New"), list.remove(99998); }, [&] { list.setSize(larger); },
+        [&] { list.setFontSize(11); }}; // as many rows
     for (const auto& change : changes) {
         change();
         EXPECT_GT(costOfFrame(), 0u);

@@ -32,15 +32,11 @@ struct Slider : UITest {
 TEST_F(Slider, SizesHaveALeast) {
     const float line = slider._idealSizeForText("Slider").height;
     ASSERT_GT(line, 17);
-    const auto expectLeast = [&](KXSize given, float width, float height) {
-        slider.setSize(given);
-        expectSize(slider, width, height);
-    };
-    expectLeast({10, 4}, 32, line);
-    expectLeast({NAN, -INFINITY}, 32, line);
-    expectLeast({300, 80}, 300, 80);
+    expectFit(slider, {10, 4}, 32, line);
+    expectFit(slider, {NAN, -INFINITY}, 32, line);
+    expectFit(slider, {300, 80}, 300, 80);
     KXClearGUIFontCache();
-    expectLeast({10, 4}, 32, 16);
+    expectFit(slider, {10, 4}, 32, 16);
 }
 
 TEST_F(Slider, RangesAndValues) {

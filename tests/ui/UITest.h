@@ -59,6 +59,10 @@ struct UITest : TextTest {
     static void expectSize(const _KXUIWidget& of, float width, float height) {
         EXPECT_EQ(sides(of.rect().size), (Sides{width, height}));
     }
+    static void expectFit(_KXUIWidget& of, KXSize given, float width, float height) {
+        of.setSize(given);
+        expectSize(of, width, height);
+    }
     LogicSteps steps;
     KXTestInput hands;
 
