@@ -76,8 +76,7 @@ TEST_F(WidgetsDesktop, TakesClicksKeysAndTypedTextAndIsClosed) {
         until([] { return person("search --name '^Ember Night$'") != 0; }, [] { person("key alt+F4"); }));
     EXPECT_EQ(game.finish().status, 0) << "closed by its frame";
     const Image shot = Image::fromFile(folder / "shot.png");
-    ASSERT_EQ(shot.width, 800);
-    ASSERT_EQ(shot.height, 500);
+    ASSERT_EQ(std::pair(shot.width, shot.height), std::pair(800, 500));
     const Pixel ink = {26, 22, 38, 255}, wood = {168, 105, 63, 255};
     EXPECT_EQ(shot.at(200, 122), ink) << "the toggle button is off";
     EXPECT_EQ(shot.at(761, 88), wood) << "the list's knob is at the top";

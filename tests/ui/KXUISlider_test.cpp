@@ -23,8 +23,9 @@ struct Slider : UITest {
     int knobLeft() {
         slider.setKnobBorderColor(KXRedColor);
         const Image image = picture([&] { slider.draw(); });
-        const auto red = std::find(image.pixels.begin(), image.pixels.end(), Pixel{255, 0, 0, 255});
-        return red == image.pixels.end() ? -1 : static_cast<int>(red - image.pixels.begin()) % image.width;
+        const auto first = std::ranges::find(image.pixels, red);
+        return first == image.pixels.end() ? -1
+                                           : static_cast<int>(first - image.pixels.begin()) % image.width;
     }
     KXUISlider slider;
 };
