@@ -75,6 +75,7 @@ TEST_F(Dialog, RemembersTheButtonClickedLast) {
 TEST_F(Dialog, GivesItsButtonsItsOwnFont) {
     dialog.setMessage("Message");
     dialog.addButton("Shares the font of the user interface");
+    EXPECT_EQ(dialog.setFontSize(20), 0);
     const float before = dialog.rect().size.height;
     ASSERT_EQ(dialog.setFont(testFont(), KXAliasModeTexture), -1);
     EXPECT_LT(dialog.rect().size.height, before); // 10 points instead of 12
