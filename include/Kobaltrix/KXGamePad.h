@@ -28,6 +28,39 @@ KX_API int KXInitGamePad();
 /// Closes the pad, if one is open, and forgets what was held on it. KXDeInit() does the same.
 KX_API void KXDeInitGamePad();
 
+/// Buttons as this header numbers them, in the order in which the pad has them.
+enum KXGamePadButtonNumber : int {
+    KXGamePadButton1 = 0,
+    KXGamePadButton2,
+    KXGamePadButton3,
+    KXGamePadButton4,
+    KXGamePadButton5,
+    KXGamePadButton6,
+    KXGamePadButton7,
+    KXGamePadButton8,
+    KXGamePadButton9,
+    KXGamePadButton10,
+    KXGamePadButton11,
+    KXGamePadButton12,
+    KXGamePadButton13,
+    KXGamePadButton14,
+    KXGamePadButton15,
+    KXGamePadButton16
+};
+
+/// Directions of the hat.
+enum KXHatDirection : int { KXHatUp = 0, KXHatDown = 1, KXHatLeft = 2, KXHatRight = 3 };
+
+/// Axes as this header numbers them.
+enum KXGamePadAxisNumber : int {
+    KXGamePadLeftStickX = 0,
+    KXGamePadLeftStickY = 1,
+    KXGamePadRightStickX = 2,
+    KXGamePadRightStickY = 3,
+    KXGamePadLeftTriggerAxis = 4,
+    KXGamePadRightTriggerAxis = 5
+};
+
 /// The lowest number of a held button, -1 if none is held.
 KX_API int KXGamePadPressedButton();
 /// -1 while the button is held, else 0. Buttons are numbered 0 to 15; the pad's further buttons are ignored.

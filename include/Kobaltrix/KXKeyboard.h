@@ -1,20 +1,48 @@
 #pragma once
 
+#include <Kobaltrix/KXKeys.h>
 #include <Kobaltrix/KXPlatform.h>
 
 /// @file
 /// The keyboard, polled by key number once per logic step.
 ///
-/// Key numbers: letters A to Z are 1 to 26, Return 53, Tab 54, Delete 55, Backspace 56, quote 57, comma 58,
-/// minus 59, period 60, slash 61, backslash 62, colon 63, semicolon 64, parentheses 65 and 66, brackets 67
-/// and 68, Escape 69, back quote 70, digits 0 to 5 are 71 to 76 and 6 to 9 are 78 to 81, key pad 0 to 9 are
-/// 82 to 91, key pad . / * - + Enter = are 92 to 98, Up 99, Right 100, Left 101, Down 102, Home 103, End 104,
-/// Page Up 105, Page Down 106, F1 to F15 are 107 to 121, shift 122 and 123, alt 124 and 125 (left, right),
-/// Num Lock 126, Caps Lock 127, Scroll Lock 128, super 129 and 130 (never set), right command 131, left
-/// command 132, Space 133, equals 134, control 135 and 136 (left, right).
+/// There are two ways of asking. KXKeyHeld(), KXKeyWentDown(), KXKeyWentUp() and KXKeyTyped() answer for the
+/// step that is under way, whoever asks and however often: a key that went down and up again between two
+/// steps went down and went up in the next, and nothing is lost or seen twice. Between steps nothing goes
+/// down or up. KXKey() and its kind report a press to the first who asks, and miss one that was over before
+/// the step began.
+///
+/// Keys have numbers (KXKeyNumber) for what they are labelled with, and positions (KXKeyPosition) for where
+/// they lie. When a window loses the keyboard, all that is held goes up.
 ///
 /// Keys change only while KXLogicLoop() reads events. A number that is no key reads as not held. A press has
 /// one report, shared by all who ask for it once or with repeat; lists and text entries have another.
+
+/// -1 while the key is held, else 0. @param key any number of KXKeyNumber.
+KX_API int KXKeyHeld(int key);
+/// How often the key went down in this step: mostly 0 or 1.
+KX_API int KXKeyWentDown(int key);
+/// How often the key came up in this step.
+KX_API int KXKeyWentUp(int key);
+/// How often the key was typed in this step: its presses, and what it repeats while it is held, first after
+/// 500 ms, then every 33 ms. Time is counted in steps, so a recorded game repeats as the played one did.
+KX_API int KXKeyTyped(int key);
+
+/// -1 while the key in that place is held, else 0. @param position a KXKeyPosition.
+KX_API int KXPositionHeld(int position);
+/// How often the key in that place went down in this step.
+KX_API int KXPositionWentDown(int position);
+/// How often the key in that place came up in this step.
+KX_API int KXPositionWentUp(int position);
+
+/// The key that the user's layout has in that place, 0 for none: what to show for "press W to go up".
+KX_API int KXKeyAtPosition(int position);
+/// The key's name, another for each key: that of KXKeyToString(), but ";" for the semicolon and "Num Pad 0"
+/// to "Num Pad 9"; the character for keys that type others, such as "ö". "Unknown" for a number that is no
+/// key. A temporary string.
+KX_API const char* KXKeyName(int key);
+/// The key with that name (see KXKeyName()), 0 for none.
+KX_API int KXKeyFromName(const char* name);
 
 /// -1 while the key is held, else 0.
 KX_API int KXKey(int key);

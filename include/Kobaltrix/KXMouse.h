@@ -1,11 +1,16 @@
 #pragma once
 
+#include <Kobaltrix/KXKeys.h>
 #include <Kobaltrix/KXTypes.h>
 
 /// @file
 /// The mouse: position of the last motion event in points of the window it belongs to, buttons, and wheel
 /// notches. Everything changes only while KXLogicLoop() reads events, but that notches end with the frame, in
 /// KXPostLogicLoop().
+///
+/// KXMouse() tells levels. KXMouseHeld(), KXMouseWentDown(), KXMouseWentUp(), KXMouseWheel() and
+/// KXMouseMotion() tell what happened in the step that is under way, and lose nothing: a click between two
+/// steps went down and went up in the next. Between steps nothing happens.
 
 extern KX_API int KXMouseX;         ///< Pointer position, points from the window's left edge.
 extern KX_API int KXMouseY;         ///< Pointer position, points from the window's top edge.
@@ -23,3 +28,37 @@ KX_API KXPoint KXMousePointAbsolute();
 /// Shows the cursor for a non-zero @a show, hides it for 0. Returns the platform's result: 1 if the cursor
 /// was shown until now, 0 if it was hidden, negative on failure.
 KX_API int KXShowMouse(int show);
+
+/// -1 while the button itself is down, whatever keys are held, else 0. @param button a KXMouseButton but the
+/// wheel's; further buttons go on after #KXMouseForward.
+KX_API int KXMouseHeld(int button);
+/// How often the button went down in this step: mostly 0 or 1.
+KX_API int KXMouseWentDown(int button);
+/// How often the button came up in this step.
+KX_API int KXMouseWentUp(int button);
+/// What the wheel was turned in this step, in notches: x to the right, y away from the user. Every notch
+/// counts, and fine wheels and touch pads give fractions.
+KX_API KXPoint KXMouseWheel();
+/// How far the mouse has moved in this step, in points.
+KX_API KXPoint KXMouseMotion();
+
+/// With a non-zero @a relative the pointer is hidden and stays where it is, and KXMouseMotion() alone tells
+/// how the mouse moves, without an edge to stop at. With 0 it is free again.
+/// @return -1, or 0 with a text in KXError() if the platform refuses.
+KX_API int KXSetMouseRelative(int relative);
+
+/// Shapes of the pointer.
+enum KXCursor : int {
+    KXCursorArrow = 0,
+    KXCursorText, ///< Between characters.
+    KXCursorHand, ///< On what can be clicked.
+    KXCursorCrosshair,
+    KXCursorWait,
+    KXCursorMove,   ///< In all directions.
+    KXCursorWidth,  ///< A border that moves left and right.
+    KXCursorHeight, ///< A border that moves up and down.
+    KXCursorForbidden
+};
+/// Gives the pointer a shape, in all windows. @return -1, or 0 with a text in KXError() if the platform has
+/// none.
+KX_API int KXSetCursor(KXCursor cursor);

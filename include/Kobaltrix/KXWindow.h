@@ -17,6 +17,13 @@ enum KXWindowRenderingMode : int {
     KXWindowRenderingMode3D = 1
 };
 
+/// Whether KXWindow::swapBuffers() waits for the display.
+enum KXVerticalSync : int {
+    KXVerticalSyncAdaptive = -1, ///< It waits, unless the frame comes late.
+    KXVerticalSyncOff = 0,       ///< It never waits.
+    KXVerticalSyncOn = 1         ///< It waits; asked for when a window is made.
+};
+
 /// A window with its own OpenGL context (compatibility profile).
 ///
 /// Sizes and positions are in points; on a high-density display a point is more than one pixel. Textures
@@ -79,6 +86,10 @@ public:
     /// Shows what was drawn; waits for the display's vertical sync where the platform grants it. What the
     /// surface holds afterwards is undefined: draw all of it anew.
     void swapBuffers();
+    /// Asks for another vertical sync. @return -1, or 0 with a text in KXError() if the platform refuses.
+    int setVerticalSync(KXVerticalSync sync);
+    /// The vertical sync that is in force, as the platform tells.
+    KXVerticalSync verticalSync();
     /// Number of the display the window is on, from 0; negative on failure.
     int getDisplayIndex();
     /// The platform's identifier of the window: the one in its events and in KXCurrentEventWindowID.

@@ -35,8 +35,10 @@
 #include <Kobaltrix/KXGeometry.h>
 #include <Kobaltrix/KXIO.h>
 #include <Kobaltrix/KXInit.h>
+#include <Kobaltrix/KXInputEvents.h>
 #include <Kobaltrix/KXInterpolation.h>
 #include <Kobaltrix/KXKeyboard.h>
+#include <Kobaltrix/KXKeys.h>
 #include <Kobaltrix/KXLog.h>
 #include <Kobaltrix/KXLogicLoop.h>
 #include <Kobaltrix/KXMouse.h>

@@ -1,9 +1,16 @@
 #include "input/Keyboard.h"
 
-#include <SDL_keycode.h>
+#include "input/StepInput.h"
+#include "util/Utf8.h"
+
+#include <Kobaltrix/KXString.h>
+
+#include <SDL_keyboard.h>
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
+#include <string>
 
 namespace {
 struct KeyInfo {
@@ -155,6 +162,22 @@ constexpr KeyInfo keys[_KXKeyCount] = {
     {"Right Control", SDLK_RCTRL},
 };
 
+// 0 for a keycode that sets none of these keys.
+int keyInTable(int keycode) {
+    const auto* found = std::find_if(std::begin(keys) + 1, std::end(keys), [keycode](const KeyInfo& key) {
+        return key.keycode && key.keycode == keycode;
+    });
+    return found == std::end(keys) ? 0 : static_cast<int>(found - keys);
+}
+
+// Where the numbers of further keys begin: those of a position, and those of a character.
+constexpr int firstOfPositions = 200, firstOfCharacters = 1000;
+constexpr int lastCharacter = 0x10FFFF;
+
+SDL_Scancode scancode(int position) {
+    return static_cast<SDL_Scancode>(position > 0 && position < SDL_NUM_SCANCODES ? position : 0);
+}
+
 bool isKey(int key) { return key >= 1 && key < _KXKeyCount; }
 
 void forgetReport(int key) {
@@ -166,15 +189,14 @@ void forgetReport(int key) {
 
 void _KXInitKeys() { KXUnsetKeys(); }
 
-void KXUnsetKeys() { _KXKeyboard = {}; }
+void KXUnsetKeys() {
+    _KXKeyboard = {};
+    _KXReleaseKeys();
+}
 
 void _KXSetKeyToValue(int keycode, int value) {
-    if (keycode == 0)
-        return;
-    const auto* found = std::find_if(std::begin(keys), std::end(keys),
-                                     [keycode](const KeyInfo& key) { return key.keycode == keycode; });
-    if (found != std::end(keys))
-        _KXKeyboard.held[found - keys] = value;
+    if (const int key = keyInTable(keycode))
+        _KXKeyboard.held[key] = value;
 }
 
 void _KXSetKey(int keycode) { _KXSetKeyToValue(keycode, -1); }
@@ -243,3 +265,47 @@ int KXKeyPressed() {
 }
 
 const char* KXKeyToString(int key) { return isKey(key) ? keys[key].name : unknown; }
+
+int _KXKeyNumberOf(int keycode) {
+    if (const int key = keyInTable(keycode >= 'A' && keycode <= 'Z' ? keycode - 'A' + 'a' : keycode))
+        return key;
+    if (keycode & SDLK_SCANCODE_MASK)
+        return firstOfPositions + (keycode & ~SDLK_SCANCODE_MASK);
+    return keycode > 0 && keycode <= lastCharacter ? firstOfCharacters + keycode : KXKeyNone;
+}
+
+int KXKeyAtPosition(int position) { return _KXKeyNumberOf(SDL_GetKeyFromScancode(scancode(position))); }
+
+// The names of KXKeyToString(), told apart.
+static std::string nameInTable(int key) {
+    if (key == KXKeySemicolon)
+        return ";";
+    return (key >= KXKeyPad0 && key <= KXKeyPad9 ? "Num Pad " : "") + std::string(keys[key].name);
+}
+
+const char* KXKeyName(int key) {
+    std::string name;
+    if (isKey(key))
+        name = nameInTable(key);
+    else if (key >= firstOfPositions && key < firstOfCharacters)
+        name = SDL_GetScancodeName(scancode(key - firstOfPositions));
+    else if (key > firstOfCharacters && key <= firstOfCharacters + lastCharacter)
+        _KXAppendCharacter(name, static_cast<char32_t>(key - firstOfCharacters));
+    return KXTempString("%s", name.empty() ? unknown : name.c_str());
+}
+
+int KXKeyFromName(const char* name) {
+    if (!name || std::strcmp(name, unknown) == 0)
+        return KXKeyNone;
+    for (int key = 1; key < _KXKeyCount; ++key)
+        if (nameInTable(key) == name)
+            return key;
+    if (const SDL_Scancode position = SDL_GetScancodeFromName(name))
+        return _KXKeyNumberOf(SDL_SCANCODE_TO_KEYCODE(position));
+    const _KXLegibleText legible(name);
+    std::string_view text = legible.get();
+    const char32_t character = _KXTakeCharacter(text);
+    return character && text.empty() && legible.get() == name
+               ? firstOfCharacters + static_cast<int>(character)
+               : KXKeyNone;
+}

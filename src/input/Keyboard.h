@@ -1,13 +1,14 @@
 #pragma once
 
 #include "core/ground/LogicClock.h"
-#include "input/Keys.h"
 
 #include <Kobaltrix/KXKeyboard.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+
+inline constexpr int _KXKeyCount = KXKeyRightControl + 1; ///< Of the tables, in which 0 is no key.
 
 /// All that is known of the keyboard; tables are indexed by key number.
 struct _KXKeyboardState {

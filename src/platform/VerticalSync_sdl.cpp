@@ -2,4 +2,6 @@
 
 #include <SDL_video.h>
 
-void _KXEnableVerticalSync() { SDL_GL_SetSwapInterval(1); }
+bool _KXSetVerticalSync(int interval) { return SDL_GL_SetSwapInterval(interval) == 0; }
+
+int _KXVerticalSync() { return SDL_GL_GetSwapInterval(); }

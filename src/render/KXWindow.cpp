@@ -2,6 +2,7 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Truncate.h"
+#include "input/StepInput.h"
 #include "platform/VerticalSync.h"
 #include "render/Clip.h"
 #include "render/DrawBatch.h"
@@ -77,8 +78,21 @@ void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
         _KXMakeGraphicsContextCurrent(previous);
 }
 
+int KXWindow::setVerticalSync(KXVerticalSync sync) {
+    const _KXGraphicsContextScope scope(_graphicsContext);
+    if (_window && scope && _KXSetVerticalSync(sync))
+        return -1;
+    _KXReportError("Vertical sync cannot be set: %s", SDL_GetError());
+    return 0;
+}
+
+KXVerticalSync KXWindow::verticalSync() {
+    const _KXGraphicsContextScope scope(_graphicsContext);
+    return static_cast<KXVerticalSync>(_window && scope ? _KXVerticalSync() : 0);
+}
+
 void KXWindow::_prepareContext(KXSize size) {
-    _KXEnableVerticalSync();
+    _KXSetVerticalSync(KXVerticalSyncOn);
     _KXLoadGLFunctions();
     glViewport(0, 0, _KXTruncate(size.width), _KXTruncate(size.height));
     glEnable(GL_TEXTURE_2D);
@@ -98,6 +112,7 @@ void KXWindow::_closePlatformWindow() {
         _KXCurrentRenderContext->unsetRenderContext();
         _KXCurrentRenderContext = nullptr;
     }
+    _KXReleaseWindow(_id);
     _KXRemoveGraphicsContext(_graphicsContext);
     SDL_GL_DeleteContext(_context);
     SDL_DestroyWindow(_window);

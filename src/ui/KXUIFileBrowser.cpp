@@ -246,17 +246,17 @@ bool KXUIFileBrowser::State::pollKeys() {
     const bool inName = name.isFocused(), inList = list.hasFocus();
     if ((!inName && !inList) || _KXFocus::inputMethodIsAtWork())
         return false;
-    if (_KXKeys[_KXKeyLeftAlt] || _KXKeys[_KXKeyRightAlt])
+    if (_KXKeys[KXKeyLeftAlt] || _KXKeys[KXKeyRightAlt])
         return false;
-    if (_KXWidgetKey(_KXKeyTab)) {
+    if (_KXWidgetKey(KXKeyTab)) {
         if (inName)
             list.setFocus(-1);
         else
             name.focus();
     }
-    if (inList && _KXWidgetKey(_KXKeyBackspace))
+    if (inList && _KXWidgetKey(KXKeyBackspace))
         goUp();
-    return _KXWidgetKey(_KXKeyEscape);
+    return _KXWidgetKey(KXKeyEscape);
 }
 
 void KXUIFileBrowser::State::pollParts() {

@@ -108,21 +108,21 @@ void KXUIListBox::_pollWheel(const Layout& layout) {
 
 void KXUIListBox::_pollKeys() {
     const auto pressed = [](int key) { return _KXWidgetKey(key, true); };
-    const bool enter = _KXWidgetKey(_KXKeyReturn) | _KXWidgetKey(_KXKeyPadEnter);
+    const bool enter = _KXWidgetKey(KXKeyReturn) | _KXWidgetKey(KXKeyPadEnter);
     const int page = _layout().pageRows();
     const std::int64_t selected = _state->selected;
     std::int64_t row = selected;
-    if (pressed(_KXKeyUp))
+    if (pressed(KXKeyUp))
         row -= 1;
-    if (pressed(_KXKeyDown))
+    if (pressed(KXKeyDown))
         row += 1;
-    if (pressed(_KXKeyPageUp))
+    if (pressed(KXKeyPageUp))
         row -= page;
-    if (pressed(_KXKeyPageDown))
+    if (pressed(KXKeyPageDown))
         row += page;
-    if (pressed(_KXKeyHome))
+    if (pressed(KXKeyHome))
         row = std::numeric_limits<int>::min();
-    if (pressed(_KXKeyEnd))
+    if (pressed(KXKeyEnd))
         row = std::numeric_limits<int>::max();
     if (row != selected && count() > 0)
         setSelectedIndex(static_cast<int>(std::clamp<std::int64_t>(row, 0, count() - 1)));

@@ -20,10 +20,10 @@ KXUITextEntry* KXUIFocusedTextEntry() {
 namespace {
 // A modifier is two keys with neighbouring numbers.
 bool isEitherHeld(int key) { return _KXKeyTextEntry(key, 0) || _KXKeyTextEntry(key + 1, 0); }
-bool isShiftHeld() { return isEitherHeld(_KXKeyLeftShift); }
-bool isAltHeld() { return isEitherHeld(_KXKeyLeftAlt); }
-bool isControlHeld() { return isEitherHeld(_KXKeyLeftControl); }
-bool isCommandHeld() { return (isControlHeld() || isEitherHeld(_KXKeyRightCommand)) && !isAltHeld(); }
+bool isShiftHeld() { return isEitherHeld(KXKeyLeftShift); }
+bool isAltHeld() { return isEitherHeld(KXKeyLeftAlt); }
+bool isControlHeld() { return isEitherHeld(KXKeyLeftControl); }
+bool isCommandHeld() { return (isControlHeld() || isEitherHeld(KXKeyRightCommand)) && !isAltHeld(); }
 } // namespace
 
 int _KXTextEntryEditor::countClicks() {
@@ -138,12 +138,12 @@ void KXUITextEntry::_pollKeys() {
         int key;
         Step step, wordStep;
         bool erases;
-    } keys[] = {{_KXKeyLeft, Step::Left, Step::WordLeft, false},
-                {_KXKeyRight, Step::Right, Step::WordRight, false},
-                {_KXKeyHome, Step::Start, Step::Start, false},
-                {_KXKeyEnd, Step::End, Step::End, false},
-                {_KXKeyBackspace, Step::Left, Step::WordLeft, true},
-                {_KXKeyDelete, Step::Right, Step::WordRight, true}};
+    } keys[] = {{KXKeyLeft, Step::Left, Step::WordLeft, false},
+                {KXKeyRight, Step::Right, Step::WordRight, false},
+                {KXKeyHome, Step::Start, Step::Start, false},
+                {KXKeyEnd, Step::End, Step::End, false},
+                {KXKeyBackspace, Step::Left, Step::WordLeft, true},
+                {KXKeyDelete, Step::Right, Step::WordRight, true}};
     for (const auto& row : keys) {
         if (!_KXWidgetKey(row.key, true))
             continue;
@@ -159,8 +159,8 @@ void KXUITextEntry::_pollKeys() {
 
 // Every key is read, so that none counts later because Control comes down while it is held.
 void KXUITextEntry::_pollClipboardKeys() {
-    const bool all = _KXWidgetKey(_KXKeyA), copy = _KXWidgetKey(_KXKeyC), cut = _KXWidgetKey(_KXKeyX),
-               paste = _KXWidgetKey(_KXKeyV);
+    const bool all = _KXWidgetKey(KXKeyA), copy = _KXWidgetKey(KXKeyC), cut = _KXWidgetKey(KXKeyX),
+               paste = _KXWidgetKey(KXKeyV);
     if (!isCommandHeld())
         return;
     _KXTextEdit& edit = _editor->edit;
@@ -175,8 +175,8 @@ void KXUITextEntry::_pollClipboardKeys() {
 }
 
 void KXUITextEntry::_pollFocusKeys() {
-    const bool enter = _KXWidgetKey(_KXKeyReturn), padEnter = _KXWidgetKey(_KXKeyPadEnter),
-               escape = _KXWidgetKey(_KXKeyEscape), tab = _KXWidgetKey(_KXKeyTab);
+    const bool enter = _KXWidgetKey(KXKeyReturn), padEnter = _KXWidgetKey(KXKeyPadEnter),
+               escape = _KXWidgetKey(KXKeyEscape), tab = _KXWidgetKey(KXKeyTab);
     if (isAltHeld())
         return; // keys with Alt are for the desktop or the game
     if (enter || padEnter)

@@ -37,13 +37,13 @@ TEST_F(EventDispatch, EachKindOfEventReachesItsPlaceWithinTheStepAndAnyStateCanB
         wasSeen = seen();
     });
     const std::pair<std::function<void()>, bool (*)()> rows[] = {
-        {[&] { hands.keyDown(SDLK_a); }, [] { return KXKey(_KXKeyA) == -1; }},
-        {[&] { hands.keyUp(SDLK_a); }, [] { return KXKey(_KXKeyA) == 0; }},
+        {[&] { hands.keyDown(SDLK_a); }, [] { return KXKey(KXKeyA) == -1; }},
+        {[&] { hands.keyUp(SDLK_a); }, [] { return KXKey(KXKeyA) == 0; }},
         {[&] { hands.type("t"); }, [] { return _KXTakeTypedText() == "t"; }},
         {[&] { hands.compose("k"); }, [] { return _KXComposedText() == "k"; }},
-        {[&] { hands.keyDown(SDLK_b); }, [] { return KXKey(_KXKeyB, 1) == -1 && _KXWidgetKey(_KXKeyB); }},
+        {[&] { hands.keyDown(SDLK_b); }, [] { return KXKey(KXKeyB, 1) == -1 && _KXWidgetKey(KXKeyB); }},
         {[&] { hands.keyDown(SDLK_c); }, // and of the other key everybody has been told
-         [] { return KXKey(_KXKeyC) && !KXKey(_KXKeyB, 1) && !_KXWidgetKey(_KXKeyB); }},
+         [] { return KXKey(KXKeyC) && !KXKey(KXKeyB, 1) && !_KXWidgetKey(KXKeyB); }},
         {[&] { hands.moveMouse(11, -3); },
          [] { return KXMouseX == 11 && KXMousePoint.y == -3 && KXMouseYRelative == -3; }},
         {[&] { hands.mouseDown(SDL_BUTTON_RIGHT); }, [] { return KXMouse(1) == -1; }},
@@ -114,7 +114,7 @@ TEST_F(EventDispatch, TouchesInWindowsOnlyAndOneForEachEvent) {
     user.step();
     EXPECT_EQ(KXTouchX, 16) << "of a burst the first";
     EXPECT_EQ(KXFingerDown(), -1);
-    EXPECT_EQ(KXKey(_KXKeyB), -1) << "other events are not lost";
+    EXPECT_EQ(KXKey(KXKeyB), -1) << "other events are not lost";
 }
 
 TEST_F(EventDispatch, WhatAnEventCarriesBesides) {

@@ -1,7 +1,6 @@
 #include <Kobaltrix/Kobaltrix.h>
 
 #include "core/ground/LogicClock.h"
-#include "input/Keys.h"
 #include "support/TestClock.h"
 #include "testkit/KXTestInput.h"
 #include "util/KXString.h"
@@ -99,9 +98,9 @@ TEST_F(Loop, ReadsEventsInFramesThatRunLogicAndKeepsTheWheelForOne) {
     user.keyDown(SDLK_a);
     user.turnWheel(1);
     frameAfter(8);
-    EXPECT_EQ(KXKey(_KXKeyA), 0);
-    frameAfter(8, [] { EXPECT_EQ(KXKey(_KXKeyA) & KXMouse(4), -1) << "while the frame draws"; });
-    EXPECT_TRUE(KXKey(_KXKeyA) && !KXMouse(4));
+    EXPECT_EQ(KXKey(KXKeyA), 0);
+    frameAfter(8, [] { EXPECT_EQ(KXKey(KXKeyA) & KXMouse(4), -1) << "while the frame draws"; });
+    EXPECT_TRUE(KXKey(KXKeyA) && !KXMouse(4));
 }
 
 TEST_F(Loop, CountsTheFramesOfAPeriod) {

@@ -6,7 +6,6 @@
 #include <Kobaltrix/KXMouse.h>
 #include <Kobaltrix/KXWindow.h>
 
-#include "input/Keys.h"
 #include "support/Image.h"
 
 #include <gtest/gtest.h>
@@ -61,11 +60,11 @@ struct Desktop : testing::Test {
 
 TEST_F(Desktop, KeysAreTyped) {
     person("keydown k");
-    EXPECT_TRUE(becomes([] { return KXKey(_KXKeyK) != 0; }));
+    EXPECT_TRUE(becomes([] { return KXKey(KXKeyK) != 0; }));
     EXPECT_EQ(KXCurrentEventWindowID, window->id());
-    EXPECT_EQ(KXKey(_KXKeyK, 1), -1);
+    EXPECT_EQ(KXKey(KXKeyK, 1), -1);
     person("keyup k keydown Left");
-    EXPECT_TRUE(becomes([] { return KXKey(_KXKeyK) == 0 && KXKey(_KXKeyLeft) != 0; }));
+    EXPECT_TRUE(becomes([] { return KXKey(KXKeyK) == 0 && KXKey(KXKeyLeft) != 0; }));
     person("keyup Left");
     EXPECT_TRUE(becomes([] { return KXKeyPressed() == 0; }));
 }
@@ -117,9 +116,9 @@ TEST_F(Desktop, SeveralWindowsAreVisibleAtOnce) {
     person("search --onlyvisible --name 'The other' windowfocus --sync");
     EXPECT_TRUE(becomes([&second] { return second.isFocused() != 0; }));
     person("keydown z");
-    EXPECT_TRUE(becomes([] { return KXKey(_KXKeyZ) != 0; }));
+    EXPECT_TRUE(becomes([] { return KXKey(KXKeyZ) != 0; }));
     EXPECT_EQ(KXCurrentEventWindowID, second.id());
     person("keyup z");
-    EXPECT_TRUE(becomes([] { return KXKey(_KXKeyZ) == 0; }));
+    EXPECT_TRUE(becomes([] { return KXKey(KXKeyZ) == 0; }));
 }
 } // namespace

@@ -45,58 +45,58 @@ TEST_F(Keyboard, EveryKeyIsSetByOneCode) {
 }
 
 TEST_F(Keyboard, OnePressIsToldOnceToTheGameAndOnceToTextEntries) {
-    const auto ask = [](int (*how)(int, int)) { return how(_KXKeySpace, 1); };
+    const auto ask = [](int (*how)(int, int)) { return how(KXKeySpace, 1); };
     for (int press = 0; press < 2; ++press) {
         _KXSetKey(' ');
-        EXPECT_EQ(KXKey(_KXKeySpace), -1); // the level does not consume the press
+        EXPECT_EQ(KXKey(KXKeySpace), -1); // the level does not consume the press
         EXPECT_EQ(ask(KXKey) & ask(_KXKeyTextEntry), -1);
         _KXSetKey(' '); // the platform's own repeat is no new press
         EXPECT_EQ(ask(KXKey) | ask(_KXKeyTextEntry), 0);
-        EXPECT_EQ(KXKey(_KXKeySpace), -1);
+        EXPECT_EQ(KXKey(KXKeySpace), -1);
         _KXUnsetKey(' ');
-        EXPECT_EQ(KXKey(_KXKeySpace) | ask(KXKey) | ask(_KXKeyTextEntry), 0);
-        EXPECT_EQ(_KXKeysDownTime[_KXKeySpace], 0x7FFFFFFF);
+        EXPECT_EQ(KXKey(KXKeySpace) | ask(KXKey) | ask(_KXKeyTextEntry), 0);
+        EXPECT_EQ(_KXKeysDownTime[KXKeySpace], 0x7FFFFFFF);
     }
 }
 
 TEST_F(Keyboard, HeldKeysRepeatOnceTheTimeOfThirtyStepsHasPassed) {
     for (int code : {' ', 'a'})
         _KXSetKey(code);
-    EXPECT_TRUE(KXKeyWithDelayedRepeat(_KXKeySpace) && _KXWidgetKey(_KXKeySpace, true));
+    EXPECT_TRUE(KXKeyWithDelayedRepeat(KXKeySpace) && _KXWidgetKey(KXKeySpace, true));
     for (int call = 2; call < 66; user.step(call++ % 2)) { // two in each step
-        EXPECT_EQ(KXKeyWithDelayedRepeat(_KXKeySpace), call < 62 ? 0 : -1) << call;
-        EXPECT_EQ(_KXWidgetKey(_KXKeySpace, true), call >= 62) << call;
-        EXPECT_FALSE(_KXWidgetKey(_KXKeySpace)) << call;
+        EXPECT_EQ(KXKeyWithDelayedRepeat(KXKeySpace), call < 62 ? 0 : -1) << call;
+        EXPECT_EQ(_KXWidgetKey(KXKeySpace, true), call >= 62) << call;
+        EXPECT_FALSE(_KXWidgetKey(KXKeySpace)) << call;
     }
-    EXPECT_TRUE(_KXWidgetKey(_KXKeyA, true));
-    EXPECT_FALSE(_KXWidgetKey(_KXKeySpace, true)) << "the last key repeats";
+    EXPECT_TRUE(_KXWidgetKey(KXKeyA, true));
+    EXPECT_FALSE(_KXWidgetKey(KXKeySpace, true)) << "the last key repeats";
     _KXLogicTimeRequiredPerLogicCycle = 0; // no speed set: nothing repeats
-    EXPECT_EQ(KXKeyWithDelayedRepeat(_KXKeySpace), 0);
+    EXPECT_EQ(KXKeyWithDelayedRepeat(KXKeySpace), 0);
 }
 
 TEST_F(Keyboard, AWidgetThatIsGivenTheKeyboardSeesNewPressesOnly) {
     _KXSetKey('a');
-    KXKeyWithDelayedRepeat(_KXKeyA);
+    KXKeyWithDelayedRepeat(KXKeyA);
     for (int press = 0; press < 2; ++press) {
         user.step(30);
         _KXBeginWidgetKeys();
-        EXPECT_FALSE(_KXWidgetKey(_KXKeyA, true));
-        EXPECT_EQ(KXKeyWithDelayedRepeat(_KXKeyA), -1) << "the game's repeat goes on";
+        EXPECT_FALSE(_KXWidgetKey(KXKeyA, true));
+        EXPECT_EQ(KXKeyWithDelayedRepeat(KXKeyA), -1) << "the game's repeat goes on";
         _KXUnsetKey('a');
         _KXSetKey('a');
-        EXPECT_TRUE(_KXWidgetKey(_KXKeyA, true) && KXKeyWithDelayedRepeat(_KXKeyA));
+        EXPECT_TRUE(_KXWidgetKey(KXKeyA, true) && KXKeyWithDelayedRepeat(KXKeyA));
     }
 }
 
 TEST_F(Keyboard, AnyReleaseForgetsTheReportsOfKeysThatAreUp) {
     for (int code : {'a', 'b', 'c'})
         _KXSetKey(code);
-    EXPECT_EQ(KXKey(_KXKeyA, 1) & KXKey(_KXKeyB, 1) & _KXKeyTextEntry(_KXKeyB, 1), -1);
+    EXPECT_EQ(KXKey(KXKeyA, 1) & KXKey(KXKeyB, 1) & _KXKeyTextEntry(KXKeyB, 1), -1);
     _KXSetKeyToValue('b', 0); // its release was lost
     _KXUnsetKey('c');
     _KXSetKey('b');
-    EXPECT_EQ(KXKey(_KXKeyA, 1), 0); // still held, already told
-    EXPECT_EQ(KXKey(_KXKeyB, 1) & _KXKeyTextEntry(_KXKeyB, 1), -1);
+    EXPECT_EQ(KXKey(KXKeyA, 1), 0); // still held, already told
+    EXPECT_EQ(KXKey(KXKeyB, 1) & _KXKeyTextEntry(KXKeyB, 1), -1);
     KXUnsetKeys();
     EXPECT_EQ(_KXKeyboard, _KXKeyboardState());
 }

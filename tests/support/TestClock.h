@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <ctime>
 
-/// Owns the library's time while it lives: ticks and time of day stand still until the test moves them.
+/// Owns the library's time while it lives: it stands still until the test moves it, or the library waits.
 class TestClock {
 public:
     explicit TestClock(std::uint64_t ticks = 0, std::time_t timeOfDay = 0);
@@ -12,5 +12,6 @@ public:
     TestClock& operator=(const TestClock&) = delete;
 
     void advance(std::uint64_t milliseconds);
+    void advanceNanoseconds(std::uint64_t nanoseconds);
     void setTimeOfDay(std::time_t seconds);
 };

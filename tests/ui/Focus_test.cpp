@@ -2,7 +2,6 @@
 
 #include "UITest.h"
 
-#include "input/Keys.h"
 
 namespace {
 /// Three entries below one another and two lists beside them, polled in one order or the other.
@@ -93,7 +92,7 @@ TEST_F(Focus, TabGoesRound) {
         expectEach(goes);
         EXPECT_EQ(second.selectionLength(), 3) << "all is selected";
     }
-    EXPECT_EQ(KXKey(_KXKeyTab, 1), 0);
+    EXPECT_EQ(KXKey(KXKeyTab, 1), 0);
 
     // The only one that is polled keeps the focus.
     keyDown(SDLK_TAB);
@@ -111,14 +110,14 @@ TEST_F(Focus, KeysThatOpenedItAreNotForIt) {
     first.setText("kept");
     for (int keycode : {SDLK_RETURN, SDLK_ESCAPE, SDLK_TAB, SDLK_BACKSPACE, SDLK_LEFT}) {
         keyDown(keycode);
-        KXKeyWithDelayedRepeat(_KXKeyLeft);
+        KXKeyWithDelayedRepeat(KXKeyLeft);
         type("t");
         first.focus();
         for (int held = 0; held < 40; ++held, step())
             EXPECT_EQ(poll(), 0) << keycode;
         EXPECT_EQ(state(), "a") << keycode;
         EXPECT_EQ(first.cursor(), 4);
-        EXPECT_EQ(KXKeyWithDelayedRepeat(_KXKeyLeft), keycode == SDLK_LEFT ? -1 : 0)
+        EXPECT_EQ(KXKeyWithDelayedRepeat(KXKeyLeft), keycode == SDLK_LEFT ? -1 : 0)
             << "goes on for the game";
         keyUp(keycode);
         first.unfocus();

@@ -1,6 +1,5 @@
 #include "UITest.h"
 
-#include "input/Keys.h"
 #include "util/KXString.h"
 
 namespace {
@@ -164,7 +163,7 @@ TEST_F(ListBox, KeysMoveTheSelectionAndRepeat) {
                "PageDown -> told 10@6; Up -> told 9@6; PageUp -> told 4@4; End -> told 29@25; "
                "Down -> 29@25; PageDown -> 29@25; Up -> told 28@25; Home -> told 0@0; PageUp -> 0@0; "
                "hold Down -> told 1@0");
-    EXPECT_EQ(KXKey(_KXKeyDown, -1), -1) << "reads keys beside the game";
+    EXPECT_EQ(KXKey(KXKeyDown, -1), -1) << "reads keys beside the game";
     expectEach("poll 28 -> 1@0; poll 6 -> told 5@1; let Down, Home -> told 0@0; hold Return -> told 0@0!0; "
                "poll 40 -> 0@0; hold Keypad Enter -> told 0@0!0; poll 40, let Return -> 0@0");
     list.setSelectedIndex(-1);

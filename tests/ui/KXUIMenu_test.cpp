@@ -1,6 +1,5 @@
 #include "UITest.h"
 
-#include "input/Keys.h"
 #include "text/KXUIGlobalFont.h"
 
 #include <stdexcept>
@@ -49,13 +48,13 @@ TEST_F(Menu, CaptionsNameTheShortcut) {
                                          cut = uncut + "\xc3\xa9", full = longest.substr(2) + "\xc3\xa9";
     const std::tuple<const char*, int, int, std::string> rows[] = {
         {"Open", 0, 0, "Open"},
-        {"Open", 0, _KXKeyK, "Open (K)"},
-        {"Open", _KXKeyLeftControl, _KXKeyK, "Open (Left Control - K)"},
-        {"Open", _KXKeyLeftControl, 0, "Open"},
-        {nullptr, _KXKeyLeftControl, _KXKeyK, ""},
+        {"Open", 0, KXKeyK, "Open (K)"},
+        {"Open", KXKeyLeftControl, KXKeyK, "Open (Left Control - K)"},
+        {"Open", KXKeyLeftControl, 0, "Open"},
+        {nullptr, KXKeyLeftControl, KXKeyK, ""},
         {tooLong.c_str(), 0, 0, longest},
-        {cut.c_str(), 0, _KXKeyK, uncut},
-        {full.c_str(), 0, _KXKeyK, full}};
+        {cut.c_str(), 0, KXKeyK, uncut},
+        {full.c_str(), 0, KXKeyK, full}};
     for (const auto& [name, modifier, key, caption] : rows) {
         _KXUIMenuItem item(name, nullptr, nullptr, modifier, key);
         EXPECT_EQ(static_cast<float>(item.itemWidth()), widthOf(caption)) << caption;
@@ -77,9 +76,9 @@ TEST_F(Menu, EntriesActWhileItIsOpen) {
 }
 
 TEST_F(Menu, ShortcutsActOnceForEachTimeTheKeysMeet) {
-    addCounter(*menu, "With a modifier", _KXKeyLeftControl, _KXKeyK);
-    addCounter<10>(*menu, "Alone", 0, _KXKeyA);
-    addCounter<100>(*menu, "The same key alone", 0, _KXKeyK);
+    addCounter(*menu, "With a modifier", KXKeyLeftControl, KXKeyK);
+    addCounter<10>(*menu, "Alone", 0, KXKeyA);
+    addCounter<100>(*menu, "The same key alone", 0, KXKeyK);
     for (int twice = 0; twice < 2; ++twice)
         expectEach("hold Left Ctrl -> -; hold K -> - 1; at 0 0, wait 40, at 0 0 -> -; let K -> -; "
                    "hold K -> - 1; let Left Ctrl, at 0 0 -> -; hold Left Ctrl -> - 1; at 0 0 -> -; "
@@ -92,10 +91,10 @@ TEST_F(Menu, ShortcutsActOnceForEachTimeTheKeysMeet) {
     expectEach("hold K -> - 1; let K, let Left Ctrl -> -");
 
     // An entry can be clicked while its keys stay held.
-    addCounter(*menu, "Shifted", _KXKeyLeftShift, _KXKeyA);
+    addCounter(*menu, "Shifted", KXKeyLeftShift, KXKeyA);
     act("click title, hold Left Shift");
     keyDown(SDLK_a);
-    KXKey(_KXKeyA, -1); // the press is the game's, so no shortcut acts
+    KXKey(KXKeyA, -1); // the press is the game's, so no shortcut acts
     expectEach("click row 4 -> - 1");
 }
 
@@ -149,7 +148,7 @@ TEST_F(DeepMenu, EntriesAreAsWideAsTheWidestBelowTheTitleAndBesideASubMenusRow) 
 }
 
 TEST_F(DeepMenu, OpensLevelByLevelAndClosesAtOnce) {
-    addCounter(*deep, "Bottom", _KXKeyLeftControl, _KXKeyK);
+    addCounter(*deep, "Bottom", KXKeyLeftControl, KXKeyK);
     poll();
     expectEach("click title sub, click title deep -> ---; " + openAll + // whose rows were not on screen
                " -> ooo; click row 2 deep -> --- 1; " + openAll + ", click title -> ---; " + openAll +
@@ -169,7 +168,7 @@ TEST_F(DeepMenu, CallbacksMayDoAnything) {
         {"replace its menu's entries",
          [&] {
              deep->clearMenuItems();
-             addCounter(*deep, "New", _KXKeyLeftControl, _KXKeyK);
+             addCounter(*deep, "New", KXKeyLeftControl, KXKeyK);
          }},
         {"run a loop of its own",
          [&] {
@@ -187,7 +186,7 @@ TEST_F(DeepMenu, CallbacksMayDoAnything) {
             SCOPED_TRACE(what);
             make();
             does = doing;
-            deep->addMenuItemWithName("Does", call, this, _KXKeyLeftControl, _KXKeyK);
+            deep->addMenuItemWithName("Does", call, this, KXKeyLeftControl, KXKeyK);
             for (KXUIMenu* each : {deep, sub, menu.get()})
                 addCounter(*each, "After");
             try {
@@ -210,8 +209,8 @@ TEST_F(DeepMenu, AnEntryRemovedInAPollSkipsNoOther) {
         for (KXUIMenu* each : victims)
             delete each;
     };
-    victims[1]->addMenuItemWithName("Deletes", call, this, 0, _KXKeyK);
-    addCounter(top, "Last", 0, _KXKeyA);
+    victims[1]->addMenuItemWithName("Deletes", call, this, 0, KXKeyK);
+    addCounter(top, "Last", 0, KXKeyA);
     keyDown(SDLK_k);
     keyDown(SDLK_a);
     top.poll();
@@ -242,7 +241,7 @@ TEST_F(DeepMenu, OwnershipHasNoCircles) {
 
 TEST_F(DeepMenu, ParentsThatGoLeaveNoTrace) {
     does = [] {};
-    _KXUIMenuItem item("Loose", call, this, 0, _KXKeyK);
+    _KXUIMenuItem item("Loose", call, this, 0, KXKeyK);
     item.click(0);
     item.poll();
     EXPECT_EQ(item.isOpen(), 0);
@@ -287,7 +286,7 @@ TEST_F(DeepMenu, FontsReachEveryLevel) {
 
 TEST_F(DeepMenu, Looks) {
     menu->setTextColor(0.1f, 0.1f, 0.5f, 1); // of the title, and of entries added from now on
-    menu->addMenuItemWithName("Save 50%%", nullptr, nullptr, _KXKeyLeftControl, _KXKeyS);
+    menu->addMenuItemWithName("Save 50%%", nullptr, nullptr, KXKeyLeftControl, KXKeyS);
     menu->addDivider();
     menu->addMenuItemWithName("{C0.7,0,0,1}Quit{EC}", nullptr, nullptr);
     addCounter(*deep, "Bottom");

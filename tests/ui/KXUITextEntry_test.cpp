@@ -1,6 +1,5 @@
 #include "UITest.h"
 
-#include "input/Keys.h"
 #include "input/TextInput.h"
 #include "text/KXUIGlobalFont.h"
 
@@ -104,11 +103,11 @@ TEST_F(TextEntry, HeldKeysRepeatAndTheGameReadsThemToo) {
     for (int held = 0; held < 33; ++held, step()) {
         poll();
         EXPECT_EQ(entry.cursor(), held < 30 ? 7 : 36 - held);
-        EXPECT_EQ(KXKeyWithDelayedRepeat(_KXKeyLeft), held == 0 || held >= 30 ? -1 : 0) << held;
+        EXPECT_EQ(KXKeyWithDelayedRepeat(KXKeyLeft), held == 0 || held >= 30 ? -1 : 0) << held;
     }
     expectEach("let Left, hold Backspace -> told changed abcefgh|3; poll 29 -> abcefgh|3; "
                "poll 2 -> told changed abefgh|2; let Backspace -> abefgh|2; hold A, poll 40 -> abefgh|2");
-    EXPECT_EQ(KXKey(_KXKeyA, 1), -1);
+    EXPECT_EQ(KXKey(KXKeyA, 1), -1);
 }
 
 TEST_F(TextEntry, TheMousePlacesAndSelects) {

@@ -1,6 +1,8 @@
 #include "core/dispatch/EventDispatch.h"
 
+#include "core/dispatch/InputEvents.h"
 #include "core/ground/Application.h"
+#include "core/ground/HeapGlobal.h"
 #include "input/GamePad.h"
 #include "input/KXMouse.h"
 #include "input/KXTouch.h"
@@ -12,6 +14,7 @@
 #include <SDL_stdinc.h>
 
 #include <cstring>
+#include <deque>
 #include <string_view>
 #include <utility>
 
@@ -122,16 +125,44 @@ static void dispatch(const SDL_Event& event) {
     }
 }
 
-void _KXDispatchEvents() {
-    while (SDL_PollEvent(&_KXMainEvent)) {
-        // The field behind type and time stamp, whatever it is for this type of event.
-        std::memcpy(&KXCurrentEventWindowID,
-                    reinterpret_cast<const char*>(&_KXMainEvent) + 2 * sizeof(Uint32),
-                    sizeof KXCurrentEventWindowID);
+static bool isTouch(const SDL_Event& event) {
+    return event.type >= SDL_FINGERDOWN && event.type <= SDL_MULTIGESTURE;
+}
+
+static void dispatchMainEvent(bool touchesCount) {
+    // The field behind type and time stamp, whatever it is for this type of event.
+    std::memcpy(&KXCurrentEventWindowID, reinterpret_cast<const char*>(&_KXMainEvent) + 2 * sizeof(Uint32),
+                sizeof KXCurrentEventWindowID);
+    _KXTakePlatformEvent(_KXMainEvent);
+    if (touchesCount || !isTouch(_KXMainEvent))
         dispatch(_KXMainEvent);
-        if (char** text = textGivenWith(_KXMainEvent))
-            SDL_free(std::exchange(*text, nullptr));
-        // A burst of finger motion collapses to its first sample: one touch event for each event handled.
-        SDL_FlushEvents(SDL_FINGERDOWN, SDL_MULTIGESTURE);
+    if (char** text = textGivenWith(_KXMainEvent))
+        SDL_free(std::exchange(*text, nullptr));
+}
+
+// What was taken from the platform and waits for its turn. Functions of the game that are called meanwhile
+// may run the loop, too: whoever is innermost goes on with it.
+static constinit _KXHeapGlobal<std::deque<SDL_Event>> waitingEvents;
+
+static void takeWaitingTouches(std::deque<SDL_Event>& waiting) {
+    for (SDL_Event event; SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FINGERDOWN, SDL_MULTIGESTURE) > 0;)
+        waiting.push_back(event);
+}
+
+void _KXDispatchEvents() {
+    auto& waiting = waitingEvents.get();
+    for (;;) {
+        for (SDL_Event event; SDL_PollEvent(&event);)
+            waiting.push_back(event);
+        if (waiting.empty())
+            return;
+        // For the state of the one finger a burst of touches collapses to its first sample: it is told of no
+        // touch that waited while another event was handled.
+        for (bool touchesCount = true; !waiting.empty(); touchesCount = false) {
+            _KXMainEvent = waiting.front();
+            waiting.pop_front();
+            dispatchMainEvent(touchesCount);
+            takeWaitingTouches(waiting);
+        }
     }
 }

@@ -2,18 +2,35 @@
 
 #include <SDL_timer.h>
 
-static std::time_t platformTimeOfDay() { return std::time(nullptr); }
+#include <chrono>
+#include <thread>
 
-static constinit _KXTimeSource timeSource = {SDL_GetTicks64, platformTimeOfDay};
+static constinit const _KXTimeSource* replacement = nullptr;
 
-void _KXSetTimeSource(_KXTimeSource source) {
-    timeSource.ticks = source.ticks ? source.ticks : SDL_GetTicks64;
-    timeSource.timeOfDay = source.timeOfDay ? source.timeOfDay : platformTimeOfDay;
+void _KXSetTimeSource(const _KXTimeSource* source) { replacement = source; }
+
+bool _KXTimeIsReplaced() { return replacement; }
+
+std::uint32_t _KXTicks() {
+    return static_cast<std::uint32_t>(replacement ? replacement->nanoseconds() / 1'000'000
+                                                  : SDL_GetTicks64());
 }
 
-std::uint32_t _KXTicks() { return static_cast<std::uint32_t>(timeSource.ticks()); }
+std::uint64_t _KXNanoseconds() {
+    if (replacement)
+        return replacement->nanoseconds();
+    const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<std::uint64_t>(std::chrono::nanoseconds(sinceStart).count());
+}
 
-std::time_t _KXTimeOfDay() { return timeSource.timeOfDay(); }
+void _KXSleep(std::uint64_t nanoseconds) {
+    if (replacement)
+        replacement->sleep(nanoseconds);
+    else
+        std::this_thread::sleep_for(std::chrono::nanoseconds(nanoseconds));
+}
+
+std::time_t _KXTimeOfDay() { return replacement ? replacement->timeOfDay() : std::time(nullptr); }
 
 bool _KXRepeatIsDue(std::int32_t reportTime) {
     constexpr std::uint32_t stepsBeforeRepeat = 30;

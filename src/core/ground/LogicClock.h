@@ -5,15 +5,25 @@
 
 /// Where the library's time comes from. The platform's clocks by default; tests put their own in.
 struct _KXTimeSource {
-    std::uint64_t (*ticks)();   ///< Milliseconds since some fixed moment.
-    std::time_t (*timeOfDay)(); ///< Seconds of the wall clock.
+    std::uint64_t (*nanoseconds)();           ///< Since some fixed moment; never goes back.
+    std::time_t (*timeOfDay)();               ///< Seconds of the wall clock.
+    void (*sleep)(std::uint64_t nanoseconds); ///< Lets that time pass.
 };
 
-/// Replaces the time source; null functions stand for the platform's.
-void _KXSetTimeSource(_KXTimeSource source);
+/// Replaces the platform's clocks until null is given. The source has to live as long as it is used.
+void _KXSetTimeSource(const _KXTimeSource* source);
+
+/// Whether time is another's than the platform's.
+bool _KXTimeIsReplaced();
 
 /// The tick counter in milliseconds, truncated to 32 bits: it wraps after 49.7 days.
 std::uint32_t _KXTicks();
+
+/// The fine clock: nanoseconds since some fixed moment.
+std::uint64_t _KXNanoseconds();
+
+/// Lets time pass.
+void _KXSleep(std::uint64_t nanoseconds);
 
 /// The wall clock in whole seconds.
 std::time_t _KXTimeOfDay();

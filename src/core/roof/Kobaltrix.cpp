@@ -10,6 +10,7 @@
 #include "core/ground/LogicClock.h"
 #include "input/GamePad.h"
 #include "input/Keyboard.h"
+#include "input/StepInput.h"
 #include "render/DrawBatch.h"
 #include "render/KXTextureCache.h"
 #include "render/KXWindow.h"
@@ -42,6 +43,7 @@ int KXInit() {
     }
     SDL_JoystickEventState(SDL_ENABLE);
     _KXInitKeys();
+    _KXForgetInput();
     KXSetLogicInterval(60);
     _KXEndianness = -1;
     std::srand(static_cast<unsigned>(_KXTimeOfDay()));

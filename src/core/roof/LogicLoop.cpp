@@ -3,9 +3,30 @@
 #include "core/dispatch/EventDispatch.h"
 #include "core/ground/LogicClock.h"
 #include "input/KXMouse.h"
+#include "input/StepInput.h"
 #include "platform/Sleep.h"
 #include "render/DrawBatch.h"
 #include "util/KXString.h"
+
+#include <SDL.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+constexpr std::uint64_t nanosecondsPerMillisecond = 1'000'000, nanosecondsPerSecond = 1'000'000'000;
+
+// What is owed to the logic beside the milliseconds of the clock's globals, for whom that is too coarse.
+struct ExactTime {
+    bool kept = false;               // whether the loop goes by it
+    std::uint64_t now = 0, last = 0; // nanoseconds: at this frame, at the end of the last one
+    // Owed, in units of which a step is a billion whatever the speed: nothing is lost to a division.
+    std::uint64_t owed = 0;
+};
+constinit ExactTime exactTime;
+constinit unsigned maximumSteps = 0;
+constinit std::uint64_t droppedSteps = 0;
+} // namespace
 
 // The frame counter.
 static constinit int _KXFPS = 0;
@@ -20,25 +41,53 @@ void KXSetLogicInterval(unsigned speed) {
     _KXLogicTimeRequiredPerLogicCycle = 1000 / _KXLogicSpeed;
 }
 
+void KXSetLogicExact(int exact) { exactTime.kept = exact; }
+
+void KXSetMaximumLogicSteps(unsigned steps) { maximumSteps = steps; }
+
+std::uint64_t KXDroppedLogicSteps() { return droppedSteps; }
+
 void KXResetLogicLoop() {
+    exactTime.now = exactTime.last = _KXNanoseconds();
+    exactTime.owed = nanosecondsPerSecond * 3 / 2;
+    droppedSteps = 0;
     _KXLogicTimeElapsed = _KXLogicTimeRequiredPerLogicCycle;
     _KXLogicCurrentTime = _KXLogicLastTime = _KXTicks();
     _KXLogicCurrentCycles = 0;
     _KXStartTime = _KXTimeOfDay();
 }
 
-void KXPreLogicLoop() {
+// Takes the steps that are due from what is owed; those that the last frame has left are owed still.
+static std::uint32_t takeExactSteps() {
+    constexpr std::uint64_t longest = 24 * 3600 * nanosecondsPerSecond; // a day at full speed fits
+    exactTime.owed += std::min(exactTime.now - exactTime.last, longest) * _KXLogicSpeed +
+                      _KXLogicCurrentCycles * nanosecondsPerSecond;
+    const std::uint64_t steps = exactTime.owed / nanosecondsPerSecond;
+    exactTime.owed %= nanosecondsPerSecond;
+    return static_cast<std::uint32_t>(steps);
+}
+
+// The steps in the whole milliseconds that are owed. KXLogicUpdate() drops what is left of them.
+static std::uint32_t countSteps() {
     const std::uint32_t stepTime = _KXLogicTimeRequiredPerLogicCycle;
+    return stepTime ? _KXLogicTimeElapsed / stepTime : 0; // no speed is set before KXInit
+}
+
+void KXPreLogicLoop() {
     _KXLogicCurrentTime = _KXTicks();
+    exactTime.now = _KXNanoseconds();
     _KXLogicTimeElapsed += _KXLogicCurrentTime - _KXLogicLastTime;
-    _KXLogicCurrentCycles = stepTime ? _KXLogicTimeElapsed / stepTime : 0; // no speed is set before KXInit
-    if (_KXLogicTimeElapsed < stepTime)
+    const std::uint32_t due = exactTime.kept ? takeExactSteps() : countSteps();
+    _KXLogicCurrentCycles = maximumSteps ? std::min(due, maximumSteps) : due;
+    droppedSteps += due - _KXLogicCurrentCycles;
+    if (due == 0 && !_KXTimeIsReplaced())
         _KXSleepBriefly();
 }
 
 int KXLogicLoop() {
     if (_KXLogicCurrentCycles == 0)
         return 0;
+    _KXBeginInputStep();
     _KXDispatchEvents();
     return -1;
 }
@@ -46,6 +95,7 @@ int KXLogicLoop() {
 void KXLogicUpdate() {
     if (_KXLogicCurrentCycles == 0 || --_KXLogicCurrentCycles == 0)
         _KXLogicTimeElapsed = 0;
+    _KXEndInputStep();
     if (_KXTemporaryStringCleanupDisabledCount == 0)
         _KXCleanTempStrings();
     const std::time_t now = _KXTimeOfDay();
@@ -59,7 +109,42 @@ void KXPostLogicLoop() {
     _KXFlushBatch(KXDrawFlushFrame);
     _KXUnsetMouseWheel();
     _KXLogicLastTime = _KXLogicCurrentTime;
+    exactTime.last = exactTime.now;
 }
+
+float KXLogicFraction() {
+    const std::uint32_t stepTime = std::max(_KXLogicTimeRequiredPerLogicCycle, 1u);
+    const double fraction = exactTime.kept ? static_cast<double>(exactTime.owed) / nanosecondsPerSecond
+                                           : static_cast<double>(_KXLogicTimeElapsed % stepTime) / stepTime;
+    return std::min(static_cast<float>(fraction), std::nextafter(1.0f, 0.0f)); // just below 1 rounds to 1
+}
+
+// Nanoseconds until the next KXPreLogicLoop() would find a step due.
+static std::uint64_t timeToNextStep() {
+    if (_KXLogicCurrentCycles)
+        return 0;
+    if (exactTime.kept) {
+        const std::uint64_t owed = exactTime.owed + (_KXNanoseconds() - exactTime.now) * _KXLogicSpeed;
+        return owed < nanosecondsPerSecond ? (nanosecondsPerSecond - owed) / _KXLogicSpeed + 1 : 0;
+    }
+    const std::uint32_t stepTime = _KXLogicTimeRequiredPerLogicCycle;
+    const std::uint32_t owed = _KXLogicTimeElapsed + (_KXTicks() - _KXLogicCurrentTime);
+    return owed < stepTime ? (stepTime - owed) * nanosecondsPerMillisecond : 0;
+}
+
+int KXWaitForLogicStep() {
+    // The platform waits for events by whole milliseconds. What waits already waits for the step's beginning.
+    const auto wait = static_cast<int>(timeToNextStep() / nanosecondsPerMillisecond);
+    const bool hearsEvents = SDL_WasInit(SDL_INIT_EVENTS) && !_KXTimeIsReplaced();
+    if (hearsEvents && wait && !SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT) &&
+        SDL_WaitEventTimeout(nullptr, wait))
+        return 0;
+    if (const std::uint64_t rest = timeToNextStep())
+        _KXSleep(rest);
+    return -1;
+}
+
+double KXTime() { return static_cast<double>(_KXNanoseconds()) / nanosecondsPerSecond; }
 
 std::int64_t KXElapsedTime() { return _KXElapsedTime; }
 

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <Kobaltrix/KXInputEvents.h>
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// What the events of a logic step say: the list of them, and what they make of everything that can be held.
+// Events are taken in while the step reads them; its end forgets what belongs to this step alone.
+
+/// What kind of thing can be held. Its numbers are those of the public headers.
+enum class _KXHoldable { Key, Position, MouseButton, PadButton };
+
+/// Something that is held, or came up in this step.
+struct _KXPress {
+    _KXHoldable kind;
+    int pad; ///< Of a pad's button, else 0.
+    int number;
+    KXKeyPosition position; ///< Of a key: what holds it, for layouts that change meanwhile.
+    unsigned windowID;      ///< Where it went down.
+    bool held;
+    int downs, ups;     ///< In this step.
+    std::uint32_t step; ///< In which it went down last.
+};
+
+/// A finger that is on a touch screen, or was lifted in this step.
+struct _KXFingerOnScreen {
+    std::int64_t device, id; ///< The platform's.
+    int number;
+    unsigned windowID;
+    KXPoint point;
+    float pressure;
+    bool held;
+    int downs, ups; ///< In this step.
+};
+
+/// All of it.
+struct _KXStepInput {
+    std::vector<KXInputEvent> events;
+    std::deque<std::string> texts; ///< Of the events; they stay where they are.
+    std::vector<_KXPress> presses; ///< Few enough to be searched from one end to the other.
+    std::vector<_KXFingerOnScreen> fingers;
+    KXPoint wheel = {0, 0}, mouseMotion = {0, 0}; ///< Summed up over the step.
+    unsigned keyboardWindowID = 0, mouseWindowID = 0;
+    std::uint32_t step = 0; ///< Counts steps.
+    bool underWay = false;  ///< Between steps nobody is told of anything.
+};
+
+/// Made when it is first used, kept: games may ask while the process ends.
+_KXStepInput& _KXStep();
+
+/// Takes an event over that changes nothing else; and one with its text.
+void _KXTakeEvent(const KXInputEvent& event);
+void _KXTakeEvent(KXInputEvent event, std::string_view text);
+
+/// A key of the platform went down or came up, or repeats while it is held.
+void _KXTakeKey(const KXInputEvent& key, int keycode);
+/// A button of mouse or pad, as the event's type says. A press of what is held, and a release of what is not,
+/// is left out.
+void _KXTakeButton(const KXInputEvent& button);
+void _KXTakeMouseMotion(const KXInputEvent& motion);
+void _KXTakeWheel(const KXInputEvent& wheel);
+/// A finger, by the platform's numbers. One that moves and was never seen has gone down.
+void _KXTakeFinger(KXInputEvent finger, std::int64_t device, std::int64_t id);
+
+/// A window has got the keyboard, or has lost it: then nothing stays held.
+void _KXTakeFocus(unsigned windowID, std::uint32_t time, bool gained);
+/// Lets go of what is held: the keys, the buttons of a pad, what was pressed in a window that closes, all of
+/// it. Each is an edge of the step that is under way or comes next.
+void _KXReleaseKeys();
+void _KXReleasePad(int pad);
+void _KXReleaseWindow(unsigned windowID);
+void _KXReleaseEverything();
+
+/// The press of something, null while it is up and has not been down in this step.
+const _KXPress* _KXFindPress(_KXHoldable kind, int number, int pad = 0);
+/// How often something that is held repeats in this step, going by the time of steps: after 500 ms, then
+/// every 33 ms.
+int _KXRepeats(const _KXPress& press);
+
+/// Begins a step, which its events are read into; what came since the last one belongs to it.
+void _KXBeginInputStep();
+/// Ends the step: its events and edges are told, what is held stays.
+void _KXEndInputStep();
+/// Forgets everything, as if nothing had ever happened.
+void _KXForgetInput();
+
+/// The number of the key that the platform's keycode stands for, 0 for none.
+int _KXKeyNumberOf(int keycode);
