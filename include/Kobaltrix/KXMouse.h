@@ -46,19 +46,3 @@ KX_API KXPoint KXMouseMotion();
 /// how the mouse moves, without an edge to stop at. With 0 it is free again.
 /// @return -1, or 0 with a text in KXError() if the platform refuses.
 KX_API int KXSetMouseRelative(int relative);
-
-/// Shapes of the pointer.
-enum KXCursor : int {
-    KXCursorArrow = 0,
-    KXCursorText, ///< Between characters.
-    KXCursorHand, ///< On what can be clicked.
-    KXCursorCrosshair,
-    KXCursorWait,
-    KXCursorMove,   ///< In all directions.
-    KXCursorWidth,  ///< A border that moves left and right.
-    KXCursorHeight, ///< A border that moves up and down.
-    KXCursorForbidden
-};
-/// Gives the pointer a shape, in all windows. @return -1, or 0 with a text in KXError() if the platform has
-/// none.
-KX_API int KXSetCursor(KXCursor cursor);

@@ -7,6 +7,8 @@
 /// @file
 /// Textures: images that draw, and targets to draw into.
 
+struct SDL_Surface;
+
 /// Sets the filter of textures uploaded from now on: nearest for 1 (the default), linear for any other value.
 KX_API void KXSetTextureMode(int mode);
 
@@ -112,6 +114,7 @@ public:
     KX_INTERNAL void _getPixel(int x, int y, float& r, float& g, float& b, float& a, int keepCache);
     KX_INTERNAL int _savePNG(const char* path);
     KX_INTERNAL bool _isUsableHere() const;
+    KX_INTERNAL SDL_Surface* _newSurface(); // the caller's; null with a text in the platform's error
 
 private:
     KX_INTERNAL void _forgetPixels();

@@ -12,7 +12,8 @@
 /// - Drawing: KXWindow.h, KXRenderContext.h, KXTexture.h, KXTextureCache.h, KXDrawing.h, KXDrawBatch.h
 /// - Sprites and values in files: KXSprite.h, KXIO.h
 /// - Text: KXFont.h, KXUIGlobalFont.h
-/// - Input: KXKeyboard.h, KXMouse.h, KXTouch.h, KXGamePad.h
+/// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXGamePad.h, KXInputEvents.h,
+/// KXClipboard.h
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
 ///   KXUITextEntry.h, KXUIFileBrowser.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
@@ -24,7 +25,9 @@
 
 #include <Kobaltrix/KXApplication.h>
 #include <Kobaltrix/KXAudio.h>
+#include <Kobaltrix/KXClipboard.h>
 #include <Kobaltrix/KXCore.h>
+#include <Kobaltrix/KXCursor.h>
 #include <Kobaltrix/KXDrawBatch.h>
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXError.h>

@@ -1,14 +1,11 @@
 #include "input/KXMouse.h"
 
 #include "core/ground/ErrorSlot.h"
-#include "core/ground/LibraryRun.h"
 
 #include <Kobaltrix/KXKeyboard.h>
 
 #include <SDL_events.h>
 #include <SDL_mouse.h>
-
-#include <utility>
 
 constinit int KXMouseX = 0;
 constinit int KXMouseY = 0;
@@ -86,46 +83,3 @@ int KXSetMouseRelative(int relative) {
     _KXReportError("The pointer cannot be held: %s", SDL_GetError());
     return 0;
 }
-
-static SDL_SystemCursor systemCursor(KXCursor cursor) {
-    switch (cursor) {
-    case KXCursorText:
-        return SDL_SYSTEM_CURSOR_IBEAM;
-    case KXCursorHand:
-        return SDL_SYSTEM_CURSOR_HAND;
-    case KXCursorCrosshair:
-        return SDL_SYSTEM_CURSOR_CROSSHAIR;
-    case KXCursorWait:
-        return SDL_SYSTEM_CURSOR_WAIT;
-    case KXCursorMove:
-        return SDL_SYSTEM_CURSOR_SIZEALL;
-    case KXCursorWidth:
-        return SDL_SYSTEM_CURSOR_SIZEWE;
-    case KXCursorHeight:
-        return SDL_SYSTEM_CURSOR_SIZENS;
-    case KXCursorForbidden:
-        return SDL_SYSTEM_CURSOR_NO;
-    case KXCursorArrow:
-        break;
-    }
-    return SDL_SYSTEM_CURSOR_ARROW;
-}
-
-// The cursor in use. The platform frees it when the library ends, and shows the one before while it is
-// changed.
-static constinit SDL_Cursor* shownCursor = nullptr;
-static constinit unsigned shownInRun = 0;
-
-int _KXShowCursor(SDL_Cursor* cursor) {
-    if (!cursor) {
-        _KXReportError("The pointer's shape cannot be set: %s", SDL_GetError());
-        return 0;
-    }
-    SDL_SetCursor(cursor);
-    if (SDL_Cursor* const previous = std::exchange(shownCursor, cursor); shownInRun == _KXLibraryRun)
-        SDL_FreeCursor(previous);
-    shownInRun = _KXLibraryRun;
-    return -1;
-}
-
-int KXSetCursor(KXCursor cursor) { return _KXShowCursor(SDL_CreateSystemCursor(systemCursor(cursor))); }

@@ -2,7 +2,6 @@
 
 #include <Kobaltrix/KXMouse.h>
 
-struct SDL_Cursor;
 struct SDL_MouseButtonEvent;
 struct SDL_MouseMotionEvent;
 struct SDL_MouseWheelEvent;
@@ -25,9 +24,6 @@ inline constinit int& _KXMouseButtonWheelUp = _KXMouseHeld.buttons[4];
 inline constinit int& _KXMouseButtonWheelLeft = _KXMouseHeld.buttons[5];
 inline constinit int& _KXMouseButtonWheelRight = _KXMouseHeld.buttons[6];
 
-/// Shows a cursor, which is the library's from now on, in place of the one before. @return -1, or 0 with a
-/// text in the error slot for null.
-int _KXShowCursor(SDL_Cursor* cursor);
 /// Takes a button press or release over.
 void _KXSetMouse(SDL_MouseButtonEvent event);
 /// Takes wheel notches over; flags are only set here.

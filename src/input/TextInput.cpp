@@ -8,7 +8,6 @@
 #include <SDL.h>
 
 #include <algorithm>
-#include <memory>
 
 namespace {
 // What the platform was asked for on behalf of whoever has the keyboard.
@@ -79,10 +78,3 @@ void _KXSetTextInputRect(KXRect rect) {
     request.rect = area;
     SDL_SetTextInputRect(&area);
 }
-
-std::string _KXClipboardText() {
-    const std::unique_ptr<char, decltype(&SDL_free)> text(SDL_GetClipboardText(), SDL_free);
-    return text ? text.get() : "";
-}
-
-bool _KXSetClipboardText(const std::string& text) { return SDL_SetClipboardText(text.c_str()) == 0; }

@@ -41,8 +41,3 @@ std::string _KXTakeTypedText();
 std::string _KXComposedText();
 /// Tells input methods where the text is that they help to write, in points of the window.
 void _KXSetTextInputRect(KXRect rect);
-
-/// The text on the system's clipboard, empty if it holds none.
-std::string _KXClipboardText();
-/// Puts a text on the system's clipboard. False if the platform refuses.
-bool _KXSetClipboardText(const std::string& text);

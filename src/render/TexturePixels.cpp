@@ -176,18 +176,26 @@ KXColor KXTexture::getPixel(KXPoint point, int keepCache) {
 
 int KXTexture::writeToPNG(const char* path) { return _savePNG(path); }
 
-int KXTexture::_savePNG(const char* path) {
-    KX_GL_CHECK("KXTexture::writeToPNG");
+SDL_Surface* KXTexture::_newSurface() {
     const _KXGraphicsContextScope scope(_graphicsContext);
-    if (!scope || !_textureID || !path) {
-        _KXReportError("Unable to write a PNG file: %s",
-                       path ? "the texture is empty or its window is closed" : "no path");
-        return 0;
+    if (!scope || !_textureID) {
+        SDL_SetError("the texture is empty or its window is closed");
+        return nullptr;
     }
-    const _KXSurface surface(SDL_CreateRGBSurfaceWithFormat(
-        0, static_cast<int>(_size.width), static_cast<int>(_size.height), 32, SDL_PIXELFORMAT_RGBA32));
+    SDL_Surface* const surface = SDL_CreateRGBSurfaceWithFormat(
+        0, static_cast<int>(_size.width), static_cast<int>(_size.height), 32, SDL_PIXELFORMAT_RGBA32);
     if (surface)
         _readBack(GL_UNSIGNED_BYTE, surface->pixels);
+    return surface;
+}
+
+int KXTexture::_savePNG(const char* path) {
+    KX_GL_CHECK("KXTexture::writeToPNG");
+    if (!path) {
+        _KXReportError("Unable to write a PNG file: no path");
+        return 0;
+    }
+    const _KXSurface surface(_newSurface());
     if (!surface || IMG_SavePNG(surface.get(), path) != 0) {
         _KXReportError("Unable to write a PNG file (%s): %s", path, SDL_GetError());
         return 0;

@@ -7,6 +7,7 @@
 #include "input/PressEdge.h"
 #include "input/TextInput.h"
 
+#include <Kobaltrix/KXClipboard.h>
 #include <Kobaltrix/KXMouse.h>
 
 #include <cstdlib>
@@ -167,11 +168,11 @@ void KXUITextEntry::_pollClipboardKeys() {
     if (all)
         edit.selectAll();
     const bool copied =
-        (copy || cut) && !_masked && edit.hasSelection() && _KXSetClipboardText(edit.selectedText());
+        (copy || cut) && !_masked && edit.hasSelection() && KXSetClipboardText(edit.selectedText().c_str());
     if (cut && copied)
         _noteChange(edit.erase(_KXCursorStep::Left));
     if (paste)
-        _noteChange(edit.insert(_KXClipboardText().c_str()));
+        _noteChange(edit.insert(KXClipboardText()));
 }
 
 void KXUITextEntry::_pollFocusKeys() {

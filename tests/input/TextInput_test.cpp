@@ -1,5 +1,6 @@
 #include "InputTest.h"
 
+#include <Kobaltrix/KXClipboard.h>
 #include <Kobaltrix/KXFont.h>
 
 #include <functional>
@@ -86,5 +87,12 @@ TEST_F(TextInput, OutlivesTheFontsButNotTheLibrary) {
     KXInit();
     _KXKeepTextInput();
     EXPECT_EQ(take("d"), "d|");
+}
+
+TEST_F(TextInput, TheClipboardKeepsAText) {
+    EXPECT_EQ(KXSetClipboardText("Grüße"), -1);
+    EXPECT_STREQ(KXClipboardText(), "Grüße");
+    EXPECT_EQ(KXSetClipboardText(nullptr), -1);
+    EXPECT_STREQ(KXClipboardText(), "");
 }
 } // namespace

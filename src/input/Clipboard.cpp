@@ -1,0 +1,25 @@
+#include <Kobaltrix/KXClipboard.h>
+
+#include "core/ground/ErrorSlot.h"
+#include "core/ground/HeapGlobal.h"
+
+#include <SDL_clipboard.h>
+#include <SDL_error.h>
+#include <SDL_stdinc.h>
+
+#include <memory>
+#include <string>
+
+const char* KXClipboardText() {
+    static constinit _KXHeapGlobal<std::string> last;
+    const std::unique_ptr<char, decltype(&SDL_free)> text(SDL_GetClipboardText(), SDL_free);
+    last.get() = text ? text.get() : "";
+    return last.get().c_str();
+}
+
+int KXSetClipboardText(const char* text) {
+    if (SDL_SetClipboardText(text ? text : "") == 0)
+        return -1;
+    _KXReportError("The clipboard refuses the text: %s", SDL_GetError());
+    return 0;
+}
