@@ -1,9 +1,11 @@
 // A real window on a real desktop: a person's keys and clicks, and fullscreen.
 
 #include <Kobaltrix/KXCore.h>
+#include <Kobaltrix/KXCursor.h>
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXKeyboard.h>
 #include <Kobaltrix/KXMouse.h>
+#include <Kobaltrix/KXTexture.h>
 #include <Kobaltrix/KXWindow.h>
 
 #include "support/Image.h"
@@ -67,6 +69,42 @@ TEST_F(Desktop, KeysAreTyped) {
     EXPECT_TRUE(becomes([] { return KXKey(KXKeyK) == 0 && KXKey(KXKeyLeft) != 0; }));
     person("keyup Left");
     EXPECT_TRUE(becomes([] { return KXKeyPressed() == 0; }));
+}
+
+// Each is over before a step can see the key held. (Taken quicker, one after another is a repeat to the
+// system.)
+TEST_F(Desktop, NoTapIsLost) {
+    person("key --delay 0 --repeat 50 --repeat-delay 20 k");
+    int downs = 0, ups = 0;
+    EXPECT_TRUE(becomes([&] {
+        downs += KXKeyWentDown(KXKeyK);
+        ups += KXKeyWentUp(KXKeyK);
+        return downs >= 50 && ups >= 50;
+    }));
+    EXPECT_EQ(downs, 50);
+    EXPECT_EQ(ups, 50);
+    EXPECT_EQ(KXKeyHeld(KXKeyK), 0);
+}
+
+TEST_F(Desktop, ThePointerHasShapes) {
+    KXTexture texture(16, 16), empty;
+    texture.clear();
+    EXPECT_EQ(KXSetCursor(KXCursorHand), -1);
+    EXPECT_EQ(KXSetCursor(texture, {1, 1}), -1);
+    SDL_Cursor* const own = SDL_GetCursor();
+    EXPECT_EQ(KXSetCursor(texture, {1, 1000}), 0) << "it would point from outside";
+    EXPECT_STRNE(KXError(), "");
+    EXPECT_EQ(KXSetCursor(empty, {0, 0}), 0);
+    EXPECT_EQ(SDL_GetCursor(), own);
+    EXPECT_EQ(KXSetCursor(KXCursorArrow), -1) << "the one before is freed";
+}
+
+TEST_F(Desktop, TheMouseMovesWithoutThePointer) {
+    EXPECT_EQ(KXSetMouseRelative(-1), -1);
+    float x = 0;
+    person("mousemove_relative 40 0");
+    EXPECT_TRUE(becomes([&x] { return (x += KXMouseMotion().x) >= 40; })) << x;
+    EXPECT_EQ(KXSetMouseRelative(0), -1);
 }
 
 TEST_F(Desktop, TheMouseMovesClicksAndTurnsItsWheel) {

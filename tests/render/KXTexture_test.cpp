@@ -1,10 +1,8 @@
-#include <Kobaltrix/KXCursor.h>
 #include <Kobaltrix/KXTexture.h>
 
 #include "RenderTest.h"
 
 #include <SDL_image.h>
-#include <SDL_mouse.h>
 
 namespace {
 struct Texture : RenderTest {
@@ -109,18 +107,6 @@ TEST_F(Texture, WritesPNG) {
     EXPECT_EQ(texture.writeToPNG((folder / "no/such/folder.png").c_str()), 0);
     EXPECT_STRNE(KXError(), "");
     EXPECT_EQ(KXTexture().writeToPNG(path.c_str()), 0);
-}
-
-TEST_F(Texture, BecomesThePointer) {
-    EXPECT_EQ(KXSetCursor(texture, {1, 1}), -1);
-    SDL_Cursor* const own = SDL_GetCursor();
-    _KXClearError();
-    EXPECT_EQ(KXSetCursor(texture, {1, 1000}), 0) << "it would point from outside";
-    EXPECT_STRNE(KXError(), "");
-    KXTexture empty;
-    EXPECT_EQ(KXSetCursor(empty, {0, 0}), 0);
-    EXPECT_EQ(SDL_GetCursor(), own);
-    EXPECT_EQ(KXSetCursor(texture, {0, 0}), -1) << "the one before is freed";
 }
 
 TEST_F(Texture, LeavesTheGamesOpenGLStateAlone) {
