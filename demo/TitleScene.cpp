@@ -17,7 +17,12 @@ TitleScene::TitleScene(App& app)
     : _app(app), _buttons({400, 215}, 180,
                           {"Keep the fire", "Two keepers", "Host a night", "Join a night", "Best keepers",
                            "Options", "Widgets", "Leave"}),
-      _sway(1, 1.6f, 0, -4, 4, -1, 0, -1, 0, KXAnimationCurveTypeEaseInOut) {
+      _sway({.from = -4,
+             .to = 4,
+             .seconds = 1.6f,
+             .ease = KXEaseInOutSine,
+             .repeats = -1,
+             .backAndForth = -1}) {
     app.assets.load(_fire, "fire");
     _fire.setAnimation("burn");
     _fire.setScale(5);
@@ -72,7 +77,7 @@ void TitleScene::askToLeave() {
 std::unique_ptr<Scene> TitleScene::step() {
     _fire.poll();
     _hero.poll();
-    _sway.interpolate();
+    _sway.step();
     if (!_dialog) {
         if (KXKey(Key::escape, 1))
             askToLeave();

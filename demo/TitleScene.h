@@ -18,7 +18,7 @@ private:
     ButtonColumn _buttons;
     KXSprite _fire, _hero;
     std::unique_ptr<KXUIDialogBox> _dialog; ///< While somebody is asked whether to leave.
-    KXValueInterpolater _sway;
+    KXTween _sway;
 };
 
 /// The valley behind every screen that is not a night.

@@ -15,11 +15,14 @@ constexpr float fuelPerMoth = 11;
 
 float distance(KXPoint a, KXPoint b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
-KXValueInterpolater drift(float seconds, float way) {
-    return {1, seconds, 0, 0, way, -1, 0, -1, 0, KXAnimationCurveTypeEaseInOut};
+KXTween drift(float seconds, float way) {
+    return KXTweenSettings{
+        .to = way, .seconds = seconds, .ease = KXEaseInOutSine, .repeats = -1, .backAndForth = -1};
 }
-KXValueInterpolater fadeIn() { return {1, 1.2f, 0, 0, 1, 0, 0, 0, 0, KXAnimationCurveTypeEaseIn}; }
-KXValueInterpolater hop() { return {1, 0.26f, 0, 0, 46, 0, 0, -1, 0, KXAnimationCurveTypeEaseOut}; }
+KXTween fadeIn() { return KXTweenSettings{.seconds = 1.2f, .ease = KXEaseInQuadratic}; }
+KXTween hop() { // up and down again, as what is thrown
+    return KXTweenSettings{.to = 46, .seconds = 0.26f, .ease = KXEaseOutQuadratic, .backAndForth = -1};
+}
 } // namespace
 
 World::World(int players, int seconds, const HitBoxes& boxes) : _boxes(boxes), _length(seconds * 60) {
@@ -91,7 +94,7 @@ void World::stepPlayer(int index, const Input& input) {
         happened(Event::Hop, player.at);
     }
     if (hopper.hopping) {
-        player.height = hopper.height.interpolate();
+        player.height = hopper.height.step();
         hopper.hopping = !hopper.height.done();
     } else {
         player.height = 0;
@@ -125,10 +128,10 @@ void World::stepMoth(Moth& moth) {
     }
     if (moth.carrier >= 0)
         return;
-    moth.across.interpolate();
-    moth.up.interpolate();
+    moth.across.step();
+    moth.up.step();
     if (!moth.light.done()) {
-        moth.light.interpolate();
+        moth.light.step();
         return;
     }
     const KXPoint at = {moth.home.x + moth.across.value(), moth.home.y + moth.up.value()};
@@ -218,8 +221,8 @@ void World::show() {
         if (moth.away > 0)
             continue;
         if (moth.carrier < 0) {
-            _picture.moths.push_back({{moth.home.x + moth.across.value(), moth.home.y + moth.up.value()},
-                                      moth.light.done() ? 1 : moth.light.value()});
+            _picture.moths.push_back(
+                {{moth.home.x + moth.across.value(), moth.home.y + moth.up.value()}, moth.light.value()});
             continue;
         }
         const Picture::Player& player = _picture.players[moth.carrier];

@@ -71,12 +71,12 @@ public:
 private:
     struct Hopper {
         bool hopping = false;
-        KXValueInterpolater height;
+        KXTween height;
         float turn = 0; ///< Of the moths that follow.
     };
     struct Moth {
         KXPoint home;
-        KXValueInterpolater across, up, light;
+        KXTween across, up, light;
         int carrier = -1; ///< The player it follows.
         int seat = 0;     ///< Its place among those that follow.
         int away = 0;     ///< Steps until it comes back.

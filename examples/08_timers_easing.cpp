@@ -11,19 +11,23 @@ int main(int argc, char** argv) {
         KXUISetGlobalFont(example.font(), KXAliasModeTexture, 11, KXZeroPoint);
         const char* names[] = {"linear", "ease in", "ease out", "ease in and out"};
         const KXColor colors[] = {paper, teal, rose, leaf};
-        KXValueInterpolater ways[4];
-        for (int i = 0; i < 4;
-             ++i) // from 0 to 1 in 2.5 seconds and back, for ever, 20 steps of pause at each end
-            ways[i] = KXValueInterpolater(1, 2.5f, 0, 0, 1, -1, 20, -1, 20,
-                                          static_cast<KXAnimationCurveType>(i)); // the curves, from 0 to 3
-        KXTimer beat(60);                                                        // fires at every 60th tick
+        const KXEase eases[] = {KXEaseLinear, KXEaseInCubic, KXEaseOutCubic, KXEaseInOutCubic};
+        KXTween ways[4];
+        for (int i = 0; i < 4; ++i) // from 0 to 1 and back, for ever, with a pause at each end
+            ways[i] = KXTween({.seconds = 2.5f,
+                               .ease = eases[i],
+                               .repeats = -1,
+                               .backAndForth = -1,
+                               .pauseBeforeReturn = 0.3f,
+                               .pauseBeforeRepeat = 0.3f});
+        KXTimer beat(60); // fires at every 60th tick
         int beats = 0;
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
             while (KXLogicLoop()) {
-                for (KXValueInterpolater& way : ways)
-                    way.interpolate();
+                for (KXTween& way : ways)
+                    way.step();
                 if (beat.tick())
                     ++beats;
                 KXLogicUpdate();
@@ -33,17 +37,16 @@ int main(int argc, char** argv) {
             KXDrawRectFill({{0, 0}, window.size()}, night);
             for (int i = 0; i < 4; ++i) {
                 const float y = 34 + 44.0f * i;
-                const auto curve = static_cast<KXAnimationCurveType>(i);
                 KXUIGlobalFontPrint({20, y - 18}, colors[i], names[i]);
                 KXDrawLine({24, y + 8}, {260, y + 8}, dusk);
                 for (int ghost = 0; ghost <= 12; ++ghost) { // where it is at each twelfth of the time
-                    const float x = 24 + 236 * KXAnimationCurve(curve, static_cast<float>(ghost) / 12);
+                    const float x = 24 + 236 * KXEased(eases[i], static_cast<float>(ghost) / 12);
                     KXDrawCircleFill({x, y + 8}, 3, 16, dusk);
                 }
                 KXDrawCircleFill({24 + 236 * ways[i].value(), y + 8}, 9, 32, colors[i]);
                 for (int x = 0; x < 80; ++x) { // the curve itself: to the right time, upward the way
-                    const float from = KXAnimationCurve(curve, static_cast<float>(x) / 80);
-                    const float to = KXAnimationCurve(curve, static_cast<float>(x + 1) / 80);
+                    const float from = KXEased(eases[i], static_cast<float>(x) / 80);
+                    const float to = KXEased(eases[i], static_cast<float>(x + 1) / 80);
                     KXDrawLine({300.0f + x, y + 16 - 32 * from}, {301.0f + x, y + 16 - 32 * to}, colors[i]);
                 }
                 KXDrawRect({{298, y - 18}, {84, 36}}, dusk);

@@ -17,7 +17,7 @@
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
 ///   KXUITextEntry.h, KXUIFileBrowser.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
-/// - Time: KXTimer.h, KXInterpolation.h
+/// - Time: KXTimer.h, KXTween.h, KXInterpolation.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkBuffer.h
 /// - Helpers: KXGeometry.h, KXVector3D.h, KXRandom.h, KXString.h, KXFile.h, KXLog.h, KXPlatform.h
 ///
@@ -60,6 +60,7 @@
 #include <Kobaltrix/KXTextureCache.h>
 #include <Kobaltrix/KXTimer.h>
 #include <Kobaltrix/KXTouch.h>
+#include <Kobaltrix/KXTween.h>
 #include <Kobaltrix/KXTypes.h>
 #include <Kobaltrix/KXUIButton.h>
 #include <Kobaltrix/KXUIColors.h>
