@@ -14,9 +14,9 @@
 #include <SDL_stdinc.h>
 
 #include <cstring>
-#include <deque>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 constinit SDL_Event _KXMainEvent = {};
 constinit unsigned KXCurrentEventWindowID = 0xFFFFFFFF;
@@ -129,40 +129,56 @@ static bool isTouch(const SDL_Event& event) {
     return event.type >= SDL_FINGERDOWN && event.type <= SDL_MULTIGESTURE;
 }
 
-static void dispatchMainEvent(bool touchesCount) {
+static void dispatchAsMain(const SDL_Event& event) {
+    _KXMainEvent = event;
     // The field behind type and time stamp, whatever it is for this type of event.
     std::memcpy(&KXCurrentEventWindowID, reinterpret_cast<const char*>(&_KXMainEvent) + 2 * sizeof(Uint32),
                 sizeof KXCurrentEventWindowID);
-    _KXTakePlatformEvent(_KXMainEvent);
-    if (touchesCount || !isTouch(_KXMainEvent))
-        dispatch(_KXMainEvent);
+    dispatch(_KXMainEvent);
     if (char** text = textGivenWith(_KXMainEvent))
         SDL_free(std::exchange(*text, nullptr));
 }
 
-// What was taken from the platform and waits for its turn. Functions of the game that are called meanwhile
-// may run the loop, too: whoever is innermost goes on with it.
-static constinit _KXHeapGlobal<std::deque<SDL_Event>> waitingEvents;
+namespace {
+// What was taken from the platform and waits for its turn.
+struct WaitingEvents {
+    std::vector<SDL_Event> events;
+    std::size_t taken = 0;
 
-static void takeWaitingTouches(std::deque<SDL_Event>& waiting) {
-    for (SDL_Event event; SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FINGERDOWN, SDL_MULTIGESTURE) > 0;)
-        waiting.push_back(event);
-}
+    bool isEmpty() const { return taken == events.size(); }
+    SDL_Event takeFirst() {
+        const SDL_Event first = events[taken++];
+        if (isEmpty()) {
+            events.clear();
+            taken = 0;
+        }
+        return first;
+    }
+    void addAll() {
+        for (SDL_Event event; SDL_PollEvent(&event);)
+            events.push_back(event);
+    }
+    void addTouches() {
+        for (SDL_Event event; SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FINGERDOWN, SDL_MULTIGESTURE) > 0;)
+            events.push_back(event);
+    }
+};
+} // namespace
+
+// Functions of the game that are called meanwhile may run the loop, too: whoever is innermost goes on with
+// it.
+static constinit _KXHeapGlobal<WaitingEvents> waitingEvents;
 
 void _KXDispatchEvents() {
-    auto& waiting = waitingEvents.get();
-    for (;;) {
-        for (SDL_Event event; SDL_PollEvent(&event);)
-            waiting.push_back(event);
-        if (waiting.empty())
-            return;
-        // For the state of the one finger a burst of touches collapses to its first sample: it is told of no
-        // touch that waited while another event was handled.
-        for (bool touchesCount = true; !waiting.empty(); touchesCount = false) {
-            _KXMainEvent = waiting.front();
-            waiting.pop_front();
-            dispatchMainEvent(touchesCount);
-            takeWaitingTouches(waiting);
+    WaitingEvents& waiting = waitingEvents.get();
+    for (waiting.addAll(); !waiting.isEmpty(); waiting.addAll())
+        // For the state of the one finger a burst of touches collapses to its first sample: no touch that
+        // waits while another event is handled reaches it.
+        for (bool isFirst = true; !waiting.isEmpty(); isFirst = false) {
+            const SDL_Event event = waiting.takeFirst();
+            _KXTakePlatformEvent(event);
+            if (isFirst || !isTouch(event))
+                dispatchAsMain(event);
+            waiting.addTouches();
         }
-    }
 }
