@@ -19,6 +19,20 @@ TEST_F(Window, PassesPropertiesToThePlatform) {
     EXPECT_TRUE(SDL_GetWindowFlags(SDL_GetWindowFromID(resizable.id())) & SDL_WINDOW_RESIZABLE);
 }
 
+TEST_F(Window, TellsWhichVerticalSyncIsGranted) {
+    KXWindow other("Other", {32, 32});
+    for (const KXVerticalSync sync : {KXVerticalSyncOff, KXVerticalSyncOn, KXVerticalSyncAdaptive}) {
+        _KXClearError();
+        if (other.setVerticalSync(sync)) // else the platform has none of that kind
+            EXPECT_EQ(other.verticalSync(), sync);
+        else
+            EXPECT_STRNE(KXError(), "");
+        EXPECT_EQ(KXCurrentRenderContext(), window.get());
+    }
+    KXDeInit();
+    EXPECT_EQ(other.setVerticalSync(KXVerticalSyncOff) | other.verticalSync(), 0) << "a closed window";
+}
+
 TEST_F(Window, CachesItsSize) {
     SDL_SetWindowSize(SDL_GetWindowFromID(window->id()), 80, 60);
     EXPECT_EQ(sides(window->size()), (Sides{64, 48})) << "cached";
