@@ -4,10 +4,25 @@
 
 #include <algorithm>
 
-KXTestPad::KXTestPad(int axes, int buttons, int hats) {
+KXTestPad::KXTestPad(int axes, int buttons, int hats, bool shakes) {
     SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1"); // without a display no window has the focus
     SDL_InitSubSystem(SDL_INIT_JOYSTICK);
-    const int device = SDL_JoystickAttachVirtual(SDL_JOYSTICK_TYPE_GAMECONTROLLER, axes, buttons, hats);
+    SDL_VirtualJoystickDesc description = {};
+    description.version = SDL_VIRTUAL_JOYSTICK_DESC_VERSION;
+    description.type = SDL_JOYSTICK_TYPE_GAMECONTROLLER;
+    description.naxes = static_cast<Uint16>(axes);
+    description.nbuttons = static_cast<Uint16>(buttons);
+    description.nhats = static_cast<Uint16>(hats);
+    description.name = "Test Pad";
+    description.vendor_id = 0x1209; // for tests
+    description.product_id = 1;
+    description.userdata = this;
+    if (shakes)
+        description.Rumble = [](void* pad, Uint16 low, Uint16 high) {
+            static_cast<KXTestPad*>(pad)->_shaking = {low, high};
+            return 0;
+        };
+    const int device = SDL_JoystickAttachVirtualEx(&description);
     if (device >= 0)
         _instance = SDL_JoystickGetDeviceInstanceID(device);
 }
@@ -18,6 +33,7 @@ KXTestPad::~KXTestPad() {
 }
 
 bool KXTestPad::plugged() const { return _instance >= 0; }
+KXTestPad::Shaking KXTestPad::shaking() const { return _shaking; }
 
 void KXTestPad::unplug() {
     const int instance = _instance;

@@ -3,7 +3,8 @@
 #include <Kobaltrix/KXPlatform.h>
 
 /// @file
-/// One game pad, the first joystick the platform reports: buttons, a hat, two sticks and two triggers.
+/// One game pad, the first joystick the platform reports: buttons, a hat, two sticks and two triggers,
+/// numbered as its maker has them. KXPads.h has several pads with one layout, and misses nothing.
 ///
 /// Most inputs are read in three ways. Held: on every call while the input is held. Once: the first time it
 /// is asked for while held, then not again until it was let go. With delayed repeat: like once, and again on
@@ -19,8 +20,9 @@
 /// for the direction opposite to its push.
 ///
 /// Everything changes only while KXLogicLoop() reads events. The events of any joystick that is open at the
-/// platform count as the pad's, also of one that the game has opened itself. A number that is no button,
-/// direction or axis reads as not held.
+/// platform count as the pad's, also of one that the game has opened itself, and with no pad open here; but
+/// of those that KXInitPads() has taken only this pad's own do. A number that is no button, direction or axis
+/// reads as not held.
 
 /// Opens the first joystick and forgets what was held. -1 on success, 0 if none is attached or KXInit() has
 /// not run. A pad that is open already is closed first, so call it again after a pad was plugged in.

@@ -12,8 +12,8 @@
 /// - Drawing: KXWindow.h, KXRenderContext.h, KXTexture.h, KXTextureCache.h, KXDrawing.h, KXDrawBatch.h
 /// - Sprites and values in files: KXSprite.h, KXIO.h
 /// - Text: KXFont.h, KXUIGlobalFont.h
-/// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXGamePad.h, KXInputEvents.h,
-/// KXClipboard.h
+/// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
+///   KXInputEvents.h, KXClipboard.h
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
 ///   KXUITextEntry.h, KXUIFileBrowser.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
@@ -50,6 +50,7 @@
 #include <Kobaltrix/KXNetworkClient.h>
 #include <Kobaltrix/KXNetworkHandler.h>
 #include <Kobaltrix/KXNetworkServer.h>
+#include <Kobaltrix/KXPads.h>
 #include <Kobaltrix/KXPlatform.h>
 #include <Kobaltrix/KXRandom.h>
 #include <Kobaltrix/KXRenderContext.h>

@@ -1,6 +1,7 @@
 #include "input/GamePad.h"
 
 #include "core/ground/LogicClock.h"
+#include "input/Pads.h"
 
 #include <Kobaltrix/KXTypes.h>
 
@@ -50,6 +51,32 @@ int stickX(int rightStick) { return rightStick ? 2 : 0; }
 int stickY(int rightStick) { return rightStick ? 3 : 1; }
 } // namespace
 
+static void push(SDL_Event event, unsigned type) {
+    event.type = type;
+    SDL_PushEvent(&event);
+}
+
+// A joystick tells how it is when it is opened. One that KXInitPads() has opened before does it here.
+static void tellAnew(SDL_Joystick* pad) {
+    SDL_Event event = {};
+    event.jaxis.which = SDL_JoystickInstanceID(pad);
+    for (int axis = 0; axis < SDL_JoystickNumAxes(pad); ++axis) {
+        event.jaxis.axis = static_cast<Uint8>(axis);
+        event.jaxis.value = SDL_JoystickGetAxis(pad, axis);
+        push(event, SDL_JOYAXISMOTION);
+    }
+    for (int button = 0; button < SDL_JoystickNumButtons(pad); ++button)
+        if ((event.jbutton.state = SDL_JoystickGetButton(pad, button)) == SDL_PRESSED) {
+            event.jbutton.button = static_cast<Uint8>(button);
+            push(event, SDL_JOYBUTTONDOWN);
+        }
+    if (SDL_JoystickNumHats(pad) > 0) {
+        event.jhat.hat = 0;
+        event.jhat.value = SDL_JoystickGetHat(pad, 0);
+        push(event, SDL_JOYHATMOTION);
+    }
+}
+
 int KXInitGamePad() {
     KXDeInitGamePad();
     if (SDL_WasInit(SDL_INIT_JOYSTICK) && SDL_NumJoysticks() > 0)
@@ -57,6 +84,8 @@ int KXInitGamePad() {
     if (!_KXGamePad)
         return 0;
     _KXPad = {};
+    if (_KXIsPad(SDL_JoystickInstanceID(_KXGamePad)))
+        tellAnew(_KXGamePad);
     return -1;
 }
 

@@ -5,6 +5,7 @@
 
 #include <Kobaltrix/KXKeyboard.h>
 #include <Kobaltrix/KXMouse.h>
+#include <Kobaltrix/KXPads.h>
 #include <Kobaltrix/KXTouch.h>
 
 #include <SDL_keycode.h>
@@ -318,3 +319,17 @@ int KXMouseWentDown(int button) { return downsOf(mouseButton(button)); }
 int KXMouseWentUp(int button) { return upsOf(mouseButton(button)); }
 KXPoint KXMouseWheel() { return _KXStep().wheel; }
 KXPoint KXMouseMotion() { return _KXStep().mouseMotion; }
+
+// Of one pad, or summed up over all.
+static int ofPads(int pad, int button, int (*answer)(const _KXPress*)) {
+    int sum = 0;
+    for (const _KXPress& press : _KXStep().presses)
+        if (press.kind == _KXHoldable::PadButton && press.number == button &&
+            (pad == KXAnyPad || press.pad == pad))
+            sum += answer(&press);
+    return sum;
+}
+
+int KXPadHeld(int pad, int button) { return ofPads(pad, button, isHeld) ? -1 : 0; }
+int KXPadWentDown(int pad, int button) { return ofPads(pad, button, downsOf); }
+int KXPadWentUp(int pad, int button) { return ofPads(pad, button, upsOf); }

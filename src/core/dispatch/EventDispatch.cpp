@@ -7,10 +7,12 @@
 #include "input/KXMouse.h"
 #include "input/KXTouch.h"
 #include "input/Keyboard.h"
+#include "input/Pads.h"
 #include "input/TextInput.h"
 #include "render/KXWindow.h"
 #include "util/KXString.h"
 
+#include <SDL_joystick.h>
 #include <SDL_stdinc.h>
 
 #include <cstring>
@@ -129,6 +131,12 @@ static bool isTouch(const SDL_Event& event) {
     return event.type >= SDL_FINGERDOWN && event.type <= SDL_MULTIGESTURE;
 }
 
+// The state of the one pad is not told of those that KXInitPads() has opened, unless it is one of them.
+static bool isOfAnotherPad(const SDL_Event& event) {
+    return _KXIsOfJoystick(event) && _KXIsPad(event.jbutton.which) &&
+           !(_KXGamePad && SDL_JoystickInstanceID(_KXGamePad) == event.jbutton.which);
+}
+
 static void dispatchAsMain(const SDL_Event& event) {
     _KXMainEvent = event;
     // The field behind type and time stamp, whatever it is for this type of event.
@@ -177,7 +185,7 @@ void _KXDispatchEvents() {
         for (bool isFirst = true; !waiting.isEmpty(); isFirst = false) {
             const SDL_Event event = waiting.takeFirst();
             _KXTakePlatformEvent(event);
-            if (isFirst || !isTouch(event))
+            if ((isFirst || !isTouch(event)) && !isOfAnotherPad(event))
                 dispatchAsMain(event);
             waiting.addTouches();
         }

@@ -1,5 +1,6 @@
 #include "core/dispatch/InputEvents.h"
 
+#include "input/Pads.h"
 #include "input/StepInput.h"
 #include "render/KXWindow.h"
 #include "util/KXString.h"
@@ -83,6 +84,7 @@ static void takeWindowEvent(const SDL_WindowEvent& window) {
         break;
     case SDL_WINDOWEVENT_FOCUS_LOST:
         _KXTakeFocus(window.windowID, window.timestamp, false);
+        _KXRestPadAxes();
         break;
     case SDL_WINDOWEVENT_CLOSE:
         _KXTakeEvent(eventOf(KXInputEventWindowClosed, window.windowID, window.timestamp));
@@ -123,6 +125,18 @@ void _KXTakePlatformEvent(const SDL_Event& event) {
     case SDL_FINGERMOTION:
     case SDL_FINGERUP:
         return takeFinger(event.tfinger);
+    case SDL_CONTROLLERDEVICEADDED: // tells of a place among the joysticks that may have changed meanwhile
+        return _KXTakePads(event.cdevice.timestamp);
+    case SDL_CONTROLLERDEVICEREMOVED:
+        return _KXLosePad(event.cdevice.which, event.cdevice.timestamp);
+    case SDL_CONTROLLERDEVICEREMAPPED:
+        return _KXRestPad(event.cdevice.which);
+    case SDL_CONTROLLERBUTTONDOWN:
+    case SDL_CONTROLLERBUTTONUP:
+        return _KXTakePadButton(event.cbutton.which, event.cbutton.button,
+                                event.type == SDL_CONTROLLERBUTTONDOWN, event.cbutton.timestamp);
+    case SDL_CONTROLLERAXISMOTION:
+        return _KXTakePadAxis(event.caxis.which, event.caxis.axis, event.caxis.value, event.caxis.timestamp);
     case SDL_DROPFILE:
         return takeText(KXInputEventFileDropped, event.drop.windowID, event.drop.timestamp,
                         textOf(event.drop.file));

@@ -18,6 +18,7 @@
 #include "text/KXUIGlobalFont.h"
 
 #include <Kobaltrix/KXLogicLoop.h>
+#include <Kobaltrix/KXPads.h>
 
 #include <SDL.h>
 
@@ -37,6 +38,8 @@ int KXInit() {
         _KXReportError("Unable to create global font cache.");
         return 0;
     }
+    // Pads name their buttons for where they lie. The platform reads its layouts when it starts.
+    SDL_SetHintWithPriority(SDL_HINT_GAMECONTROLLER_USE_BUTTON_LABELS, "0", SDL_HINT_DEFAULT);
     if (SDL_Init(SDL_INIT_TIMER | SDL_INIT_VIDEO | SDL_INIT_JOYSTICK) < 0) {
         _KXReportError("Error initializing SDL: %s", SDL_GetError());
         return 0;
@@ -54,6 +57,7 @@ void KXDeInit() {
     _KXDeInitAudio();
     _KXForgetApplicationPaths();
     KXDeInitGamePad();
+    KXDeInitPads();
     _KXDestroyGlobalFontCache();
     _KXUIForgetGlobalFont();
     KXTextureCachePurge();
