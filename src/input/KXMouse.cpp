@@ -1,8 +1,7 @@
 #include "input/KXMouse.h"
 
 #include "core/ground/ErrorSlot.h"
-
-#include <Kobaltrix/KXKeyboard.h>
+#include "input/Keyboard.h"
 
 #include <SDL_events.h>
 #include <SDL_mouse.h>
@@ -20,7 +19,8 @@ int KXMouse(int button) {
     if (button < 0 || button >= _KXMouseButtonCount)
         return 0;
     constexpr int right = 1;
-    if (button > right || !(KXKey(KXKeyLeftControl) || KXKey(KXKeyRightControl)))
+    const bool control = _KXKeys[KXKeyLeftControl] || _KXKeys[KXKeyRightControl];
+    if (button > right || !control)
         return _KXMouseHeld.buttons[button];
     // With a control key held the left button reads as the right one.
     if (button != right)
