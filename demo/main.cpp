@@ -66,6 +66,8 @@ void Game::step() {
 void Game::run() {
     const bool headless = _app.options.headless;
     const bool lockstep = headless && !_app.options.hostPort && _app.options.join.empty();
+    KXSetLogicExact(-1);
+    KXSetMaximumLogicSteps(15); // after a stall the night goes on where it was
     KXResetLogicLoop();
     while (!isOver()) {
         KXPreLogicLoop();
@@ -84,6 +86,7 @@ void Game::run() {
         }
         _frames = headless ? _steps : _frames + 1;
         KXPostLogicLoop();
+        KXWaitForLogicStep();
     }
 }
 

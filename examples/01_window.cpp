@@ -15,10 +15,11 @@ int main(int argc, char** argv) {
             speeds[i] = {1.5f + 0.5f * i, 0};
         }
         long second = -1;
+        KXSetLogicExact(-1); // 60 steps a second, whatever the display
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) { // until the window is closed
             KXPreLogicLoop();
-            while (KXLogicLoop()) { // 60 times a second, whatever the drawing takes
+            while (KXLogicLoop()) { // a step is due
                 for (int i = 0; i < 5; ++i) {
                     const float radius = 12 + 4.0f * i;
                     speeds[i].y += 0.15f; // they fall
@@ -44,6 +45,7 @@ int main(int argc, char** argv) {
             window.swapBuffers(); // shows what was drawn
             KXFPSTick();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
             if (second != KXElapsedTime()) {
                 second = static_cast<long>(KXElapsedTime());
                 window.setTitle(KXTempString("A window: %d frames a second", KXFPS()));

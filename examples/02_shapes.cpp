@@ -34,6 +34,7 @@ int main(int argc, char** argv) {
     {
         KXWindow window("Shapes", {400, 250});
         int step = 0;
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -63,6 +64,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

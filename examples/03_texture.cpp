@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
         const char* names[] = {"as it is",    "scaled", "turned",     "mirrored",
                                "upside down", "tinted", "half there", "a part"};
         int step = 0;
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -61,6 +62,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
         KXTexture panel(example.file("panel.png")); // 24 by 24 pixels, corners of 8 by 8
         KXTexture owl(example.file("owl.png"));
         int step = 0;
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -46,6 +47,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

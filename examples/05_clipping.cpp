@@ -32,6 +32,7 @@ int main(int argc, char** argv) {
         KXWindow window("Clipping", {400, 250});
         const KXRect panes[] = {{{24, 30}, {166, 140}}, {{210, 30}, {166, 140}}};
         int step = 0;
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -60,6 +61,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

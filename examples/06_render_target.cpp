@@ -31,6 +31,7 @@ int main(int argc, char** argv) {
         KXWindow window("A render target", {400, 250});
         KXTexture town(400, 150); // blank; a texture belongs to the window that was current when it was made
         int step = 0;
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -58,6 +59,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

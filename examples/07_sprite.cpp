@@ -21,6 +21,7 @@ int main(int argc, char** argv) {
             sitting[i]->setAnimation("sit");
             sitting[i]->randomizeCurrentFrame();
         }
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -57,6 +58,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
                                .pauseBeforeRepeat = 0.3f});
         KXTimer beat(60); // fires at every 60th tick
         int beats = 0;
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -59,6 +60,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

@@ -46,6 +46,7 @@ int main(int argc, char** argv) {
         KXUISetGlobalFont(example.font(), KXAliasModeTexture, 12, KXZeroPoint);
         int plugged = KXInitGamePad(); // opens the first one there is
         KXTimer lookAgain(120);
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -66,6 +67,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

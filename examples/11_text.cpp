@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
         small.setSize(14);
         const char* story = "One letter after another, as if somebody typed.";
         int step = 0;
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -52,6 +53,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

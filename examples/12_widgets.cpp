@@ -34,6 +34,7 @@ int main(int argc, char** argv) {
 
         const KXColor colors[] = {gold, rose, leaf, teal};
         int color = 0;
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -62,6 +63,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

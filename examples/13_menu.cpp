@@ -40,6 +40,7 @@ int main(int argc, char** argv) {
         menu.addMenuItemWithName("Stars", turnStars, &scene, 0, 19); // and by the key S
         menu.addDivider();
         menu.addMenuItemWithName("Leave", leave, nullptr, 0, 17); // and by Q
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -60,6 +61,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

@@ -40,6 +40,7 @@ int main(int argc, char** argv) {
         KXTexture owl(example.file("owl.png"));
         int page = 0, step = 0;
         std::unique_ptr<KXUIDialogBox> box = open(pages[page]);
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -68,6 +69,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

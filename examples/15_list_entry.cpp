@@ -26,6 +26,7 @@ int main(int argc, char** argv) {
         for (const char* thing : {"Rope, twenty metres", "A {C1,0.85,0.54,1}lantern{EC}", "Matches",
                                   "Two blankets", "Bread and cheese", "The old map", "A whistle", "Chalk"})
             list.add(thing);
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -59,6 +60,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

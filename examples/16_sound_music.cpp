@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
         music.play(-1);      // for ever
         bool halted = false, wasDown = false;
         float glow[8] = {};
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -67,6 +68,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

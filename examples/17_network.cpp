@@ -35,6 +35,7 @@ int main(int argc, char** argv) {
         std::vector<KXPoint> lit, seen;
         long answers = 0;
         KXTimer nextStar(6);
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -71,6 +72,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeinitializeLog();

@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
         const KXColor colors[] = {gold, paper, rose, teal, leaf};
         bool batch = true;
         int step = 0;
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -52,6 +53,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

@@ -46,6 +46,7 @@ int main(int argc, char** argv) {
         owls.draw(0, 0, 16, 16, 4, 5, 0);
         face.unsetRenderContext();
         int step = 0;
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -66,6 +67,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

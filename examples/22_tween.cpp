@@ -23,6 +23,7 @@ int main(int argc, char** argv) {
                          .pauseBeforeReturn = 0.5f,
                          .pauseBeforeRepeat = 0.5f});
         int arrivals = 0;
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -61,6 +62,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
         }
     }
     KXDeInit();

@@ -8,37 +8,42 @@
 // What the player steers with the arrow keys.
 static KXPoint push() {
     KXPoint push = {0, 0};
-    if (KXKey(99))
-        push.y -= 1; // up
-    if (KXKey(100))
-        push.x += 1; // right
-    if (KXKey(101))
-        push.x -= 1; // left
-    if (KXKey(102))
-        push.y += 1; // down
+    if (KXKeyHeld(KXKeyUp))
+        push.y -= 1;
+    if (KXKeyHeld(KXKeyRight))
+        push.x += 1;
+    if (KXKeyHeld(KXKeyLeft))
+        push.x -= 1;
+    if (KXKeyHeld(KXKeyDown))
+        push.y += 1;
     return push;
 }
 
-// Plays until the window is closed, or for a number of frames. @param screenshot written at the end; null for
-// none.
+// Plays until the window is closed, or for a number of frames: then each is one step, as soon as the one
+// before is done. @param screenshot written at the end; null for none.
 static int play(int frames, const char* screenshot) {
     KXWindow window("My Game", Scene::size);
     window.setRenderContext(); // what is loaded from here on is loaded for this window
     Scene scene(std::string(KXExecutablePath ? KXExecutablePath : ".") + "/assets");
+    KXSetLogicExact(-1);        // the same speed on every display
+    KXSetMaximumLogicSteps(15); // after a stall the game goes on where it was
     KXResetLogicLoop();
     for (int frame = 0; !KXApplicationQuitRequested() && (frames == 0 || frame < frames); ++frame) {
         KXPreLogicLoop();
         while (KXLogicLoop()) { // 60 times a second, whatever the drawing takes
-            if (KXKey(69))      // escape
+            if (KXKeyWentDown(KXKeyEscape))
                 KXApplicationRequestQuit();
             scene.step(push());
             KXLogicUpdate();
+            if (frames)
+                KXResetLogicLoop(); // one step is owed, and no more
         }
         window.setRenderContext();
         scene.draw();
         window.swapBuffers();
         KXFPSTick();
         KXPostLogicLoop();
+        KXWaitForLogicStep();
     }
     if (screenshot && !window.saveBuffer(screenshot, 0)) {
         std::fprintf(stderr, "my_game: %s\n", KXError());

@@ -10,6 +10,7 @@ same_files installed template
 rm -r build game
 installed/games/my_game/my_game --frames 2 --screenshot last.bmp
 [[ -s last.bmp ]]
+"$SOURCE/tests/project/display_rates.sh" "$BUILD/tests/project/libsimulated_display.so" installed/games/my_game/my_game
 desktop=installed/share/applications/my_game.desktop
 for key in Exec Icon; do
     file=$(sed -n "s/^$key=//p" "$desktop" | tr -d '"')

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# getting_started.sh PROJECT BUILD FOLDER QUITTER: does what docs/getting-started.md says, word by word, with FOLDER for
-# a home. Only the library is not built again: it is installed from BUILD. QUITTER closes the game's window.
+# getting_started.sh PROJECT BUILD FOLDER QUITTER DISPLAY: does what docs/getting-started.md says, word by word, with FOLDER for
+# a home. Only the library is not built again: it is installed from BUILD. QUITTER closes the game's window,
+# and on DISPLAY's displays it keeps its speed.
 set -euo pipefail
-project=$1 build=$2 folder=$3 quitter=$4
+project=$1 build=$2 folder=$3 quitter=$4 display=$5
 
 rm -rf -- "$folder"
 mkdir -p -- "$folder/src"
@@ -17,6 +18,8 @@ for command in 'cmake --build' kxsprite './build/my_game'; do
     ((count == 2)) || { printf '%s: %d times\n' "$command" "$count" && exit 1; }
 done
 sed "s|^\./build/|LD_PRELOAD='$quitter' &|" "$folder/page.sh" | bash -eux
+
+(cd "$folder/my_game" && "$project/tests/project/display_rates.sh" "$display" build/my_game)
 
 # The game that comes out says what is wrong where its sprite is not.
 cd "$folder"

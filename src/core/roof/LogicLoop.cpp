@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace {
 constexpr std::uint64_t nanosecondsPerMillisecond = 1'000'000, nanosecondsPerSecond = 1'000'000'000;
@@ -114,8 +115,9 @@ void KXPostLogicLoop() {
 
 float KXLogicFraction() {
     const std::uint32_t stepTime = std::max(_KXLogicTimeRequiredPerLogicCycle, 1u);
-    const double fraction = exactTime.kept ? static_cast<double>(exactTime.owed) / nanosecondsPerSecond
-                                           : static_cast<double>(_KXLogicTimeElapsed % stepTime) / stepTime;
+    const double fraction =
+        exactTime.kept ? static_cast<double>(exactTime.owed % nanosecondsPerSecond) / nanosecondsPerSecond
+                       : static_cast<double>(_KXLogicTimeElapsed % stepTime) / stepTime;
     return std::min(static_cast<float>(fraction), std::nextafter(1.0f, 0.0f)); // just below 1 rounds to 1
 }
 
@@ -132,12 +134,29 @@ static std::uint64_t timeToNextStep() {
     return owed < stepTime ? (stepTime - owed) * nanosecondsPerMillisecond : 0;
 }
 
+// Whether an event comes within some milliseconds. Drivers that show nothing cannot wait for one: the
+// platform looks for it each millisecond, which costs more than many a game, and is more often than steps
+// need it.
+static bool eventComesWithin(int milliseconds) {
+    const char* driver = SDL_GetCurrentVideoDriver();
+    const bool showsNothing = !driver || !std::strcmp(driver, "offscreen") || !std::strcmp(driver, "dummy");
+    if (!showsNothing)
+        return SDL_WaitEventTimeout(nullptr, milliseconds);
+    constexpr int pause = 20;
+    for (int rest = milliseconds; rest > 0; rest -= pause) {
+        _KXSleep(std::min(rest, pause) * nanosecondsPerMillisecond);
+        SDL_PumpEvents();
+        if (SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT))
+            return true;
+    }
+    return false;
+}
+
 int KXWaitForLogicStep() {
     // The platform waits for events by whole milliseconds. What waits already waits for the step's beginning.
     const auto wait = static_cast<int>(timeToNextStep() / nanosecondsPerMillisecond);
     const bool hearsEvents = SDL_WasInit(SDL_INIT_EVENTS) && !_KXTimeIsReplaced();
-    if (hearsEvents && wait && !SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT) &&
-        SDL_WaitEventTimeout(nullptr, wait))
+    if (hearsEvents && wait && !SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT) && eventComesWithin(wait))
         return 0;
     if (const std::uint64_t rest = timeToNextStep())
         _KXSleep(rest);

@@ -1,0 +1,84 @@
+// A display of DISPLAY_RATE Hz, in time of its own: preloaded into a game, this waits for the display by
+// turning the clock on, and closes the game's window after ten seconds of that time. At its end the game says
+// how many logic steps it has run.
+
+#include <Kobaltrix/KXLogicLoop.h>
+
+#include <SDL.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+#include <dlfcn.h>
+#include <pthread.h>
+#include <time.h>
+
+namespace {
+/// The function that this file stands before.
+template<typename Function>
+Function* original(Function*, const char* name) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+constexpr std::int64_t second = 1'000'000'000, length = 10 * second;
+constexpr std::int64_t drawing = 1'500'000; // how long a frame takes to be drawn
+const pthread_t game = pthread_self();      // other threads keep the system's time
+std::int64_t now = second;                  // nanoseconds
+int steps = 0;
+
+bool isGame() { return pthread_equal(pthread_self(), game); }
+
+/// Lets time pass, and the user leave when it is over.
+void wait(std::int64_t nanoseconds) {
+    now += nanoseconds;
+    if (now < second + length)
+        return;
+    SDL_Event event = {};
+    event.type = SDL_QUIT;
+    SDL_PushEvent(&event);
+}
+
+struct Report {
+    ~Report() { std::fprintf(stderr, "%d steps\n", steps); }
+} const report;
+} // namespace
+
+extern "C" {
+int clock_gettime(clockid_t clock, timespec* time) noexcept {
+    static auto* const real = original(clock_gettime, "clock_gettime");
+    if (clock != CLOCK_MONOTONIC || !isGame())
+        return real(clock, time);
+    *time = {now / second, now % second};
+    return 0;
+}
+
+int nanosleep(const timespec* time, timespec* rest) {
+    static auto* const real = original(nanosleep, "nanosleep");
+    if (!isGame())
+        return real(time, rest);
+    wait(time->tv_sec * second + time->tv_nsec);
+    return 0;
+}
+
+Uint64 SDL_GetTicks64() { return static_cast<Uint64>(now / 1'000'000); }
+
+int SDL_WaitEventTimeout(SDL_Event*, int milliseconds) {
+    wait(milliseconds * 1'000'000LL);
+    return 0;
+}
+
+void SDL_GL_SwapWindow(SDL_Window* window) {
+    static auto* const real = original(SDL_GL_SwapWindow, "SDL_GL_SwapWindow");
+    static const std::int64_t refresh = second / std::atoi(std::getenv("DISPLAY_RATE"));
+    real(window);
+    wait(drawing);
+    wait(refresh - now % refresh);
+}
+}
+
+void KXLogicUpdate() {
+    static auto* const real = original(KXLogicUpdate, "_Z13KXLogicUpdatev");
+    ++steps;
+    real();
+}
