@@ -24,7 +24,7 @@ enum KXCursor : int {
 /// each step. @return -1, or 0 with a text in KXError() where the system has no pointer.
 KX_API int KXSetCursor(KXCursor cursor);
 /// Gives the pointer a shape of the game's own: a copy of the texture's pixels, one to a pixel of the screen.
-/// @param hotSpot the pixel of the texture that points, from its top left.
+/// @param texture is not kept. @param hotSpot the pixel of the texture that points, from its top left.
 /// @return -1, or 0 with a text in KXError() for an empty texture, for a hot spot outside it, or where the
 /// system refuses.
 KX_API int KXSetCursor(KXTexture& texture, KXPoint hotSpot);

@@ -41,7 +41,7 @@ enum KXInputEventType : int {
 
 /// One event. Fields that its type does not fill are 0.
 struct KXInputEvent {
-    KXInputEventType type;
+    KXInputEventType type;  ///< What happened.
     unsigned windowID;      ///< KXWindow::id() of the window it belongs to, 0 for none.
     uint32_t time;          ///< When the system saw it: milliseconds of its tick counter.
     int key;                ///< Number of the key, see KXKeyNumber.
@@ -57,11 +57,11 @@ struct KXInputEvent {
 
 /// The events of a step, to be walked with a range-based for.
 struct KXInputEventList {
-    const KXInputEvent* first;
-    int count;
+    const KXInputEvent* first; ///< Null if there are none.
+    int count;                 ///< How many there are.
 
-    const KXInputEvent* begin() const { return first; }
-    const KXInputEvent* end() const { return first + count; }
+    const KXInputEvent* begin() const { return first; }       ///< For a range-based for.
+    const KXInputEvent* end() const { return first + count; } ///< For a range-based for.
 };
 
 /// The events that this logic step has read; empty between steps. The list lives until KXLogicUpdate().

@@ -138,7 +138,7 @@ enum KXKeyNumber : int {
 };
 
 /// Places on the keyboard, whatever the layout puts there: each is named by what a US keyboard has in that
-/// place. For keys that are chosen by where the hand lies: #KXPositionW, A, S and D are the same four keys on
+/// place. For keys that are chosen by where the hand lies: KXPositionW, A, S and D are the same four keys on
 /// every layout. The values are the usage numbers of USB keyboards (HID usage page 7).
 enum KXKeyPosition : int {
     KXPositionNone = 0,
@@ -250,7 +250,7 @@ enum KXKeyPosition : int {
     KXPositionRightCommand = 231
 };
 
-/// Buttons of the mouse. KXMouse() knows those up to #KXMouseWheelRight, KXMouseHeld() and its kind know all
+/// Buttons of the mouse. KXMouse() knows those up to KXMouseWheelRight, KXMouseHeld() and its kind know all
 /// but the wheel, whose turns KXMouseWheel() tells as amounts.
 enum KXMouseButton : int {
     KXMouseLeft = 0,

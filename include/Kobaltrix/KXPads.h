@@ -79,7 +79,8 @@ enum KXPadButton : int {
     KXPadRightTrigger = 41
 };
 
-/// -1 while the button is held, else 0. @param button any of KXPadButton.
+/// -1 while the button is held, else 0. @param pad its number, or #KXAnyPad.
+/// @param button any of KXPadButton.
 KX_API int KXPadHeld(int pad, int button);
 /// How often the button went down in this step: mostly 0 or 1, with #KXAnyPad on all pads together.
 KX_API int KXPadWentDown(int pad, int button);
@@ -121,8 +122,9 @@ KX_API float KXPadAxis(int pad, KXPadAxisNumber axis);
 /// @return -1, or 0 with a text in KXError() for a part, a side or a pad that is out of range.
 KX_API int KXSetPadDeadZone(int pad, KXPadSide side, float part);
 
-/// Shakes the pad for some time, in place of how it shakes now. @param low strength of the slow, heavy motor,
-/// 0 to 1. @param high strength of the fast, light motor, 0 to 1. @param milliseconds up to 65535; 0 stops.
+/// Shakes the pad for some time, in place of how it shakes now. @param pad its number. @param low strength of
+/// the slow, heavy motor, 0 to 1. @param high strength of the fast, light motor, 0 to 1. @param milliseconds
+/// up to 65535; 0 stops.
 /// @return -1, or 0 with a text in KXError() if there is no such pad or it cannot.
 KX_API int KXRumblePad(int pad, float low, float high, unsigned milliseconds);
 

@@ -36,11 +36,11 @@ struct KXFinger {
 
 /// Fingers, to be walked with a range-based for.
 struct KXFingerList {
-    const KXFinger* first;
-    int count;
+    const KXFinger* first; ///< Null if there are none.
+    int count;             ///< How many there are.
 
-    const KXFinger* begin() const { return first; }
-    const KXFinger* end() const { return first + count; }
+    const KXFinger* begin() const { return first; }       ///< For a range-based for.
+    const KXFinger* end() const { return first + count; } ///< For a range-based for.
 };
 
 /// The fingers that are down, and in a step those that were lifted in it. The list lives until the next call.

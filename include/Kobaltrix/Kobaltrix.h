@@ -13,7 +13,7 @@
 /// - Sprites and values in files: KXSprite.h, KXIO.h
 /// - Text: KXFont.h, KXUIGlobalFont.h
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
-///   KXInputEvents.h, KXClipboard.h
+///   KXActions.h, KXInputEvents.h, KXClipboard.h
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
 ///   KXUITextEntry.h, KXUIFileBrowser.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
@@ -23,6 +23,7 @@
 ///
 /// The pages under `docs/` explain how these work together; begin with `docs/getting-started.md`.
 
+#include <Kobaltrix/KXActions.h>
 #include <Kobaltrix/KXApplication.h>
 #include <Kobaltrix/KXAudio.h>
 #include <Kobaltrix/KXClipboard.h>

@@ -300,8 +300,8 @@ int KXKeyFromName(const char* name) {
     for (int key = 1; key < _KXKeyCount; ++key)
         if (nameInTable(key) == name)
             return key;
-    if (const SDL_Scancode position = SDL_GetScancodeFromName(name))
-        return _KXKeyNumberOf(SDL_SCANCODE_TO_KEYCODE(position));
+    if (SDL_GetScancodeFromName(name)) // in any case: "space" is the key with the name "Space"
+        return _KXKeyNumberOf(SDL_GetKeyFromName(name));
     const _KXLegibleText legible(name);
     std::string_view text = legible.get();
     const char32_t character = _KXTakeCharacter(text);
