@@ -145,7 +145,7 @@ KX_API KXPadBattery KXPadBatteryLevel(int pad);
 /// goes up; one that does not tell its maker changes when it is plugged in again.
 /// @param text lines as the community's database for SDL has them: GUID of 32 digits, name, fields. Lines of
 /// other systems, comments and whatever else are passed over.
-/// @return how many layouts were taken; 0 with a text in KXError() if none was.
+/// @return how many lines hold a layout for this system; 0 with a text in KXError() if none does.
 KX_API int KXAddPadMappings(const char* text);
 /// KXAddPadMappings() with what stands in a file.
 KX_API int KXLoadPadMappings(const char* path);

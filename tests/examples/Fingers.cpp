@@ -17,7 +17,7 @@
 
 namespace {
 KXTestInput user(1); // in the first window
-std::optional<KXTestPad> pad;
+std::optional<KXTestPad> pad, another;
 
 /// What is done after which step.
 std::multimap<int, std::function<void()>> script;
@@ -62,6 +62,17 @@ void holdPad() {
     for (const int button : {0, 3})
         at(10, [=] { pad->setButton(button, 1); });
     at(10, [] { pad->setHat(0, SDL_HAT_LEFT); });
+}
+
+void playTogether() {
+    at(3, [] { another.emplace(); });
+    at(10, [] { pad->setAxis(0, -22000); });
+    at(60, [] { pad->setAxis(0, 0); });
+    for (const auto& [axis, value] : {std::pair{0, 24000}, {1, 12000}, {3, -30000}, {5, 32767}})
+        at(20, [axis, value] { another->setAxis(axis, value); });
+    at(60, [] { another->setAxis(0, 0); });
+    at(60, [] { another->setAxis(1, 0); });
+    at(80, [] { pad->setButton(0, 1); });
 }
 
 void useWidgets() {
@@ -112,7 +123,8 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"13_menu", openMenus},
                                                          {"14_dialog", answer},
                                                          {"15_list_entry", makeList},
-                                                         {"16_sound_music", playPiano}};
+                                                         {"16_sound_music", playPiano},
+                                                         {"20_pads", playTogether}};
 
 void play(int step) {
     if (step == 1)

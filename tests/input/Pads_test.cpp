@@ -91,8 +91,7 @@ TEST_F(Pads, ComeAndGoInTheMiddleOfAPress) {
     KXDeInitPads();
     EXPECT_EQ(step(), "gone0 1-A gone1 gone2 3-B gone3 gone4 gone5 gone6 gone7");
     EXPECT_EQ(KXPadConnected(KXAnyPad), 0);
-    EXPECT_FALSE(second.setButton(0, 0));
-    EXPECT_EQ(step(), "");
+    EXPECT_FALSE(second.setButton(0, 0)) << "nobody listens";
     EXPECT_EQ(KXInitPads(), -1);
     SDL_Quit(); // and with it the pads
     EXPECT_EQ(KXPadConnected(0), 0);
@@ -113,12 +112,8 @@ TEST_F(Pads, SticksAndTriggersAreButtonsToo) {
         {0, {16384}, "0+Left Stick Right"},
         {0, {13200, 16000}, ""}, // trembles
         {0, {13000}, "0-Left Stick Right"},
-        {0,
-         {20000, -32768, 32767},
-         "0+Left Stick Right 0-Left Stick Right 0+Left Stick Left "
-         "0-Left Stick Left 0+Left Stick Right"},
-        {0, {-20000}, "0-Left Stick Right 0+Left Stick Left"},
-        {0, {0}, "0-Left Stick Left"},
+        {0, {20000}, "0+Left Stick Right"},
+        {0, {-32768, 0}, "0-Left Stick Right 0+Left Stick Left 0-Left Stick Left"},
         {1, {-32768, 32767, 0}, "0+Left Stick Up 0-Left Stick Up 0+Left Stick Down 0-Left Stick Down"},
         {2, {-32768, 0}, "0+Right Stick Left 0-Right Stick Left"},
         {3, {32767, 0}, "0+Right Stick Down 0-Right Stick Down"},
@@ -131,7 +126,6 @@ TEST_F(Pads, SticksAndTriggersAreButtonsToo) {
             pad.setAxis(axis, value);
         EXPECT_EQ(step(), story) << axis << ' ' << values[0];
     }
-    EXPECT_FLOAT_EQ(KXPadAxis(0, KXPadLeftTriggerAxis), 1);
     EXPECT_FLOAT_EQ(KXPadValue(0, KXPadLeftTrigger), 1);
     KXSetPadDeadZone(0, KXPadLeftSide, 0.8f);
     pad.setAxis(0, 20000);
@@ -195,7 +189,6 @@ TEST_F(Pads, LetGoWhenAWindowLosesTheKeyboard) {
 
 TEST_F(Pads, TheOnePadHearsOfNoOther) {
     KXTestPad one, other;
-    one.setAxis(0, 0);
     ASSERT_EQ(KXInitGamePad() & KXInitPads(), -1);
     for (KXTestPad* pad : {&one, &other}) {
         pad->setButton(2, 1);
@@ -229,7 +222,6 @@ TEST_F(Pads, TheOnePadHearsOfNoOther) {
     KXDeInitPads();
     step();
     EXPECT_EQ(KXGamePadPressedButton(), 5);
-    KXDeInitGamePad();
 }
 
 TEST_F(Pads, LearnOtherLayouts) {
@@ -237,18 +229,17 @@ TEST_F(Pads, LearnOtherLayouts) {
     char guid[33];
     SDL_JoystickGetGUIDString(SDL_JoystickGetDeviceGUID(0), guid, sizeof guid);
     const std::string good = std::string(guid) + ",Mine,a:b1,b:b0,leftx:a1,",
-                      here = std::string(",platform:") + SDL_GetPlatform();
+                      here = std::string("platform:") + SDL_GetPlatform();
     KXInitPads();
     pad.setButton(0, 1);
     EXPECT_EQ(step(), "come0 0+A");
-    for (const std::string& bad : {std::string(), std::string("nonsense"), std::string("hello,world,a:b0"),
-                                   "# " + good, std::string(guid) + ",Mine,", std::string(guid),
-                                   good + "platform:Elsewhere,", "Z" + good.substr(1), std::string(3, '\n')})
+    for (const std::string& bad : {std::string("\n\n"), std::string("hello,world,a:b0"), "# " + good,
+                                   good.substr(0, 38), good.substr(0, 32), "Z" + good.substr(1)})
         EXPECT_EQ(KXAddPadMappings(bad.c_str()), 0) << bad;
     EXPECT_EQ(KXAddPadMappings(nullptr), 0);
     EXPECT_STRNE(KXError(), "");
     EXPECT_EQ(step(), "");
-    const std::string text = "# comment\r\n" + good + "platform:Elsewhere,\r\n\n" + good + here.substr(1);
+    const std::string text = "# comment\r\n" + good + "platform:Elsewhere,\r\n\n" + good + here;
     EXPECT_EQ(KXAddPadMappings(text.c_str()), 1);
     EXPECT_EQ(step(), "0-A") << "what was held goes up with the old layout";
     pad.setButton(0, 0);
@@ -256,13 +247,17 @@ TEST_F(Pads, LearnOtherLayouts) {
     pad.setAxis(1, 32767);
     EXPECT_EQ(step(), "0+B 0+Left Stick Right");
 
+    for (const char* fields : {"a:b2,hint:", "a:b3,hint:!"})
+        KXAddPadMappings((good.substr(0, 38) + fields + "SDL_GAMECONTROLLER_USE_BUTTON_LABELS:=1,").c_str());
+    pad.setButton(3, 1);
+    EXPECT_EQ(step(), "0-B 0-Left Stick Right 0+A") << "named for where it lies, not for its label";
+
     const TemporaryFolder folder;
     const std::string path = folder / "pads.txt";
     std::ofstream(path) << text << '\n' << std::string(guid).replace(0, 8, "03000000") << ",Other,a:b0,";
     EXPECT_EQ(KXLoadPadMappings(path.c_str()), 2);
-    for (const char* bad : {"", "/nowhere/pads.txt", "/"})
-        EXPECT_EQ(KXLoadPadMappings(bad), 0) << bad;
-    EXPECT_EQ(KXLoadPadMappings(nullptr), 0);
+    for (const char* bad : {"", "/nowhere/pads.txt", "/", static_cast<const char*>(nullptr)})
+        EXPECT_EQ(KXLoadPadMappings(bad), 0);
 }
 
 TEST_F(Pads, ShakeIfTheyCan) {
@@ -286,10 +281,7 @@ TEST_F(Pads, ShakeIfTheyCan) {
 // Numbers that are none, with pads and without, and before there can be any.
 TEST_F(Pads, TakeAnyNumber) {
     KXTestPad plugged;
-    for (const bool open : {false, true}) {
-        EXPECT_EQ(KXInitPads(), -1);
-        if (!open)
-            KXDeInitPads();
+    for (int times = 0; times < 2; ++times, KXInitPads())
         for (const int number : {-1 << 30, -2, 8, 1 << 30}) {
             EXPECT_EQ(KXPadConnected(number) | KXPadHeld(number, 0) | KXPadHeld(0, number) |
                           KXPadWentDown(number, number) | KXPadWentUp(number, number) |
@@ -304,7 +296,6 @@ TEST_F(Pads, TakeAnyNumber) {
             EXPECT_STREQ(KXPadName(number), "");
             EXPECT_EQ(KXPadBatteryLevel(number), KXPadBatteryUnknown);
         }
-    }
     KXDeInit();
     KXDeInitPads();
     SDL_QuitSubSystem(SDL_INIT_JOYSTICK);
