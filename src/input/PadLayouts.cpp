@@ -3,14 +3,14 @@
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/LogicClock.h"
 #include "input/Pads.h"
+#include "util/WholeFile.h"
 
 #include <SDL.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
-#include <fstream>
 #include <iterator>
-#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -47,11 +47,9 @@ int KXAddPadMappings(const char* text) {
 }
 
 int KXLoadPadMappings(const char* path) {
-    std::ostringstream text;
-    if (text << std::ifstream(path ? path : "", std::ios::binary).rdbuf())
-        return KXAddPadMappings(text.str().c_str());
-    _KXReportError("Unable to read layouts of pads at %s", path ? path : "(null)");
-    return 0;
+    constexpr std::size_t maximum = 16 << 20; // many times the community's database
+    std::string text;
+    return _KXReadWholeFile(path, maximum, text) ? KXAddPadMappings(text.c_str()) : 0;
 }
 
 namespace {
