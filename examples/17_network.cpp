@@ -22,7 +22,6 @@ int main(int argc, char** argv) {
         return example.failed();
     KXInitializeLog("network.log", 1);
     KXLogEnableCategory("net");
-    std::srand(5); // the same stars every time
     {
         KXWindow window("Server and client", {400, 250});
         KXUISetGlobalFont(example.font(), KXAliasModeTexture, 12, KXZeroPoint);
@@ -34,6 +33,7 @@ int main(int argc, char** argv) {
         std::free(address);
         std::vector<KXPoint> lit, seen;
         long answers = 0;
+        KXRandomGenerator dice(5); // the same stars every time
         KXTimer nextStar(6);
         KXSetLogicExact(-1);
         KXResetLogicLoop();
@@ -42,7 +42,7 @@ int main(int argc, char** argv) {
             while (KXLogicLoop()) {
                 server.checkForIncomingConnections(); // the number of a new client, -1 if nobody came
                 if (nextStar.tick() && lit.size() < 16) {
-                    lit.push_back({10 + 10.0f * lit.size(), KXRandomizef(12, 110)});
+                    lit.push_back({10 + 10.0f * lit.size(), dice.range(12.0f, 110.0f)});
                     for (int to : server.clientIDList()) {
                         KXNetworkBuffer message; // one for each: sending appends to it
                         message.appendFloat(lit.back().x);

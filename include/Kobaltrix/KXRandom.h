@@ -4,7 +4,8 @@
 
 /// @file
 /// Random numbers drawn from the C library's `rand()`. KXInit() seeds it with the time of day; `srand()`
-/// after it makes them repeatable. Nothing here allocates or fails.
+/// after it makes them repeatable. Nothing here allocates or fails. A generator of the game's own, with the
+/// same numbers on every system, is a KXRandomGenerator.
 
 /// A whole number from @a min to @a max, both included; 0 if @a min is greater than @a max. Any two ints are
 /// a valid range, the widest one too.

@@ -19,7 +19,8 @@
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkBuffer.h
-/// - Helpers: KXGeometry.h, KXVector3D.h, KXRandom.h, KXString.h, KXFile.h, KXLog.h, KXPlatform.h
+/// - Chance: KXRandomGenerator.h, KXRandom.h
+/// - Helpers: KXGeometry.h, KXVector3D.h, KXString.h, KXFile.h, KXLog.h, KXPlatform.h
 ///
 /// The pages under `docs/` explain how these work together; begin with `docs/getting-started.md`.
 
@@ -54,6 +55,7 @@
 #include <Kobaltrix/KXPads.h>
 #include <Kobaltrix/KXPlatform.h>
 #include <Kobaltrix/KXRandom.h>
+#include <Kobaltrix/KXRandomGenerator.h>
 #include <Kobaltrix/KXRenderContext.h>
 #include <Kobaltrix/KXSound.h>
 #include <Kobaltrix/KXSprite.h>

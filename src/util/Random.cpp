@@ -1,12 +1,19 @@
 #include <Kobaltrix/KXRandom.h>
 
 #include "core/ground/Truncate.h"
+#include "util/RandomTrace.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
+
+static int draw() {
+    const int number = std::rand();
+    _KXNoteRandomNumber(static_cast<std::uint32_t>(number));
+    return number;
+}
 
 int KXRandomize(int min, int max) {
     if (min > max)
@@ -17,7 +24,7 @@ int KXRandomize(int min, int max) {
     std::uint64_t drawn = 0;
     std::uint64_t reach = 1;
     do {
-        drawn = drawn * outcomes + static_cast<std::uint64_t>(std::rand());
+        drawn = drawn * outcomes + static_cast<std::uint64_t>(draw());
         reach *= outcomes;
     } while (reach < width);
     return static_cast<int>(static_cast<std::int64_t>(drawn % width) + min);
@@ -62,7 +69,7 @@ float KXRandomizef(float min, float max) {
 }
 
 int KXRandomPercentChance(int percent) {
-    return std::rand() % 101 > 100 - static_cast<std::int64_t>(percent) ? -1 : 0;
+    return draw() % 101 > 100 - static_cast<std::int64_t>(percent) ? -1 : 0;
 }
 
 KXDirection KXRandomDirection() {
