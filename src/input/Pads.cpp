@@ -20,7 +20,7 @@ constexpr int firstWay = KXPadLeftStickLeft, lastWay = KXPadRightTrigger;
 struct Pad {
     SDL_GameController* controller = nullptr; // null where there is none
     SDL_JoystickID instance = -1;
-    float axes[axisCount] = {}; // -1 to 1, before the dead zone
+    float axes[axisCount] = {}; // -1 to 1, or a little beyond it; before the dead zone
     float deadZones[sideCount] = {0.2f, 0.2f};
 };
 
@@ -234,7 +234,7 @@ void _KXTakePadAxis(std::int32_t instance, int axis, int value, std::uint32_t ti
     Pad* const pad = padWith(instance);
     if (!pad || axis < 0 || axis >= axisCount)
         return;
-    pad->axes[axis] = std::max(-1.0f, static_cast<float>(value) / 32767);
+    pad->axes[axis] = static_cast<float>(value) / 32767;
     if (isTrigger(axis))
         return pressWay(*pad, axis - KXPadLeftTriggerAxis + KXPadLeftTrigger, time);
     pressStick(*pad, axis, time);
