@@ -1,7 +1,5 @@
 #include "App.h"
 
-#include "Keys.h"
-
 #include <cstdio>
 #include <filesystem>
 #include <new>
@@ -23,9 +21,14 @@ App::App(const Options& wanted)
     }
     KXUISetGlobalFont(assets.path("font.ttf"), KXAliasModeTexture, Style::fontSize, {0, 2});
     Style::prepareWidgets();
-    KXInitGamePad();
-    if (!_settingsFile.empty())
+    if (!KXInitPads())
+        KXLog("game", "no pads: %s", KXError());
+    if (!_settingsFile.empty()) {
+        _actionsFile = std::filesystem::path(_settingsFile).replace_extension(".controls").string();
         settings.load(_settingsFile);
+        if (KXFileExists(_actionsFile.c_str()) && !actions.load(_actionsFile.c_str()))
+            KXLog("game", "%s", KXError());
+    }
     audio.setVolumes(settings.soundVolume, settings.musicVolume);
     KXBeginDrawBatch(); // all that is drawn leaves in a few calls, frame after frame
 }
@@ -39,12 +42,15 @@ App::~App() { KXEndDrawBatch(); }
 
 void App::settingsChanged() {
     audio.setVolumes(settings.soundVolume, settings.musicVolume);
-    if (!_settingsFile.empty())
-        settings.save(_settingsFile);
+    if (_settingsFile.empty())
+        return;
+    settings.save(_settingsFile);
+    if (!actions.save(_actionsFile.c_str()))
+        KXLog("game", "%s", KXError());
 }
 
 void App::stepSwitches() {
-    if (KXUIFocusedTextEntry() || !KXKey(Key::f, 1))
+    if (KXUIFocusedTextEntry() || !actions.wentDown(Controls::fullscreen))
         return;
     if (window.isFullscreen())
         window.exitFullscreen();

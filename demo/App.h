@@ -2,6 +2,7 @@
 
 #include "Assets.h"
 #include "Audio.h"
+#include "Controls.h"
 #include "Options.h"
 #include "Scene.h"
 #include "Settings.h"
@@ -27,9 +28,11 @@ struct App {
     KXWindow window;
     Assets assets;
     Settings settings;
+    KXActions actions = Controls::defaults();
     Audio audio;
     int nightsEnded = 0;
 
 private:
     std::string _settingsFile; ///< Empty: nothing is kept.
+    std::string _actionsFile;  ///< Beside it.
 };

@@ -1,8 +1,6 @@
 #include "ButtonColumn.h"
 
-#include "Keys.h"
-
-static constexpr int hatUp = 0, hatDown = 1;
+#include "Controls.h"
 
 ButtonColumn::ButtonColumn(KXPoint top, float width, const std::vector<std::string>& captions) {
     constexpr float gap = 8;
@@ -21,11 +19,9 @@ void ButtonColumn::moveFocus(int by) {
 }
 
 int ButtonColumn::step() {
-    if (KXKeyWithDelayedRepeat(Key::up) || KXGamePadHatWithDelayedRepeat(hatUp))
-        moveFocus(-1);
-    if (KXKeyWithDelayedRepeat(Key::down) || KXGamePadHatWithDelayedRepeat(hatDown))
-        moveFocus(1);
-    if (KXKey(Key::enter, 1) || KXGamePadButton(0, 1))
+    if (const float y = Controls::menuMoves().y)
+        moveFocus(y < 0 ? -1 : 1);
+    if (Controls::menuChooses())
         _buttons[static_cast<std::size_t>(_focus)]->click(0);
     const bool moved = _pointer.x != KXMousePoint.x || _pointer.y != KXMousePoint.y;
     _pointer = KXMousePoint;

@@ -1,29 +1,52 @@
 #include "Controls.h"
 
-#include "Keys.h"
+#include <iterator>
 
-static constexpr int hatUp = 0, hatDown = 1, hatLeft = 2, hatRight = 3;
-
-static void addPad(Input& input) {
-    input.left |= KXGamePadHat(hatLeft) || KXGamePadStickLeft(0, 0);
-    input.right |= KXGamePadHat(hatRight) || KXGamePadStickRight(0, 0);
-    input.up |= KXGamePadHat(hatUp) || KXGamePadStickUp(0, 0);
-    input.down |= KXGamePadHat(hatDown) || KXGamePadStickDown(0, 0);
-    input.hop |= KXGamePadButton(0) != 0;
+KXActions Controls::defaults() {
+    constexpr KXKeyPosition keys[playerCount][actionsOfPlayer] = {
+        {KXPositionLeft, KXPositionRight, KXPositionUp, KXPositionDown, KXPositionSpace},
+        {KXPositionA, KXPositionD, KXPositionW, KXPositionS, KXPositionLeftShift}};
+    constexpr KXPadButton buttons[actionsOfPlayer] = {KXPadDPadLeft, KXPadDPadRight, KXPadDPadUp,
+                                                      KXPadDPadDown, KXPadA};
+    constexpr KXPadButton sticks[] = {KXPadLeftStickLeft, KXPadLeftStickRight, KXPadLeftStickUp,
+                                      KXPadLeftStickDown};
+    KXActions actions;
+    for (int player = 0; player < playerCount; ++player) {
+        const auto& names = ofPlayer[player];
+        for (int i = 0; i < actionsOfPlayer; ++i) {
+            actions.bind(names[i], KXInputOfPosition(keys[player][i]));
+            actions.bind(names[i], KXInputOfPad(buttons[i], player));
+        }
+        for (int i = 0; i < static_cast<int>(std::size(sticks)); ++i)
+            actions.bind(names[i], KXInputOfPad(sticks[i], player));
+    }
+    actions.bind("second hop", KXInputOfPosition(KXPositionRightShift));
+    actions.bind(pause, KXInputOfPosition(KXPositionReturn));
+    actions.bind(pause, KXInputOfPosition(KXPositionP));
+    actions.bind(pause, KXInputOfPad(KXPadStart, KXAnyPad));
+    actions.bind(fullscreen, KXInputOfPosition(KXPositionF));
+    return actions;
 }
 
-Input firstPlayerInput(bool alsoPad) {
-    Input input = {KXKey(Key::left) != 0, KXKey(Key::right) != 0, KXKey(Key::up) != 0, KXKey(Key::down) != 0,
-                   KXKey(Key::space) != 0};
-    if (alsoPad)
-        addPad(input);
-    return input;
+Input Controls::inputOf(const KXActions& actions, int player) {
+    const auto does = [&](int i) {
+        const char* const action = ofPlayer[player][i];
+        return actions.held(action) || actions.wentDown(action);
+    };
+    return {does(0), does(1), does(2), does(3), does(4)};
 }
 
-Input secondPlayerInput(bool alsoPad) {
-    Input input = {KXKey(Key::a) != 0, KXKey(Key::d) != 0, KXKey(Key::w) != 0, KXKey(Key::s) != 0,
-                   KXKey(Key::leftShift) || KXKey(Key::rightShift)};
-    if (alsoPad)
-        addPad(input);
-    return input;
+static bool isPressed(KXPadButton dPad, KXPadButton stick) {
+    return KXPadWentDown(KXAnyPad, dPad) || KXPadWentDown(KXAnyPad, stick);
 }
+
+KXPoint Controls::menuMoves() {
+    const auto go = [](bool back, bool on) { return static_cast<float>(on - back); };
+    return {go(KXKeyTyped(KXKeyLeft) || isPressed(KXPadDPadLeft, KXPadLeftStickLeft),
+               KXKeyTyped(KXKeyRight) || isPressed(KXPadDPadRight, KXPadLeftStickRight)),
+            go(KXKeyTyped(KXKeyUp) || isPressed(KXPadDPadUp, KXPadLeftStickUp),
+               KXKeyTyped(KXKeyDown) || isPressed(KXPadDPadDown, KXPadLeftStickDown))};
+}
+
+bool Controls::menuChooses() { return KXKeyWentDown(KXKeyReturn) || KXPadWentDown(KXAnyPad, KXPadA); }
+bool Controls::menuLeaves() { return KXKeyWentDown(KXKeyEscape) || KXPadWentDown(KXAnyPad, KXPadB); }

@@ -1,7 +1,6 @@
 #include "GuestScene.h"
 
 #include "Controls.h"
-#include "Keys.h"
 #include "LevelScene.h"
 #include "TitleScene.h"
 #include "Wire.h"
@@ -30,12 +29,12 @@ std::unique_ptr<Scene> GuestScene::step() {
     _view.step(_picture);
     if (_client->connected()) {
         KXNetworkBuffer message;
-        writeInput(message, firstPlayerInput(true));
+        writeInput(message, Controls::inputOf(_app.actions, 0));
         _client->send(&message);
     }
     if (_picture.phase != Picture::Night ? stepEnding(_app, _picture, ++_stepsOver, true) : lostHost())
         return std::make_unique<TitleScene>(_app);
-    if (KXKey(Key::escape, 1))
+    if (Controls::menuLeaves())
         return std::make_unique<TitleScene>(_app);
     return nullptr;
 }

@@ -1,6 +1,6 @@
 #include "HostScene.h"
 
-#include "Keys.h"
+#include "Controls.h"
 #include "LevelScene.h"
 #include "TitleScene.h"
 
@@ -23,7 +23,7 @@ HostScene::HostScene(App& app, int port) : _app(app), _port(port) {
 
 std::unique_ptr<Scene> HostScene::step() {
     ++_steps;
-    if (KXKey(Key::escape, 1))
+    if (Controls::menuLeaves())
         return std::make_unique<TitleScene>(_app);
     if (_server && _server->checkForIncomingConnections() == 0) {
         KXLog("network", "a guest has come");

@@ -1,8 +1,8 @@
 #include "JoinScene.h"
 
+#include "Controls.h"
 #include "GuestScene.h"
 #include "HostScene.h"
-#include "Keys.h"
 #include "TitleScene.h"
 
 JoinScene::JoinScene(App& app) : _app(app), _keepsTrying(!app.options.join.empty()) {
@@ -43,7 +43,7 @@ std::unique_ptr<Scene> JoinScene::step() {
     constexpr int stepsBetweenTries = 60;
     if (go || _address.entered() || (_keepsTrying && _steps++ % stepsBetweenTries == 0))
         return connect();
-    if (!hadFocus && KXKey(Key::escape, 1))
+    if (!hadFocus && Controls::menuLeaves())
         return std::make_unique<TitleScene>(_app);
     return nullptr;
 }

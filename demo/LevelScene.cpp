@@ -1,7 +1,6 @@
 #include "LevelScene.h"
 
 #include "Controls.h"
-#include "Keys.h"
 #include "ResultScene.h"
 #include "TitleScene.h"
 #include "Wire.h"
@@ -37,39 +36,46 @@ void LevelScene::tellGuest() {
 }
 
 void LevelScene::stepWorld() {
-    const bool padForSecond = _players == 2 && !_server && !_app.settings.usesPad;
-    Input inputs[2] = {firstPlayerInput(!padForSecond), {}};
+    Input inputs[2] = {Controls::inputOf(_app.actions, 0), {}};
     if (_server)
         inputs[1] = guestInput();
     else if (_players == 2)
-        inputs[1] = secondPlayerInput(padForSecond);
+        inputs[1] = Controls::inputOf(_app.actions, 1);
     _world.step(inputs);
     _view.step(_world.picture());
     if (_server)
         tellGuest();
 }
 
+void LevelScene::setPaused(bool paused) {
+    _pause.reset();
+    if (paused)
+        _pause.emplace(KXPoint{400, 220}, 160.0f, std::vector<std::string>{"Go on", "Give up"});
+    _app.window.setTitle(paused ? "Ember Night: pause" : "Ember Night");
+}
+
 std::unique_ptr<Scene> LevelScene::stepPause() {
     const int chosen = _pause->step();
-    if (chosen == 1)
-        return std::make_unique<TitleScene>(_app);
-    if (chosen == 0 || KXKey(Key::escape, 1))
-        _pause.reset();
-    return nullptr;
+    if (chosen >= 0 || Controls::menuLeaves() || _app.actions.wentDown(Controls::pause))
+        setPaused(false);
+    return chosen == 1 ? std::make_unique<TitleScene>(_app) : nullptr;
 }
 
 std::unique_ptr<Scene> LevelScene::step() {
     if (_pause && !_server) // a guest cannot be stopped
         return stepPause();
-    if (_pause)
+    if (_pause) {
         if (std::unique_ptr<Scene> next = stepPause())
             return next;
-    if (!_pause && (KXKey(Key::escape, 1) || KXKey(Key::p, 1) || KXGamePadButton(7, 1)))
-        _pause.emplace(KXPoint{400, 220}, 160.0f, std::vector<std::string>{"Go on", "Give up"});
+    } else if (KXKeyWentDown(KXKeyEscape) || _app.actions.wentDown(Controls::pause)) {
+        setPaused(true);
+    }
     stepWorld();
     const bool alone = !_server || !_server->isClientConnected(0);
-    if (_world.isOver() && stepEnding(_app, _world.picture(), ++_stepsOver, alone))
+    if (_world.isOver() && stepEnding(_app, _world.picture(), ++_stepsOver, alone)) {
+        setPaused(false);
         return std::make_unique<ResultScene>(_app, _world.picture().score);
+    }
     return nullptr;
 }
 

@@ -19,6 +19,7 @@ private:
     void stepWorld();
     Input guestInput();
     void tellGuest();
+    void setPaused(bool paused);
     std::unique_ptr<Scene> stepPause();
 
     App& _app;

@@ -2,7 +2,7 @@
 
 #include "App.h"
 
-/// Volumes, the player's name, and what steers.
+/// Volumes, the player's name, and the way to the controls.
 class OptionsScene : public Scene {
 public:
     explicit OptionsScene(App& app);
@@ -13,6 +13,5 @@ private:
     App& _app;
     KXUISlider _sounds, _music;
     KXUITextEntry _name;
-    KXUIToggleButton _pad;
-    KXUIButton _back;
+    KXUIButton _controls, _back;
 };

@@ -1,6 +1,5 @@
 #include "ResultScene.h"
 
-#include "Keys.h"
 #include "ScoresScene.h"
 #include "TitleScene.h"
 
@@ -20,7 +19,6 @@ std::unique_ptr<Scene> ResultScene::step() {
     const bool done = _done.clicked(0) != 0;
     if (!done && !_name.entered())
         return nullptr;
-    KXKey(Key::enter, 1); // the text entry's Return shall not be the next screen's, too
     _app.audio.play(Effect::Click);
     if (*_name.text())
         _app.settings.name = _name.text();

@@ -1,6 +1,6 @@
 #include "ScoresScene.h"
 
-#include "Keys.h"
+#include "Controls.h"
 #include "TitleScene.h"
 
 ScoresScene::ScoresScene(App& app, int place) : _app(app) {
@@ -19,7 +19,7 @@ ScoresScene::ScoresScene(App& app, int place) : _app(app) {
 std::unique_ptr<Scene> ScoresScene::step() {
     _list.poll();
     const bool back = _back.clicked(0) != 0;
-    if (!back && !KXKey(Key::escape, 1) && !KXKey(Key::enter, 1) && !KXGamePadButton(0, 1))
+    if (!back && !Controls::menuLeaves() && !Controls::menuChooses())
         return nullptr;
     _app.audio.play(Effect::Click);
     return std::make_unique<TitleScene>(_app);

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 
-static constexpr long fileVersion = 1;
+static constexpr long fileVersion = 2;
 
 int Settings::enterScore(const std::string& who, int points) {
     const auto place = std::find_if(scores.begin(), scores.end(),
@@ -27,13 +27,15 @@ void Settings::load(const std::string& path) {
     FILE* const file = KXFileExists(path.c_str()) ? std::fopen(path.c_str(), "r") : nullptr;
     if (!file)
         return;
-    if (KXGetL(file) == fileVersion) {
+    const long version = KXGetL(file);
+    if (version == 1 || version == fileVersion) {
         int sounds = static_cast<int>(KXGetL(file)), music = static_cast<int>(KXGetL(file));
         KXClampi(&sounds, 0, 128);
         KXClampi(&music, 0, 128);
         soundVolume = sounds;
         musicVolume = music;
-        usesPad = KXGetL(file) > 0;
+        if (version == 1)
+            KXGetL(file); // whether a pad steered, which the controls say now
         name = readString(file);
         const long count = KXGetL(file);
         for (long i = 0; i < count && i < static_cast<long>(mostScores) && !std::feof(file); ++i) {
@@ -50,8 +52,7 @@ void Settings::save(const std::string& path) const {
         KXLog("game", "%s cannot be written", path.c_str());
         return;
     }
-    for (long value : {fileVersion, static_cast<long>(soundVolume), static_cast<long>(musicVolume),
-                       static_cast<long>(usesPad)})
+    for (long value : {fileVersion, static_cast<long>(soundVolume), static_cast<long>(musicVolume)})
         KXPutL(value, file);
     KXPutString(name.c_str(), file);
     KXPutL(static_cast<long>(scores.size()), file);

@@ -13,7 +13,6 @@ struct Settings {
 
     int soundVolume = 96; ///< 0 to 128.
     int musicVolume = 64; ///< 0 to 128.
-    bool usesPad = false; ///< The first player steers with the pad.
     std::string name = "Keeper";
     std::vector<Score> scores; ///< The best first.
 

@@ -1,8 +1,8 @@
 #include "TitleScene.h"
 
+#include "Controls.h"
 #include "HostScene.h"
 #include "JoinScene.h"
-#include "Keys.h"
 #include "LevelScene.h"
 #include "OptionsScene.h"
 #include "ScoresScene.h"
@@ -79,13 +79,13 @@ std::unique_ptr<Scene> TitleScene::step() {
     _hero.poll();
     _sway.step();
     if (!_dialog) {
-        if (KXKey(Key::escape, 1))
+        if (Controls::menuLeaves())
             askToLeave();
         return chosen(_buttons.step());
     }
-    if (KXKey(Key::enter, 1))
+    if (Controls::menuChooses())
         _dialog->button(0)->click(0);
-    if (KXKey(Key::escape, 1))
+    if (Controls::menuLeaves())
         _dialog->button(1)->click(0);
     _dialog->poll();
     if (_dialog->buttonIndexClicked() == 0)

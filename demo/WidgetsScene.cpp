@@ -1,6 +1,5 @@
 #include "WidgetsScene.h"
 
-#include "Keys.h"
 #include "TitleScene.h"
 
 #include <algorithm>
@@ -31,10 +30,9 @@ void WidgetsScene::tell(const std::string& news) {
 
 std::unique_ptr<Scene> WidgetsScene::step() {
     _fire.animate();
-    // Asked in every step, so that a press that means something else is none for this screen later.
-    const bool escape = KXKey(Key::escape, 1) != 0, enter = KXKey(Key::enter, 1) != 0,
-               tab = KXKey(Key::tab, 1) != 0;
-    _waits = _waits && KXMouse(0);
+    const bool escape = KXKeyWentDown(KXKeyEscape) > 0, enter = KXKeyWentDown(KXKeyReturn) > 0,
+               tab = KXKeyWentDown(KXKeyTab) > 0;
+    _waits = _waits && KXMouse(KXMouseLeft);
     bool leaves = false;
     if (_dialog) {
         stepDialog(enter, escape);
@@ -58,9 +56,9 @@ std::unique_ptr<Scene> WidgetsScene::step() {
 
 // The entries hand the keyboard on among themselves; the list comes after the last one and before the first.
 void WidgetsScene::stepTab() {
-    if (KXKey(Key::leftAlt) || KXKey(Key::rightAlt))
+    if (KXKeyHeld(KXKeyLeftAlt) || KXKeyHeld(KXKeyRightAlt))
         return;
-    const bool backwards = KXKey(Key::leftShift) || KXKey(Key::rightShift);
+    const bool backwards = KXKeyHeld(KXKeyLeftShift) || KXKeyHeld(KXKeyRightShift);
     const KXUITextEntry* const focused = KXUIFocusedTextEntry();
     KXUIListBox& list = _nights.list();
     if (focused && focused == (backwards ? &_texts.first() : &_texts.last())) {
@@ -98,7 +96,8 @@ bool WidgetsScene::stepWidgets() {
 // @return whether the screen is left.
 bool WidgetsScene::obey(Command command) {
     constexpr KXColor none = {0, 0, 0, 0};
-    if (command == Command::None || KXMouse(0)) // while something else is held by the mouse nothing opens
+    // While something else is held by the mouse nothing opens.
+    if (command == Command::None || KXMouse(KXMouseLeft))
         return false;
     switch (command) {
     case Command::Open:
@@ -194,7 +193,7 @@ void WidgetsScene::browse(KXUIFileBrowserMode mode) {
 void WidgetsScene::stepBrowser() {
     if (!_browser.poll())
         return;
-    _waits = KXMouse(0) != 0; // a double click ends only after the browser is gone
+    _waits = KXMouse(KXMouseLeft) != 0; // a double click ends only after the browser is gone
     if (const char* path = _browser.path())
         tell("File browser: " + std::filesystem::path(path).filename().string() + " was chosen");
     else

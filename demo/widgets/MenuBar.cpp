@@ -1,7 +1,5 @@
 #include "MenuBar.h"
 
-#include "Keys.h"
-
 #include <algorithm>
 
 static constexpr float height = 26;
@@ -25,15 +23,15 @@ MenuBar::MenuBar() : _file("File"), _fire("Fire"), _help("Help"), _all(_titles.b
         menu->setOrigin({x, 0});
         x += menu->rect().size.width - 1;
     }
-    add(_file, "Open...", Command::Open, Key::leftControl, Key::o);
-    add(_file, "Save as...", Command::Save, Key::leftControl, Key::s);
+    add(_file, "Open...", Command::Open, KXKeyLeftControl, KXKeyO);
+    add(_file, "Save as...", Command::Save, KXKeyLeftControl, KXKeyS);
     _file.addDivider();
     add(_file, "Back to the title", Command::Title);
-    add(_fire, "Stoke", Command::Stoke, 0, Key::f2);
-    add(_fire, "Damp", Command::Damp, 0, Key::f3);
+    add(_fire, "Stoke", Command::Stoke, 0, KXKeyF2);
+    add(_fire, "Damp", Command::Damp, 0, KXKeyF3);
     _fire.addDivider();
     addGlowMenu();
-    add(_help, "About this screen", Command::About, 0, Key::f1);
+    add(_help, "About this screen", Command::About, 0, KXKeyF1);
 }
 
 // A menu in a menu in a menu. They belong to the menus that they are added to.
@@ -92,8 +90,8 @@ Command MenuBar::step() {
     for (KXUIMenu* menu : _titles)
         menu->poll();
     const bool switched = switchMenus(wasOpen);
-    const bool letGo = _held && !KXMouse(0);
-    _held = KXMouse(0) != 0;
+    const bool letGo = _held && !KXMouse(KXMouseLeft);
+    _held = KXMouse(KXMouseLeft) != 0;
     // A click on a menu opens or closes one.
     if (letGo && !switched && openMenus() == before)
         close();

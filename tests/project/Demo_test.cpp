@@ -85,6 +85,36 @@ TEST_F(Demo, SettingsAndScoresAreKept) {
     EXPECT_TRUE(std::filesystem::exists(DEMO_FOLDER "/ember-night.log"));
 }
 
+TEST_F(Demo, KeysAreChosenAnew) {
+    const std::string intoControls =
+        "3 move 400 380\n4 press\n6 release\n10 move 400 292\n12 press\n14 release\n";
+    // The first player's hop gets what was the second's way up, in a tap; Escape leaves the left as it was.
+    folder.write("choose.txt",
+                 intoControls +
+                     "20 move 200 284\n22 press\n24 release\n30 down W\n30 up W\n31 shot controls.png\n"
+                     "32 down Down\n33 up Down\n34 down Down\n35 up Down\n"
+                     "36 down Down\n37 up Down\n40 down Return\n44 up Return\n"
+                     "46 down Escape\n47 up Escape\n50 quit\n");
+    EXPECT_EQ(run("--script choose.txt --save game.save --screenshot end.png").status, 0);
+    expectGolden(shot("controls.png"), "demo_controls", 3, 300);
+    const std::string kept = contentOf(folder / "game.controls");
+    for (const char* line :
+         {"\nfirst hop: position W\n", "\nfirst left: position Left\n", "\nfirst hop: pad1 A\n"})
+        EXPECT_NE(kept.find(line), std::string::npos) << line << kept;
+    EXPECT_EQ(kept.find("second up: position W"), std::string::npos);
+    folder.write("look.txt", intoControls + "30 shot look.png\n");
+    const auto look = [&] {
+        EXPECT_EQ(run("--script look.txt --save game.save --screenshot end.png").status, 0);
+        return shot("look.png");
+    };
+    const Image chosen = look();
+    folder.write("game.controls", "first hop: position\n"); // which is none: the defaults are used
+    const Image damaged = look();
+    std::filesystem::remove(folder / "game.controls");
+    EXPECT_GT(differingPixels(chosen, damaged), 0);
+    EXPECT_EQ(differingPixels(look(), damaged), 0);
+}
+
 TEST_F(Demo, SaysWhatItDoesNotUnderstand) {
     for (const char* arguments :
          {"--nonsense", "--frames", "--frames x", "--frames 0", "--frames 3x", "--screenshot", "--host 70000",
