@@ -62,7 +62,7 @@ int heldBefore(const KXInput& input) {
     int held = 0;
     for (const _KXPress& press : _KXStep().presses)
         if (isOf(press, input))
-            held += press.held - press.downs + press.ups;
+            held += press.held - press.now.downs + press.now.ups - press.later.downs + press.later.ups;
     return held;
 }
 

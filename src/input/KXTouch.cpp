@@ -29,7 +29,7 @@ KXFingerList KXFingers() {
     const auto asFlag = [](int value) { return value ? -1 : 0; };
     for (const _KXFingerOnScreen& finger : _KXStep().fingers)
         fingers.push_back({finger.number, finger.windowID, finger.point, finger.pressure, asFlag(finger.held),
-                           asFlag(finger.downs), asFlag(finger.ups)});
+                           asFlag(finger.now.downs), asFlag(finger.now.ups)});
     return {fingers.data(), static_cast<int>(fingers.size())};
 }
 

@@ -11,6 +11,7 @@
 #include <SDL_keycode.h>
 
 #include <algorithm>
+#include <utility>
 
 // More is held by no person; whoever sends more events than that presses nothing further.
 static constexpr std::size_t maximumHeld = 256;
@@ -19,7 +20,16 @@ static constinit _KXHeapGlobal<_KXStepInput> stepInput;
 
 _KXStepInput& _KXStep() { return stepInput.get(); }
 
-void _KXTakeEvent(const KXInputEvent& event) { _KXStep().events.push_back(event); }
+void _KXTakeEvent(const KXInputEvent& event) {
+    _KXStepInput& step = _KXStep();
+    (step.reads ? step.events : step.laterEvents).push_back(event);
+}
+
+// The edges that something new belongs to.
+template<class Held>
+static _KXEdges& edgesOf(Held& held) {
+    return _KXStep().reads ? held.now : held.later;
+}
 
 void _KXTakeEvent(KXInputEvent event, std::string_view text) {
     event.text = _KXStep().texts.emplace_back(text).c_str();
@@ -44,7 +54,7 @@ static bool press(_KXHoldable kind, int number, const KXInputEvent& event) {
         if (step.presses.size() == maximumHeld)
             return false;
         found = &step.presses.emplace_back(
-            _KXPress{kind, event.pad, number, event.position, event.windowID, false, 0, 0, 0});
+            _KXPress{kind, event.pad, number, event.position, event.windowID, false, {}, {}, 0});
     }
     if (found->held)
         return false;
@@ -52,7 +62,7 @@ static bool press(_KXHoldable kind, int number, const KXInputEvent& event) {
     found->windowID = event.windowID;
     found->held = true;
     found->step = step.step;
-    ++found->downs;
+    ++edgesOf(*found).downs;
     return true;
 }
 
@@ -62,7 +72,7 @@ static bool release(_KXHoldable kind, int number, int pad) {
     if (!found || !found->held)
         return false;
     found->held = false;
-    ++found->ups;
+    ++edgesOf(*found).ups;
     return true;
 }
 
@@ -148,8 +158,9 @@ void _KXTakeFinger(KXInputEvent event, std::int64_t device, std::int64_t id) {
     if (!known) {
         if (up || fingers.size() == maximumHeld)
             return;
-        fingers.push_back({device, id, freeFingerNumber(), event.windowID, event.point, 0, true, 1, 0});
+        fingers.push_back({device, id, freeFingerNumber(), event.windowID, event.point, 0, true, {}, {}});
         finger = fingers.end() - 1;
+        ++edgesOf(*finger).downs;
     }
     if (!up)
         event.type = known ? KXInputEventFingerMoved : KXInputEventFingerDown;
@@ -158,7 +169,7 @@ void _KXTakeFinger(KXInputEvent event, std::int64_t device, std::int64_t id) {
     finger->point = event.point;
     finger->pressure = event.pressure;
     finger->held = !up;
-    finger->ups += up;
+    edgesOf(*finger).ups += up;
     event.finger = finger->number;
     _KXTakeEvent(event);
 }
@@ -263,23 +274,38 @@ int _KXRepeats(const _KXPress& press) {
     return steps ? static_cast<int>(repeatsWithin(steps) - repeatsWithin(steps - 1)) : 0;
 }
 
-void _KXBeginInputStep() {
-    if (_KXStep().underWay) // the game left out to end the last one: it sees nothing twice
-        _KXEndInputStep();
-    _KXStep().underWay = true;
+template<class Held>
+static void tellLaterEdges(std::vector<Held>& list) {
+    for (Held& held : list)
+        held.now = std::exchange(held.later, {});
 }
+
+template<class Held>
+static void forgetEdges(std::vector<Held>& list) {
+    for (Held& held : list)
+        held.now = {};
+    std::erase_if(list, [](const Held& held) { return !held.held && !held.later.any(); });
+}
+
+void _KXBeginInputStep() {
+    _KXStepInput& step = _KXStep();
+    if (step.underWay) // the game left out to end the last one: it sees nothing twice
+        _KXEndInputStep();
+    step.underWay = step.reads = true;
+    std::swap(step.events, step.laterEvents);
+    tellLaterEdges(step.presses);
+    tellLaterEdges(step.fingers);
+}
+
+void _KXTellInputStep() { _KXStep().reads = false; }
 
 void _KXEndInputStep() {
     _KXStepInput& step = _KXStep();
-    step.underWay = false;
+    step.underWay = step.reads = false;
     step.events.clear();
     step.texts.clear();
-    std::erase_if(step.presses, [](const _KXPress& press) { return !press.held; });
-    for (_KXPress& press : step.presses)
-        press.downs = press.ups = 0;
-    std::erase_if(step.fingers, [](const _KXFingerOnScreen& finger) { return !finger.held; });
-    for (_KXFingerOnScreen& finger : step.fingers)
-        finger.downs = finger.ups = 0;
+    forgetEdges(step.presses);
+    forgetEdges(step.fingers);
     step.wheel = step.mouseMotion = KXZeroPoint;
     ++step.step;
 }
@@ -295,8 +321,8 @@ unsigned KXKeyboardWindowID() { return _KXStep().keyboardWindowID; }
 unsigned KXMouseWindowID() { return _KXStep().mouseWindowID; }
 
 static int isHeld(const _KXPress* press) { return press && press->held ? -1 : 0; }
-static int downsOf(const _KXPress* press) { return press && _KXStep().underWay ? press->downs : 0; }
-static int upsOf(const _KXPress* press) { return press && _KXStep().underWay ? press->ups : 0; }
+static int downsOf(const _KXPress* press) { return press && _KXStep().underWay ? press->now.downs : 0; }
+static int upsOf(const _KXPress* press) { return press && _KXStep().underWay ? press->now.ups : 0; }
 
 static const _KXPress* key(int number) { return _KXFindPress(_KXHoldable::Key, number); }
 static const _KXPress* position(int number) { return _KXFindPress(_KXHoldable::Position, number); }

@@ -14,7 +14,14 @@
 /// What kind of thing can be held. Its numbers are those of the public headers.
 enum class _KXHoldable { Key, Position, MouseButton, PadButton };
 
-/// Something that is held, or came up in this step.
+/// How often something went down and came up.
+struct _KXEdges {
+    int downs = 0, ups = 0;
+    bool any() const { return downs || ups; }
+};
+
+/// Something that is held, or came up lately. Edges are those of this step, and those to be told in the next:
+/// what comes after the step has read its events, because the game lets go of keys or closes a window.
 struct _KXPress {
     _KXHoldable kind;
     int pad; ///< Of a pad's button, else 0.
@@ -22,11 +29,11 @@ struct _KXPress {
     KXKeyPosition position; ///< Of a key: what holds it, for layouts that change meanwhile.
     unsigned windowID;      ///< Where it went down.
     bool held;
-    int downs, ups;     ///< In this step.
+    _KXEdges now, later;
     std::uint32_t step; ///< In which it went down last.
 };
 
-/// A finger that is on a touch screen, or was lifted in this step.
+/// A finger that is on a touch screen, or was lifted lately.
 struct _KXFingerOnScreen {
     std::int64_t device, id; ///< The platform's.
     int number;
@@ -34,18 +41,20 @@ struct _KXFingerOnScreen {
     KXPoint point;
     float pressure;
     bool held;
-    int downs, ups; ///< In this step.
+    _KXEdges now, later;
 };
 
 /// All of it.
 struct _KXStepInput {
-    std::vector<KXInputEvent> events;
+    std::vector<KXInputEvent> events,
+        laterEvents;               ///< Of this step, which the game may be walking; of the next.
     std::deque<std::string> texts; ///< Of the events; they stay where they are.
     std::vector<_KXPress> presses; ///< Few enough to be searched from one end to the other.
     std::vector<_KXFingerOnScreen> fingers;
     KXPoint wheel = {0, 0}, mouseMotion = {0, 0}; ///< Summed up over the step.
     unsigned keyboardWindowID = 0, mouseWindowID = 0;
     std::uint32_t step = 0; ///< Counts steps.
+    bool reads = false;     ///< Its events are being read.
     bool underWay = false;  ///< Between steps nobody is told of anything.
 };
 
@@ -81,8 +90,11 @@ const _KXPress* _KXFindPress(_KXHoldable kind, int number, int pad = 0);
 /// every 33 ms.
 int _KXRepeats(const _KXPress& press);
 
-/// Begins a step, which its events are read into; what came since the last one belongs to it.
+/// Begins a step: what came since the last one belongs to it, and what is read now.
 void _KXBeginInputStep();
+/// The step has read its events. What comes from now on, because the game lets go of keys or closes a window,
+/// is for the next one: the game may be walking the list.
+void _KXTellInputStep();
 /// Ends the step: its events and edges are told, what is held stays.
 void _KXEndInputStep();
 /// Forgets everything, as if nothing had ever happened.

@@ -160,6 +160,23 @@ TEST_F(StepInput, KeysInOddSequences) {
     EXPECT_EQ(inStep(answer), "");
 }
 
+// What a game does itself in a step is told in the next, so the list that it walks stays.
+TEST_F(StepInput, WhatTheGameLetsGoOfIsToldInTheNextStep) {
+    key(true, SDLK_a);
+    key(true, SDLK_b);
+    inStep([] {
+        const KXInputEvent* const first = KXInputEvents().first;
+        for (int i = 0; i < 3; ++i)
+            KXUnsetKeys();
+        EXPECT_EQ(story(), "+A +B");
+        EXPECT_EQ(KXInputEvents().first, first);
+        EXPECT_EQ(KXKeyHeld(KXKeyA) | KXKeyWentUp(KXKeyA), 0);
+        return 0;
+    });
+    EXPECT_EQ(inStep([] { return story() + std::to_string(KXKeyWentUp(KXKeyA)); }), "-A -B1");
+    EXPECT_EQ(inStep(story), "");
+}
+
 TEST_F(StepInput, EveryKeyHasANumberAndAName) {
     const std::tuple<int, int, const char*> rows[] = {{SDLK_INSERT, KXKeyInsert, "Insert"},
                                                       {SDLK_PAUSE, KXKeyPause, "Pause"},

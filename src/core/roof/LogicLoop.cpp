@@ -90,6 +90,7 @@ int KXLogicLoop() {
         return 0;
     _KXBeginInputStep();
     _KXDispatchEvents();
+    _KXTellInputStep();
     return -1;
 }
 
