@@ -75,6 +75,14 @@ void playTogether() {
     at(80, [] { pad->setButton(0, 1); });
 }
 
+void chooseKeys() {
+    click(10, 200, 108); // what makes it jump: the letter J
+    tap(20, SDLK_j);
+    at(40, [] { pad->setAxis(0, 24000); });
+    at(82, [] { user.keyDown(SDLK_j); });
+    click(90, 200, 30); // and what moves it to the left?
+}
+
 void useWidgets() {
     click(10, 60, 40); // another colour, and another
     click(20, 60, 40);
@@ -124,7 +132,8 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"14_dialog", answer},
                                                          {"15_list_entry", makeList},
                                                          {"16_sound_music", playPiano},
-                                                         {"20_pads", playTogether}};
+                                                         {"20_pads", playTogether},
+                                                         {"21_actions", chooseKeys}};
 
 void play(int step) {
     if (step == 1)

@@ -15,6 +15,7 @@ extern KXFont font;
 extern KXUIListBox list;
 extern KXNetworkServer server;
 extern KXNetworkClient client;
+extern KXActions actions;
 extern KXPoint at;
 extern KXColor background;
 extern bool paused;
