@@ -12,14 +12,15 @@
 ///
 /// The mouse: a press on a row selects it, a second press on it within half a second activates it. The wheel
 /// scrolls the box under the pointer by three rows a notch; the bar's knob can be dragged, and a press beside
-/// it turns a page, again and again while it is held. Times are those of the logic loop.
+/// it turns a page, again after 500 ms and then every 33 ms while it is held. Times are those of the logic
+/// loop.
 ///
-/// The keyboard, while the list has focus: Up, Down, Page Up, Page Down, Home and End select another row, in
-/// every logic step once they have been held for the time of 30; Return and the key pad's Enter activate the
-/// selected row. Typing letters selects the
-/// next row that begins with them in any case, as the user's keyboard layout writes them; a pause of a second
-/// begins a new word, and the same letter again goes to the next row with it. A press of any mouse button on
-/// the list gives it focus, a press elsewhere takes it; one list or text entry has focus at a time.
+/// The keyboard, while the list has focus: Up, Down, Page Up, Page Down, Home and End select another row, and
+/// repeat while they are held, as KXKeyTyped() does; Return and the key pad's Enter activate the selected
+/// row. Typing letters selects the next row that begins with them in any case, as the user's keyboard layout
+/// writes them; a pause of a second begins a new word, and the same letter again goes to the next row with
+/// it. A press of any mouse button on the list gives it focus, a press elsewhere takes it; one list or text
+/// entry has focus at a time.
 ///
 /// The keys are read beside the game's own queries, which still see every press: ask hasFocus() where a game
 /// should not act on keys that are meant for a list. Keys that are held when a list gets focus count for it

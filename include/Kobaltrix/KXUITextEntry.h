@@ -15,10 +15,10 @@ struct _KXTextEntryEditor;
 /// extends the selection to there, and dragging selects; a second press within half a second selects a word
 /// and a third everything; a press elsewhere or Escape takes the focus away. Left, Right, Home and End move
 /// the cursor, with Control Left and Right by words, with Shift selecting; Backspace and Delete erase, with
-/// Control words. These six repeat in every logic step once they have been held for the time of 30. Control
-/// or Command with A, C, X and V select all, copy, cut and paste. Return and the key pad's Enter report
-/// entered(). Tab hands the focus to the next entry that is polled, with Shift to the one polled before, and
-/// selects all of its text. With Alt held, Return, Enter, Escape, Tab and those letters are not the entry's.
+/// Control words. These six repeat while they are held, as KXKeyTyped() does. Control or Command with A, C, X
+/// and V select all, copy, cut and paste. Return and the key pad's Enter report entered(). Tab hands the
+/// focus to the next entry that is polled, with Shift to the one polled before, and selects all of its text.
+/// With Alt held, Return, Enter, Escape, Tab and those letters are not the entry's.
 ///
 /// The game's own key queries still report every key: a game asks KXUIFocusedTextEntry(), before it polls its
 /// entries, whether a key is meant for one of them.

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <iterator>
 #include <string>
+#include <utility>
 
 namespace {
 struct KeyInfo {
@@ -242,18 +243,24 @@ int _KXKeyTextEntry(int key, int once) { return _KXKey(key, once, _KXKeysTextEnt
 void _KXBeginWidgetKeys() {
     for (int key = 0; key < _KXKeyCount; ++key)
         _KXKeyboard.hiddenFromWidgets[key] = _KXKeyboard.held[key];
+    std::ranges::fill(_KXKeyboard.tapsTold, _KXStep().step + 1);
 }
 
-bool _KXWidgetKey(int key, bool repeats) {
+int _KXWidgetKey(int key, bool repeats) {
     if (!isKey(key) || _KXKeyboard.hiddenFromWidgets[key])
-        return false;
-    if (_KXKeyTextEntry(key, -1)) {
-        _KXKeyboard.repeatingKey = key;
-        _KXKeyboard.repeatTime = static_cast<std::int32_t>(_KXLogicCurrentTime);
-        return true;
+        return 0;
+    const std::uint32_t step = _KXStep().step;
+    const bool pressed = _KXKeyTextEntry(key, -1), held = _KXKeyTextEntry(key, 0);
+    if (pressed || !held) {
+        const bool told = std::exchange(_KXKeyboard.tapsTold[key], step + 1) == step + 1;
+        const int presses = std::max<int>(pressed, told ? 0 : KXKeyWentDown(key));
+        if (presses) {
+            _KXKeyboard.repeatingKey = key;
+            _KXKeyboard.repeatStep = step;
+        }
+        return presses;
     }
-    return repeats && key == _KXKeyboard.repeatingKey && _KXKeyTextEntry(key, 0) &&
-           _KXRepeatIsDue(_KXKeyboard.repeatTime);
+    return repeats && key == _KXKeyboard.repeatingKey ? _KXRepeatsSince(_KXKeyboard.repeatStep) : 0;
 }
 
 int KXKeyWithDelayedRepeat(int key) { return _KXKey(key, -1, _KXKeysDown, -1); }

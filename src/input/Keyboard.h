@@ -18,9 +18,11 @@ struct _KXKeyboardState {
     std::int32_t toldTime[_KXKeyCount];           ///< Logic time (ms) of the report.
     /// Keys that were down when a widget was given the keyboard: they were meant for something else.
     bool hiddenFromWidgets[_KXKeyCount] = {};
-    int repeatingKey = 0;        ///< That a widget was told of last, 0 for none,
-    std::int32_t repeatTime = 0; ///< and when (logic time in ms): the game may be reading the same key.
-    int modifiers = 0;           ///< The platform's bits, as the last key event had them.
+    /// One more than the number of the step whose presses that are over no widget is told of any more.
+    std::uint32_t tapsTold[_KXKeyCount] = {};
+    int repeatingKey = 0;         ///< That a widget was told of last, 0 for none,
+    std::uint32_t repeatStep = 0; ///< and in which step.
+    int modifiers = 0;            ///< The platform's bits, as the last key event had them.
 
     constexpr _KXKeyboardState() { std::fill(std::begin(toldTime), std::end(toldTime), _KXNeverReported); }
     bool operator==(const _KXKeyboardState&) const = default;
@@ -53,6 +55,7 @@ int _KXKeyTextEntry(int key, int once);
 
 /// Gives the keyboard to a widget: of keys that are down now none is told of before it comes up.
 void _KXBeginWidgetKeys();
-/// Whether to tell the widget that has the keyboard of a press: once and, if the key @a repeats, with the
-/// delayed repeat of the game's own keys until it is told of another key.
-bool _KXWidgetKey(int key, bool repeats = false);
+/// How often the widget that has the keyboard is to act on a key in this step: for each press, also one that
+/// is over, and if the key @a repeats, while it is held as KXKeyTyped() does, until the widget is told of
+/// another key. A press is told once, however often it is asked for.
+int _KXWidgetKey(int key, bool repeats = false);

@@ -262,17 +262,19 @@ void _KXTakeFocus(unsigned windowID, std::uint32_t time, bool gained) {
     _KXTakeEvent(event);
 }
 
-int _KXRepeats(const _KXPress& press) {
-    if (!press.held || !_KXStep().underWay)
+int _KXRepeatsSince(std::uint32_t step) {
+    if (!_KXStep().underWay)
         return 0;
     const auto repeatsWithin = [](std::uint64_t steps) {
         constexpr std::uint64_t delay = 500, interval = 33; // milliseconds
         const std::uint64_t time = steps * 1000 / _KXLogicSpeed;
         return time < delay ? 0 : 1 + (time - delay) / interval;
     };
-    const std::uint32_t steps = _KXStep().step - press.step;
+    const std::uint32_t steps = _KXStep().step - step;
     return steps ? static_cast<int>(repeatsWithin(steps) - repeatsWithin(steps - 1)) : 0;
 }
+
+int _KXRepeats(const _KXPress& press) { return press.held ? _KXRepeatsSince(press.step) : 0; }
 
 template<class Held>
 static void tellLaterEdges(std::vector<Held>& list) {

@@ -86,8 +86,10 @@ void _KXReleaseEverything();
 
 /// The press of something, null while it is up and has not been down in this step.
 const _KXPress* _KXFindPress(_KXHoldable kind, int number, int pad = 0);
-/// How often something that is held repeats in this step, going by the time of steps: after 500 ms, then
-/// every 33 ms.
+/// How often what has gone on since a step repeats in this one, going by the time of steps: first after
+/// 500 ms, then every 33 ms.
+int _KXRepeatsSince(std::uint32_t step);
+/// The same for something that is held.
 int _KXRepeats(const _KXPress& press);
 
 /// Begins a step: what came since the last one belongs to it, and what is read now.

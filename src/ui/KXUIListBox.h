@@ -44,7 +44,7 @@ struct KXUIListBox::State : _KXFocus {
     enum class Press { Row, Knob, Track };
     Press press = Press::Row;        ///< Where the press began that has the pointer.
     int grip = 0;                    ///< From the knob's top to where it was gripped.
-    std::int32_t pageTime = 0;       ///< When the press beside the knob began.
+    std::uint32_t pageStep = 0;      ///< In which the press beside the knob began.
     int lastPressed = -1;            ///< The row that a second press would activate.
     std::uint32_t lastPressTime = 0; ///< Logic time in milliseconds, like all times here.
     bool wheelSeen = false;

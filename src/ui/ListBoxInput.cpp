@@ -5,6 +5,7 @@
 #include "core/ground/LogicClock.h"
 #include "input/Keyboard.h"
 #include "input/PressEdge.h"
+#include "input/StepInput.h"
 #include "text/ColorEscapes.h"
 #include "util/TextOrder.h"
 
@@ -54,8 +55,9 @@ void KXUIListBox::_pollMouse() {
         _state->scrolled = std::clamp<std::int64_t>(std::int64_t{KXMouseY} - _state->grip - layout.top, 0,
                                                     layout.knobTravel()) *
                            layout.furthest / layout.knobTravel();
-    if (_state->holds(State::Press::Track) && _KXRepeatIsDue(_state->pageTime))
-        _turnPage(layout);
+    if (_state->holds(State::Press::Track))
+        for (int pages = _KXRepeatsSince(_state->pageStep); pages > 0; --pages)
+            _turnPage(_settledLayout());
     _pollWheel(layout);
 }
 
@@ -72,7 +74,7 @@ void KXUIListBox::_press(const Layout& layout) {
         _state->grip = KXMouseY - layout.knobTop;
     } else {
         _state->press = State::Press::Track;
-        _state->pageTime = static_cast<std::int32_t>(_KXLogicCurrentTime);
+        _state->pageStep = _KXStep().step;
         _turnPage(layout);
     }
 }
@@ -107,22 +109,16 @@ void KXUIListBox::_pollWheel(const Layout& layout) {
 }
 
 void KXUIListBox::_pollKeys() {
-    const auto pressed = [](int key) { return _KXWidgetKey(key, true); };
+    const auto typed = [](int key) { return _KXWidgetKey(key, true); };
     const bool enter = _KXWidgetKey(KXKeyReturn) | _KXWidgetKey(KXKeyPadEnter);
     const int page = _layout().pageRows();
     const std::int64_t selected = _state->selected;
     std::int64_t row = selected;
-    if (pressed(KXKeyUp))
-        row -= 1;
-    if (pressed(KXKeyDown))
-        row += 1;
-    if (pressed(KXKeyPageUp))
-        row -= page;
-    if (pressed(KXKeyPageDown))
-        row += page;
-    if (pressed(KXKeyHome))
+    row += typed(KXKeyDown) - typed(KXKeyUp);
+    row += static_cast<std::int64_t>(typed(KXKeyPageDown) - typed(KXKeyPageUp)) * page;
+    if (typed(KXKeyHome))
         row = std::numeric_limits<int>::min();
-    if (pressed(KXKeyEnd))
+    if (typed(KXKeyEnd))
         row = std::numeric_limits<int>::max();
     if (row != selected && count() > 0)
         setSelectedIndex(static_cast<int>(std::clamp<std::int64_t>(row, 0, count() - 1)));

@@ -19,8 +19,10 @@ KXUITextEntry* KXUIFocusedTextEntry() {
 }
 
 namespace {
+// What was typed with a modifier in one step may have let go of it by now.
+bool isHeldOrWas(int key) { return _KXKeyTextEntry(key, 0) || KXKeyWentDown(key); }
 // A modifier is two keys with neighbouring numbers.
-bool isEitherHeld(int key) { return _KXKeyTextEntry(key, 0) || _KXKeyTextEntry(key + 1, 0); }
+bool isEitherHeld(int key) { return isHeldOrWas(key) || isHeldOrWas(key + 1); }
 bool isShiftHeld() { return isEitherHeld(KXKeyLeftShift); }
 bool isAltHeld() { return isEitherHeld(KXKeyLeftAlt); }
 bool isControlHeld() { return isEitherHeld(KXKeyLeftControl); }
@@ -146,13 +148,13 @@ void KXUITextEntry::_pollKeys() {
                 {KXKeyBackspace, Step::Left, Step::WordLeft, true},
                 {KXKeyDelete, Step::Right, Step::WordRight, true}};
     for (const auto& row : keys) {
-        if (!_KXWidgetKey(row.key, true))
-            continue;
         const Step step = isControlHeld() ? row.wordStep : row.step;
-        if (row.erases)
-            _noteChange(_editor->edit.erase(step));
-        else
-            _editor->edit.move(step, isShiftHeld());
+        for (int times = _KXWidgetKey(row.key, true); times > 0; --times) {
+            if (row.erases)
+                _noteChange(_editor->edit.erase(step));
+            else
+                _editor->edit.move(step, isShiftHeld());
+        }
     }
     _pollClipboardKeys();
     _pollFocusKeys();

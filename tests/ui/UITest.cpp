@@ -3,6 +3,7 @@
 #include "core/dispatch/EventDispatch.h"
 #include "input/KXMouse.h"
 #include "input/Keyboard.h"
+#include "input/StepInput.h"
 
 #include <map>
 #include <sstream>
@@ -22,12 +23,15 @@ UITest::~UITest() {
         release(button);
     _KXUnsetMouseWheel();
     _KXInitKeys();
+    _KXForgetInput();
 }
 
 void UITest::step(unsigned count) {
     _KXUnsetMouseWheel();
+    _KXBeginInputStep(); // it stays under way while the test polls
     _KXDispatchEvents();
     steps.advance(count);
+    _KXStep().step += count - 1;
 }
 
 // The parts of a text, without blanks before them.
