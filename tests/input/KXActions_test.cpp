@@ -249,7 +249,7 @@ TEST_F(Actions, TheNextPressIsTheFirstOfTheStep) {
         KXInput input = {};
         const int pressed = KXNextPress(&input, keys);
         EXPECT_EQ(pressed, input.kind == KXInputKindNone ? 0 : -1);
-        return std::string(KXInputName(input));
+        return (input.kind == KXInputKindPosition ? "place of " : "") + std::string(KXInputName(input));
     };
     const auto inStep = [&](KXInputKind keys) {
         _KXBeginInputStep();
@@ -266,7 +266,9 @@ TEST_F(Actions, TheNextPressIsTheFirstOfTheStep) {
     take(KXInputOfPosition(KXPositionW), true);
     EXPECT_EQ(inStep(KXInputKindPosition), "Pad 2 B");
     EXPECT_EQ(inStep(KXInputKindKey), "None");
+    take(KXInputOfPosition(KXPositionA), true);
+    EXPECT_EQ(inStep(KXInputKindPosition), "place of A");
     take(KXInputOfPosition(KXPositionIntlBackslash), true); // of which this layout has no key
-    EXPECT_EQ(inStep(KXInputKindPosition), "Beside Left Shift");
+    EXPECT_EQ(inStep(KXInputKindPosition), "place of Beside Left Shift");
 }
 } // namespace
