@@ -32,6 +32,8 @@ public:
     int setFont(const char* path, KXAliasMode mode) override;
     /// Like _KXUIWidget::setFontSize(), also for the buttons, and lays the box out anew, with any font.
     int setFontSize(int size) override;
+    /// Also for the buttons. See _KXUIWidget::setWindowID().
+    void setWindowID(unsigned id) override;
 
     /// Sets the message. @param text copied, the first 512 bytes of it; null for none. A message is used as a
     /// format without arguments ("%%" prints one percent sign, but is measured as two) and may hold colour

@@ -87,6 +87,8 @@ public:
     int setFont(const char* path, KXAliasMode mode) override;
     /// Changes the size of that font. See _KXUIWidget::setFontSize().
     int setFontSize(int size) override;
+    /// Also for its parts. See _KXUIWidget::setWindowID().
+    void setWindowID(unsigned id) override;
 
     void setBackgroundColor(KXColor color);                      ///< Behind everything.
     void setBackgroundColor(float r, float g, float b, float a); ///< Behind everything.

@@ -79,6 +79,8 @@ public:
     /// The row that the user activated in the last poll(), -1 for none.
     int activatedIndex() const;
 
+    /// See _KXUIWidget::setWindowID().
+    void setWindowID(unsigned id) override;
     /// Draws the list into the current target, within the limit that the game has set there, which stays.
     void draw() override;
 

@@ -126,6 +126,8 @@ public:
     int setFont(const char* path, KXAliasMode mode, int size);
     /// Like _KXUIWidget::setFontSize(), also for all entries, which are laid out anew.
     int setFontSize(int size) override;
+    /// Also for all entries. See _KXUIWidget::setWindowID().
+    void setWindowID(unsigned id) override;
 
     /// Adds an entry with the menu's font and present colours.
     /// @param name copied, the first 254 bytes of it; null makes a divider. @param callback called when the

@@ -86,6 +86,8 @@ public:
 
     /// Sets the extent in pixels. A height of -1 becomes that of one line of text, if there is a font.
     void setSize(KXSize size) override;
+    /// See _KXUIWidget::setWindowID().
+    void setWindowID(unsigned id) override;
     /// Draws the entry into the current target, its text cut to its box.
     void draw() override;
 
@@ -132,5 +134,6 @@ private:
     int32_t _entered;
 };
 
-/// The entry that has the keyboard, null if none has. Never one that was destroyed.
+/// The entry that has the keyboard; null if none has, or if the user types in another window than the
+/// entry's. Never one that was destroyed.
 KX_API KXUITextEntry* KXUIFocusedTextEntry();

@@ -11,8 +11,9 @@
 ///
 /// Widgets are immediate: the game polls each of them once per logic step and draws it once per frame, in the
 /// order it likes. There is no tree of widgets, and a click reaches every widget under the pointer. Only the
-/// keyboard belongs to one list or text entry at a time. Everything needs the thread that owns the OpenGL
-/// context. Texts and paths that are given to a widget are copied.
+/// keyboard belongs to one list or text entry at a time. With several windows each widget is told its own, by
+/// setWindowID(). Everything needs the thread that owns the OpenGL context. Texts and paths that are given to
+/// a widget are copied.
 
 class KXFont;
 
@@ -71,10 +72,20 @@ public:
     /// "Widget(%p) is using the global UI font. Its size is not changeable." in KXError().
     virtual int setFontSize(int size);
 
+    /// Says which window the widget is in: what the user does in others is then nothing to it, neither a
+    /// click nor the wheel nor a key. 0, as at the start, is all windows, as is right for a game with one.
+    /// What a widget is made of follows: the buttons of a dialog, the entries of a menu, the parts of a file
+    /// browser. @param id KXWindow::id().
+    virtual void setWindowID(unsigned id);
+    /// The window of setWindowID().
+    unsigned windowID() const;
+
     // Used by the library itself.
     KX_INTERNAL KXSize _idealSizeForText(const char* text) const;
     KX_INTERNAL KXFont* _fontInUse() const;
     KX_INTERNAL int _isDepressed() const;
+    KX_INTERNAL bool _mouseIsElsewhere() const;
+    KX_INTERNAL bool _keyboardIsElsewhere() const;
 
 private:
     struct ButtonRecord {
@@ -86,6 +97,7 @@ private:
     KX_INTERNAL ButtonRecord* _record(int button);
 
     KXRect _rect;
+    unsigned _windowID;
     ButtonRecord _buttons[7];
 
 protected:

@@ -32,6 +32,8 @@ static _KXEdges& edgesOf(Held& held) {
 }
 
 void _KXTakeEvent(KXInputEvent event, std::string_view text) {
+    if ((event.type == KXInputEventText || event.type == KXInputEventComposition) && event.windowID)
+        _KXStep().keyboardWindowID = event.windowID;
     event.text = _KXStep().texts.emplace_back(text).c_str();
     _KXTakeEvent(event);
 }

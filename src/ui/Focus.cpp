@@ -4,6 +4,8 @@
 #include "input/Keyboard.h"
 #include "input/TextInput.h"
 
+#include <Kobaltrix/KXInputEvents.h>
+
 #include <utility>
 
 namespace {
@@ -48,7 +50,19 @@ void _KXFocus::giveUpKeyboard() {
     _KXEndTextInput();
 }
 
+bool _KXFocus::isTypedTo() {
+    if (!hasKeyboard())
+        return false;
+    if (!_KXIsOtherWindow(windowID, KXKeyboardWindowID()))
+        return true;
+    takeTyped();
+    _KXBeginWidgetKeys();
+    return false;
+}
+
 void _KXFocus::pollTabStop() {
+    if (_KXIsOtherWindow(windowID, KXKeyboardWindowID()))
+        return;
     owners.stopBefore = std::exchange(owners.stop, this);
     if (!std::exchange(owners.keyboardIsOnItsWay, false))
         return;

@@ -2,6 +2,11 @@
 
 #include <string>
 
+/// Whether what belongs to the window @a actual is nothing to a widget of @a wanted. 0 is every window.
+inline bool _KXIsOtherWindow(unsigned wanted, unsigned actual) {
+    return wanted && actual && wanted != actual;
+}
+
 /// A widget's part in the focus. The keyboard and the pointer belong to one widget each at a time; this is
 /// the one place that knows to which, and the one that turns the platform's text input on and off for it.
 class _KXFocus {
@@ -12,9 +17,15 @@ public:
     _KXFocus(const _KXFocus&) = delete;
     _KXFocus& operator=(const _KXFocus&) = delete;
 
+    /// The window of the widget, 0 for every one.
+    unsigned windowID = 0;
+
     /// Whose the keyboard is, null if nobody has it.
     static _KXFocus* keyboardOwner();
     bool hasKeyboard() const { return keyboardOwner() == this; }
+    /// Whether it has the keyboard and is typed to. What is typed in another window than its own is for
+    /// nobody: it is forgotten here.
+    bool isTypedTo();
     /// Takes the keyboard, from whoever has it. Keys that are held and text that was typed before are not for
     /// this widget.
     void takeKeyboard();

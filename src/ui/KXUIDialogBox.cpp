@@ -33,6 +33,12 @@ int KXUIDialogBox::setFontSize(int size) {
     return result;
 }
 
+void KXUIDialogBox::setWindowID(unsigned id) {
+    _KXUIWidget::setWindowID(id);
+    for (const auto& button : _buttons)
+        button->setWindowID(id);
+}
+
 void KXUIDialogBox::setMessage(const char* text) {
     constexpr std::size_t longest = 512;
     _message = _KXFirstBytes(text ? text : "", longest);
@@ -49,6 +55,7 @@ void KXUIDialogBox::addButton(const char* text) {
         button->setFontSize(font->getSize());
     }
     button->setText(text ? text : "");
+    button->setWindowID(windowID());
     _buttons.push_back(std::move(button));
     resize();
 }

@@ -65,6 +65,14 @@ void KXUIFileBrowser::show(KXUIFileBrowserMode mode, const char* folder, const c
         state.name.select(0, static_cast<int>(_KXCountCharacters(text.substr(0, dot))));
 }
 
+void KXUIFileBrowser::setWindowID(unsigned id) {
+    _KXUIWidget::setWindowID(id);
+    _state->list.setWindowID(id);
+    _state->name.setWindowID(id);
+    for (KXUIButton* button : _state->buttons)
+        button->setWindowID(id);
+}
+
 void KXUIFileBrowser::hide() {
     _state->isShown = false;
     _state->list.setFocus(0);
@@ -244,7 +252,7 @@ void KXUIFileBrowser::State::choose(const std::string& path) {
 /// Keys that neither list nor line keeps for itself. @return whether the user cancels.
 bool KXUIFileBrowser::State::pollKeys() {
     const bool inName = name.isFocused(), inList = list.hasFocus();
-    if ((!inName && !inList) || _KXFocus::inputMethodIsAtWork())
+    if ((!inName && !inList) || name._keyboardIsElsewhere() || _KXFocus::inputMethodIsAtWork())
         return false;
     if (_KXKeys[KXKeyLeftAlt] || _KXKeys[KXKeyRightAlt])
         return false;

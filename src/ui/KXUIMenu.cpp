@@ -101,10 +101,17 @@ int KXUIMenu::setFontSize(int size) {
     return result;
 }
 
+void KXUIMenu::setWindowID(unsigned id) {
+    _KXUIWidget::setWindowID(id);
+    for (const auto& entry : _entries)
+        entry->setWindowID(id);
+}
+
 void KXUIMenu::_addEntry(std::unique_ptr<_KXUIMenuBase> entry) {
     _entries.push_back(std::move(entry));
     _entries.back()->_owner = this;
     _entries.back()->setParent(this);
+    _entries.back()->setWindowID(windowID());
 }
 
 void KXUIMenu::addMenuItemWithName(const char* name, void (*callback)(void*), void* context) {

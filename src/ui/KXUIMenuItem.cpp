@@ -110,7 +110,7 @@ bool _KXUIMenuItem::_isShortcutPressed() { return KXKey(_key, -1) || (_modifierL
 
 void _KXUIMenuItem::poll() {
     const bool chosen = clicked(0) && _takesClicks();
-    if (!_modifierKey || KXKey(_modifierKey)) {
+    if (!_keyboardIsElsewhere() && (!_modifierKey || KXKey(_modifierKey))) {
         if (_isShortcutPressed() && !_latch) {
             _latch = -1;
             _modifierLetGo = 0;

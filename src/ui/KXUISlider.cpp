@@ -83,10 +83,12 @@ int KXUISlider::value() const { return _value; }
 int KXUISlider::poll() {
     const int before = _value;
     if (_KXPressBegins(_pressed, KXMouse(0)))
-        _dragging = contains(_track, KXMousePoint) || contains(_knob, KXMousePoint) ? -1 : 0;
+        _dragging = !_mouseIsElsewhere() && (contains(_track, KXMousePoint) || contains(_knob, KXMousePoint))
+                        ? -1
+                        : 0;
     if (!_pressed)
         _dragging = 0;
-    if (_dragging)
+    if (_dragging && !_mouseIsElsewhere())
         _dragTo(KXMousePoint.x);
     return _value != before ? -1 : 0;
 }

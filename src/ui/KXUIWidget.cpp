@@ -4,7 +4,9 @@
 #include "input/PressEdge.h"
 #include "text/FontCache.h"
 #include "text/KXUIGlobalFont.h"
+#include "ui/Focus.h"
 
+#include <Kobaltrix/KXInputEvents.h>
 #include <Kobaltrix/KXMouse.h>
 
 #include <algorithm>
@@ -17,7 +19,7 @@ const int _KXUIWidget::KXUIWidgetStateDepressed;
 constinit KXSize _KXUIWidget::KXUIWidgetInnerPadding = {3, 3};
 
 _KXUIWidget::_KXUIWidget()
-    : _rect(KXZeroRect), _buttons{}, _fontAliasMode(KXAliasModeTexture), _fontSize(10),
+    : _rect(KXZeroRect), _windowID(0), _buttons{}, _fontAliasMode(KXAliasModeTexture), _fontSize(10),
       _font(_KXUIGlobalFont), _fontGeneration(_KXGlobalFontGeneration) {}
 
 _KXUIWidget::~_KXUIWidget() = default;
@@ -37,7 +39,17 @@ _KXUIWidget::ButtonRecord* _KXUIWidget::_record(int button) {
     return button >= 0 && button < std::ssize(_buttons) ? &_buttons[button] : nullptr;
 }
 
+void _KXUIWidget::setWindowID(unsigned id) { _windowID = id; }
+
+unsigned _KXUIWidget::windowID() const { return _windowID; }
+
+bool _KXUIWidget::_mouseIsElsewhere() const { return _KXIsOtherWindow(_windowID, KXMouseWindowID()); }
+
+bool _KXUIWidget::_keyboardIsElsewhere() const { return _KXIsOtherWindow(_windowID, KXKeyboardWindowID()); }
+
 int _KXUIWidget::mouseOver() {
+    if (_mouseIsElsewhere())
+        return 0;
     const float x = static_cast<float>(KXMouseX), y = static_cast<float>(KXMouseY);
     return _rect.origin.x < x && x <= _rect.origin.x + _rect.size.width && _rect.origin.y < y &&
                    y <= _rect.origin.y + _rect.size.height

@@ -26,6 +26,11 @@ std::uint32_t millisecondsSince(std::uint32_t time) { return _KXLogicCurrentTime
 
 int KXUIListBox::hasFocus() const { return _state->hasKeyboard() ? -1 : 0; }
 
+void KXUIListBox::setWindowID(unsigned id) {
+    _KXUIWidget::setWindowID(id);
+    _state->windowID = id;
+}
+
 void KXUIListBox::setFocus(int focus) { focus ? _state->takeKeyboard() : _state->giveUpKeyboard(); }
 
 KXUIListBox::State::State() : buttonHeld(anyButtonHeld()) {}
@@ -36,7 +41,7 @@ int KXUIListBox::poll() {
     const int selected = _state->selected;
     _state->activated = -1;
     _pollMouse();
-    if (hasFocus()) {
+    if (_state->isTypedTo()) {
         _findTyped(_KXFocus::takeTyped().text);
         _pollKeys();
     }
@@ -47,6 +52,8 @@ int KXUIListBox::poll() {
 void KXUIListBox::_pollMouse() {
     const Layout layout = _settledLayout();
     const bool pressed = _KXPressBegins(_state->buttonHeld, State::anyButtonHeld());
+    if (_mouseIsElsewhere())
+        return;
     if (pressed)
         setFocus(mouseOver());
     if (pressed && KXMouse(0) && mouseOver())

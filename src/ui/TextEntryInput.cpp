@@ -15,7 +15,7 @@
 
 KXUITextEntry* KXUIFocusedTextEntry() {
     const auto* const editor = dynamic_cast<_KXTextEntryEditor*>(_KXFocus::keyboardOwner());
-    return editor ? &editor->entry : nullptr;
+    return editor && !editor->entry._keyboardIsElsewhere() ? &editor->entry : nullptr;
 }
 
 namespace {
@@ -62,6 +62,11 @@ void _KXTextEntryEditor::keyboardLost(const std::string& typed) {
 
 KXUITextEntry::~KXUITextEntry() = default;
 
+void KXUITextEntry::setWindowID(unsigned id) {
+    _KXUIWidget::setWindowID(id);
+    _editor->windowID = id;
+}
+
 void KXUITextEntry::focus() { _editor->takeKeyboard(); }
 void KXUITextEntry::unfocus() { _editor->giveUpKeyboard(); }
 int KXUITextEntry::isFocused() const { return _editor->hasKeyboard() ? -1 : 0; }
@@ -69,12 +74,12 @@ int KXUITextEntry::isFocused() const { return _editor->hasKeyboard() ? -1 : 0; }
 int KXUITextEntry::poll() {
     _changed = _entered = 0;
     _editor->pollTabStop();
-    if (isFocused())
+    if (_editor->isTypedTo())
         _pollTyping();
     _pollMouse();
-    if (isFocused())
+    if (_editor->isTypedTo())
         _pollKeys();
-    if (isFocused())
+    if (_editor->isTypedTo())
         _showInputMethodTheCursor();
     _noteChange(std::exchange(_editor->unreportedChange, false));
     return _changed || _entered ? -1 : 0;
@@ -84,6 +89,8 @@ int KXUITextEntry::poll() {
 // comes or goes while the button is held ends nothing.
 void KXUITextEntry::_pollMouse() {
     const bool pressed = _KXPressBegins(_editor->mouseHeld, _KXMouseButtonLeft) && KXMouse(0);
+    if (_mouseIsElsewhere())
+        return;
     if (pressed && mouseOver())
         _press();
     else if (pressed)

@@ -120,6 +120,68 @@ TEST_F(EveryWidget, WithoutAFontIsABoxUntilItIsGivenOne) {
     }
 }
 
+/// All of them, in two windows of one size; what somebody does in one of them is seen by each.
+struct WidgetsOfAWindow : EveryWidget {
+    WidgetsOfAWindow() {
+        entry.setText("a");
+        browser.show(KXUIFileBrowserModeOpen, "/usr/lib");
+        poll(); // the menu opens
+    }
+    int poll() override {
+        clicks += button.clicked(0) ? 1 : 0;
+        return EveryWidget::poll();
+    }
+    std::string state() override {
+        std::string words = KXUIFocusedTextEntry() ? "typing" : "";
+        for (const int number : {clicks, slider.value(), menu.isOpen(), chosen, dialog.buttonIndexClicked(),
+                                 list.selectedIndex(), list.firstVisibleIndex()})
+            words += ' ' + std::to_string(number);
+        return words + ' ' + entry.text() + ' ' + browser.folder();
+    }
+    std::string after(unsigned windowID, const std::string& acts) {
+        hands = KXTestInput(windowID);
+        act(acts);
+        return state();
+    }
+    void setWindowID(unsigned id) {
+        for (_KXUIWidget* each : all)
+            each->setWindowID(id);
+        dialog.addButton("made later");
+        dialog.button(1)->setRect({20, 90}, {30, 20});
+        menu.addMenuItemWithName(
+            "Q", [](void* times) { ++*static_cast<int*>(times); }, &chosen, 0, KXKeyQ);
+    }
+
+    const std::string everything =
+        "Backspace, click 15 15, press 155 35, at 180 35, release, click 215 %, Q, click 25 95, "
+        "at 120 80, wheel -1, click 120 100, Down, click 25 145, click 220 90, End, type x";
+    KXWindow other{"Other", {320, 200}};
+    int clicks = 0, chosen = 0;
+};
+
+TEST_F(WidgetsOfAWindow, OneIsWorkedInItsOwnAlone) {
+    EXPECT_EQ(state(), " 0 50 -1 0 -1 -1 0 a /usr/lib");
+    setWindowID(window->id());
+    std::string acts = everything;
+    const KXRect title = menu.rect();
+    acts.replace(acts.find('%'), 1,
+                 std::to_string(static_cast<int>(title.origin.y + 2.5f * title.size.height)));
+    EXPECT_EQ(after(other.id(), acts), " 0 50 -1 0 -1 -1 0 a /usr/lib");
+    EXPECT_EQ(after(window->id(), acts), "typing 1 77 0 2 1 5 3 ax /");
+
+    // What is typed in the other meanwhile is for nobody, and a press there takes nothing away.
+    EXPECT_EQ(after(other.id(), "press 20 20, type lost, Backspace, Tab, hold Backspace, release"),
+              " 1 77 0 2 1 5 3 ax /");
+    EXPECT_EQ(after(window->id(), "poll 60, type y"), "typing 1 77 0 2 1 5 3 axy /");
+
+    // A press goes on where it began: the pointer of the other window drags nothing and lets nothing go.
+    after(window->id(), "press 180 35");
+    EXPECT_EQ(after(other.id(), "at 120 35"), " 1 77 0 2 1 5 3 axy /");
+    EXPECT_EQ(after(window->id(), "at 155 35, release"), " 1 50 0 2 1 5 3 axy /");
+    setWindowID(0);
+    EXPECT_EQ(after(other.id(), "click 15 15, click 220 90, End, type z"), "typing 2 50 0 2 1 5 3 axyz /");
+}
+
 TEST_F(EveryWidget, ASteadyFrameAllocatesNothing) {
     entry.focus();
     const auto frame = [&] { poll(), drawAll(); };
