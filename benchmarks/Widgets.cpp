@@ -30,7 +30,7 @@ void benchWidgets(Table& table) {
     }
     table.report("polling 1,000 widgets", count, [&] {
         for (const auto& button : buttons)
-            button->clicked(0);
+            button->clicked(KXMouseLeft);
         for (const auto& slider : sliders)
             slider->poll();
         for (const auto& entry : entries)

@@ -42,10 +42,10 @@ int main(int argc, char** argv) {
                     fish.draw(x, y, 1.0f, 3.0f, step / 2, 0, -1); // about its middle, clockwise
                     break;
                 case 3:
-                    fish.draw(x, y, 1.0f, 3.0f, 0, 2, -1);
+                    fish.draw(x, y, 1.0f, 3.0f, 0, KXFlipLeftRight, -1);
                     break;
                 case 4:
-                    fish.draw(x, y, 1.0f, 3.0f, 0, 4, -1);
+                    fish.draw(x, y, 1.0f, 3.0f, 0, KXFlipTopBottom, -1);
                     break;
                 case 5:
                     fish.setTint(KXMakeColor(0.6f, 0.6f, 1, 1)); // every draw is multiplied by it from now on

@@ -4,14 +4,11 @@
 
 #include <vector>
 
-// Key numbers; KXKeyboard.h lists them all.
-const int keyUp = 99, keyRight = 100, keyLeft = 101, keyDown = 102, keySpace = 133;
-
 static void drawKey(KXRect rect, int key) {
-    const bool held = KXKey(key);
+    const bool held = KXKeyHeld(key);
     KXDrawRectFill(rect, held ? gold : dusk);
     KXDrawRect(rect, held ? paper : teal);
-    const char* name = KXKeyToString(key);
+    const char* name = KXKeyName(key);
     const int left = static_cast<int>(rect.size.width - KXUIGlobalFontStringBounds(name).width) / 2;
     KXUIGlobalFontPrint({rect.origin.x + left, rect.origin.y + 6}, held ? night : paper, name);
 }
@@ -25,10 +22,11 @@ int main(int argc, char** argv) {
         KXUISetGlobalFont(example.font(), KXAliasModeTexture, 11, KXZeroPoint);
         KXTexture fish(example.file("fish.png"));
         KXPoint at = {40, 110}, lastMouse = KXMousePoint;
-        int flips = 0, brush = 6;
+        int flips = KXFlipNone;
+        float brush = 6;
         struct Dot {
             KXPoint at;
-            int radius;
+            float radius;
         };
         std::vector<Dot> paint;
         KXSetLogicExact(-1);
@@ -36,14 +34,15 @@ int main(int argc, char** argv) {
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
             while (KXLogicLoop()) { // reads what the user did since the last step
-                at.x += KXKey(keyRight) ? 2 : KXKey(keyLeft) ? -2 : 0;
-                at.y += KXKey(keyDown) ? 2 : KXKey(keyUp) ? -2 : 0;
-                flips = KXKey(keyRight) ? 0 : KXKey(keyLeft) ? 2 : flips; // 2 mirrors it
-                if (KXKey(keySpace, 1))                                   // once for each press
+                const int right = KXKeyHeld(KXKeyRight), left = KXKeyHeld(KXKeyLeft);
+                at.x += right ? 2 : left ? -2 : 0;
+                at.y += KXKeyHeld(KXKeyDown) ? 2 : KXKeyHeld(KXKeyUp) ? -2 : 0;
+                flips = right ? KXFlipNone : left ? KXFlipLeftRight : flips;
+                if (KXKeyWentDown(KXKeySpace)) // in this step
                     paint.clear();
-                brush += KXMouse(4) ? 1 : KXMouse(3) ? -1 : 0; // a notch of the wheel: up, down
-                KXClampi(&brush, 2, 20);
-                if (KXMouse(0)) // the left button is down
+                brush += KXMouseWheel().y; // in notches; fine wheels turn by parts of one
+                KXClampf(&brush, 2, 20);
+                if (KXMouseHeld(KXMouseLeft))
                     for (float t = 0.25f; t <= 1; t += 0.25f)
                         paint.push_back({KXParametricLine(t, lastMouse, KXMousePoint), brush});
                 lastMouse = KXMousePoint;
@@ -53,19 +52,19 @@ int main(int argc, char** argv) {
             window.setRenderContext();
             KXDrawRectFill({{0, 0}, window.size()}, night);
             for (const Dot& dot : paint)
-                KXDrawCircleFill(dot.at, dot.radius, 24, teal);
+                KXDrawCircleFill(dot.at, static_cast<int>(dot.radius), 24, teal);
             fish.draw(static_cast<int>(at.x), static_cast<int>(at.y), 1.0f, 3.0f, 0, flips, -1);
-            KXDrawCircle(KXMousePoint, brush, 24, gold);
+            KXDrawCircle(KXMousePoint, static_cast<int>(brush), 24, gold);
             KXDrawRectFill({{0, 184}, {400, 66}}, KXMakeColori(20, 20, 44, 255));
-            drawKey({{72, 190}, {52, 25}}, keyUp);
-            drawKey({{14, 220}, {52, 25}}, keyLeft);
-            drawKey({{72, 220}, {52, 25}}, keyDown);
-            drawKey({{130, 220}, {52, 25}}, keyRight);
-            drawKey({{210, 220}, {90, 25}}, keySpace);
+            drawKey({{72, 190}, {52, 25}}, KXKeyUp);
+            drawKey({{14, 220}, {52, 25}}, KXKeyLeft);
+            drawKey({{72, 220}, {52, 25}}, KXKeyDown);
+            drawKey({{130, 220}, {52, 25}}, KXKeyRight);
+            drawKey({{210, 220}, {90, 25}}, KXKeySpace);
             KXUIGlobalFontPrint({210, 194}, paper, KXTempString("mouse %s", KXPointToStringi(KXMousePoint)));
             KXDrawRectFill({{320, 194}, {50, 50}}, dusk); // the mouse and its left button
-            KXDrawRectFill({{322, 196}, {22, 20}}, KXMouse(0) ? gold : teal);
-            KXDrawRectFill({{346, 196}, {22, 20}}, KXMouse(1) ? gold : teal);
+            KXDrawRectFill({{322, 196}, {22, 20}}, KXMouseHeld(KXMouseLeft) ? gold : teal);
+            KXDrawRectFill({{346, 196}, {22, 20}}, KXMouseHeld(KXMouseRight) ? gold : teal);
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();

@@ -17,24 +17,28 @@ static void drawPad() {
     KXDrawCircleFill({112, 140}, 62, 64, dusk);
     KXDrawCircleFill({288, 140}, 62, 64, dusk);
     KXDrawRectFill({{112, 78}, {176, 90}}, dusk);
-    drawStick({150, 150}, 0, 1);
-    drawStick({250, 150}, 2, 3);
-    drawTrigger({82, 44}, 4, KXGamePadLeftTrigger(0));
-    drawTrigger({258, 44}, 5, KXGamePadRightTrigger(0));
+    drawStick({150, 150}, KXGamePadLeftStickX, KXGamePadLeftStickY);
+    drawStick({250, 150}, KXGamePadRightStickX, KXGamePadRightStickY);
+    drawTrigger({82, 44}, KXGamePadLeftTriggerAxis, KXGamePadLeftTrigger(0));
+    drawTrigger({258, 44}, KXGamePadRightTriggerAxis, KXGamePadRightTrigger(0));
     const KXColor colors[] = {leaf, rose, teal, gold};
     const KXPoint places[] = {{300, 138}, {322, 116}, {278, 116}, {300, 94}};
     for (int i = 0; i < 4; ++i) {
-        const bool held = KXGamePadButton(i); // buttons count from 0
+        const bool held = KXGamePadButton(KXGamePadButton1 + i);
         KXDrawCircleFill(places[i], 12, 32, held ? colors[i] : withAlpha(colors[i], 0.35f));
         if (held)
             KXDrawCircle(places[i], 15, 32, paper);
     }
     KXDrawRectFill({{76, 108}, {48, 16}}, night); // the hat
     KXDrawRectFill({{92, 92}, {16, 48}}, night);
-    const KXPoint arms[] = {{92, 92}, {92, 124}, {76, 108}, {108, 108}}; // up, down, left, right
-    for (int direction = 0; direction < 4; ++direction)
-        if (KXGamePadHat(direction))
-            KXDrawRectFill({arms[direction], {16, 16}}, gold);
+    const struct {
+        KXHatDirection direction;
+        KXPoint at;
+    } arms[] = {
+        {KXHatUp, {92, 92}}, {KXHatDown, {92, 124}}, {KXHatLeft, {76, 108}}, {KXHatRight, {108, 108}}};
+    for (const auto& arm : arms)
+        if (KXGamePadHat(arm.direction))
+            KXDrawRectFill({arm.at, {16, 16}}, gold);
 }
 
 int main(int argc, char** argv) {

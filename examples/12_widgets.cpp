@@ -39,9 +39,9 @@ int main(int argc, char** argv) {
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
             while (KXLogicLoop()) {
-                if (next.clicked(0)) // the left button
+                if (next.clicked(KXMouseLeft)) // the left button
                     color = (color + 1) % 4;
-                filled.clicked(0); // turns itself on and off
+                filled.clicked(KXMouseLeft); // turns itself on and off
                 corners.poll();
                 radius.poll();
                 KXLogicUpdate();

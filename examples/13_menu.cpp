@@ -37,9 +37,9 @@ int main(int argc, char** argv) {
         menu.addSubMenu(sky);
         sky->addMenuItemWithName("Night", fallNight, &scene);
         sky->addMenuItemWithName("Dusk", setSun, &scene);
-        menu.addMenuItemWithName("Stars", turnStars, &scene, 0, 19); // and by the key S
+        menu.addMenuItemWithName("Stars", turnStars, &scene, KXKeyNone, KXKeyS); // and by that key
         menu.addDivider();
-        menu.addMenuItemWithName("Leave", leave, nullptr, 0, 17); // and by Q
+        menu.addMenuItemWithName("Leave", leave, nullptr, KXKeyNone, KXKeyQ);
         KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {

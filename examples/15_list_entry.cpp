@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
             KXPreLogicLoop();
             while (KXLogicLoop()) {
                 entry.poll();
-                const bool clicked = add.clicked(0); // widgets are asked in every step
+                const bool clicked = add.clicked(KXMouseLeft); // widgets are asked in every step
                 if ((clicked || entry.entered()) && entry.length()) {
                     const int row = list.add(entry.text());
                     list.setSelectedIndex(row); // scrolls there, too

@@ -3,7 +3,7 @@
 #include "wave.h"
 
 const double frequencies[] = {261.6, 293.7, 329.6, 349.2, 392.0, 440.0, 493.9, 523.3}; // C to C
-const int keys[] = {1, 19, 4, 6, 7, 8, 10, 11};                                        // A to K
+const int keys[] = {KXKeyA, KXKeyS, KXKeyD, KXKeyF, KXKeyG, KXKeyH, KXKeyJ, KXKeyK};
 
 static KXRect keyRect(int i) { return {{40 + 40.0f * i, 130}, {38, 96}}; }
 
@@ -25,27 +25,26 @@ int main(int argc, char** argv) {
             writeWave(example.file("music.wav"), {131, 0, 196, 165, 110, 0, 165, 131}, 0.6).c_str());
         music.setVolume(50); // of 128
         music.play(-1);      // for ever
-        bool halted = false, wasDown = false;
+        bool halted = false;
         float glow[8] = {};
         KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
             while (KXLogicLoop()) {
-                const bool down = KXMouse(0), clicked = down && !wasDown;
-                wasDown = down;
+                const int clicked = KXMouseWentDown(KXMouseLeft);
                 for (int i = 0; i < 8; ++i) {
                     const KXRect key = keyRect(i);
                     const bool hit = KXMousePoint.x >= key.origin.x && KXMousePoint.x < key.origin.x + 38 &&
                                      KXMousePoint.y >= key.origin.y && KXMousePoint.y < key.origin.y + 96;
                     glow[i] = KXMaxf(0, glow[i] - 0.012f);
-                    if (!KXKey(keys[i], 1) && !(clicked && hit))
+                    if (!KXKeyWentDown(keys[i]) && !(clicked && hit))
                         continue;
                     if (sounds[i]->play(0)) // once; false if all 8 channels are busy
                         sounds[i]->setPanning(255 - 30 * i, 45 + 30 * i); // low notes left, high ones right
                     glow[i] = 1;
                 }
-                if (KXKey(13, 1)) { // M
+                if (KXKeyWentDown(KXKeyM)) {
                     halted = !halted;
                     halted ? music.pause() : music.resume();
                 }

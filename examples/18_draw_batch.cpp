@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
             KXPreLogicLoop();
             while (KXLogicLoop()) {
                 ++step;
-                if (KXKey(2, 1)) // B
+                if (KXKeyWentDown(KXKeyB))
                     batch = !batch;
                 KXLogicUpdate();
                 example.stepDone();

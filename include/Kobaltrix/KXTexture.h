@@ -9,6 +9,14 @@
 
 struct SDL_Surface;
 
+/// How a texture is flipped where it is drawn.
+enum KXFlip : int {
+    KXFlipNone = 0,
+    KXFlipLeftRight = 2, ///< Mirrors left to right.
+    KXFlipTopBottom = 4, ///< Mirrors top to bottom.
+    KXFlipDiagonal = 6   ///< Both together: exchanges rows and columns.
+};
+
 /// Sets the filter of textures uploaded from now on: nearest for 1 (the default), linear for any other value.
 KX_API void KXSetTextureMode(int mode);
 
@@ -62,8 +70,7 @@ public:
     /// @param opacity 0.0 to 1.0. @param scale 1.0 is natural size, anchored at (x, y).
     /// @param rotation degrees, about the middle of the part: clockwise on screen, the other way if it is
     /// flipped.
-    /// @param flips 2 mirrors left to right, 4 top to bottom, 6 (both) exchanges rows and columns, 0 neither.
-    /// About the middle of the part, too.
+    /// @param flips a KXFlip, about the middle of the part, too.
     /// @param transformed 0 draws without scale, rotation and flips; -1 with them.
     void draw(int sx1, int sy1, int sx2, int sy2, int width, int height, int x, int y, float opacity,
               float scale, int rotation, int flips, int transformed);

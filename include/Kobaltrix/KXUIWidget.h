@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Kobaltrix/KXKeys.h>
 #include <Kobaltrix/KXTypes.h>
 
 #include <stdint.h>
@@ -47,13 +48,14 @@ public:
     /// and bottom ones do.
     virtual int mouseOver();
     /// Non-zero while a press of @a button that began over the widget is held, as of the last clicked(@a
-    /// button); for buttons see KXMouse().
+    /// button), a KXMouseButton.
     virtual int mouseDownInside(int button);
     /// -1 once for each click of @a button, else 0. Call it once per logic step.
     ///
     /// A click is a press over the widget and its release, if the pointer was over the widget in the last
     /// call before the release; where it is at the release does not matter. A press begins in the first call
-    /// that sees the button down. Buttons other than 0 to 6 are never clicked.
+    /// that sees the button down. Buttons from #KXMouseBack on are never
+    /// clicked.
     virtual int clicked(int button);
     /// Lets the next clicked(@a button) report a click.
     virtual void click(int button);

@@ -136,11 +136,12 @@ void KXTexture::drawingPosition(int x, int y, int width, int height, float scale
     const int middleX = width / 2, middleY = height / 2; // rounded toward zero
     const auto centreX = static_cast<float>(middleX), centreY = static_cast<float>(middleY);
     glTranslatef(centreX, centreY, 0);
-    if ((flips & 2) && (flips & 4))
+    const int flip = flips & KXFlipDiagonal;
+    if (flip == KXFlipDiagonal)
         glRotatef(180, 1, 1, 0);
-    else if (flips & 2)
+    else if (flip == KXFlipLeftRight)
         glRotatef(180, 0, 1, 0);
-    else if (flips & 4)
+    else if (flip == KXFlipTopBottom)
         glRotatef(180, 1, 0, 0);
     if (rotation != 0)
         glRotatef(static_cast<float>(rotation), 0, 0, 1);

@@ -3,6 +3,8 @@
 #include "render/DrawSink.h"
 #include "render/DrawStatistics.h"
 
+#include <Kobaltrix/KXTexture.h>
+
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -40,15 +42,14 @@ _KXAffine _KXPlacement(int x, int y, int width, int height, float scale, int rot
 
     const auto [cosine, sine] = rotationBy(rotation);
     _KXAffine turn = {cosine, -sine, 0, sine, cosine, 0};
-    constexpr int mirrorX = 2, mirrorY = 4;
-    switch (flips & (mirrorX | mirrorY)) {
-    case mirrorX:
+    switch (flips & KXFlipDiagonal) {
+    case KXFlipLeftRight:
         turn = {-turn.xx, -turn.xy, 0, turn.yx, turn.yy, 0};
         break;
-    case mirrorY:
+    case KXFlipTopBottom:
         turn = {turn.xx, turn.xy, 0, -turn.yx, -turn.yy, 0};
         break;
-    case mirrorX | mirrorY: // half a turn about the diagonal exchanges the axes
+    case KXFlipDiagonal: // half a turn about the diagonal exchanges the axes
         turn = {turn.yx, turn.yy, 0, turn.xx, turn.xy, 0};
         break;
     default:

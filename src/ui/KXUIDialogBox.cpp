@@ -99,7 +99,7 @@ KXUIButton* KXUIDialogBox::button(int index) {
 
 void KXUIDialogBox::poll() {
     for (std::size_t i = 0; i < _buttons.size(); ++i)
-        if (_buttons[i]->clicked(0))
+        if (_buttons[i]->clicked(KXMouseLeft))
             _buttonIndexClicked = static_cast<int32_t>(i);
 }
 

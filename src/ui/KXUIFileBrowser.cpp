@@ -47,7 +47,7 @@ void KXUIFileBrowser::show(KXUIFileBrowserMode mode, const char* folder, const c
     // A press that hide() cut short, or that made the game show the browser, must not click a button.
     for (KXUIButton* button : state.buttons) {
         button->setSize(KXZeroSize);
-        button->_KXUIWidget::clicked(0);
+        button->_KXUIWidget::clicked(KXMouseLeft);
     }
     state.caption();
     state.enter(path, initial);
@@ -268,9 +268,9 @@ bool KXUIFileBrowser::State::pollKeys() {
 }
 
 void KXUIFileBrowser::State::pollParts() {
-    if (up.clicked(0))
+    if (up.clicked(KXMouseLeft))
         goUp();
-    const bool confirmed = confirm.clicked(0);
+    const bool confirmed = confirm.clicked(KXMouseLeft);
     list.poll();
     name.poll();
     if (name.changed()) {
@@ -305,9 +305,9 @@ int KXUIFileBrowser::poll() {
     if (!state.isShown)
         return 0;
     bool cancelled = state.pollKeys();
-    if (state.hidden.clicked(0))
+    if (state.hidden.clicked(KXMouseLeft))
         setShowsHiddenFiles(state.hidden.state() == KXUIToggleButtonStateOn);
-    cancelled |= state.cancel.clicked(0) != 0;
+    cancelled |= state.cancel.clicked(KXMouseLeft) != 0;
     if (cancelled && !state.asked.empty()) {
         state.dropQuestion();
         cancelled = false;
@@ -315,7 +315,7 @@ int KXUIFileBrowser::poll() {
     if (!cancelled)
         state.pollParts();
     if (!cancelled && !state.hasChosen) {
-        state.keepFocus(KXMouse(0) && mouseOver());
+        state.keepFocus(KXMouse(KXMouseLeft) && mouseOver());
         return 0;
     }
     hide();

@@ -115,7 +115,7 @@ void KXUIMenu::_addEntry(std::unique_ptr<_KXUIMenuBase> entry) {
 }
 
 void KXUIMenu::addMenuItemWithName(const char* name, void (*callback)(void*), void* context) {
-    addMenuItemWithName(name, callback, context, 0, 0);
+    addMenuItemWithName(name, callback, context, KXKeyNone, KXKeyNone);
 }
 
 void KXUIMenu::addMenuItemWithName(const char* name, void (*callback)(void*), void* context, int modifierKey,
@@ -203,7 +203,7 @@ void KXUIMenu::poll() {
 void KXUIMenu::_openOrCloseByClick() {
     _justOpened = 0; // still set if a callback threw
     const int pressed = mouseDownInside(0);
-    if (!clicked(0))
+    if (!clicked(KXMouseLeft))
         return;
     const bool byMouse = pressed && !mouseDownInside(0); // and not by click()
     if (byMouse && _parent && !_takesClicks())

@@ -109,7 +109,7 @@ int _KXUIMenuItem::isOpen() { return _parent ? _parent->isOpen() : 0; }
 bool _KXUIMenuItem::_isShortcutPressed() { return KXKey(_key, -1) || (_modifierLetGo && KXKey(_key)); }
 
 void _KXUIMenuItem::poll() {
-    const bool chosen = clicked(0) && _takesClicks();
+    const bool chosen = clicked(KXMouseLeft) && _takesClicks();
     if (!_keyboardIsElsewhere() && (!_modifierKey || KXKey(_modifierKey))) {
         if (_isShortcutPressed() && !_latch) {
             _latch = -1;

@@ -82,7 +82,7 @@ int KXUISlider::value() const { return _value; }
 
 int KXUISlider::poll() {
     const int before = _value;
-    if (_KXPressBegins(_pressed, KXMouse(0)))
+    if (_KXPressBegins(_pressed, KXMouse(KXMouseLeft)))
         _dragging = !_mouseIsElsewhere() && (contains(_track, KXMousePoint) || contains(_knob, KXMousePoint))
                         ? -1
                         : 0;

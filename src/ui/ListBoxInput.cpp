@@ -35,7 +35,9 @@ void KXUIListBox::setFocus(int focus) { focus ? _state->takeKeyboard() : _state-
 
 KXUIListBox::State::State() : buttonHeld(anyButtonHeld()) {}
 
-bool KXUIListBox::State::anyButtonHeld() { return KXMouse(0) || KXMouse(1) || KXMouse(2); }
+bool KXUIListBox::State::anyButtonHeld() {
+    return KXMouse(KXMouseLeft) || KXMouse(KXMouseRight) || KXMouse(KXMouseMiddle);
+}
 
 int KXUIListBox::poll() {
     const int selected = _state->selected;
@@ -56,7 +58,7 @@ void KXUIListBox::_pollMouse() {
         return;
     if (pressed)
         setFocus(mouseOver());
-    if (pressed && KXMouse(0) && mouseOver())
+    if (pressed && KXMouse(KXMouseLeft) && mouseOver())
         _press(layout);
     if (_state->holds(State::Press::Knob) && layout.knobTravel() > 0)
         _state->scrolled = std::clamp<std::int64_t>(std::int64_t{KXMouseY} - _state->grip - layout.top, 0,

@@ -88,7 +88,7 @@ int KXUITextEntry::poll() {
 // With Control held the left button counts as the right one, so pressing it then does nothing. Control that
 // comes or goes while the button is held ends nothing.
 void KXUITextEntry::_pollMouse() {
-    const bool pressed = _KXPressBegins(_editor->mouseHeld, _KXMouseButtonLeft) && KXMouse(0);
+    const bool pressed = _KXPressBegins(_editor->mouseHeld, _KXMouseButtonLeft) && KXMouse(KXMouseLeft);
     if (_mouseIsElsewhere())
         return;
     if (pressed && mouseOver())

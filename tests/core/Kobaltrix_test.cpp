@@ -15,7 +15,7 @@
 namespace {
 TEST(Lifecycle, StartsTheWholeLibraryAndEndsIt) {
     const TestClock clock(0, 12345);
-    _KXKeys[5] = -1;
+    _KXKeys[KXKeyE] = -1;
     _KXEndianness = 0;
     _KXSetError("stale");
     char path[] = "/opt/games/jump";
@@ -26,7 +26,7 @@ TEST(Lifecycle, StartsTheWholeLibraryAndEndsIt) {
     constexpr Uint32 systems = SDL_INIT_TIMER | SDL_INIT_VIDEO | SDL_INIT_JOYSTICK;
     EXPECT_EQ(SDL_WasInit(systems | SDL_INIT_AUDIO), systems) << "audio is started by KXInitAudio only";
     EXPECT_EQ(SDL_JoystickEventState(SDL_QUERY), SDL_ENABLE);
-    EXPECT_TRUE(_KXKeys[5] == 0 && _KXEndianness == -1 && KXLogicInterval() == 60);
+    EXPECT_TRUE(_KXKeys[KXKeyE] == 0 && _KXEndianness == -1 && KXLogicInterval() == 60);
     EXPECT_STREQ(KXError(), "");
     EXPECT_STREQ(KXApplicationName, "jump");
     _KXSetError("something");

@@ -99,8 +99,8 @@ TEST_F(Loop, ReadsEventsInFramesThatRunLogicAndKeepsTheWheelForOne) {
     user.turnWheel(1);
     frameAfter(8);
     EXPECT_EQ(KXKey(KXKeyA), 0);
-    frameAfter(8, [] { EXPECT_EQ(KXKey(KXKeyA) & KXMouse(4), -1) << "while the frame draws"; });
-    EXPECT_TRUE(KXKey(KXKeyA) && !KXMouse(4));
+    frameAfter(8, [] { EXPECT_EQ(KXKey(KXKeyA) & KXMouse(KXMouseWheelUp), -1) << "while the frame draws"; });
+    EXPECT_TRUE(KXKey(KXKeyA) && !KXMouse(KXMouseWheelUp));
 }
 
 TEST_F(Loop, CountsTheFramesOfAPeriod) {

@@ -115,14 +115,14 @@ TEST_F(Desktop, TheMouseMovesClicksAndTurnsItsWheel) {
     EXPECT_EQ(KXMousePointAbsolute().x, static_cast<float>(left + 50));
     EXPECT_EQ(KXMousePointAbsolute().y, static_cast<float>(top + 30));
     person("mousedown 1");
-    EXPECT_TRUE(becomes([] { return KXMouse(0) != 0; }));
+    EXPECT_TRUE(becomes([] { return KXMouse(KXMouseLeft) != 0; }));
     person("mouseup 1 mousedown 3");
-    EXPECT_TRUE(becomes([] { return KXMouse(0) == 0 && KXMouse(1) != 0; }));
+    EXPECT_TRUE(becomes([] { return KXMouse(KXMouseLeft) == 0 && KXMouse(KXMouseRight) != 0; }));
     person("mouseup 3 click 4");
-    EXPECT_TRUE(becomes([] { return KXMouse(4) != 0; }));
-    EXPECT_EQ(KXMouse(4), 0) << "a notch lasts for one frame";
+    EXPECT_TRUE(becomes([] { return KXMouse(KXMouseWheelUp) != 0; }));
+    EXPECT_EQ(KXMouse(KXMouseWheelUp), 0) << "a notch lasts for one frame";
     person("click 5");
-    EXPECT_TRUE(becomes([] { return KXMouse(3) != 0; }));
+    EXPECT_TRUE(becomes([] { return KXMouse(KXMouseWheelDown) != 0; }));
     EXPECT_EQ(KXShowMouse(0), SDL_ENABLE);
     EXPECT_EQ(KXShowMouse(-1), SDL_DISABLE);
 }

@@ -103,18 +103,19 @@ TEST_F(GamePad, SticksFromSideToSideAndRollingHats) {
     EXPECT_EQ(_KXGamePadStickLeft(0, -1, -1), -1); // repeats, which games reach through no public call
     move(axis, 1, 30000);
     for (int direction : {INT_MIN, -1, 0, 0, 3, 4}) // not directions of a vertical axis: always told
-        EXPECT_EQ(_KXGamePadAxis(1, direction, 1, 0), 30000) << direction;
+        EXPECT_EQ(_KXGamePadAxis(KXGamePadLeftStickY, direction, 1, 0), 30000) << direction;
     move(axis, 6, 16383);
     EXPECT_EQ(_KXGamePadAxis(6, 0, 1, 0), 16383);
     move(axis, 6, 16384);
     EXPECT_THROW(_KXGamePadAxis(6, 0, 0, 0), std::bad_alloc);
 
     move(hat, 0, SDL_HAT_RIGHTUP);
-    EXPECT_EQ(KXGamePadHat(4, 1) & KXGamePadHat(3, 1), 1); // up under another number, with one report
-    move(hat, 0, SDL_HAT_UP);                              // keeps what stays held
+    // 4 is up under another number, with one report.
+    EXPECT_EQ(KXGamePadHat(4, 1) & KXGamePadHat(KXHatRight, 1), 1);
+    move(hat, 0, SDL_HAT_UP); // keeps what stays held
     move(hat, 0, SDL_HAT_RIGHTUP);
-    EXPECT_EQ(KXGamePadHat(0, 1), 0);
-    EXPECT_EQ(KXGamePadHat(3, 1), 1);
+    EXPECT_EQ(KXGamePadHat(KXHatUp, 1), 0);
+    EXPECT_EQ(KXGamePadHat(KXHatRight, 1), 1);
 }
 
 TEST_F(GamePad, NumbersBeyondTheTables) {
@@ -136,8 +137,8 @@ TEST_F(GamePad, NumbersBeyondTheTables) {
     }
     _KXSetAxis(0, INT_MIN);
     _KXSetAxis(1, INT_MAX);
-    EXPECT_EQ(KXGamePadAxis(0), -32768);
-    EXPECT_EQ(KXGamePadAxis(1), 32767);
+    EXPECT_EQ(KXGamePadAxis(KXGamePadLeftStickX), -32768);
+    EXPECT_EQ(KXGamePadAxis(KXGamePadLeftStickY), 32767);
 }
 
 TEST_F(GamePad, ComesAndGoesForgettingWhatWasHeldAndTold) {
@@ -153,7 +154,7 @@ TEST_F(GamePad, ComesAndGoesForgettingWhatWasHeldAndTold) {
     move(button, 3, 1);
     pad.unplug();
     user.step();
-    EXPECT_EQ(KXGamePadButton(3), 0) << "the platform lets go of everything";
+    EXPECT_EQ(KXGamePadButton(KXGamePadButton4), 0) << "the platform lets go of everything";
     EXPECT_EQ(KXInitGamePad(), 0);
     const KXTestPad other;
     EXPECT_EQ(KXInitGamePad(), -1);

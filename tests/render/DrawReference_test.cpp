@@ -89,7 +89,7 @@ TEST_F(DrawReference, InAWindowInATextureAndInThreeDimensions) {
             const Image expected = shown([&] { drawTextbook(p); });
             const bool seen = differingPixels(expected, shown([] {})) > 0;
             drawn += seen;
-            culled += !seen && p.transformed && (p.flips == 2 || p.flips == 4);
+            culled += !seen && p.transformed && (p.flips == KXFlipLeftRight || p.flips == KXFlipTopBottom);
             // An edge that is seen in perspective, or turned by an odd angle, may pass through the very
             // middle of pixels.
             const int allowed = place == InSpace ? 20 : p.transformed && p.rotation % 90 ? 3 : 0;

@@ -9,7 +9,7 @@ struct EveryWidget : UITest {
             "\u00c5\u00c5jjWW texts that are too long for any of the boxes gg";
         button.setText(text);
         menu.addMenuItemWithName(text, nullptr, nullptr);
-        menu.click(0);
+        menu.click(KXMouseLeft);
         dialog.setMessage(text);
         dialog.addButton(text);
         entry.setText(text);
@@ -25,7 +25,7 @@ struct EveryWidget : UITest {
         widget.setOrigin({10 + 100 * static_cast<float>(i % 3), 5 + 65 * static_cast<float>(i / 3)});
     }
     int poll() override {
-        button.clicked(0);
+        button.clicked(KXMouseLeft);
         slider.poll();
         menu.poll();
         dialog.poll();

@@ -6,7 +6,7 @@ struct Button : UITest {
         button.setOrigin({10, 10});
         toggle.setRect({10, 10}, {40, 20});
     }
-    int poll() override { return polled->clicked(0); }
+    int poll() override { return polled->clicked(KXMouseLeft); }
     /// The colour between border and caption, and how a toggle button stands.
     std::string state() override {
         polled->draw();
@@ -51,7 +51,7 @@ TEST_F(Button, ShowsThePressThatClicksIt) {
     expectEach("at 15 15 -> grey; press -> dark; at 200 100 -> grey; at 15 15 -> dark; "
                "release -> told dark; at 16 15 -> grey");
     press(SDL_BUTTON_MIDDLE);
-    EXPECT_EQ(button.clicked(2), 0);
+    EXPECT_EQ(button.clicked(KXMouseMiddle), 0);
     EXPECT_EQ(state(), "dark") << "whatever button is held";
 }
 
@@ -60,7 +60,7 @@ TEST_F(Button, AToggleTurnsOnAndOff) {
     // Shows that it is on although no colour was chosen.
     expectEach("at 20 20 -> grey -1; click 20 20, at 100 20 -> told dark 0; click 100 20 -> dark 0; "
                "click 20 20, at 100 20 -> told grey -1");
-    toggle.click(0);
+    toggle.click(KXMouseLeft);
     toggle.setOnBackgroundColor(KXGreenColor);
     toggle.setOnDepressedBackgroundColor(KXBlueColor);
     expectEach("at 20 20 -> told green 0; press -> blue 0; release -> told dark -1; at 20 20 -> grey -1");

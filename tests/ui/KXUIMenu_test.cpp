@@ -71,7 +71,7 @@ TEST_F(Menu, EntriesActWhileItIsOpen) {
     // The last line of the title belongs to the first row, too.
     moveMouse(25, static_cast<int>(menu->rect().origin.y + menu->rect().size.height));
     expectEach("click -> o; click -> -");
-    menu->click(0);
+    menu->click(KXMouseLeft);
     expectEach("at 0 0 -> o");
 }
 
@@ -242,17 +242,17 @@ TEST_F(DeepMenu, OwnershipHasNoCircles) {
 TEST_F(DeepMenu, ParentsThatGoLeaveNoTrace) {
     does = [] {};
     _KXUIMenuItem item("Loose", call, this, 0, KXKeyK);
-    item.click(0);
+    item.click(KXMouseLeft);
     item.poll();
     EXPECT_EQ(item.isOpen(), 0);
     EXPECT_EQ(calls, 0);
     item.setParent(deep);
     item.setParent(deep);
     for (KXUIMenu* each : {menu.get(), sub, deep})
-        each->click(0);
+        each->click(KXMouseLeft);
     poll(); // clicks by the game reach all levels at once
     EXPECT_EQ(item.isOpen(), -1);
-    item.click(0);
+    item.click(KXMouseLeft);
     item.poll();
     EXPECT_EQ(state(), "--- 100");
     menu.reset();

@@ -6,7 +6,7 @@
 namespace {
 struct Widget : UITest {
     Widget() { widget.setRect({10, 10}, {20, 20}); }
-    int poll() override { return widget.clicked(0); }
+    int poll() override { return widget.clicked(KXMouseLeft); }
     KXPoint place(const std::string& name) const override {
         return name == "in" ? KXPoint{20, 20} : KXPoint{50, 50};
     }
@@ -43,13 +43,13 @@ TEST_F(Widget, ButtonsAreTrackedApartAndTheGameCanClick) {
         EXPECT_EQ(widget.mouseDownInside(button), button == 1 ? -1 : 0);
     }
     release(SDL_BUTTON_RIGHT);
-    EXPECT_EQ(widget.clicked(0), 0);
-    EXPECT_EQ(widget.clicked(1), -1);
+    EXPECT_EQ(widget.clicked(KXMouseLeft), 0);
+    EXPECT_EQ(widget.clicked(KXMouseRight), -1);
 
     wheel(1); // a notch is a press of one step
-    EXPECT_EQ(widget.clicked(4), 0);
+    EXPECT_EQ(widget.clicked(KXMouseWheelUp), 0);
     step();
-    EXPECT_EQ(widget.clicked(4), -1);
+    EXPECT_EQ(widget.clicked(KXMouseWheelUp), -1);
     for (int clickedBefore : {1, 4})
         EXPECT_EQ(widget.clicked(clickedBefore), 0);
     for (int none : {-1, 7, INT_MIN, INT_MAX}) {
@@ -58,7 +58,7 @@ TEST_F(Widget, ButtonsAreTrackedApartAndTheGameCanClick) {
         EXPECT_EQ(widget.mouseDownInside(none), 0);
     }
     act("press");
-    widget.click(0); // does not end the press in hand
+    widget.click(KXMouseLeft); // does not end the press in hand
     expectEach("at in -> told inside depressed; release -> told depressed; at in -> ");
 }
 

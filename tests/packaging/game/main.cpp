@@ -32,7 +32,7 @@ static int play() {
     KXResetLogicLoop();
     KXPreLogicLoop();
     while (KXLogicLoop()) {
-        button.clicked(0);
+        button.clicked(KXMouseLeft);
         sprite.poll();
         if (timer.tick())
             printf("%ld steps\n", buffer.readLong());
