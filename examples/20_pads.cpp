@@ -49,6 +49,7 @@ int main(int argc, char** argv) {
         KXUISetGlobalFont(example.font(), KXAliasModeTexture, 9, KXZeroPoint);
         Player players[KXMaximumPads];
         KXSetLogicExact(-1);
+        KXSetLogicExact(-1);
         KXResetLogicLoop();
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
@@ -71,6 +72,7 @@ int main(int argc, char** argv) {
             example.frameDone(window);
             window.swapBuffers();
             KXPostLogicLoop();
+            KXWaitForLogicStep();
             KXWaitForLogicStep();
         }
     }

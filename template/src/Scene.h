@@ -11,7 +11,7 @@ public:
     /// missing.
     explicit Scene(const std::string& assets);
 
-    /// One logic step. @param push where the player steers: -1, 0 or 1 in each direction.
+    /// One logic step. @param push where the player steers: -1 to 1 in each direction.
     void step(KXPoint push);
     void draw();
 

@@ -5,18 +5,27 @@
 #include <cstring>
 #include <exception>
 
-// What the player steers with the arrow keys.
-static KXPoint push() {
-    KXPoint push = {0, 0};
-    if (KXKeyHeld(KXKeyUp))
-        push.y -= 1;
-    if (KXKeyHeld(KXKeyRight))
-        push.x += 1;
-    if (KXKeyHeld(KXKeyLeft))
-        push.x -= 1;
-    if (KXKeyHeld(KXKeyDown))
-        push.y += 1;
-    return push;
+// What the player steers with: the arrow keys, the places of W, A, S and D, or any pad. A file that lies
+// beside the game may say something else.
+static KXActions controls(const std::string& file) {
+    const struct {
+        const char* action;
+        int key, position, stick, cross;
+    } ways[] = {{"left", KXKeyLeft, KXPositionA, KXPadLeftStickLeft, KXPadDPadLeft},
+                {"right", KXKeyRight, KXPositionD, KXPadLeftStickRight, KXPadDPadRight},
+                {"up", KXKeyUp, KXPositionW, KXPadLeftStickUp, KXPadDPadUp},
+                {"down", KXKeyDown, KXPositionS, KXPadLeftStickDown, KXPadDPadDown}};
+    KXActions actions;
+    for (const auto& way : ways) {
+        actions.bind(way.action, KXInputOfKey(way.key));
+        actions.bind(way.action, KXInputOfPosition(way.position));
+        for (const int button : {way.stick, way.cross})
+            actions.bind(way.action, KXInputOfPad(button, KXAnyPad));
+    }
+    actions.bind("leave", KXInputOfKey(KXKeyEscape));
+    if (KXFileExists(file.c_str()) && !actions.load(file.c_str()))
+        std::fprintf(stderr, "my_game: %s\n", KXError());
+    return actions;
 }
 
 // Plays until the window is closed, or for a number of frames: then each is one step, as soon as the one
@@ -24,16 +33,19 @@ static KXPoint push() {
 static int play(int frames, const char* screenshot) {
     KXWindow window("My Game", Scene::size);
     window.setRenderContext(); // what is loaded from here on is loaded for this window
-    Scene scene(std::string(KXExecutablePath ? KXExecutablePath : ".") + "/assets");
+    const std::string folder = KXExecutablePath ? KXExecutablePath : ".";
+    Scene scene(folder + "/assets");
+    const KXActions actions = controls(folder + "/controls.txt");
     KXSetLogicExact(-1);        // the same speed on every display
     KXSetMaximumLogicSteps(15); // after a stall the game goes on where it was
     KXResetLogicLoop();
     for (int frame = 0; !KXApplicationQuitRequested() && (frames == 0 || frame < frames); ++frame) {
         KXPreLogicLoop();
         while (KXLogicLoop()) { // 60 times a second, whatever the drawing takes
-            if (KXKeyWentDown(KXKeyEscape))
+            if (actions.wentDown("leave"))
                 KXApplicationRequestQuit();
-            scene.step(push());
+            scene.step({actions.value("right") - actions.value("left"),
+                        actions.value("down") - actions.value("up")});
             KXLogicUpdate();
             if (frames)
                 KXResetLogicLoop(); // one step is owed, and no more
@@ -71,6 +83,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "my_game: %s\n", KXError());
         return 1;
     }
+    KXInitPads();
     int result = 1;
     try {
         result = play(frames, screenshot);

@@ -125,6 +125,28 @@ void playPiano() {
         tap(std::exchange(start, start + 16), key);
 }
 
+/// Taps that are over before a step sees them held, and what a fast hand types within one.
+void tapAndType() {
+    for (const int taps : {1, 2, 3})
+        at(58 + 5 * taps, [=] {
+            for (int i = 0; i < taps; ++i) {
+                user.keyDown(SDLK_SPACE);
+                user.keyUp(SDLK_SPACE);
+            }
+        });
+    press(74, 200, 76);
+    at(88, [] { user.mouseUp(); });
+    at(79, [] { user.keyDown(SDLK_SPACE); });
+    at(84, [] { user.keyUp(SDLK_SPACE); });
+    at(92, [] {
+        user.type("X");
+        user.keyDown(SDLK_BACKSPACE);
+        user.keyUp(SDLK_BACKSPACE);
+        user.type("Y");
+    });
+    press(94, 210, 76);
+}
+
 const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},
                                                          {"10_game_pad", holdPad},
                                                          {"12_widgets", useWidgets},
@@ -133,7 +155,8 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"15_list_entry", makeList},
                                                          {"16_sound_music", playPiano},
                                                          {"20_pads", playTogether},
-                                                         {"21_actions", chooseKeys}};
+                                                         {"21_actions", chooseKeys},
+                                                         {"23_edges", tapAndType}};
 
 void play(int step) {
     if (step == 1)

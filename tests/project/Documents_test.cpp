@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <regex>
 #include <sstream>
 #include <vector>
 
@@ -35,6 +36,32 @@ TEST(Documents, TheBytesOfASpriteFile) {
     const TemporaryFolder folder;
     sprite.save((folder / "hero.spr").c_str());
     EXPECT_EQ(dumpIn("sprites.md"), contentOf(folder / "hero.spr"));
+}
+
+/// What a pattern finds in a text.
+std::vector<std::string> allOf(const char* pattern, const std::string& text) {
+    const std::regex expression(pattern);
+    std::vector<std::string> found;
+    for (std::sregex_iterator match(text.begin(), text.end(), expression), end; match != end; ++match)
+        found.push_back(match->str());
+    return found;
+}
+
+TEST(Documents, TheNumbersOfKeys) {
+    std::istringstream page(contentOf(PROJECT "/docs/input.md"));
+    std::string header = contentOf(PROJECT "/include/Kobaltrix/KXKeys.h");
+    std::ranges::replace(header, '\n', ','); // behind the last one
+    int rows = 0;
+    for (std::string line; std::getline(page, line);) {
+        const std::size_t middle = line.find(" | ");
+        if (!line.starts_with("|") || line.find("KXKey") > middle || middle == line.npos)
+            continue;
+        const auto names = allOf("KXKey[A-Z]\\w*|KXKey\\d", line.substr(0, middle));
+        const auto numbers = allOf("\\d+", line.substr(middle));
+        for (std::size_t i = 0; i < names.size() && names.size() == numbers.size(); ++i, ++rows)
+            EXPECT_NE(header.find(' ' + names[i] + " = " + numbers[i] + ','), header.npos) << line;
+    }
+    EXPECT_GT(rows, 60);
 }
 
 /// The pages.

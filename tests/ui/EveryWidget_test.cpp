@@ -128,7 +128,7 @@ struct WidgetsOfAWindow : EveryWidget {
         poll(); // the menu opens
     }
     int poll() override {
-        clicks += button.clicked(0) ? 1 : 0;
+        clicks += button.clicked(KXMouseLeft) ? 1 : 0;
         return EveryWidget::poll();
     }
     std::string state() override {
