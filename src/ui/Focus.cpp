@@ -53,7 +53,7 @@ void _KXFocus::giveUpKeyboard() {
 bool _KXFocus::isTypedTo() {
     if (!hasKeyboard())
         return false;
-    if (!_KXIsOtherWindow(windowID, KXKeyboardWindowID()))
+    if (!_KXIsElsewhere(windowID, KXKeyboardWindowID))
         return true;
     takeTyped();
     _KXBeginWidgetKeys();
@@ -61,7 +61,7 @@ bool _KXFocus::isTypedTo() {
 }
 
 void _KXFocus::pollTabStop() {
-    if (_KXIsOtherWindow(windowID, KXKeyboardWindowID()))
+    if (_KXIsElsewhere(windowID, KXKeyboardWindowID))
         return;
     owners.stopBefore = std::exchange(owners.stop, this);
     if (!std::exchange(owners.keyboardIsOnItsWay, false))

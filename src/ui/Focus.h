@@ -2,9 +2,11 @@
 
 #include <string>
 
-/// Whether what belongs to the window @a actual is nothing to a widget of @a wanted. 0 is every window.
-inline bool _KXIsOtherWindow(unsigned wanted, unsigned actual) {
-    return wanted && actual && wanted != actual;
+/// Whether mouse or keyboard, as @a whose asks, are in another window than a widget's, 0 for every one. Most
+/// widgets are never told of a window and ask nothing.
+inline bool _KXIsElsewhere(unsigned windowID, unsigned (*whose)()) {
+    const unsigned actual = windowID ? whose() : 0;
+    return actual && actual != windowID;
 }
 
 /// A widget's part in the focus. The keyboard and the pointer belong to one widget each at a time; this is

@@ -43,9 +43,9 @@ void _KXUIWidget::setWindowID(unsigned id) { _windowID = id; }
 
 unsigned _KXUIWidget::windowID() const { return _windowID; }
 
-bool _KXUIWidget::_mouseIsElsewhere() const { return _KXIsOtherWindow(_windowID, KXMouseWindowID()); }
+bool _KXUIWidget::_mouseIsElsewhere() const { return _KXIsElsewhere(_windowID, KXMouseWindowID); }
 
-bool _KXUIWidget::_keyboardIsElsewhere() const { return _KXIsOtherWindow(_windowID, KXKeyboardWindowID()); }
+bool _KXUIWidget::_keyboardIsElsewhere() const { return _KXIsElsewhere(_windowID, KXKeyboardWindowID); }
 
 int _KXUIWidget::mouseOver() {
     if (_mouseIsElsewhere())
