@@ -2,7 +2,6 @@
 
 #include "UITest.h"
 
-
 namespace {
 /// Three entries below one another and two lists beside them, polled in one order or the other.
 struct Focus : UITest {
@@ -117,8 +116,7 @@ TEST_F(Focus, KeysThatOpenedItAreNotForIt) {
             EXPECT_EQ(poll(), 0) << keycode;
         EXPECT_EQ(state(), "a") << keycode;
         EXPECT_EQ(first.cursor(), 4);
-        EXPECT_EQ(KXKeyWithDelayedRepeat(KXKeyLeft), keycode == SDLK_LEFT ? -1 : 0)
-            << "goes on for the game";
+        EXPECT_EQ(KXKeyWithDelayedRepeat(KXKeyLeft), keycode == SDLK_LEFT ? -1 : 0) << "goes on for the game";
         keyUp(keycode);
         first.unfocus();
     }
