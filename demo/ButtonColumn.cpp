@@ -29,7 +29,7 @@ int ButtonColumn::step() {
     for (std::size_t i = 0; i < _buttons.size(); ++i) {
         if (moved && _buttons[i]->mouseOver())
             _focus = static_cast<int>(i);
-        if (_buttons[i]->clicked(0))
+        if (_buttons[i]->clicked(KXMouseLeft))
             chosen = static_cast<int>(i);
     }
     return chosen;

@@ -71,7 +71,7 @@ int ControlsScene::chosenCell() {
         KXUIButton& button = *_cells[static_cast<std::size_t>(i)].button;
         if (moved && button.mouseOver())
             _focus = i;
-        if (button.clicked(0))
+        if (button.clicked(KXMouseLeft))
             chosen = i;
     }
     return chosen;

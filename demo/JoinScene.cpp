@@ -37,7 +37,7 @@ std::unique_ptr<Scene> JoinScene::connect() {
 std::unique_ptr<Scene> JoinScene::step() {
     const bool hadFocus = _address.isFocused();
     _address.poll();
-    const bool go = _go.clicked(0) != 0;
+    const bool go = _go.clicked(KXMouseLeft) != 0;
     if (_address.changed())
         _keepsTrying = false;
     constexpr int stepsBetweenTries = 60;

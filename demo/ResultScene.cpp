@@ -16,7 +16,7 @@ ResultScene::ResultScene(App& app, int score) : _app(app), _score(score) {
 
 std::unique_ptr<Scene> ResultScene::step() {
     _name.poll();
-    const bool done = _done.clicked(0) != 0;
+    const bool done = _done.clicked(KXMouseLeft) != 0;
     if (!done && !_name.entered())
         return nullptr;
     _app.audio.play(Effect::Click);

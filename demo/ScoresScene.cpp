@@ -18,7 +18,7 @@ ScoresScene::ScoresScene(App& app, int place) : _app(app) {
 
 std::unique_ptr<Scene> ScoresScene::step() {
     _list.poll();
-    const bool back = _back.clicked(0) != 0;
+    const bool back = _back.clicked(KXMouseLeft) != 0;
     if (!back && !Controls::menuLeaves() && !Controls::menuChooses())
         return nullptr;
     _app.audio.play(Effect::Click);

@@ -89,7 +89,7 @@ bool WidgetsScene::stepWidgets() {
         browse(KXUIFileBrowserModeOpen);
     if (_fire.asksToSave())
         browse(KXUIFileBrowserModeSave);
-    const bool back = _back.clicked(0) != 0;
+    const bool back = _back.clicked(KXMouseLeft) != 0;
     return obey(command) || back;
 }
 

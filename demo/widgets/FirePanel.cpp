@@ -24,12 +24,12 @@ FirePanel::FirePanel(App& app) : _app(app) {
 }
 
 std::string FirePanel::step() {
-    if (_bell.clicked(0)) {
+    if (_bell.clicked(KXMouseLeft)) {
         _app.audio.play(Effect::Pick);
         ++_rings;
         return KXTempString("Button: rung %s", _rings == 1 ? "once" : KXTempString("%d times", _rings));
     }
-    if (_burning.clicked(0)) {
+    if (_burning.clicked(KXMouseLeft)) {
         _app.audio.play(Effect::Click);
         return _burning.state() == KXUIToggleButtonStateOn ? "Toggle button: on" : "Toggle button: off";
     }
@@ -41,9 +41,9 @@ std::string FirePanel::step() {
 // A button looks held until it is asked once more after its click, and a window that opens keeps it from
 // being asked.
 bool FirePanel::isClicked(KXUIButton& button) {
-    if (!button.clicked(0))
+    if (!button.clicked(KXMouseLeft))
         return false;
-    button.clicked(0);
+    button.clicked(KXMouseLeft);
     return true;
 }
 

@@ -197,8 +197,8 @@ TEST_F(Pads, TheOnePadHearsOfNoOther) {
         step();
         const bool isOne = pad == &one;
         EXPECT_EQ(KXGamePadPressedButton(), isOne ? 2 : -1);
-        EXPECT_EQ(KXGamePadAxis(0), isOne ? 30000 : 0);
-        EXPECT_EQ(KXGamePadHat(0), isOne ? 1 : 0);
+        EXPECT_EQ(KXGamePadAxis(KXGamePadLeftStickX), isOne ? 30000 : 0);
+        EXPECT_EQ(KXGamePadHat(KXHatUp), isOne ? 1 : 0);
         EXPECT_EQ(KXPadHeld(isOne ? 0 : 1, KXPadX), -1);
         pad->setButton(2, 0);
         pad->setAxis(0, 0);
@@ -213,9 +213,9 @@ TEST_F(Pads, TheOnePadHearsOfNoOther) {
     EXPECT_EQ(KXGamePadPressedButton(), -1);
     step();
     EXPECT_EQ(KXGamePadPressedButton(), 4) << "an opened pad tells how it is";
-    EXPECT_EQ(KXGamePadAxis(3), -20000);
-    EXPECT_EQ(KXGamePadAxis(4), -32768);
-    EXPECT_EQ(KXGamePadHat(2), 1);
+    EXPECT_EQ(KXGamePadAxis(KXGamePadRightStickY), -20000);
+    EXPECT_EQ(KXGamePadAxis(KXGamePadLeftTriggerAxis), -32768);
+    EXPECT_EQ(KXGamePadHat(KXHatLeft), 1);
     one.setButton(4, 0);
     one.setButton(5, 1);
     other.setButton(1, 1); // nobody reads it before it is let go
