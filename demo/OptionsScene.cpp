@@ -35,7 +35,7 @@ std::unique_ptr<Scene> OptionsScene::step() {
         if (!KXMouse(KXMouseLeft))
             _app.audio.play(Effect::Click);
     }
-    const bool controls = _controls.clicked(KXMouseLeft) != 0, back = _back.clicked(0) != 0;
+    const bool controls = _controls.clicked(KXMouseLeft) != 0, back = _back.clicked(KXMouseLeft) != 0;
     if (!controls && !back && (typing || !Controls::menuLeaves()))
         return nullptr;
     if (*_name.text())

@@ -75,6 +75,7 @@ TEST_F(LogicRate, DropsTheRestUnlessItIsAskedFor) {
 // A display as fast as the logic, trembling: each frame has its step.
 TEST_F(LogicRate, MeetsTheStepsOfAnEqualDisplayInTheirMiddle) {
     begin(-1);
+    EXPECT_FLOAT_EQ(KXLogicFraction(), 0.5f) << "whole steps that are owed do not count";
     EXPECT_EQ(frameAfter(0), 1);
     EXPECT_FLOAT_EQ(KXLogicFraction(), 0.5f);
     for (int frame = 0; frame < 1000; ++frame)
