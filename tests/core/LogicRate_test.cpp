@@ -3,13 +3,13 @@
 #include <Kobaltrix/Kobaltrix.h>
 
 #include "support/TestClock.h"
+#include "testkit/KXTestInput.h"
 
 #include <gtest/gtest.h>
 
 #include <SDL_events.h>
 #include <SDL_timer.h>
 
-#include <cmath>
 #include <random>
 
 namespace {
@@ -57,19 +57,6 @@ TEST_F(LogicRate, IsExactOnEveryDisplay) {
             }
             EXPECT_NEAR(steps, 600 * 60 + 1, 1) << display << " Hz, jitter " << jitter;
         }
-}
-
-// Whoever does not ask for more gets what games were made for.
-TEST_F(LogicRate, DropsTheRestUnlessItIsAskedFor) {
-    begin(0);
-    const std::pair<int, int> rows[] = {{60, 60}, {75, 38}, {90, 45}, {144, 48}, {240, 60}};
-    for (const auto& [display, rate] : rows) {
-        KXResetLogicLoop();
-        int steps = 0;
-        for (int frame = 0; frame < 10 * display; ++frame)
-            steps += frameAfter(1.0 / display);
-        EXPECT_NEAR(steps, 10 * rate, 5) << display;
-    }
 }
 
 // A display as fast as the logic, trembling: each frame has its step.
@@ -141,11 +128,7 @@ TEST_F(LogicRate, WaitsUntilAStepIsDue) {
 TEST(LogicWait, EndsWithAnEvent) {
     ASSERT_EQ(KXInit(), -1);
     KXSetLogicInterval(4);
-    KXResetLogicLoop();
-    KXPreLogicLoop();
-    while (KXLogicLoop())
-        KXLogicUpdate();
-    KXPostLogicLoop();
+    KXTestInput().step(); // so that none is owed
     const auto timer = SDL_AddTimer(
         20,
         [](Uint32, void*) -> Uint32 {
