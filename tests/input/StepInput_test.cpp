@@ -9,6 +9,7 @@
 #include <SDL.h>
 
 #include <map>
+#include <memory>
 #include <random>
 #include <string>
 
@@ -79,7 +80,8 @@ struct StepInput : testing::Test {
                 {KXInputEventWindowClosed, "close"},
                 {KXInputEventFileDropped, "file:" + text},
                 {KXInputEventTextDropped, "drop:" + text}};
-            story += (story.empty() ? "" : " ") + words.at(event.type);
+            const auto word = words.find(event.type);
+            story += (story.empty() ? "" : " ") + (word == words.end() ? "?" : word->second);
         }
         return story;
     }
@@ -155,6 +157,21 @@ TEST_F(StepInput, WhatTheGameLetsGoOfIsToldInTheNextStep) {
     });
     EXPECT_EQ(inStep([] { return story() + std::to_string(KXKeyWentUp(KXKeyA)); }), "-A -B1");
     EXPECT_EQ(inStep(story), "");
+}
+
+TEST_F(StepInput, NothingStaysHeldInAWindowThatIsClosed) {
+    auto window = std::make_unique<KXWindow>("Closed soon", KXSize{20, 20});
+    KXTestInput there(window->id()), elsewhere(windowID);
+    there.keyDown(SDLK_a);
+    there.mouseDown();
+    there.fingerDown(0.5f, 0.5f);
+    elsewhere.keyDown(SDLK_b);
+    inStep(story);
+    window.reset();
+    EXPECT_EQ(KXKeyHeld(KXKeyA) | KXMouseHeld(KXMouseLeft), 0);
+    EXPECT_EQ(inStep([] { return story() + (KXFingers().first->wentUp ? " finger" : ""); }),
+              "-A -0 ? finger");
+    EXPECT_EQ(KXKeyHeld(KXKeyB), -1);
 }
 
 TEST_F(StepInput, EveryKeyHasANumberAndAName) {
