@@ -115,6 +115,7 @@ public:
 
     // Used by the library itself.
     KX_INTERNAL void _invalidateSizeCache();
+    KX_INTERNAL bool _hasKnownSize() const; // else it was resized, and nobody has read of it yet
     KX_INTERNAL void _readPixels(char* buffer, unsigned format);
     KX_INTERNAL void _flipPixels(char* buffer, unsigned format);
     KX_INTERNAL void _closePlatformWindow();

@@ -56,6 +56,7 @@
 #include <Kobaltrix/KXPlatform.h>
 #include <Kobaltrix/KXRandom.h>
 #include <Kobaltrix/KXRandomGenerator.h>
+#include <Kobaltrix/KXRecording.h>
 #include <Kobaltrix/KXRenderContext.h>
 #include <Kobaltrix/KXSound.h>
 #include <Kobaltrix/KXSprite.h>

@@ -1,6 +1,7 @@
 #include "audio/AudioDevice.h"
 
 #include "core/ground/ErrorSlot.h"
+#include "core/ground/Tape.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
@@ -28,11 +29,11 @@ bool _KXMixerIsOpen() { return Mix_QuerySpec(nullptr, nullptr, nullptr) != 0; }
 
 int KXInitAudio() { return KXInitAudio(44100, 0x8010, 2, 1024); }
 
-int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSize) {
-    _KXDeInitAudio();
+// False with a text in the error slot.
+static bool openMixer(int frequency, unsigned short format, int channels, int chunkSize) {
     if (SDL_InitSubSystem(SDL_INIT_AUDIO) < 0) {
         _KXReportError("Couldn't initialize SDL: %s", SDL_GetError());
-        return 0;
+        return false;
     }
     // The platform keeps channels and chunk size in fewer bits than an int and takes 0 for a value of its own
     // choice. It waits for the end of a chunk before it closes: with a few frames a second that takes
@@ -44,7 +45,20 @@ int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSiz
     if (!inRange || Mix_OpenAudio(frequency, format, channels, chunkSize) < 0) {
         _KXReportError("Unable to initialize audio: %s", SDL_GetError());
         SDL_QuitSubSystem(SDL_INIT_AUDIO);
+        return false;
+    }
+    return true;
+}
+
+int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSize) {
+    _KXDeInitAudio();
+    const auto open = [=] { return openMixer(frequency, format, channels, chunkSize); };
+    if (!_KXAnswerTo(_KXQuestion::Sound, open))
         return 0;
+    if (_KXIsReplaying() && !open()) { // the recorded game could hear, and goes on as if it did
+        SDL_setenv("SDL_AUDIODRIVER", "dummy", 1);
+        if (!open())
+            return 0;
     }
     _KXAudioInitialized = -1;
     for (_KXMixerObject* object = newestObject; object; object = object->next()) {

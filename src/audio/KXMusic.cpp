@@ -3,6 +3,7 @@
 #include "audio/AudioDevice.h"
 #include "audio/WaveFile.h"
 #include "core/ground/ErrorSlot.h"
+#include "core/ground/Tape.h"
 
 #include <SDL_mixer.h>
 
@@ -47,7 +48,8 @@ bool KXMusic::play(int loops) {
     Mix_HaltMusic();
     if (!_KXMixerIsOpen())
         Mix_SetError("Audio device hasn't been opened");
-    else if (Mix_PlayMusic(_music, std::max(loops, -1)) == 0)
+    const bool plays = _KXMixerIsOpen() && Mix_PlayMusic(_music, std::max(loops, -1)) == 0;
+    if (_KXAnswerTo(_KXQuestion::Sound, [plays] { return plays; }))
         return true;
     _KXReportError("Unable to play music: %s", SDL_GetError());
     return false;
@@ -59,7 +61,7 @@ void KXMusic::pause() { Mix_PauseMusic(); }
 
 void KXMusic::resume() { Mix_ResumeMusic(); }
 
-bool KXMusic::isPlaying() const { return Mix_PlayingMusic() != 0; }
+bool KXMusic::isPlaying() const { return _KXAnswerTo(_KXQuestion::Sound, Mix_PlayingMusic) != 0; }
 
 void KXMusic::setVolume(int volume) { Mix_VolumeMusic(std::max(volume, 0)); }
 

@@ -2,6 +2,7 @@
 
 #include "audio/AudioDevice.h"
 #include "audio/WaveFile.h"
+#include "core/ground/Tape.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
@@ -55,7 +56,7 @@ bool KXSound::_hasChannel() const { return _channel != -1 && _KXMixerIsOpen(); }
 bool KXSound::play(int loops) {
     _channel = _chunk && _KXMixerIsOpen() ? Mix_PlayChannel(-1, _chunk, std::max(loops, -1)) : -1;
     setVolume(_volume);
-    return _channel != -1;
+    return _KXAnswerTo(_KXQuestion::Sound, [this] { return _channel != -1; });
 }
 
 void KXSound::stop() {
@@ -70,9 +71,13 @@ void KXSound::setVolume(int volume) {
         Mix_Volume(_channel, _volume * _KXMasterVolume / MIX_MAX_VOLUME);
 }
 
-int KXSound::volume() const { return _hasChannel() ? Mix_Volume(_channel, -1) : 0; }
+int KXSound::volume() const {
+    return _KXAnswerTo(_KXQuestion::Sound, [this] { return _hasChannel() ? Mix_Volume(_channel, -1) : 0; });
+}
 
-bool KXSound::isPlaying() const { return _hasChannel() && Mix_Playing(_channel) != 0; }
+bool KXSound::isPlaying() const {
+    return _KXAnswerTo(_KXQuestion::Sound, [this] { return _hasChannel() && Mix_Playing(_channel) != 0; });
+}
 
 void KXSound::setPanning(int left, int right) {
     if (_hasChannel())

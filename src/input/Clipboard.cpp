@@ -2,6 +2,7 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/HeapGlobal.h"
+#include "core/ground/Tape.h"
 
 #include <SDL_clipboard.h>
 #include <SDL_error.h>
@@ -13,7 +14,7 @@
 const char* KXClipboardText() {
     static constinit _KXHeapGlobal<std::string> last;
     const std::unique_ptr<char, decltype(&SDL_free)> text(SDL_GetClipboardText(), SDL_free);
-    last.get() = text ? text.get() : "";
+    last.get() = _KXTextAnswer(text.get());
     return last.get().c_str();
 }
 

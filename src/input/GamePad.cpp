@@ -1,6 +1,7 @@
 #include "input/GamePad.h"
 
 #include "core/ground/LogicClock.h"
+#include "core/ground/Tape.h"
 #include "input/Pads.h"
 
 #include <Kobaltrix/KXTypes.h>
@@ -79,21 +80,24 @@ static void tellAnew(SDL_Joystick* pad) {
 
 int KXInitGamePad() {
     KXDeInitGamePad();
-    if (SDL_WasInit(SDL_INIT_JOYSTICK) && SDL_NumJoysticks() > 0)
-        _KXGamePad = SDL_JoystickOpen(0);
-    if (!_KXGamePad)
+    const auto open = [] {
+        if (SDL_WasInit(SDL_INIT_JOYSTICK) && SDL_NumJoysticks() > 0)
+            _KXGamePad = SDL_JoystickOpen(0);
+        return _KXGamePad != nullptr;
+    };
+    if (!_KXAnswerTo(_KXQuestion::Pad, open))
         return 0;
     _KXPad = {};
-    if (_KXIsPad(SDL_JoystickInstanceID(_KXGamePad)))
+    if (_KXGamePad && _KXIsPad(SDL_JoystickInstanceID(_KXGamePad)))
         tellAnew(_KXGamePad);
     return -1;
 }
 
 void KXDeInitGamePad() {
-    if (!_KXGamePad)
+    if (!_KXGamePad && !_KXIsReplaying())
         return;
     // Shutting the joystick subsystem down has closed the pad already.
-    if (SDL_WasInit(SDL_INIT_JOYSTICK))
+    if (_KXGamePad && SDL_WasInit(SDL_INIT_JOYSTICK))
         SDL_JoystickClose(_KXGamePad);
     _KXGamePad = nullptr;
     _KXPad = {}; // no release arrives from a closed pad

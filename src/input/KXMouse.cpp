@@ -1,6 +1,7 @@
 #include "input/KXMouse.h"
 
 #include "core/ground/ErrorSlot.h"
+#include "core/ground/Tape.h"
 #include "input/Keyboard.h"
 
 #include <SDL_events.h>
@@ -31,6 +32,8 @@ int KXMouse(int button) {
 KXPoint KXMousePointAbsolute() {
     int x = 0, y = 0;
     SDL_GetGlobalMouseState(&x, &y);
+    x = _KXAnswerTo(_KXQuestion::Left, [x] { return x; });
+    y = _KXAnswerTo(_KXQuestion::Top, [y] { return y; });
     return toPoint(x, y);
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/LogicClock.h"
+#include "core/ground/Tape.h"
 #include "input/StepInput.h"
 
 #include <Kobaltrix/KXString.h>
@@ -18,7 +19,8 @@ constexpr float downFrom = 0.5f, upBelow = 0.4f; // of an axis's way; a stick th
 constexpr int firstWay = KXPadLeftStickLeft, lastWay = KXPadRightTrigger;
 
 struct Pad {
-    SDL_GameController* controller = nullptr; // null where there is none
+    bool connected = false;
+    SDL_GameController* controller = nullptr; // a pad of a replay has none
     SDL_JoystickID instance = -1;
     float axes[axisCount] = {}; // -1 to 1, or a little beyond it; before the dead zone
     float deadZones[sideCount] = {0.2f, 0.2f};
@@ -32,8 +34,8 @@ bool isRunning() { return started && SDL_WasInit(SDL_INIT_GAMECONTROLLER); }
 Pad* padWith(SDL_JoystickID instance) {
     if (!isRunning())
         return nullptr;
-    Pad* const found = std::ranges::find_if(
-        pads, [=](const Pad& pad) { return pad.controller && pad.instance == instance; });
+    Pad* const found =
+        std::ranges::find_if(pads, [=](const Pad& pad) { return pad.connected && pad.instance == instance; });
     return found == std::end(pads) ? nullptr : found;
 }
 
@@ -56,7 +58,7 @@ struct Meant {
 Pad* connectedPad(int number) {
     if (number != KXAnyPad && isRunning())
         for (Pad& pad : Meant(number))
-            if (pad.controller)
+            if (pad.connected)
                 return &pad;
     return nullptr;
 }
@@ -129,15 +131,18 @@ void pressStick(const Pad& pad, int axis, std::uint32_t time) {
     pressWay(pad, first + towards, time);
 }
 
-void openPad(int device, std::uint32_t time) {
-    Pad* const free = std::ranges::find(pads, nullptr, &Pad::controller);
+void openPad(int device, SDL_JoystickID instance, std::uint32_t time) {
+    Pad* const free = std::ranges::find(pads, false, &Pad::connected);
     if (free == std::end(pads))
         return;
-    if (SDL_GameController* const controller = SDL_GameControllerOpen(device)) {
-        free->controller = controller;
-        free->instance = SDL_JoystickGetDeviceInstanceID(device);
-        take(*free, KXInputEventPadConnected, time);
-    }
+    free->connected = _KXAnswerTo(_KXQuestion::Pad, [=] {
+        free->controller = SDL_GameControllerOpen(device);
+        return free->controller != nullptr;
+    });
+    if (!free->connected)
+        return;
+    free->instance = instance;
+    take(*free, KXInputEventPadConnected, time);
 }
 
 void rest(Pad& pad) {
@@ -149,6 +154,7 @@ void closePad(Pad& pad, std::uint32_t time) {
     if (isRunning()) // else the platform has closed it already
         SDL_GameControllerClose(pad.controller);
     pad.controller = nullptr;
+    pad.connected = false;
     rest(pad);
     take(pad, KXInputEventPadDisconnected, time);
 }
@@ -185,7 +191,7 @@ static void forgetWaitingEvents() {
 
 void KXDeInitPads() {
     for (Pad& pad : pads) {
-        if (!pad.controller)
+        if (!pad.connected)
             continue;
         closePad(pad, _KXTicks());
         if (isRunning() && SDL_JoystickFromInstanceID(pad.instance)) // somebody else listens to it
@@ -202,9 +208,14 @@ void KXDeInitPads() {
 bool _KXIsPad(std::int32_t instance) { return padWith(instance) != nullptr; }
 
 void _KXTakePads(std::uint32_t time) {
-    for (int device = 0; isRunning() && device < SDL_NumJoysticks(); ++device)
-        if (SDL_IsGameController(device) && !_KXIsPad(SDL_JoystickGetDeviceInstanceID(device)))
-            openPad(device, time);
+    const int devices = isRunning() ? _KXAnswerTo(_KXQuestion::Pad, SDL_NumJoysticks) : 0;
+    for (int device = 0; device < devices; ++device) {
+        const SDL_JoystickID instance = _KXAnswerTo(_KXQuestion::Pad, [device] {
+            return SDL_IsGameController(device) ? SDL_JoystickGetDeviceInstanceID(device) : -1;
+        });
+        if (instance >= 0 && !_KXIsPad(instance))
+            openPad(device, instance, time);
+    }
 }
 
 void _KXLosePad(std::int32_t instance, std::uint32_t time) {
@@ -243,13 +254,12 @@ void _KXTakePadAxis(std::int32_t instance, int axis, int value, std::uint32_t ti
 
 int KXPadConnected(int pad) {
     const Meant meant(pad);
-    return isRunning() && std::ranges::any_of(meant.first, meant.last, &Pad::controller) ? -1 : 0;
+    return isRunning() && std::ranges::any_of(meant.first, meant.last, &Pad::connected) ? -1 : 0;
 }
 
 const char* KXPadName(int pad) {
     const Pad* const found = connectedPad(pad);
-    const char* const name = found ? SDL_GameControllerName(found->controller) : nullptr;
-    return name ? KXTempString("%s", name) : "";
+    return found ? KXTempString("%s", _KXTextAnswer(SDL_GameControllerName(found->controller)).c_str()) : "";
 }
 
 KXPoint KXPadStick(int pad, KXPadSide side) {
@@ -307,6 +317,7 @@ int KXRumblePad(int pad, float low, float high, unsigned milliseconds) {
                                          stops ? Uint16(0) : strengthOf(high), milliseconds) == 0)
                 shaking = -1;
     }
+    shaking = _KXAnswerTo(_KXQuestion::Pad, [shaking] { return shaking; });
     if (!shaking)
         _KXReportError("Pad %d is not there or cannot shake", pad);
     return shaking;
@@ -316,7 +327,9 @@ KXPadBattery KXPadBatteryLevel(int pad) {
     const Pad* const found = connectedPad(pad);
     if (!found)
         return KXPadBatteryUnknown;
-    switch (SDL_JoystickCurrentPowerLevel(SDL_GameControllerGetJoystick(found->controller))) {
+    switch (_KXAnswerTo(_KXQuestion::Pad, [found] {
+        return SDL_JoystickCurrentPowerLevel(SDL_GameControllerGetJoystick(found->controller));
+    })) {
     case SDL_JOYSTICK_POWER_EMPTY:
         return KXPadBatteryEmpty;
     case SDL_JOYSTICK_POWER_LOW:

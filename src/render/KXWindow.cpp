@@ -1,6 +1,7 @@
 #include "render/KXWindow.h"
 
 #include "core/ground/ErrorSlot.h"
+#include "core/ground/Tape.h"
 #include "core/ground/Truncate.h"
 #include "input/StepInput.h"
 #include "platform/VerticalSync.h"
@@ -16,6 +17,7 @@
 #include <SDL.h>
 #include <SDL_opengl.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <new>
 
@@ -29,6 +31,7 @@ KXWindow* _KXWindowWithID(unsigned id) {
 }
 
 void _KXCloseAllWindows() {
+    _KXLastWindowID = 0; // the platform begins anew
     while (_windowsMap)
         _windowsMap->begin()->second->_closePlatformWindow();
 }
@@ -49,8 +52,15 @@ static SDL_Window* openPlatformWindow(const char* title, KXSize size, int resiza
     Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_ALLOW_HIGHDPI;
     if (resizable)
         flags |= SDL_WINDOW_RESIZABLE;
-    return SDL_CreateWindow(title ? title : "", SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,
-                            _KXTruncate(size.width), _KXTruncate(size.height), flags);
+    const int width = _KXTruncate(size.width), height = _KXTruncate(size.height);
+    // A replay lets windows grow that could not.
+    const KXSize largest = _KXIsReplaying() ? _KXRunningTape->largestWindow() : size;
+    SDL_Window* const window = SDL_CreateWindow(
+        title ? title : "", SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,
+        std::max(width, _KXTruncate(largest.width)), std::max(height, _KXTruncate(largest.height)), flags);
+    if (_KXIsReplaying())
+        SDL_SetWindowSize(window, width, height);
+    return window;
 }
 
 void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
@@ -67,7 +77,7 @@ void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
         throw std::bad_alloc();
     }
 
-    _id = SDL_GetWindowID(_window);
+    _id = _KXLastWindowID = SDL_GetWindowID(_window);
     if (!_windowsMap)
         _windowsMap = new std::map<unsigned, KXWindow*>;
     (*_windowsMap)[_id] = this;
@@ -80,7 +90,8 @@ void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
 
 int KXWindow::setVerticalSync(KXVerticalSync sync) {
     const _KXGraphicsContextScope scope(_graphicsContext);
-    if (_window && scope && _KXSetVerticalSync(sync))
+    const bool set = _window && scope && _KXSetVerticalSync(sync);
+    if (_KXAnswerTo(_KXQuestion::Display, [set] { return set; }))
         return -1;
     _KXReportError("Vertical sync cannot be set: %s", SDL_GetError());
     return 0;
@@ -88,7 +99,8 @@ int KXWindow::setVerticalSync(KXVerticalSync sync) {
 
 KXVerticalSync KXWindow::verticalSync() {
     const _KXGraphicsContextScope scope(_graphicsContext);
-    return static_cast<KXVerticalSync>(_window && scope ? _KXVerticalSync() : 0);
+    const int sync = _window && scope ? _KXVerticalSync() : 0;
+    return static_cast<KXVerticalSync>(_KXAnswerTo(_KXQuestion::Display, [sync] { return sync; }));
 }
 
 void KXWindow::_prepareContext(KXSize size) {
@@ -163,6 +175,12 @@ KXSize KXWindow::size() {
 
 void KXWindow::_invalidateSizeCache() { _sizeCache = KXZeroSize; }
 
+bool KXWindow::_hasKnownSize() const {
+    int width = 0, height = 0;
+    SDL_GetWindowSize(_window, &width, &height);
+    return _KXTruncate(_sizeCache.width) == width && _KXTruncate(_sizeCache.height) == height;
+}
+
 void KXWindow::setSize(KXSize size) {
     _invalidateSizeCache();
     SDL_SetWindowSize(_window, _KXTruncate(size.width), _KXTruncate(size.height));
@@ -179,13 +197,19 @@ void KXWindow::setPosition(KXPoint position) {
 KXPoint KXWindow::getPosition() {
     int x = 0, y = 0;
     SDL_GetWindowPosition(_window, &x, &y);
+    x = _KXAnswerTo(_KXQuestion::Left, [x] { return x; });
+    y = _KXAnswerTo(_KXQuestion::Top, [y] { return y; });
     return {static_cast<float>(x), static_cast<float>(y)};
 }
 
 KXRect KXWindow::rect() {
     int width = 0, height = 0;
     SDL_GetWindowSize(_window, &width, &height);
-    return {getPosition(), {static_cast<float>(width), static_cast<float>(height)}};
+    const int goByWidth = _KXAnswerTo(_KXQuestion::Width, [width] { return width; });
+    const int goByHeight = _KXAnswerTo(_KXQuestion::Height, [height] { return height; });
+    if (goByWidth != width || goByHeight != height) // whoever had resized it is not here
+        SDL_SetWindowSize(_window, goByWidth, goByHeight);
+    return {getPosition(), {static_cast<float>(goByWidth), static_cast<float>(goByHeight)}};
 }
 
 void KXWindow::hide() { SDL_HideWindow(_window); }
@@ -198,19 +222,31 @@ void KXWindow::swapBuffers() {
     _KXFlushBatch(KXDrawFlushSwap);
     _KXEndDrawStatistics();
     const _KXGraphicsContextScope scope(_graphicsContext);
-    if (scope)
-        SDL_GL_SwapWindow(_window);
+    if (!scope)
+        return;
+    if (_KXBeforeSwap)
+        _KXBeforeSwap(*this);
+    SDL_GL_SwapWindow(_window);
 }
 
-int KXWindow::getDisplayIndex() { return SDL_GetWindowDisplayIndex(_window); }
+int KXWindow::getDisplayIndex() {
+    return _KXAnswerTo(_KXQuestion::Display, [this] { return SDL_GetWindowDisplayIndex(_window); });
+}
 
 unsigned KXWindow::id() { return _id; }
 
 int KXWindow::isFocused() {
-    return static_cast<int>(SDL_GetWindowFlags(_window) & (SDL_WINDOW_INPUT_FOCUS | SDL_WINDOW_MOUSE_FOCUS));
+    return _KXAnswerTo(_KXQuestion::Focus, [this] {
+        return static_cast<int>(SDL_GetWindowFlags(_window) &
+                                (SDL_WINDOW_INPUT_FOCUS | SDL_WINDOW_MOUSE_FOCUS));
+    });
 }
 
-int KXWindow::isFullscreen() { return static_cast<int>(SDL_GetWindowFlags(_window) & SDL_WINDOW_FULLSCREEN); }
+int KXWindow::isFullscreen() {
+    return _KXAnswerTo(_KXQuestion::Fullscreen, [this] {
+        return static_cast<int>(SDL_GetWindowFlags(_window) & SDL_WINDOW_FULLSCREEN);
+    });
+}
 
 void KXWindow::enterFullscreen() {
     if (SDL_SetWindowFullscreen(_window, SDL_WINDOW_FULLSCREEN) != 0)
@@ -236,6 +272,7 @@ void KXWindow::setRenderContext() {
         _KXReportError("Unable to draw into a closed window");
         return;
     }
+    size(); // a replay gives the window its size when it is asked for
     int width = 0, height = 0;
     _drawableSize(&width, &height);
     glViewport(0, 0, width, height);

@@ -2,7 +2,9 @@
 
 #include <Kobaltrix/KXWindow.h>
 
+#include <cstdint>
 #include <map>
+#include <string>
 
 class KXTexture;
 
@@ -11,6 +13,17 @@ extern constinit std::map<unsigned, KXWindow*>* _windowsMap;
 
 /// The open window with an identifier, null for none.
 KXWindow* _KXWindowWithID(unsigned id);
+
+/// The identifier of the window that was made last, 0 before the first. The platform counts them.
+inline constinit unsigned _KXLastWindowID = 0;
+
+/// A number that stands for what was drawn in a window since the last swap, and for its size.
+std::uint64_t _KXHashOfPixels(KXWindow& window);
+/// What the driver calls itself that draws in the current window.
+std::string _KXRendererName();
+
+/// Called before a window shows what was drawn, with its context current; null for nothing.
+inline constinit auto _KXBeforeSwap = static_cast<void (*)(KXWindow& window)>(nullptr);
 
 /// Closes the platform side of every open window; the objects stay and do nothing any more.
 void _KXCloseAllWindows();

@@ -53,6 +53,28 @@ int _KXWindowTextureLoadFromData(KXTexture* texture, KXSize size, int internalFo
                                   data);
 }
 
+std::uint64_t _KXHashOfPixels(KXWindow& window) {
+    int size[2] = {0, 0};
+    window._drawableSize(&size[0], &size[1]);
+    std::vector<char> pixels(static_cast<std::size_t>(size[0]) * static_cast<std::size_t>(size[1]) * 4 +
+                             sizeof size);
+    window._readPixels(pixels.data(), GL_RGBA);
+    std::memcpy(pixels.data() + pixels.size() - sizeof size, size, sizeof size);
+    std::uint64_t hash = 0xCBF29CE484222325U;
+    for (std::size_t i = 0; i + 8 <= pixels.size(); i += 8) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, &pixels[i], 8);
+        hash = (hash ^ word) * 0x100000001B3U;
+        hash ^= hash >> 29;
+    }
+    return hash;
+}
+
+std::string _KXRendererName() {
+    const auto* const name = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+    return name ? name : "";
+}
+
 // Every pixel as RGBA, the first row at the top. Nothing if the window is closed.
 static std::vector<char> drawnPixels(KXWindow& window) {
     int width = 0, height = 0;

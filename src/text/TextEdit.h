@@ -37,6 +37,7 @@ public:
     /// Whether the text is hidden. Word steps and selections then take the whole of it, so that they do not
     /// tell where its blanks are.
     void setSecret(bool secret) { _secret = secret; }
+    bool isSecret() const { return _secret; }
 
     /// Puts a text in the place of the selection, as much of it as the maximum length allows, on one line:
     /// line breaks around it are dropped, each of those within and each tab becomes a blank, other control

@@ -56,6 +56,9 @@ public:
     void takePointer();
     bool hasPointer() const;
 
+    /// Whether nobody may learn what is typed while this has the keyboard.
+    virtual bool isSecret() const { return false; }
+
 protected:
     /// The keyboard has come.
     virtual void keyboardTaken() {}

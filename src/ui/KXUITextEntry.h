@@ -35,6 +35,7 @@ struct _KXTextEntryEditor : _KXFocus {
     const _KXTextEdit& shown() const { return composition.empty() ? edit : composed; }
     int countClicks();
     void compose(std::string text);
+    bool isSecret() const override { return edit.isSecret(); }
 
 protected:
     void keyboardTaken() override;

@@ -147,6 +147,15 @@ void tapAndType() {
     press(94, 210, 76);
 }
 
+void flyTwice() {
+    tap(2, SDLK_r);
+    for (const auto& [step, keycode] : {std::pair{8, SDLK_UP}, {22, SDLK_RIGHT}, {36, SDLK_DOWN}})
+        tap(step, keycode);
+    at(15, [] { user.keyDown(SDLK_UP); });
+    at(45, [] { user.keyDown(SDLK_e); });
+    at(48, [] { user.keyDown(SDLK_p); });
+}
+
 const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},
                                                          {"10_game_pad", holdPad},
                                                          {"12_widgets", useWidgets},
@@ -156,7 +165,8 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"16_sound_music", playPiano},
                                                          {"20_pads", playTogether},
                                                          {"21_actions", chooseKeys},
-                                                         {"23_edges", tapAndType}};
+                                                         {"23_edges", tapAndType},
+                                                         {"25_replay", flyTwice}};
 
 void play(int step) {
     if (step == 1)

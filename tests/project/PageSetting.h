@@ -19,3 +19,4 @@ extern KXActions actions;
 extern KXPoint at;
 extern KXColor background;
 extern bool paused;
+extern int score;

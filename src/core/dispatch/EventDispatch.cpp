@@ -3,6 +3,7 @@
 #include "core/dispatch/InputEvents.h"
 #include "core/ground/Application.h"
 #include "core/ground/HeapGlobal.h"
+#include "core/ground/Tape.h"
 #include "input/GamePad.h"
 #include "input/KXMouse.h"
 #include "input/KXTouch.h"
@@ -67,6 +68,11 @@ static char** textGivenWith(SDL_Event& event) {
     default:
         return nullptr;
     }
+}
+
+void _KXFreeEvent(SDL_Event& event) {
+    if (char** text = textGivenWith(event))
+        SDL_free(std::exchange(*text, nullptr));
 }
 
 static void dispatch(const SDL_Event& event) {
@@ -143,8 +149,7 @@ static void dispatchAsMain(const SDL_Event& event) {
     std::memcpy(&KXCurrentEventWindowID, reinterpret_cast<const char*>(&_KXMainEvent) + 2 * sizeof(Uint32),
                 sizeof KXCurrentEventWindowID);
     dispatch(_KXMainEvent);
-    if (char** text = textGivenWith(_KXMainEvent))
-        SDL_free(std::exchange(*text, nullptr));
+    _KXFreeEvent(_KXMainEvent);
 }
 
 namespace {
@@ -177,16 +182,37 @@ struct WaitingEvents {
 // it.
 static constinit _KXHeapGlobal<WaitingEvents> waitingEvents;
 
+static void take(const SDL_Event& event, bool counts) {
+    _KXTakePlatformEvent(event);
+    if (counts)
+        dispatchAsMain(event);
+}
+
+// In place of the platform's events, but for the user's wish to see no more.
+static void dispatchReplayed() {
+    bool quits = false;
+    for (SDL_Event event; SDL_PollEvent(&event); _KXFreeEvent(event))
+        quits |= event.type == SDL_QUIT;
+    bool counts = false;
+    for (SDL_Event event; _KXRunningEventTape->give(event, counts);)
+        take(event, counts);
+    if (quits)
+        _KXAppQuitRequested = -1;
+}
+
 void _KXDispatchEvents() {
+    if (_KXIsReplaying() && _KXRunningEventTape)
+        return dispatchReplayed();
     WaitingEvents& waiting = waitingEvents.get();
     for (waiting.addAll(); !waiting.isEmpty(); waiting.addAll())
         // For the state of the one finger a burst of touches collapses to its first sample: no touch that
         // waits while another event is handled reaches it.
         for (bool isFirst = true; !waiting.isEmpty(); isFirst = false) {
             const SDL_Event event = waiting.takeFirst();
-            _KXTakePlatformEvent(event);
-            if ((isFirst || !isTouch(event)) && !isOfAnotherPad(event))
-                dispatchAsMain(event);
+            const bool counts = (isFirst || !isTouch(event)) && !isOfAnotherPad(event);
+            if (_KXRunningEventTape)
+                _KXRunningEventTape->keep(event, counts);
+            take(event, counts);
             waiting.addTouches();
         }
 }

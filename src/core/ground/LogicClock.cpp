@@ -1,5 +1,7 @@
 #include "core/ground/LogicClock.h"
 
+#include "core/ground/Tape.h"
+
 #include <SDL_timer.h>
 
 #include <chrono>
@@ -12,16 +14,20 @@ void _KXSetTimeSource(const _KXTimeSource* source) { replacement = source; }
 bool _KXTimeIsReplaced() { return replacement; }
 
 std::uint32_t _KXTicks() {
-    return static_cast<std::uint32_t>(replacement ? replacement->nanoseconds() / 1'000'000
-                                                  : SDL_GetTicks64());
+    return _KXAnswerTo(_KXQuestion::Ticks, [] {
+        return static_cast<std::uint32_t>(replacement ? replacement->nanoseconds() / 1'000'000
+                                                      : SDL_GetTicks64());
+    });
 }
 
-std::uint64_t _KXNanoseconds() {
+static std::uint64_t nanoseconds() {
     if (replacement)
         return replacement->nanoseconds();
     const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
     return static_cast<std::uint64_t>(std::chrono::nanoseconds(sinceStart).count());
 }
+
+std::uint64_t _KXNanoseconds() { return _KXAnswerTo(_KXQuestion::Nanoseconds, nanoseconds); }
 
 void _KXSleep(std::uint64_t nanoseconds) {
     if (replacement)
@@ -30,7 +36,10 @@ void _KXSleep(std::uint64_t nanoseconds) {
         std::this_thread::sleep_for(std::chrono::nanoseconds(nanoseconds));
 }
 
-std::time_t _KXTimeOfDay() { return replacement ? replacement->timeOfDay() : std::time(nullptr); }
+std::time_t _KXTimeOfDay() {
+    return _KXAnswerTo(_KXQuestion::TimeOfDay,
+                       [] { return replacement ? replacement->timeOfDay() : std::time(nullptr); });
+}
 
 bool _KXRepeatIsDue(std::int32_t reportTime) {
     constexpr std::uint32_t stepsBeforeRepeat = 30;

@@ -8,6 +8,7 @@
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/LibraryRun.h"
 #include "core/ground/LogicClock.h"
+#include "core/roof/Recording.h"
 #include "input/GamePad.h"
 #include "input/Keyboard.h"
 #include "input/StepInput.h"
@@ -50,7 +51,7 @@ int KXInit() {
     KXSetLogicInterval(60);
     _KXEndianness = -1;
     std::srand(static_cast<unsigned>(_KXTimeOfDay()));
-    return -1;
+    return _KXBeginRecordingByEnvironment() ? -1 : 0;
 }
 
 void KXDeInit() {

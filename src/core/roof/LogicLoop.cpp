@@ -2,6 +2,8 @@
 
 #include "core/dispatch/EventDispatch.h"
 #include "core/ground/LogicClock.h"
+#include "core/ground/Tape.h"
+#include "core/roof/Recording.h"
 #include "input/KXMouse.h"
 #include "input/StepInput.h"
 #include "platform/Sleep.h"
@@ -81,7 +83,7 @@ void KXPreLogicLoop() {
     const std::uint32_t due = exactTime.kept ? takeExactSteps() : countSteps();
     _KXLogicCurrentCycles = maximumSteps ? std::min(due, maximumSteps) : due;
     droppedSteps += due - _KXLogicCurrentCycles;
-    if (due == 0 && !_KXTimeIsReplaced())
+    if (due == 0 && !_KXTimeIsReplaced() && !_KXIsReplaying())
         _KXSleepBriefly();
 }
 
@@ -91,6 +93,7 @@ int KXLogicLoop() {
     _KXBeginInputStep();
     _KXDispatchEvents();
     _KXTellInputStep();
+    _KXRecordStep();
     return -1;
 }
 
@@ -157,9 +160,12 @@ int KXWaitForLogicStep() {
     // The platform waits for events by whole milliseconds. What waits already waits for the step's beginning.
     const auto wait = static_cast<int>(timeToNextStep() / nanosecondsPerMillisecond);
     const bool hearsEvents = SDL_WasInit(SDL_INIT_EVENTS) && !_KXTimeIsReplaced();
-    if (hearsEvents && wait && !SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT) && eventComesWithin(wait))
+    const auto hear = [=] {
+        return hearsEvents && wait && !SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT) && eventComesWithin(wait);
+    };
+    if (_KXAnswerTo(_KXQuestion::Event, hear))
         return 0;
-    if (const std::uint64_t rest = timeToNextStep())
+    if (const std::uint64_t rest = timeToNextStep(); rest && !_KXIsReplaying())
         _KXSleep(rest);
     return -1;
 }

@@ -1,0 +1,271 @@
+// Recordings: what they hold, that a replay is the run again, and what becomes of damaged ones.
+
+#include <Kobaltrix/Kobaltrix.h>
+
+#include "core/dispatch/EventDispatch.h"
+#include "core/roof/RecordedEvents.h"
+#include "support/Image.h"
+#include "support/TemporaryFolder.h"
+#include "testkit/KXTestInput.h"
+#include "testkit/KXTestPad.h"
+
+#include <gtest/gtest.h>
+
+#include <SDL.h>
+
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <sstream>
+
+namespace {
+TEST(RecordedEvents, ReadBackAsTheyWere) {
+    const char* const lines[] = {
+        "quit 5",
+        "window 1 46 5 640 480",
+        "key-down 1 1520 0 4 97 4096",
+        "key-up* 1 1521 1 73 1073741897 0",
+        "text 2 7 \"\xc3\xa9 \\\" \\\\ \\x0a\"",
+        "composition 1 7 -1 2147483647 \"ka\"",
+        "long-composition 1 7 0 0 \"longer than the field of others, and that is quite a few bytes\"",
+        "mouse-move 1 9 4294967295 1 -5 2147483647 0 -1",
+        "mouse-down 1 9 0 3 2 10 20",
+        "wheel 1 9 0 1 -1 2 -0.1 0.001",
+        "finger-move* 1 9 -7 9223372036854775807 0.3 0.33333334 0 0 1",
+        "joystick-axis 3 9 5 -32768",
+        "joystick-hat 3 9 0 8",
+        "joystick-down 3 9 255",
+        "pad-added 0 9",
+        "pad-axis 3 9 5 32767",
+        "pad-up 3 9 14",
+        "drop-file 1 9 \"/home/a b\"",
+        "drop-text 1 9 \"\"",
+    };
+    SDL_Event event;
+    bool counts = false;
+    for (const std::string line : lines) {
+        ASSERT_TRUE(_KXReadEvent(line, event, counts)) << line;
+        EXPECT_EQ(_KXLineOfEvent(event, counts), line);
+        _KXFreeEvent(event);
+        for (std::size_t size = 0; size < line.size(); ++size) // a shorter number is a number, too
+            if (_KXReadEvent(line.substr(0, size), event, counts)) {
+                EXPECT_TRUE(std::isdigit(line[size]) || line[size] == '.') << line.substr(0, size);
+                _KXFreeEvent(event);
+            }
+        EXPECT_FALSE(_KXReadEvent(line + " 1", event, counts)) << line;
+    }
+    for (const char* damaged :
+         {"", " ", "quit", "quit 99999999999", "key-down 1 1520 0 4 x 0", "nothing 1 2", "text 1 7 \"a\\z\"",
+          "text 1 7 \"a\\x0", "text 1 7 \"0123456789012345678901234567890123\"", "wheel 1 9 0 1 -1 2 - 1",
+          "pad-axis 3 9 256 0"})
+        EXPECT_FALSE(_KXReadEvent(damaged, event, counts)) << damaged;
+    event.type = SDL_USEREVENT;
+    EXPECT_EQ(_KXLineOfEvent(event, true), "");
+}
+
+/// A game in a window whose picture and numbers follow from all that a recording holds.
+struct Game {
+    Game() { window.setRenderContext(); }
+
+    void step() {
+        for (const KXInputEvent& event : KXInputEvents())
+            sum = sum * 31 + event.type + event.key + event.button + event.pad +
+                  (event.text ? event.text[0] : 0);
+        at.x += static_cast<float>(KXRandomize(-3, 3)) + 4 * KXPadStick(0, KXPadLeftSide).x;
+        at.y += KXKeyHeld(KXKeyA) ? 1.0f : dice.range(-1.0f, 1.0f);
+        sum +=
+            static_cast<int>(at.x) + KXMouseX + KXKey(KXKeyB, 1) + KXFingerDown() + (KXFingers().count << 3);
+        if (KXKeyWentDown(KXKeyC))
+            dice.seed(static_cast<std::uint64_t>(KXTime() * 1e9)); // another one each time
+        if (sums.size() == cheatsAt)
+            KXRandomize(0, 1);
+        sums.push_back(sum);
+    }
+    void frame() {
+        KXPreLogicLoop();
+        for (; KXLogicLoop(); KXLogicUpdate())
+            step();
+        window.setRenderContext();
+        KXDrawRectFill({{0, 0}, window.size()}, KXBlueColor);
+        KXDrawRectFill({at, {4, 4}}, KXRedColor);
+        window.swapBuffers();
+        KXPostLogicLoop();
+        sum += static_cast<unsigned>(static_cast<std::uint64_t>(KXTime() * 1e6));
+        KXWaitForLogicStep();
+    }
+
+    KXWindow window{"Recorded", {64, 48}, 1};
+    KXRandomGenerator dice{1};
+    KXPoint at = {30, 20};
+    unsigned sum = 0;
+    std::vector<unsigned> sums;
+    std::size_t cheatsAt = 1000000; ///< Step in which it draws a number more.
+};
+
+struct RecordingTest : testing::Test {
+    RecordingTest() {
+        EXPECT_EQ(KXInit(), -1);
+        KXSetLogicInterval(1000);
+        KXSetLogicExact(-1);
+        SDL_setenv("KOBALTRIX_RECORD_PIXELS", "7", 1);
+    }
+    ~RecordingTest() override {
+        KXEndRecording();
+        KXSetLogicExact(0);
+        KXDeInit();
+    }
+
+    // As the user does it.
+    static void resize(KXTestInput& user, KXWindow& window, int width, int height) {
+        SDL_SetWindowSize(SDL_GetWindowFromID(window.id()), width, height);
+        user.resizeWindow(width, height);
+    }
+
+    /// Records a game that somebody plays at random. @return the sums of its steps.
+    std::vector<unsigned> record(unsigned seed, unsigned frames) {
+        EXPECT_EQ(KXBeginRecording(file.c_str()), -1) << KXError();
+        Game game;
+        KXTestInput user(game.window.id());
+        KXTestPad pad;
+        KXInitPads();
+        std::mt19937 random(seed);
+        const auto number = [&random](int n) {
+            return static_cast<int>(random() % static_cast<unsigned>(n));
+        };
+        const int keys[] = {SDLK_a, SDLK_b, SDLK_c, SDLK_SPACE};
+        for (unsigned frame = 0; frame < frames; ++frame) {
+            const int key = keys[number(4)];
+            switch (number(9)) {
+            case 0:
+                user.keyDown(key);
+                break;
+            case 1:
+                user.keyUp(key);
+                break;
+            case 2:
+                user.moveMouse(number(64), number(48));
+                break;
+            case 3:
+                number(2) ? user.mouseDown() : user.mouseUp();
+                break;
+            case 4:
+                user.type("t\xc3\xa9xt");
+                break;
+            case 5:
+                number(2) ? user.fingerDown(0.5f, 0.5f) : user.fingerUp(0.5f, 0.5f);
+                break;
+            case 6:
+                pad.setAxis(number(2), number(65536) - 32768);
+                break;
+            case 7:
+                resize(user, game.window, 40 + number(24), 30 + number(18));
+                break;
+            default:
+                user.turnWheel(number(3) - 1);
+            }
+            game.frame();
+        }
+        KXEndRecording();
+        KXDeInitPads();
+        return game.sums;
+    }
+
+    /// Replays it in a game without a user.
+    std::vector<unsigned> replay(std::size_t cheatsAt = 1000000) {
+        EXPECT_EQ(KXBeginReplay(file.c_str()), -1) << KXError();
+        Game game;
+        game.cheatsAt = cheatsAt;
+        KXInitPads();
+        while (KXRecordingStateNow() == KXRecordingReplays) {
+            game.frame();
+        }
+        KXDeInitPads();
+        return game.sums;
+    }
+
+    void write(const std::string& text) { std::ofstream(file, std::ios::binary) << text; }
+    std::string text() {
+        std::ifstream in(file);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+
+    TemporaryFolder folder;
+    std::string file = folder / "run.txt";
+};
+
+TEST_F(RecordingTest, IsReplayedStepByStep) {
+    for (unsigned seed = 1; seed <= 3; ++seed) {
+        const std::vector<unsigned> recorded = record(seed, 400);
+        std::vector<unsigned> replayed = replay();
+        EXPECT_EQ(KXRecordingStateNow(), KXRecordingReplayed) << KXError() << text();
+        replayed.resize(recorded.size()); // the frame that finds the end goes on by the clock
+        EXPECT_EQ(replayed, recorded) << seed << KXError();
+        EXPECT_NE(text().find("\npixels "), std::string::npos);
+    }
+}
+
+TEST_F(RecordingTest, TellsWhereAReplayGoesApart) {
+    record(1, 60);
+    replay(20);
+    EXPECT_EQ(KXRecordingStateNow(), KXRecordingApart);
+    EXPECT_TRUE(std::string(KXError()).starts_with("The replay goes apart at step 22 (line ")) << KXError();
+    EXPECT_TRUE(std::string(KXError()).ends_with("other random numbers were drawn")) << KXError();
+    // One line less, and one changed.
+    const std::string whole = text();
+    const std::size_t at = whole.find("\npixels ", whole.size() / 2) + 8;
+    std::string changed = whole;
+    changed[at] = changed[at] == '0' ? '1' : '0';
+    write(changed);
+    replay();
+    EXPECT_TRUE(std::string(KXError()).ends_with("the picture is another")) << KXError() << changed;
+    changed = whole;
+    changed.erase(changed.rfind("\nstep "), changed.size());
+    write(changed + '\n');
+    replay();
+    EXPECT_EQ(KXRecordingStateNow(), KXRecordingReplayed) << "the game had fallen there";
+}
+
+// Whatever is cut off or written over, a recording is refused with its line or replayed as far as it goes.
+TEST_F(RecordingTest, DamagedFilesAreRefusedWithTheirLine) {
+    record(2, 12);
+    const std::string whole = text();
+    std::mt19937 random(5);
+    for (int i = 0; i < 300; ++i) {
+        std::string damaged = whole;
+        if (i % 2)
+            damaged.resize(random() % damaged.size());
+        else
+            damaged[random() % damaged.size()] = "\0\n 9x\"\\\xff"[random() % 8];
+        write(damaged);
+        if (KXBeginReplay(file.c_str()))
+            KXEndRecording();
+        else
+            EXPECT_TRUE(
+                std::string(KXError()).starts_with(file + ":") &&
+                (std::string(KXError()).ends_with("damaged") || std::string(KXError()).ends_with("cut off")))
+                << KXError();
+    }
+    for (const char* nothing : {"", static_cast<const char*>(nullptr), "/"})
+        EXPECT_EQ(KXBeginReplay(nothing) | KXBeginRecording(nothing), 0);
+    EXPECT_EQ(KXRecordingStateNow(), KXRecordingNone);
+}
+
+TEST_F(RecordingTest, HidesWhatIsTypedIntoAMaskedEntry) {
+    EXPECT_EQ(KXBeginRecording(file.c_str()), -1);
+    KXUITextEntry entry;
+    entry.setMasked(1);
+    entry.focus();
+    KXTestInput user(0, [&entry] { entry.poll(); });
+    user.keyDown(SDLK_s);
+    user.type("secr\xc3\xa9t");
+    user.keyUp(SDLK_s);
+    user.compose("tiara");
+    user.keyDown(SDLK_BACKSPACE);
+    user.step(2);
+    EXPECT_STREQ(entry.text(), "secr\xc3\xa9t");
+    KXEndRecording();
+    for (const char* hidden : {"secr", "\xc3\xa9", "tiara", " 115 "})
+        EXPECT_EQ(text().find(hidden), std::string::npos) << hidden;
+    EXPECT_NE(text().find("\"xxxxxx\""), std::string::npos) << text();
+}
+} // namespace
