@@ -17,18 +17,18 @@
 ///
 /// - `KOBALTRIX_RECORD=FILE` records the whole run.
 /// - `KOBALTRIX_REPLAY=FILE` replays one. The game ends as it did then. If it behaves otherwise, the process
-/// says
-///   at which step and ends with 1.
+///   says at which step and ends with 1.
 /// - `KOBALTRIX_REPLAY_PACE=recorded` keeps to the clock, `fast` does not; without it a replay keeps to the
-/// clock
-///   where there is a display.
+///   clock where there is a display.
 /// - `KOBALTRIX_REPLAY_STOP=STEP` ends the replay with the first picture after that step, and
 ///   `KOBALTRIX_REPLAY_PICTURE=FILE` keeps the picture (.png, else BMP).
 /// - `KOBALTRIX_RECORD_PIXELS=N` keeps a hash of each N-th picture, 0 of none; without it each 60th of a run
-/// that
-///   the environment records, and none of what KXBeginRecording() does.
+///   that the environment records, and none of what KXBeginRecording() does.
 ///
-/// What is typed into a masked text entry is never recorded: a replay types an x for each character.
+/// What is typed or pasted into a masked text entry is never recorded: a replay types an x for each
+/// character.
+///
+/// All calls belong to the thread that runs the logic loop, after KXInit() unless it says otherwise.
 
 /// With a non-zero @a ignore KXInit() does not look at the environment: for a game that is shipped. To be
 /// called before KXInit().
@@ -47,9 +47,9 @@ KX_API void KXEndRecording();
 
 /// What is under way.
 enum KXRecordingState : int {
-    KXRecordingNone = 0,
-    KXRecordingRecords,
-    KXRecordingReplays,
+    KXRecordingNone = 0, ///< Nothing, or it was ended by KXEndRecording().
+    KXRecordingRecords,  ///< A recording is written.
+    KXRecordingReplays,  ///< A recording is replayed; the user is not heard.
     KXRecordingReplayed, ///< A replay has come to its end.
     KXRecordingApart     ///< A replay has gone another way than the recording; KXError() tells where.
 };

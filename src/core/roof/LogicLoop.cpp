@@ -7,6 +7,7 @@
 #include "input/KXMouse.h"
 #include "input/StepInput.h"
 #include "platform/Sleep.h"
+#include "platform/VideoDriver.h"
 #include "render/DrawBatch.h"
 #include "util/KXString.h"
 
@@ -14,7 +15,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace {
 constexpr std::uint64_t nanosecondsPerMillisecond = 1'000'000, nanosecondsPerSecond = 1'000'000'000;
@@ -142,9 +142,7 @@ static std::uint64_t timeToNextStep() {
 // platform looks for it each millisecond, which costs more than many a game, and is more often than steps
 // need it.
 static bool eventComesWithin(int milliseconds) {
-    const char* driver = SDL_GetCurrentVideoDriver();
-    const bool showsNothing = !driver || !std::strcmp(driver, "offscreen") || !std::strcmp(driver, "dummy");
-    if (!showsNothing)
+    if (!_KXShowsNothing())
         return SDL_WaitEventTimeout(nullptr, milliseconds);
     constexpr int pause = 20;
     for (int rest = milliseconds; rest > 0; rest -= pause) {

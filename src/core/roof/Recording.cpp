@@ -8,6 +8,7 @@
 #include "core/roof/RecordedEvents.h"
 #include "input/InputState.h"
 #include "input/StepInput.h"
+#include "platform/VideoDriver.h"
 #include "render/KXTexture.h"
 #include "render/KXWindow.h"
 #include "ui/Focus.h"
@@ -29,9 +30,9 @@
 #include <fstream>
 #include <memory>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -62,18 +63,28 @@ struct LastAnswers {
 
 // ---- recording
 
-// What is typed into a masked entry: the keys that type become X, the characters x.
+// Whether what is typed or pasted now goes into a masked entry.
+bool isSecret() {
+    const _KXFocus* const owner = _KXFocus::keyboardOwner();
+    return owner && owner->isSecret();
+}
+
+std::string hidden(std::string_view text) {
+    std::string result;
+    while (_KXTakeCharacter(text))
+        result += 'x';
+    return result;
+}
+
+// What is typed into a masked entry: the keys that type become X, the characters x. A text of the event's own
+// is kept in `text` as long as the event is used.
 void hideTyping(SDL_Event& event, std::string& text) {
-    const auto hide = [&text](const char* typed) {
-        std::string_view rest = typed;
-        while (_KXTakeCharacter(rest))
-            text += 'x';
-    };
+    const auto hide = [&text](const char* typed) { text = hidden(typed); };
     switch (event.type) {
     case SDL_KEYDOWN:
     case SDL_KEYUP:
         if (event.key.keysym.sym > ' ' && !(event.key.keysym.sym & SDLK_SCANCODE_MASK) &&
-            event.key.keysym.sym != SDLK_DELETE) {
+            event.key.keysym.sym != SDLK_DELETE && !(event.key.keysym.mod & (KMOD_CTRL | KMOD_GUI))) {
             event.key.keysym.sym = SDLK_x;
             event.key.keysym.scancode = SDL_SCANCODE_X;
         }
@@ -115,15 +126,16 @@ public:
         _inAnswers = true;
     }
     void keepText(const char* answer) override {
-        line() << "answer " << _KXQuoted(answer ? answer : "") << '\n';
+        const std::string text = answer ? answer : "";
+        line() << "answer " << _KXQuoted(isSecret() ? hidden(text) : text) << '\n'; // it may be pasted
     }
     void keep(const SDL_Event& event, bool counts) override {
         SDL_Event seen = event;
-        std::string hidden;
-        if (const _KXFocus* const owner = _KXFocus::keyboardOwner(); owner && owner->isSecret())
-            hideTyping(seen, hidden);
-        if (const std::string text = _KXLineOfEvent(seen, counts); !text.empty())
-            line() << text << '\n';
+        std::string text;
+        if (isSecret())
+            hideTyping(seen, text);
+        if (const std::string written = _KXLineOfEvent(seen, counts); !written.empty())
+            line() << written << '\n';
     }
     void keepBeginning(unsigned seed) { line() << "begin " << seed << ' ' << _KXLastWindowID << '\n'; }
     void keepStep(std::uint64_t step, std::uint64_t hash) {
@@ -210,7 +222,7 @@ public:
     }
     unsigned line() const { return _line; }
     /// Whether it may end here: behind anything once the recording has begun, as a game may have fallen.
-    bool hasBegun() const { return _line >= 2; }
+    bool hasBegun() const { return !_to.items.empty() && _to.items[0].kind == Item::Begin; }
 
 private:
     bool add(Item::Kind kind, std::int64_t number, char question = 0, bool counts = false) {
@@ -544,7 +556,6 @@ int KXBeginReplay(const char* path) {
     if (!player->open(path))
         return 0;
     KXEndRecording();
-    run().recorder.reset();
     run().player = std::move(player);
     state = KXRecordingReplays;
     begin(run().player->giveSeed());
@@ -561,6 +572,8 @@ void KXEndRecording() {
     if (run().recorder)
         run().recorder->end();
     run().recorder.reset();
+    run().isWholeProcess = false;
+    run().stopAt = 0;
     if (replayed)
         KXResetLogicLoop(); // the clocks are others now
 }
@@ -591,11 +604,6 @@ static void endProcess() {
     KXEndRecording();
 }
 
-static bool showsNothing() {
-    const char* const driver = SDL_getenv("SDL_VIDEODRIVER");
-    return driver && (!std::strcmp(driver, "offscreen") || !std::strcmp(driver, "dummy"));
-}
-
 bool _KXBeginRecordingByEnvironment() {
     static constinit bool looked = false;
     if (ignoresEnvironment || std::exchange(looked, true))
@@ -612,7 +620,7 @@ bool _KXBeginRecordingByEnvironment() {
         const char* const pace = SDL_getenv("KOBALTRIX_REPLAY_PACE");
         const char* const stop = SDL_getenv("KOBALTRIX_REPLAY_STOP");
         const char* const picture = SDL_getenv("KOBALTRIX_REPLAY_PICTURE");
-        run().player->keepPace(pace ? !std::strcmp(pace, "recorded") : !showsNothing());
+        run().player->keepPace(pace ? !std::strcmp(pace, "recorded") : !_KXShowsNothing());
         run().stopAt = stop ? SDL_strtoull(stop, nullptr, 10) : 0;
         run().picture = picture ? picture : "";
     }
