@@ -60,7 +60,7 @@ void App::stepSwitches() {
 
 void App::draw(Scene& scene) {
     window.setRenderContext();
-    KXDrawRectFill({{0, 0}, window.size()}, Style::night);
+    KXClear(Style::night);
     scene.draw();
 }
 

@@ -34,7 +34,7 @@ int main(int argc, char** argv) {
                 example.stepDone(); // this and frameDone() serve --screenshot: see example.h
             }
             window.setRenderContext(); // draw into this window
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             KXDrawRectFill({{0, 220}, {400, 30}}, dusk);
             for (int i = 0; i < 5; ++i) {
                 const float radius = 12 + 4.0f * i;

@@ -44,7 +44,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             for (int i = 0; i < 40; ++i) { // stars, some of which twinkle
                 const float x = static_cast<float>(i * 137 % 400), y = static_cast<float>(i * 61 % 140);
                 const float size = (step / 20 + i) % 9 ? 1 : 2;

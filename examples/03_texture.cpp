@@ -23,7 +23,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             for (int i = 0; i < 8; ++i) {
                 const KXPoint cell = {static_cast<float>(i % 4 * 98 + 5),
                                       static_cast<float>(i / 4 * 122 + 6)};

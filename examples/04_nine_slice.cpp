@@ -23,7 +23,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
 
             panel.draw(38, 28, 1.0f, 3.0f, 0, 0, -1); // the picture itself, three times as large
             for (float line : {8 * 3.0f, 16 * 3.0f}) {

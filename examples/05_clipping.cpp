@@ -3,7 +3,7 @@
 
 // Draws the land over the whole window, nearer things faster.
 static void drawLand(int step) {
-    KXDrawRectFill({{0, 0}, {400, 250}}, night);
+    KXClear(night);
     for (int i = 0; i < 50; ++i)
         KXDrawRectFill({{static_cast<float>(i * 137 % 400), static_cast<float>(i * 53 % 130)}, {1, 1}},
                        paper);
@@ -42,7 +42,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, paper); // the wall
+            KXClear(paper); // the wall
             KXDrawRectFill({{0, 190}, {400, 60}}, rose);
             for (int x = 8; x < 400; x += 16)
                 KXDrawLine({static_cast<float>(x), 196}, {static_cast<float>(x), 250},

@@ -5,7 +5,7 @@
 #include <cmath>
 
 static void drawTown(int step) {
-    KXDrawRectFill({{0, 0}, {400, 150}}, night);
+    KXClear(night);
     for (int i = 0; i < 60; ++i)
         KXDrawRectFill({{static_cast<float>(i * 137 % 400), static_cast<float>(i * 53 % 110)}, {1, 1}},
                        paper);

@@ -34,7 +34,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             for (int i = 0; i < 40; ++i)
                 KXDrawRectFill(
                     {{static_cast<float>(i * 137 % 400), static_cast<float>(i * 61 % 150)}, {1, 1}}, paper);

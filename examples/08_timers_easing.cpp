@@ -35,7 +35,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             for (int i = 0; i < 4; ++i) {
                 const float y = 34 + 44.0f * i;
                 KXUIGlobalFontPrint({20, y - 18}, colors[i], names[i]);

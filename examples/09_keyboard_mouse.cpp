@@ -50,7 +50,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             for (const Dot& dot : paint)
                 KXDrawCircleFill(dot.at, static_cast<int>(dot.radius), 24, teal);
             fish.draw(static_cast<int>(at.x), static_cast<int>(at.y), 1.0f, 3.0f, 0, flips, -1);

@@ -61,7 +61,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             drawPad();
             const int button = KXGamePadPressedButton(); // the lowest one, -1 for none
             KXUIGlobalFontPrint({20, 218}, paper,

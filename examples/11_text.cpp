@@ -23,7 +23,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
 
             // A colour is red, green, blue and opacity between {C and }; {EC} ends it.
             const char* title = "{C1,0.85,0.54,1}Tw{EC}{C0.91,0.41,0.47,1}il{EC}{C0.49,0.79,0.5,1}ig{EC}"

@@ -48,7 +48,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             KXDrawRectFill({{188, 20}, {192, 210}}, dusk);
             const int n = corners.value() + 3, size = radius.value();
             if (filled.state() == KXUIToggleButtonStateOn)

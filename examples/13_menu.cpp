@@ -50,7 +50,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, scene.sky);
+            KXClear(scene.sky);
             for (int i = 0; scene.stars && i < 60; ++i)
                 KXDrawRectFill({{i * 137 % 400 + 0.0f, i * 53 % 200 + 0.0f}, {i % 5 ? 1.0f : 2.0f, 1}},
                                paper);

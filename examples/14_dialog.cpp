@@ -56,7 +56,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             KXDrawRectFill({{0, 196}, {400, 54}}, teal);
             for (int i = 0; i < 9; ++i) { // the wood
                 const float x = 24 + 46.0f * i, top = 96 + 30.0f * (i % 3);

@@ -45,7 +45,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             KXUIGlobalFontPrint({24, 16}, gold, 16, "To take along");
             entry.draw();
             add.draw();

@@ -52,7 +52,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             KXUIGlobalFontPrint({40, 16}, paper, halted ? "M: music on" : "M: music off");
             KXDrawRectFill({{32, 122}, {334, 112}}, dusk);
             for (int i = 0; i < 8; ++i) {

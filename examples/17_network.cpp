@@ -65,7 +65,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             drawSky(20, "the server's sky", lit);
             drawSky(210, "the client's sky", seen);
             KXUIGlobalFontPrint({20, 228}, gold, KXTempString("The client says that it sees %ld.", answers));

@@ -28,7 +28,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             if (batch)
                 KXBeginDrawBatch(); // collects from here on
             for (int i = 0; i < count; ++i) {

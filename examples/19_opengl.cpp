@@ -56,8 +56,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            glClear(GL_DEPTH_BUFFER_BIT); // which things in 3D are nearer is forgotten
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night); // and which things in 3D are nearer is forgotten
             KXDrawCircleFill({200, 118}, 96, 64, dusk);
             window.setRenderingMode(KXWindowRenderingMode3D);
             drawCube(face, -1.3f, static_cast<float>(step) * 0.6f);

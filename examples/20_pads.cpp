@@ -63,7 +63,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             for (int pad = 0; pad < KXMaximumPads; ++pad) {
                 drawSlot(pad);
                 if (KXPadConnected(pad))

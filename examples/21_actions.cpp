@@ -67,7 +67,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             KXDrawRectFill({{0, 226}, {400, 24}}, teal);
             for (int i = 0; i < actions.count(); ++i)
                 drawRow(actions, i, actions.action(i) == asked);

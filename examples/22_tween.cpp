@@ -36,7 +36,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             for (int i = 0; i < 24; ++i) {
                 const int row = i % 3;
                 const KXPoint corner = {33 + 46.0f * (i / 3), 74 + 68.0f * row}; // where it starts

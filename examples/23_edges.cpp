@@ -71,7 +71,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             draw();
             example.frameDone(window);
             window.swapBuffers();

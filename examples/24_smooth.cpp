@@ -44,7 +44,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             drawPanel(10, "where the last step has put it", steps, at);
             // How much of the next step's time has passed: from 0 to 1.
             drawPanel(206, "between the last two steps", steps,

@@ -67,7 +67,7 @@ int main(int argc, char** argv) {
                 example.stepDone();
             }
             window.setRenderContext();
-            KXDrawRectFill({{0, 0}, window.size()}, night);
+            KXClear(night);
             for (std::size_t i = 1; i < flight.trail.size(); ++i)
                 KXDrawLine(flight.trail[i - 1], flight.trail[i], teal);
             fish.draw(static_cast<int>(flight.at.x) - 16, static_cast<int>(flight.at.y) - 16, 0);

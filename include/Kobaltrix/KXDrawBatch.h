@@ -42,7 +42,8 @@ enum KXDrawFlushReason : int {
     KXDrawFlushText = 8,          ///< Text of #KXAliasModePolygon, or while the game blends in its own way.
     KXDrawFlushSwap = 9,          ///< KXWindow::swapBuffers().
     KXDrawFlushFrame = 10,        ///< KXPostLogicLoop().
-    KXDrawFlushReasonCount = 11   ///< How many reasons there are.
+    KXDrawFlushClear = 11,        ///< KXClear().
+    KXDrawFlushReasonCount = 12   ///< How many reasons there are.
 };
 
 /// What drawing has cost since a swap. Text of #KXAliasModePolygon counts in the flushes only.

@@ -4,9 +4,13 @@
 
 /// @file
 /// Lines, rectangles, circles and triangles in one colour, drawn into the current target in its coordinates
-/// (points in a window, pixels in a texture). Alpha blends. Every call leaves 2D texturing on and the current
-/// colour changed, and all but KXDrawRectFill() the line width; without a window it does nothing.
+/// (points in a window, pixels in a texture). Alpha blends. Every KXDraw… call leaves 2D texturing on and the
+/// current colour changed, and all but KXDrawRectFill() the line width; without a window nothing is drawn.
 
+/// Replaces everything in the current target, or within its clip, by a colour: also its alpha, which other
+/// draws blend with, and what KXWindowRenderingMode3D knows of depths. Heeds no transformation and leaves
+/// OpenGL's state as it is. The cheapest way to begin a frame.
+KX_API void KXClear(KXColor color);
 /// A line one pixel wide between two points, each truncated to integers. Its last pixel is left out.
 KX_API void KXDrawLine(KXPoint from, KXPoint to, KXColor color);
 /// The outline of a rectangle, one unit thick. Its edges are truncated to integers, and it lies inside them.

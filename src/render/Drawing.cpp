@@ -2,9 +2,12 @@
 
 #include "core/ground/HeapGlobal.h"
 #include "core/ground/Truncate.h"
+#include "render/DrawBatch.h"
 #include "render/DrawSink.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
+
+#include <SDL_opengl.h>
 
 #include <algorithm>
 #include <cmath>
@@ -63,6 +66,19 @@ KXPoint truncated(KXPoint point) {
     return {static_cast<float>(_KXTruncate(point.x)), static_cast<float>(_KXTruncate(point.y))};
 }
 } // namespace
+
+void KXClear(KXColor color) {
+    KX_GL_CHECK("KXClear");
+    if (!_KXCurrentGraphicsContext)
+        return;
+    _KXFlushBatch(KXDrawFlushClear);
+    ++_KXDrawStatistics.drawCalls;
+    GLfloat previous[4] = {};
+    glGetFloatv(GL_COLOR_CLEAR_VALUE, previous);
+    glClearColor(color.r, color.g, color.b, color.a);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glClearColor(previous[0], previous[1], previous[2], previous[3]);
+}
 
 void KXDrawLine(KXPoint from, KXPoint to, KXColor color) {
     KX_GL_CHECK("KXDrawLine");

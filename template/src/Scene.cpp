@@ -33,7 +33,7 @@ void Scene::step(KXPoint push) {
 }
 
 void Scene::draw() {
-    KXDrawRectFill({{0, 0}, size}, KXMakeColori(27, 27, 58, 255));
+    KXClear(KXMakeColori(27, 27, 58, 255));
     KXDrawRectFill({{0, size.height - 48}, {size.width, 48}}, KXMakeColori(38, 60, 66, 255));
     KXDrawCircleFill(_light, 14, 24, KXMakeColori(255, 217, 138, 60));
     KXDrawCircleFill(_light, 6, 16, KXMakeColori(255, 246, 214, 255));

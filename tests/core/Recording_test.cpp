@@ -86,7 +86,7 @@ struct Game {
         for (; KXLogicLoop(); KXLogicUpdate())
             step();
         window.setRenderContext();
-        KXDrawRectFill({{0, 0}, window.size()}, KXBlueColor);
+        KXClear(KXBlueColor);
         KXDrawRectFill({at, {4, 4}}, KXRedColor);
         window.swapBuffers();
         KXPostLogicLoop();

@@ -175,6 +175,7 @@ TEST_F(DrawBatch, LeavesByItselfWhenItMust) {
         {KXDrawFlushRead, [this] { target.getPixel(KXZeroPoint, 0); }},
         {KXDrawFlushRead, [this] { delete window->copyTexture(); }},
         {KXDrawFlushText, [] { KXFont(testFont(), KXAliasModePolygon).print(KXZeroPoint, white, "x"); }},
+        {KXDrawFlushClear, [] { KXClear(KXRedColor); }},
         {KXDrawFlushSwap, [this] { window->swapBuffers(); }},
         {KXDrawFlushFrame, [] { KXPostLogicLoop(); }},
         {KXDrawFlushEnd, [] { KXEndDrawBatch(); }},

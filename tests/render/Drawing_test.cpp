@@ -1,5 +1,7 @@
 #include "RenderTest.h"
 
+#include <Kobaltrix/KXDrawBatch.h>
+
 #include <climits>
 
 namespace {
@@ -23,6 +25,33 @@ void (*const primitives[])() = {
     [] { KXDrawTriangle(a, b, c, KXRedColor); },
     [] { KXDrawTriangleFill(a, b, c, KXRedColor); },
 };
+
+TEST_F(Drawing, ClearReplacesAlphaWithinTheClipAndLeavesStateAlone) {
+    KXTexture texture(64, 48);
+    for (KXRenderContext* target : targets(texture)) {
+        target->setRenderContext();
+        fill({0, 0, 1, 1});
+        glClearColor(0.5f, 0.25f, 0, 1);
+        glTranslatef(20, 20, 0);
+        KXBeginDrawBatch();
+        paint({0, 0, 0, 1}); // before it: nothing of this is left
+        target->setClipTo(rect(10, 8, 30, 20));
+        KXClear({1, 0, 0, 0.5f});
+        target->unsetClip();
+        KXEndDrawBatch();
+        float kept[4];
+        glGetFloatv(GL_COLOR_CLEAR_VALUE, kept);
+        EXPECT_EQ(kept[0] + kept[1], 0.75f);
+        glLoadIdentity();
+    }
+    const Pixel half = {255, 0, 0, 128};
+    const Image drawn = Image::of(texture);
+    EXPECT_EQ(count(drawn, half), 30 * 20);
+    EXPECT_EQ(drawn.at(10, 8), half);
+    EXPECT_EQ(drawn.at(39, 27), half);
+    window->setRenderContext();
+    EXPECT_EQ(count(Image::of(*window), {255, 0, 0, 255}), 30 * 20) << "a window's picture has no alpha";
+}
 
 TEST_F(Drawing, RectanglesLieWithinTheirTruncatedEdges) {
     const KXColor half = {1, 0, 0, 0.5f};

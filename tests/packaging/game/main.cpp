@@ -39,7 +39,7 @@ static int play() {
         KXLogicUpdate();
     }
     window.setRenderContext();
-    KXDrawRectFill({{0, 0}, window.size()}, KXMakeColori(74, 154, 166, 255));
+    KXClear(KXMakeColori(74, 154, 166, 255));
     button.draw();
     sprite.draw({0, 0});
     window.swapBuffers();
