@@ -28,7 +28,8 @@ public:
     /// Never makes a sound: throws std::bad_alloc.
     KXSound();
     /// Loads a file: WAV, OGG or what else SDL_mixer reads. Throws std::bad_alloc if it cannot be loaded, for
-    /// null, and while the audio device is closed; no text is left in KXError().
+    /// null, and while the audio device is closed; no text is left in KXError() then. Throws the same with a
+    /// text for one that takes more memory than KXSetMaximumSoundBytes() allows.
     explicit KXSound(const char* path);
     /// Stops what sounds of it, on every channel, and what plays on the channel it remembers.
     ~KXSound();
@@ -71,6 +72,11 @@ private:
 /// once; a sound's own volume counts again from its next KXSound::play() or KXSound::setVolume() on. It may
 /// be set before the device is opened and outlives its closing.
 KX_API void KXSetSoundVolume(int volume);
+
+/// Sets how many bytes a sound may take when it is decoded for the device, 134217728 at the start: 12 minutes
+/// at what KXInitAudio() opens. A small file may decode to hours; to find that out takes no more than four
+/// times as much memory, and 16 times the file. Counts for what is loaded from now on.
+KX_API void KXSetMaximumSoundBytes(uint32_t bytes);
 
 /// Stops every channel. The music goes on.
 KX_API void KXStopAllSounds();

@@ -15,7 +15,8 @@
 struct KXMusic::Loader final : _KXMixerObject {
     Loader(KXMusic& owner, const char* file) : music(owner), path(file) {}
     void load() override {
-        music._music = _KXAudioFileIsSane(path.c_str()) ? Mix_LoadMUS(path.c_str()) : nullptr;
+        music._music =
+            _KXAudioFileIsSane(path.c_str(), _KXAudioUse::Music) ? Mix_LoadMUS(path.c_str()) : nullptr;
     }
     void unload() override;
 

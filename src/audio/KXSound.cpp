@@ -2,7 +2,9 @@
 
 #include "audio/AudioDevice.h"
 #include "audio/WaveFile.h"
+#include "core/ground/ErrorSlot.h"
 #include "core/ground/Tape.h"
+#include "platform/MemoryBudget.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
@@ -21,12 +23,31 @@ struct KXSound::Loader final : _KXMixerObject {
     std::string path;
 };
 
+static constinit std::uint32_t maximumBytes = 128U << 20;
+
+void KXSetMaximumSoundBytes(std::uint32_t bytes) { maximumBytes = bytes; }
+
+// What loading may take: the decoded sound in pieces and as a whole; what the platform needs to convert
+// samples as they stand in a file, which makes at most some hundred bytes of one; and the file itself, which
+// may be larger than what becomes of it.
+static std::size_t memoryToLoad(SDL_RWops* file) {
+    const std::size_t twice = 2 * std::size_t{maximumBytes}, more = 1 << 20;
+    const auto size = static_cast<std::size_t>(std::max<Sint64>(SDL_RWsize(file), 0));
+    return twice + std::min(twice, 400 * size) + 16 * size + more;
+}
+
 void KXSound::Loader::load() {
-    SDL_RWops* file = _KXAudioFileIsSane(path.c_str()) ? SDL_RWFromFile(path.c_str(), "rb") : nullptr;
+    SDL_RWops* file =
+        _KXAudioFileIsSane(path.c_str(), _KXAudioUse::Sound) ? SDL_RWFromFile(path.c_str(), "rb") : nullptr;
     if (!file)
         return;
+    const _KXMemoryBudget budget(memoryToLoad(file));
     sound._chunk = Mix_LoadWAV_RW(file, 0);
     SDL_RWclose(file); // the mixer does not close a file whose format it does not know
+    if (sound._chunk ? sound._chunk->alen <= maximumBytes : !budget.exceeded())
+        return;
+    unload();
+    _KXReportError("%s: takes more than %u bytes when it is decoded", path.c_str(), maximumBytes);
 }
 
 void KXSound::Loader::unload() {

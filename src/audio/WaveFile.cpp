@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 
 namespace {
@@ -19,19 +20,32 @@ constexpr std::uint32_t tag(const char (&name)[5]) {
 }
 } // namespace
 
+// A low frequency makes gigabytes of a few samples: the mixer converts them to that of the device.
 static bool isSane(int channels, double frequency) {
-    return channels >= 1 && channels <= 8 && frequency >= 1 && frequency <= 768000;
+    return channels >= 1 && channels <= 8 && frequency >= 1000 && frequency <= 768000;
 }
 
-// Reads the format chunk of a WAV file from behind its head.
-static bool waveFormatIsSane(SDL_RWops* file) {
+/// A chunk that the mixer trusts, and what must hold of it. The file stands behind the chunk's head.
+struct TrustedChunk {
+    std::uint32_t name;
+    bool (*isSane)(SDL_RWops* file, std::uint32_t length);
+};
+
+static bool waveFormatIsSane(SDL_RWops* file, std::uint32_t) {
     SDL_ReadLE16(file); // encoding
     const int channels = SDL_ReadLE16(file);
     return isSane(channels, SDL_ReadLE32(file));
 }
 
-// The same for an AIFF file, whose sample rate is a floating-point number of 80 bits.
-static bool aiffFormatIsSane(SDL_RWops* file) {
+// Where music goes round: the mixer reads as many loops as the chunk says it has.
+static bool waveLoopsAreSane(SDL_RWops* file, std::uint32_t length) {
+    constexpr std::uint32_t head = 36, loop = 24;
+    SDL_RWseek(file, 28, RW_SEEK_CUR);
+    return length >= head && SDL_ReadLE32(file) <= (length - head) / loop;
+}
+
+// The sample rate of an AIFF file is a floating-point number of 80 bits.
+static bool aiffFormatIsSane(SDL_RWops* file, std::uint32_t) {
     const int channels = SDL_ReadBE16(file);
     SDL_RWseek(file, 6, RW_SEEK_CUR); // number of frames, bits
     const int exponent = SDL_ReadBE16(file);
@@ -39,23 +53,42 @@ static bool aiffFormatIsSane(SDL_RWops* file) {
     return isSane(channels, std::ldexp(mantissa, exponent - 16383 - 31));
 }
 
-// Looks at every chunk of the given name.
-static bool chunksAreSane(SDL_RWops* file, Uint32 (*readLength)(SDL_RWops*), std::uint32_t name,
-                          bool (*formatIsSane)(SDL_RWops*)) {
+// Looks at every chunk of the given names.
+static bool chunksAreSane(SDL_RWops* file, Uint32 (*readLength)(SDL_RWops*),
+                          std::initializer_list<TrustedChunk> trusted) {
     // Whatever follows a chunk of no length is not read by the mixer either, and past the end all is zero.
     for (;;) {
         const std::uint32_t chunk = SDL_ReadLE32(file), length = readLength(file);
         if (length == 0)
             return true;
         const Sint64 next = SDL_RWtell(file) + length;
-        if (chunk == name && !formatIsSane(file))
-            return false;
+        for (const auto& [name, isSane] : trusted)
+            if (chunk == name && !isSane(file, length))
+                return false;
         if (SDL_RWseek(file, next, RW_SEEK_SET) < 0)
             return true;
     }
 }
 
-bool _KXAudioFileIsSane(const char* path) {
+// The first page of an Ogg file; what it holds is told by its first packet.
+static bool vorbisIsSane(SDL_RWops* file) {
+    char name[7];
+    SDL_RWseek(file, 28, RW_SEEK_SET);
+    if (SDL_RWread(file, name, sizeof name, 1) != 1 || SDL_memcmp(name, "\x01vorbis", sizeof name) != 0)
+        return true;
+    SDL_ReadLE32(file); // version
+    const int channels = SDL_ReadU8(file);
+    return isSane(channels, SDL_ReadLE32(file));
+}
+
+// A FLAC file begins with what its stream is like: 20 bits of sample rate and 3 of channels.
+static bool flacIsSane(SDL_RWops* file) {
+    SDL_RWseek(file, 18, RW_SEEK_SET);
+    const std::uint32_t bits = SDL_ReadBE32(file);
+    return isSane(static_cast<int>(bits >> 9 & 7) + 1, bits >> 12);
+}
+
+bool _KXAudioFileIsSane(const char* path, _KXAudioUse use) {
     const std::unique_ptr<SDL_RWops, CloseFile> file(SDL_RWFromFile(path, "rb"));
     if (!file)
         return false;
@@ -63,8 +96,13 @@ bool _KXAudioFileIsSane(const char* path) {
     SDL_ReadLE32(file.get()); // length
     const std::uint32_t content = SDL_ReadLE32(file.get());
     if (container == tag("RIFF") && content == tag("WAVE"))
-        return chunksAreSane(file.get(), SDL_ReadLE32, tag("fmt "), waveFormatIsSane);
+        return use == _KXAudioUse::Sound
+                   ? chunksAreSane(file.get(), SDL_ReadLE32, {{tag("fmt "), waveFormatIsSane}})
+                   : chunksAreSane(file.get(), SDL_ReadLE32,
+                                   {{tag("fmt "), waveFormatIsSane}, {tag("smpl"), waveLoopsAreSane}});
     if (container == tag("FORM") && (content == tag("AIFF") || content == tag("AIFC")))
-        return chunksAreSane(file.get(), SDL_ReadBE32, tag("COMM"), aiffFormatIsSane);
-    return true;
+        return chunksAreSane(file.get(), SDL_ReadBE32, {{tag("COMM"), aiffFormatIsSane}});
+    if (container == tag("OggS"))
+        return vorbisIsSane(file.get());
+    return container != tag("fLaC") || flacIsSane(file.get());
 }

@@ -19,7 +19,8 @@
 /// The values of the left and the right side at one moment.
 using Frame = std::array<std::int16_t, 2>;
 
-/// A file that is kept in tests/audio/files. All hold a tone of 441 Hz that rises to 8000, in whole periods.
+/// A file that is kept in tests/audio/files. All but the slow one, which has 1000
+/// samples a second and knows no other than 1000, hold a tone of 441 Hz that rises to 8000, in whole periods.
 inline std::string keptFile(const std::string& name) { return contentOf(SOUND_FILES "/" + name); }
 
 /// The library with an open device, files to play, and what the mixer makes of them.

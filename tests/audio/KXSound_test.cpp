@@ -37,6 +37,28 @@ TEST_F(Sound, TakesFreeChannelsAndOwnsNone) {
     EXPECT_FALSE(a.isPlaying());
 }
 
+TEST_F(Sound, SmallFilesThatDecodeToMuchAreRefused) {
+    // At 1000 samples a second each byte becomes 44, and a sound is held twice while it is made.
+    std::string slow = std::string(wav, 0, 44).replace(24, 2, "\xE8\x03") + std::string(2 << 20, '\0');
+    slow.replace(40, 4, std::string("\0\0\x20\0", 4));
+    const std::string path = folder.write("slow.wav", slow);
+    const auto error = [&path] {
+        try {
+            KXSound sound(path.c_str());
+        } catch (const std::bad_alloc&) {
+            return std::string(KXError());
+        }
+        return std::string();
+    };
+    EXPECT_EQ(error(), "") << "92 million bytes are little enough";
+    for (const unsigned most : {1U << 20, 92000000U}) { // not decoded at all, and thrown away
+        KXSetMaximumSoundBytes(most);
+        EXPECT_EQ(error(), path + ": takes more than " + std::to_string(most) + " bytes when it is decoded");
+        EXPECT_TRUE(a.play(0)) << "what is loaded stays";
+    }
+    KXSetMaximumSoundBytes(128 << 20);
+}
+
 TEST_F(Sound, ChannelsComeAndGo) {
     EXPECT_TRUE(a.play(-1) && b.play(-1));
     KXSetMixingChannels(1); // b's is gone

@@ -17,6 +17,8 @@ extern "C" const char* __asan_default_options();
 extern "C" const char* __asan_default_options() { return "allocator_may_return_null=1"; }
 #endif
 
+using namespace std::string_literals;
+
 namespace {
 template<class Kind>
 struct Playable : AudioTest {
@@ -51,6 +53,24 @@ struct Playable : AudioTest {
         KXStopAllSounds();
     }
 
+    /// An Ogg Vorbis file that claims another sample rate, with the sum that its first page is checked by.
+    static std::string oggAt(std::string file, std::uint32_t rate) {
+        const auto put = [&](std::size_t at, std::uint32_t value) {
+            for (std::size_t i = 0; i < 4; ++i)
+                file[at + i] = static_cast<char>(value >> 8 * i);
+        };
+        put(40, rate);
+        put(22, 0);
+        std::uint32_t sum = 0;
+        for (std::size_t i = 0; i < 28U + 30U; ++i) { // a head, and a packet of 30 bytes
+            sum ^= static_cast<std::uint32_t>(static_cast<unsigned char>(file[i])) << 24;
+            for (int bit = 0; bit < 8; ++bit)
+                sum = sum << 1 ^ (sum >> 31 ? 0x04C11DB7U : 0);
+        }
+        put(22, sum);
+        return file;
+    }
+
     const std::string aiff = keptFile("44_mono.aiff");
 };
 
@@ -63,15 +83,37 @@ TYPED_TEST(Playable, RefusesWhatIsNoSound) {
         EXPECT_FALSE(this->playsFile(path)) << (path ? path : "null");
     for (const std::string& content : {std::string(), std::string(5000, '\x5A'), "OggS" + this->wav})
         EXPECT_FALSE(this->plays(content)) << content.substr(0, 12);
-    // The mixer would divide by some of these: no or too many channels, no or too high a frequency.
-    const std::string &wave = this->wav, &aiffFile = this->aiff, none(2, '\0');
+    // The mixer would divide by some of these: no or too many channels, no or too high a frequency. And it
+    // would make gigabytes of what has less than 1000 samples a second.
+    const std::string &wave = this->wav, &aiffFile = this->aiff, none(2, '\0'),
+                      flac = keptFile("slow_mono.flac");
     const std::tuple<const std::string&, std::size_t, std::string> formats[] = {
-        {wave, 22, none},     {wave, 22, "\x09"},     {wave, 24, none},     {wave, 26, "\x0F"},
-        {aiffFile, 20, none}, {aiffFile, 21, "\x09"}, {aiffFile, 28, none}, {aiffFile, 29, "\x13"}};
+        {wave, 22, none},       {wave, 22, "\x09"},
+        {wave, 24, none},       {wave, 26, "\x0F"},
+        {wave, 24, "\xE7\x03"}, {aiffFile, 20, none},
+        {aiffFile, 28, none},   {aiffFile, 28, "\x40\x08"},
+        {aiffFile, 21, "\x09"}, {flac, 18, "\x00\x3E\x70"s},
+        {aiffFile, 29, "\x13"}};
     for (const auto& [whole, at, bytes] : formats)
         EXPECT_FALSE(this->plays(std::string(whole).replace(at, bytes.size(), bytes)))
             << whole.substr(0, 4) << ' ' << at;
+    EXPECT_TRUE(this->plays(flac));
+    EXPECT_FALSE(this->plays(this->oggAt(this->ogg, 999)));
     EXPECT_STREQ(KXError(), "");
+    EXPECT_TRUE(this->plays(this->oggAt(this->ogg, 1000)));
+    EXPECT_TRUE(this->plays(std::string(wave).replace(24, 2, "\xE8\x03")));
+}
+
+TYPED_TEST(Playable, BelievesNoLoopsThatAreNotThere) {
+    // A chunk of 60 bytes has room for one loop, from sample 0 to sample 1000.
+    const auto withLoops = [this](char count) {
+        std::string chunk = std::string("smpl\x3C\0\0\0", 8) + std::string(60, '\0');
+        chunk[8 + 28] = count;
+        chunk[8 + 36 + 13] = 4;
+        return std::string(this->wav).insert(36, chunk);
+    };
+    EXPECT_TRUE(this->plays(withLoops(1)));
+    EXPECT_EQ(this->plays(withLoops(2)), (std::is_same_v<TypeParam, KXSound>)) << "a sound has none";
 }
 
 TYPED_TEST(Playable, SurvivesDamagedFiles) {
