@@ -2,6 +2,8 @@
 
 #include <Kobaltrix/KXRenderContext.h>
 
+#include <stdint.h>
+
 #include <memory>
 
 /// @file
@@ -19,6 +21,11 @@ enum KXFlip : int {
 
 /// Sets the filter of textures uploaded from now on: nearest for 1 (the default), linear for any other value.
 KX_API void KXSetTextureMode(int mode);
+
+/// Sets how many pixels an image may have that is loaded from a file, 134217728 (half a gigabyte) at the
+/// start. A file of a few bytes may claim any size: one that claims more is refused before there is memory
+/// for it, with a text in KXError(). Counts for textures loaded from now on.
+KX_API void KXSetMaximumImagePixels(uint32_t pixels);
 
 /// An OpenGL texture with a tint.
 ///

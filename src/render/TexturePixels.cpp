@@ -5,6 +5,7 @@
 #include "core/ground/Endianness.h"
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Truncate.h"
+#include "platform/MemoryBudget.h"
 #include "render/DrawBatch.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
@@ -17,11 +18,16 @@
 #include <SDL_opengl.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <new>
+#include <system_error>
 #include <vector>
 
 constinit int _KXTextureMode = GL_NEAREST;
+
+static constinit std::uint32_t maximumPixels = 1U << 27;
 
 void KXSetTextureMode(int mode) { _KXTextureMode = mode == 1 ? GL_NEAREST : GL_LINEAR; }
 
@@ -58,23 +64,43 @@ unsigned upload(int width, int height, int internalFormat, unsigned format, cons
     return 0;
 }
 
-// The surface's pixels without the padding that its rows may end with.
-std::vector<char> tightPixels(const SDL_Surface& surface) {
-    const std::size_t row = static_cast<std::size_t>(surface.w) * surface.format->BytesPerPixel;
-    std::vector<char> pixels(row * static_cast<std::size_t>(surface.h));
-    const char* source = static_cast<const char*>(surface.pixels);
-    for (int y = 0; y < surface.h; ++y)
-        std::memcpy(pixels.data() + static_cast<std::size_t>(y) * row,
-                    source + static_cast<std::ptrdiff_t>(y) * surface.pitch, row);
+// The surface's pixels, moved together where its rows end with padding.
+const char* tightPixels(SDL_Surface& surface) {
+    const std::ptrdiff_t row = std::ptrdiff_t{surface.w} * surface.format->BytesPerPixel;
+    char* const pixels = static_cast<char*>(surface.pixels);
+    for (int y = 1; y < surface.h && surface.pitch != row; ++y)
+        std::memmove(pixels + y * row, pixels + std::ptrdiff_t{y} * surface.pitch,
+                     static_cast<std::size_t>(row));
     return pixels;
 }
+
+// What loading may take: four bytes a pixel, and the file itself in whatever form.
+std::size_t memoryToLoad(const char* path) {
+    constexpr std::size_t more = 1 << 20;
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    return 4 * std::size_t{maximumPixels} + (error ? 0 : 16 * static_cast<std::size_t>(size)) + more;
+}
+
+// Null if it cannot be loaded, with a text in the error slot only if it has too many pixels.
+_KXSurface loadedImage(const char* path) {
+    const _KXMemoryBudget budget(memoryToLoad(path));
+    _KXSurface surface(IMG_Load(path));
+    const std::uint64_t pixels = surface ? std::uint64_t(surface->w) * std::uint64_t(surface->h) : 0;
+    if (surface ? pixels <= maximumPixels : !budget.exceeded())
+        return surface;
+    _KXReportError("%s: more than %u pixels", path, maximumPixels);
+    return nullptr;
+}
 } // namespace
+
+void KXSetMaximumImagePixels(std::uint32_t pixels) { maximumPixels = pixels; }
 
 int KXTexture::_loadImage(const char* path) {
     KX_GL_CHECK("KXTexture::_loadImage");
     if (!path)
         return 0;
-    const _KXSurface surface(IMG_Load(path));
+    const _KXSurface surface = loadedImage(path);
     if (!surface)
         return 0;
     const int components = surface->format->BytesPerPixel;
@@ -85,7 +111,7 @@ int KXTexture::_loadImage(const char* path) {
     const Uint32 redFirst = _KXEndianness ? 0x000000FF : 0xFF000000;
     const bool reversed = surface->format->Rmask != redFirst;
     const unsigned format = components == 3 ? (reversed ? GL_BGR : GL_RGB) : (reversed ? GL_BGRA : GL_RGBA);
-    return _loadFromData(surface->w, surface->h, components, format, tightPixels(*surface).data());
+    return _loadFromData(surface->w, surface->h, components, format, tightPixels(*surface));
 }
 
 int KXTexture::_loadFromData(int width, int height, int internalFormat, unsigned format, const char* data) {

@@ -4,6 +4,9 @@
 
 #include <SDL_image.h>
 
+#include <cstring>
+#include <tuple>
+
 namespace {
 struct Texture : RenderTest {
     /// Four pixels in two rows: red, green; blue, half-transparent white.
@@ -54,6 +57,28 @@ TEST_F(Texture, RefusesImagesItCannotDraw) {
     EXPECT_THROW(KXTexture{static_cast<const char*>(nullptr)}, std::bad_alloc);
     EXPECT_EQ(texture._loadImage(odd.c_str()), 0);
     EXPECT_EQ(texture.getPixel({1, 0}, 0).g, 1) << "a failed load keeps what was there";
+}
+
+TEST_F(Texture, RefusesImagesThatClaimTooManyPixels) {
+    std::string bomb(54, '\0'); // the head of a BMP file of 16384 x 32768 pixels, and nothing else
+    const auto put = [&bomb](std::size_t at, std::uint32_t value) { std::memcpy(&bomb[at], &value, 4); };
+    bomb.replace(0, 2, "BM");
+    put(10, 54);
+    put(14, 40);
+    put(18, 16384);
+    put(22, 32768);
+    put(26, 24 << 16 | 1);
+    const std::string small = writeImage("small.png", SDL_PIXELFORMAT_RGB24);
+    const std::tuple<std::string, unsigned, bool> rows[] = {
+        {folder.write("bomb.bmp", bomb), 1 << 27, false}, {small, 5, false}, {small, 6, true}};
+    for (const auto& [path, most, loads] : rows) {
+        _KXClearError();
+        KXSetMaximumImagePixels(most);
+        EXPECT_EQ(texture._loadImage(path.c_str()), loads ? -1 : 0);
+        const std::string text = path + ": more than " + std::to_string(most) + " pixels";
+        EXPECT_EQ(KXError(), loads ? "" : text);
+    }
+    KXSetMaximumImagePixels(1 << 27);
 }
 
 TEST_F(Texture, IsEmptyWhereTheDriverCannotHoldIt) {
