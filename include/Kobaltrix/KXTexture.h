@@ -101,6 +101,10 @@ public:
     ///   contents are replaced, cleared or drawn into; 0 keeps none that were not kept already. While the
     ///   texture is the target of drawing, none are kept.
     KXColor getPixel(KXPoint point, int keepCache);
+    /// All its pixels: red, green, blue and alpha of a byte each, rows from the top down without padding.
+    /// @return a block of size() that the caller frees with free(); null with a text in KXError() if the
+    /// texture is empty or its window is closed.
+    unsigned char* copyPixels();
     /// Writes the texture as a PNG file. @return -1 on success, 0 on failure with a text in KXError().
     int writeToPNG(const char* path);
 

@@ -106,6 +106,12 @@ public:
     /// What was drawn since the last swap, as a texture of the window's size in points. It belongs to this
     /// window, and the caller deletes it. Null with a text in KXError() if it cannot be made.
     KXTexture* copyTexture();
+    /// What was drawn since the last swap, all its pixels: red, green, blue and alpha of a byte each, rows
+    /// from the top down without padding. What alpha holds is the platform's choice.
+    /// @param width,height set to the size in pixels, to 0 on failure; null where it is of no interest.
+    /// @return a block that the caller frees with free(); null with a text in KXError() if the window is
+    /// closed.
+    unsigned char* copyPixels(int* width, int* height);
     /// Writes what was drawn since the last swap, all its pixels, as a BMP file.
     /// @param path the file to write. @param powerOfTwo non-zero for an image whose sides are rounded up to
     /// powers of two. Its row y is the drawn row y and then, where the image is wider, the beginning of

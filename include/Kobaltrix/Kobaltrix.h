@@ -17,7 +17,7 @@
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
 ///   KXUITextEntry.h, KXUIFileBrowser.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
-/// - Time: KXTimer.h, KXTween.h, KXInterpolation.h
+/// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkBuffer.h
 /// - Chance: KXRandomGenerator.h, KXRandom.h
 /// - Helpers: KXGeometry.h, KXVector3D.h, KXString.h, KXFile.h, KXLog.h, KXPlatform.h
@@ -28,6 +28,7 @@
 #include <Kobaltrix/KXApplication.h>
 #include <Kobaltrix/KXAudio.h>
 #include <Kobaltrix/KXClipboard.h>
+#include <Kobaltrix/KXClock.h>
 #include <Kobaltrix/KXCore.h>
 #include <Kobaltrix/KXCursor.h>
 #include <Kobaltrix/KXDrawBatch.h>

@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <new>
@@ -198,6 +199,18 @@ KXColor KXTexture::getPixel(KXPoint point, int keepCache) {
     KXColor color;
     _getPixel(_KXTruncate(point.x), _KXTruncate(point.y), color.r, color.g, color.b, color.a, keepCache);
     return color;
+}
+
+unsigned char* KXTexture::copyPixels() {
+    KX_GL_CHECK("KXTexture::copyPixels");
+    const _KXGraphicsContextScope scope(_graphicsContext);
+    const auto bytes = static_cast<std::size_t>(_size.width) * static_cast<std::size_t>(_size.height) * 4;
+    void* const pixels = scope && _textureID ? std::malloc(bytes) : nullptr;
+    if (pixels)
+        _readBack(GL_UNSIGNED_BYTE, pixels);
+    else
+        _KXReportError("Unable to copy the pixels of a texture that is empty or whose window is closed");
+    return static_cast<unsigned char*>(pixels);
 }
 
 int KXTexture::writeToPNG(const char* path) { return _savePNG(path); }

@@ -18,6 +18,7 @@
 #include <SDL_opengl.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <vector>
@@ -160,6 +161,24 @@ static _KXSurface imageOf(std::vector<char> pixels, int drawnWidth, int width, i
         std::memcpy(static_cast<char*>(surface->pixels) + y * surface->pitch,
                     pixels.data() + y * drawnWidth * 4, row);
     return surface;
+}
+
+unsigned char* KXWindow::copyPixels(int* width, int* height) {
+    int size[2] = {0, 0};
+    _drawableSize(&size[0], &size[1]);
+    const std::size_t bytes = static_cast<std::size_t>(size[0]) * static_cast<std::size_t>(size[1]) * 4;
+    auto* const pixels = static_cast<char*>(bytes ? std::malloc(bytes) : nullptr);
+    if (width)
+        *width = pixels ? size[0] : 0;
+    if (height)
+        *height = pixels ? size[1] : 0;
+    if (!pixels) {
+        _KXReportError("Unable to copy the pixels of a closed window");
+        return nullptr;
+    }
+    _readPixels(pixels, GL_RGBA);
+    _flipPixels(pixels, GL_RGBA);
+    return reinterpret_cast<unsigned char*>(pixels);
 }
 
 int KXWindow::saveBuffer(const char* path, int powerOfTwo) {

@@ -3,7 +3,7 @@
 #include "input/InputState.h"
 #include "support/WindowTest.h"
 #include "testkit/KXTestInput.h"
-#include "testkit/KXTestPad.h"
+#include <KobaltrixTest/KXTestPad.h>
 
 #include <Kobaltrix/KXApplication.h>
 

@@ -4,7 +4,7 @@
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/UIColors.h"
 #include "input/Keyboard.h"
-#include "support/TestClock.h"
+#include <KobaltrixTest/KXTestClock.h>
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@
 
 namespace {
 TEST(Lifecycle, StartsTheWholeLibraryAndEndsIt) {
-    const TestClock clock(0, 12345);
+    const KXTestClock clock(0, 12345);
     _KXKeys[KXKeyE] = -1;
     _KXEndianness = 0;
     _KXSetError("stale");

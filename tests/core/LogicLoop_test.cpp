@@ -1,9 +1,9 @@
 #include <Kobaltrix/Kobaltrix.h>
 
 #include "core/ground/LogicClock.h"
-#include "support/TestClock.h"
 #include "testkit/KXTestInput.h"
 #include "util/KXString.h"
+#include <KobaltrixTest/KXTestClock.h>
 
 #include <gtest/gtest.h>
 
@@ -34,7 +34,7 @@ struct Loop : testing::Test {
         return steps;
     }
 
-    TestClock clock{(1ull << 32) - 100, 100}; // the tick counter wraps on the way
+    KXTestClock clock{(1ull << 32) - 100, 100}; // the tick counter wraps on the way
 };
 
 TEST_F(Loop, RunsTheStepsThatAreDue) {

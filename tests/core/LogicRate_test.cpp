@@ -2,8 +2,8 @@
 
 #include <Kobaltrix/Kobaltrix.h>
 
-#include "support/TestClock.h"
 #include "testkit/KXTestInput.h"
+#include <KobaltrixTest/KXTestClock.h>
 
 #include <gtest/gtest.h>
 
@@ -36,7 +36,7 @@ struct LogicRate : testing::Test {
         return steps;
     }
 
-    TestClock clock;
+    KXTestClock clock;
 };
 } // namespace
 

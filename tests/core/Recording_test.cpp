@@ -7,7 +7,7 @@
 #include "support/Image.h"
 #include "support/TemporaryFolder.h"
 #include "testkit/KXTestInput.h"
-#include "testkit/KXTestPad.h"
+#include <KobaltrixTest/KXTestPad.h>
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #include "example.h"
 #include "testkit/KXTestInput.h"
-#include "testkit/KXTestPad.h"
+#include <KobaltrixTest/KXTestPad.h>
 
 #include <SDL_joystick.h>
 #include <SDL_keycode.h>

@@ -22,7 +22,7 @@ struct GamePad : InputTest {
         _KXDispatchEvents();
     }
 
-    KXTestPad pad{10, 20};
+    KXTestPad pad{false, {10, 20}};
 };
 
 // One thing a thumb can hold: where it is, and how a game asks for it.

@@ -2,9 +2,9 @@
 
 #include "core/dispatch/EventDispatch.h"
 #include "input/InputState.h"
-#include "support/TestClock.h"
 #include "testkit/KXTestInput.h"
-#include "testkit/KXTestPad.h"
+#include <KobaltrixTest/KXTestClock.h>
+#include <KobaltrixTest/KXTestPad.h>
 
 #include <Kobaltrix/KXInit.h>
 
@@ -23,6 +23,6 @@ struct InputTest : testing::Test {
     }
     ~InputTest() override { KXDeInit(); }
 
-    TestClock clock{0xFFFFFF00};
+    KXTestClock clock{0xFFFFFF00};
     KXTestInput user{0, [this] { clock.advance(16); }};
 };

@@ -314,7 +314,7 @@ TEST_F(StepInput, LosesNothingHoweverItIsCut) {
     for (unsigned seed = 0; seed < 20; ++seed) {
         std::mt19937 random(seed);
         const auto chance = [&](unsigned n) { return random() % n == 0; };
-        TestClock clock;
+        KXTestClock clock;
         KXInit();
         KXResetLogicLoop();
         Model sent[7];

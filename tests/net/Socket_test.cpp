@@ -1,7 +1,7 @@
 #include "net/Socket.h"
 
 #include "net/ScriptedSocket.h"
-#include "support/TestClock.h"
+#include <KobaltrixTest/KXTestClock.h>
 
 #include <gtest/gtest.h>
 
@@ -35,7 +35,7 @@ TEST(Socket, SendsInPiecesUntilAllIsTaken) {
 
 TEST(Socket, RetriesAreLimitedInTime) {
     const auto sendFor = [](std::uint64_t start, std::uint64_t perCall, int limit, std::deque<int> outcomes) {
-        TestClock clock(start);
+        KXTestClock clock(start);
         ScriptedSocket socket;
         socket.onSend = [&] { clock.advance(perCall); };
         socket.outcomes = std::move(outcomes);

@@ -1,4 +1,4 @@
-#include "support/TestClock.h"
+#include <KobaltrixTest/KXTestClock.h>
 
 #include <Kobaltrix/KXTimer.h>
 
@@ -9,7 +9,7 @@
 
 namespace {
 TEST(RealTimeTimer, FiresStrictlyAfterItsTimeoutAndDropsTheRest) {
-    TestClock clock(0xFFFFFF00u); // the counter wraps on the way
+    KXTestClock clock(0xFFFFFF00u); // the counter wraps on the way
     KXRealTimeTimer timer(0.5f);
     clock.advance(500);
     EXPECT_EQ(timer.tick(), 0);
@@ -26,7 +26,7 @@ TEST(RealTimeTimer, FiresStrictlyAfterItsTimeoutAndDropsTheRest) {
 }
 
 TEST(RealTimeTimer, NegativeTimeoutsAreNone) {
-    TestClock clock;
+    KXTestClock clock;
     for (float timeout : {0.0f, -3.0f, NAN}) {
         KXRealTimeTimer built(timeout), set(9);
         clock.advance(5);
@@ -38,7 +38,7 @@ TEST(RealTimeTimer, NegativeTimeoutsAreNone) {
 
 TEST(RealTimeTimer, DrawsTimeoutsFromItsRange) {
     std::srand(5);
-    TestClock clock;
+    KXTestClock clock;
     KXRealTimeTimer timer;
     clock.advance(700);
     timer.setMinMaxTimeout(1, 2);

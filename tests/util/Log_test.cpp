@@ -2,7 +2,7 @@
 
 #include "core/ground/Application.h"
 #include "support/TemporaryFolder.h"
-#include "support/TestClock.h"
+#include <KobaltrixTest/KXTestClock.h>
 
 #include <gtest/gtest.h>
 
@@ -31,7 +31,7 @@ struct Log : testing::Test {
     std::string content(const std::string& name = "log.txt") const { return contentOf(folder / name); }
 
     const TemporaryFolder folder;
-    TestClock clock{0, 1709845749};
+    KXTestClock clock{0, 1709845749};
 };
 
 TEST_F(Log, WritesTimeCategoryAndTextCutToTheirLengths) {

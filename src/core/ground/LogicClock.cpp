@@ -7,22 +7,22 @@
 #include <chrono>
 #include <thread>
 
-static constinit const _KXTimeSource* replacement = nullptr;
+static constinit KXClock replacement = {};
 
-void _KXSetTimeSource(const _KXTimeSource* source) { replacement = source; }
+void KXSetClock(const KXClock* clock) { replacement = clock ? *clock : KXClock{}; }
 
-bool _KXTimeIsReplaced() { return replacement; }
+bool _KXTimeIsReplaced() { return replacement.nanoseconds; }
 
 std::uint32_t _KXTicks() {
     return _KXAnswerTo(_KXQuestion::Ticks, [] {
-        return static_cast<std::uint32_t>(replacement ? replacement->nanoseconds() / 1'000'000
-                                                      : SDL_GetTicks64());
+        return static_cast<std::uint32_t>(
+            _KXTimeIsReplaced() ? replacement.nanoseconds(replacement.data) / 1'000'000 : SDL_GetTicks64());
     });
 }
 
 static std::uint64_t nanoseconds() {
-    if (replacement)
-        return replacement->nanoseconds();
+    if (_KXTimeIsReplaced())
+        return replacement.nanoseconds(replacement.data);
     const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
     return static_cast<std::uint64_t>(std::chrono::nanoseconds(sinceStart).count());
 }
@@ -30,15 +30,17 @@ static std::uint64_t nanoseconds() {
 std::uint64_t _KXNanoseconds() { return _KXAnswerTo(_KXQuestion::Nanoseconds, nanoseconds); }
 
 void _KXSleep(std::uint64_t nanoseconds) {
-    if (replacement)
-        replacement->sleep(nanoseconds);
+    if (replacement.sleep)
+        replacement.sleep(replacement.data, nanoseconds);
     else
         std::this_thread::sleep_for(std::chrono::nanoseconds(nanoseconds));
 }
 
 std::time_t _KXTimeOfDay() {
-    return _KXAnswerTo(_KXQuestion::TimeOfDay,
-                       [] { return replacement ? replacement->timeOfDay() : std::time(nullptr); });
+    return _KXAnswerTo(_KXQuestion::TimeOfDay, [] {
+        return replacement.timeOfDay ? static_cast<std::time_t>(replacement.timeOfDay(replacement.data))
+                                     : std::time(nullptr);
+    });
 }
 
 bool _KXRepeatIsDue(std::int32_t reportTime) {

@@ -1,19 +1,11 @@
 #pragma once
 
+#include <Kobaltrix/KXClock.h>
+
 #include <cstdint>
 #include <ctime>
 
-/// Where the library's time comes from. The platform's clocks by default; tests put their own in.
-struct _KXTimeSource {
-    std::uint64_t (*nanoseconds)();           ///< Since some fixed moment; never goes back.
-    std::time_t (*timeOfDay)();               ///< Seconds of the wall clock.
-    void (*sleep)(std::uint64_t nanoseconds); ///< Lets that time pass.
-};
-
-/// Replaces the platform's clocks until null is given. The source has to live as long as it is used.
-void _KXSetTimeSource(const _KXTimeSource* source);
-
-/// Whether time is another's than the platform's.
+/// Whether KXSetClock() has put another clock in the place of the platform's.
 bool _KXTimeIsReplaced();
 
 /// The tick counter in milliseconds, truncated to 32 bits: it wraps after 49.7 days.
