@@ -60,7 +60,8 @@ static unsigned programOfCurrentContext() {
     for (const ContextProgram& entry : programs.get())
         if (entry.context == _KXCurrentGraphicsContext)
             return entry.program;
-    return programs.get().emplace_back(_KXCurrentGraphicsContext, makeProgram()).program;
+    programs.get().push_back({_KXCurrentGraphicsContext, makeProgram()});
+    return programs.get().back().program;
 }
 
 // Whether the game has switched nothing on that the program does not do.

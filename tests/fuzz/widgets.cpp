@@ -1,0 +1,100 @@
+// Widgets that lie over each other, under any events.
+
+#include "Fuzz.h"
+
+#include <Kobaltrix/Kobaltrix.h>
+
+#include <SDL.h>
+
+static SDL_Keycode keyOf(FuzzBytes& bytes) {
+    constexpr SDL_Keycode keys[] = {SDLK_LEFT,   SDLK_RIGHT,     SDLK_UP,    SDLK_DOWN,   SDLK_HOME,
+                                    SDLK_END,    SDLK_PAGEUP,    SDLK_TAB,   SDLK_RETURN, SDLK_ESCAPE,
+                                    SDLK_DELETE, SDLK_BACKSPACE, SDLK_LCTRL, SDLK_LSHIFT, SDLK_a,
+                                    SDLK_c,      SDLK_v,         SDLK_x};
+    return keys[bytes.byte() % (sizeof keys / sizeof *keys)];
+}
+
+static void pushEvent(FuzzBytes& bytes, unsigned window) {
+    SDL_Event event = {};
+    switch (bytes.byte() % 6) {
+    case 0:
+    case 1: {
+        const bool down = bytes.byte() & 1;
+        event.type = down ? SDL_KEYDOWN : SDL_KEYUP;
+        event.key.windowID = window;
+        event.key.state = down ? SDL_PRESSED : SDL_RELEASED;
+        event.key.keysym.sym = keyOf(bytes);
+        event.key.keysym.scancode = SDL_GetScancodeFromKey(event.key.keysym.sym);
+        break;
+    }
+    case 2: {
+        event.type = SDL_TEXTINPUT;
+        event.text.windowID = window;
+        const std::string text = bytes.text();
+        SDL_strlcpy(event.text.text, text.c_str(), sizeof event.text.text);
+        break;
+    }
+    case 3:
+        event.type = SDL_MOUSEMOTION;
+        event.motion.windowID = window;
+        event.motion.x = bytes.byte() * 2;
+        event.motion.y = bytes.byte();
+        break;
+    case 4: {
+        const bool down = bytes.byte() & 1;
+        event.type = down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
+        event.button.windowID = window;
+        event.button.state = down ? SDL_PRESSED : SDL_RELEASED;
+        event.button.button = SDL_BUTTON_LEFT;
+        event.button.x = bytes.byte() * 2;
+        event.button.y = bytes.byte();
+        break;
+    }
+    default:
+        event.type = SDL_MOUSEWHEEL;
+        event.wheel.windowID = window;
+        event.wheel.y = bytes.number<std::int8_t>();
+    }
+    SDL_PushEvent(&event);
+}
+
+void fuzz(FuzzBytes bytes) {
+    KXWindow& window = fuzzWindow();
+    KXUISetGlobalFont("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", KXAliasModeTexture, 12, KXZeroPoint);
+    KXUIListBox list;
+    list.setOrigin({10, 30});
+    list.setSize({120, 90});
+    KXUITextEntry entry;
+    entry.setOrigin({100, 60});
+    entry.setSize({120, 20});
+    KXUIMenu menu("Menu"), *const under = new KXUIMenu("Under");
+    under->addMenuItemWithName(
+        "Clear", [](void* of) { static_cast<KXUIListBox*>(of)->clear(); }, &list);
+    menu.addMenuItemWithName(
+        "Add", [](void* to) { static_cast<KXUIListBox*>(to)->add("another"); }, &list);
+    menu.addSubMenu(under);
+    menu.layout();
+    for (int row = 0; row < 20; ++row)
+        list.add(KXTempString("row %d", row * 7919 % 20));
+    KXUnsetKeys();
+    KXResetLogicLoop();
+    while (!bytes.atEnd()) {
+        for (int events = bytes.byte() % 4; events >= 0; --events)
+            pushEvent(bytes, window.id());
+        KXResetLogicLoop(); // a step is owed
+        KXPreLogicLoop();
+        if (KXLogicLoop()) {
+            list.poll();
+            entry.poll();
+            menu.poll();
+            require(list.selectedIndex() < list.count(), "what is selected is a row");
+            require(entry.cursor() <= entry.length(), "the cursor is in the text");
+            KXLogicUpdate();
+        }
+        list.draw();
+        entry.draw();
+        menu.draw();
+        KXPostLogicLoop();
+    }
+    entry.unfocus();
+}
