@@ -13,7 +13,7 @@ enum KXWindowRenderingMode : int {
     /// One unit is one point, y grows downward; no depth test, no culling.
     KXWindowRenderingMode2D = 0,
     /// Perspective with a vertical field of view of 45 degrees, near 1, far 1000; depth test and back-face
-    /// culling. Every value other than 0 means this.
+    /// culling. Every value other than 0 means this. From the first time on, the window has a depth buffer.
     KXWindowRenderingMode3D = 1
 };
 
@@ -33,6 +33,11 @@ enum KXVerticalSync : int {
 /// before the first setRenderContext(). Only OpenGL's context is there from the first window on, so textures
 /// and fonts can be made for it at once. Call setRenderContext() before anything is drawn: until then drawing
 /// goes into that first window, on a high-density display into a part of it.
+///
+/// A window has a depth buffer from its first 3D mode on, in both modes: one that is never used costs much
+/// where the driver draws in software. A game that tests depth in OpenGL of its own sets that mode once. The
+/// window is then drawn into a framebuffer object, so after binding framebuffers of its own such a game comes
+/// back with setRenderContext(), or to what GL_FRAMEBUFFER_BINDING told before, rather than to 0.
 class KX_API KXWindow final : public KXRenderContext {
 public:
     /// Opens a window at the platform's default position.
@@ -131,6 +136,7 @@ private:
     KX_INTERNAL void _commonInit(const char* title, KXSize size, int resizable);
     KX_INTERNAL void _prepareContext(KXSize size);
     KX_INTERNAL void _applyProjection();
+    KX_INTERNAL void _fitDepthSurface();
 
     SDL_Window* _window = nullptr;
     void* _context = nullptr;
@@ -138,4 +144,5 @@ private:
     KXSize _sizeCache = {0, 0};
     unsigned _id = 0;
     unsigned _graphicsContext = 0;
+    int _depthBits = 0; // of the platform's own surface
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "render/ByteColor.h"
+
 #include <Kobaltrix/KXTypes.h>
 
 /// How a quad is filled.
@@ -9,7 +11,7 @@ enum class _KXFill { Solid, Texture, Glyph };
 struct _KXPaint {
     _KXFill fill;
     unsigned texture; ///< 0 for a solid fill.
-    KXColor color;
+    _KXByteColor color;
     /// Whether its edges show where the game has polygons drawn as lines, whatever the game's edge flag says.
     bool showsEdges = false;
 };
@@ -50,5 +52,8 @@ protected:
 
 /// The way that draws go now.
 _KXDrawSink& _KXCurrentSink();
+/// Draws quads the way that draws go now, and leaves the colour exactly as given.
+void _KXDrawQuads(const _KXQuad* quads, int count, _KXFill fill, unsigned texture, KXColor color,
+                  bool showsEdges = false);
 /// Draws at once.
 _KXDrawSink& _KXImmediateSink();

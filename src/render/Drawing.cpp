@@ -97,9 +97,8 @@ void KXDrawRect(KXRect rect, KXColor color) {
                               rectangle(before(right), top, right, bottom),
                               rectangle(before(right), before(bottom), left, bottom),
                               rectangle(left, before(bottom), behind(left), top)};
-    _KXDrawSink& sink = _KXCurrentSink();
-    sink.leaveLineWidth(1);
-    sink.quads(strips, 4, {_KXFill::Solid, 0, color, true});
+    _KXCurrentSink().leaveLineWidth(1);
+    _KXDrawQuads(strips, 4, _KXFill::Solid, 0, color, true);
 }
 
 void KXDrawRectFill(KXRect rect, KXColor color) {
@@ -108,7 +107,7 @@ void KXDrawRectFill(KXRect rect, KXColor color) {
         return;
     const auto [left, top, right, bottom] = edgesOf(rect);
     const _KXQuad quad = rectangle(left, top, right, bottom);
-    _KXCurrentSink().quads(&quad, 1, {_KXFill::Solid, 0, color});
+    _KXDrawQuads(&quad, 1, _KXFill::Solid, 0, color);
 }
 
 void KXDrawCircle(KXPoint centre, int radius, int segments, KXColor color) {

@@ -1,5 +1,6 @@
 #include "render/Framebuffer.h"
 
+#include "render/DepthSurface.h"
 #include "render/GLFunctions.h"
 
 unsigned _KXCreateFramebuffer(unsigned texture, unsigned* status) {
@@ -24,14 +25,13 @@ void _KXBindFramebuffer(unsigned framebuffer) {
         _KXGL.bindFramebuffer(GL_FRAMEBUFFER, framebuffer);
 }
 
-_KXDefaultFramebufferScope::_KXDefaultFramebufferScope() {
+void _KXBindSurface() { _KXBindFramebuffer(_KXSurfaceFramebuffer()); }
+
+_KXSurfaceScope::_KXSurfaceScope() {
     if (!_KXGL.genFramebuffers)
         return;
     glGetIntegerv(GL_FRAMEBUFFER_BINDING, &_previous);
-    _KXBindFramebuffer(0);
+    _KXBindSurface();
 }
 
-_KXDefaultFramebufferScope::~_KXDefaultFramebufferScope() {
-    if (_previous)
-        _KXBindFramebuffer(static_cast<unsigned>(_previous));
-}
+_KXSurfaceScope::~_KXSurfaceScope() { _KXBindFramebuffer(static_cast<unsigned>(_previous)); }

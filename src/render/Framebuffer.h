@@ -7,16 +7,18 @@
 unsigned _KXCreateFramebuffer(unsigned texture, unsigned* status);
 /// Deletes a framebuffer object.
 void _KXDeleteFramebuffer(unsigned framebuffer);
-/// Binds a framebuffer object; 0 is the window.
+/// Binds a framebuffer object.
 void _KXBindFramebuffer(unsigned framebuffer);
+/// Binds what stands for the surface of the window whose context is current.
+void _KXBindSurface();
 
 /// Directs reading and drawing at the window itself for as long as the scope lasts.
-class _KXDefaultFramebufferScope {
+class _KXSurfaceScope {
 public:
-    _KXDefaultFramebufferScope();
-    ~_KXDefaultFramebufferScope();
-    _KXDefaultFramebufferScope(const _KXDefaultFramebufferScope&) = delete;
-    _KXDefaultFramebufferScope& operator=(const _KXDefaultFramebufferScope&) = delete;
+    _KXSurfaceScope();
+    ~_KXSurfaceScope();
+    _KXSurfaceScope(const _KXSurfaceScope&) = delete;
+    _KXSurfaceScope& operator=(const _KXSurfaceScope&) = delete;
 
 private:
     int _previous = 0;

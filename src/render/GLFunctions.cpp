@@ -19,6 +19,19 @@ static bool loadFramebuffers(const std::string& suffix) {
            load(_KXGL.checkFramebufferStatus, "glCheckFramebufferStatus" + suffix);
 }
 
+// Loaders may give functions that the driver does not have, so it is asked. Framebuffer objects of this kind
+// can be read from and drawn into at once.
+static bool loadBlits() {
+    const bool known = SDL_GL_ExtensionSupported("GL_ARB_framebuffer_object");
+    glGetError(); // of old versions the platform asks what they do not know
+    return known && _KXGL.genFramebuffers && load(_KXGL.genRenderbuffers, "glGenRenderbuffers") &&
+           load(_KXGL.deleteRenderbuffers, "glDeleteRenderbuffers") &&
+           load(_KXGL.bindRenderbuffer, "glBindRenderbuffer") &&
+           load(_KXGL.renderbufferStorage, "glRenderbufferStorage") &&
+           load(_KXGL.framebufferRenderbuffer, "glFramebufferRenderbuffer") &&
+           load(_KXGL.blitFramebuffer, "glBlitFramebuffer");
+}
+
 static bool loadPrograms() {
     return load(_KXGL.createShader, "glCreateShader") && load(_KXGL.shaderSource, "glShaderSource") &&
            load(_KXGL.compileShader, "glCompileShader") && load(_KXGL.deleteShader, "glDeleteShader") &&
@@ -31,6 +44,8 @@ void _KXLoadGLFunctions() {
     _KXGL = {};
     if (!loadFramebuffers("") && !loadFramebuffers("EXT"))
         _KXGL.genFramebuffers = nullptr;
+    if (!loadBlits())
+        _KXGL.blitFramebuffer = nullptr;
     if (!loadPrograms())
         _KXGL.createProgram = nullptr;
     load(_KXGL.bindBuffer, "glBindBuffer");

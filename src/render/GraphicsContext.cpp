@@ -1,6 +1,7 @@
 #include "render/GraphicsContext.h"
 
 #include "core/ground/HeapGlobal.h"
+#include "render/DepthSurface.h"
 #include "render/DrawBatch.h"
 #include "render/FillProgram.h"
 
@@ -43,6 +44,7 @@ void _KXRemoveGraphicsContext(unsigned number) {
         _KXDropBatch(); // nobody will see it
         _KXCurrentGraphicsContext = 0;
     }
+    _KXForgetDepthSurface(number);
     _KXForgetFillProgram(number);
     contexts.get().erase(contexts.get().begin() + (found - contexts.get().data()));
     if (contexts.get().empty())

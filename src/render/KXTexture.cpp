@@ -222,7 +222,7 @@ void KXTexture::unsetRenderContext() {
     const bool isTarget = _KXCurrentRenderContext == this;
     const _KXGraphicsContextScope scope(_graphicsContext);
     if (scope && isTarget) {
-        _KXBindFramebuffer(0);
+        _KXBindSurface();
         glBindTexture(GL_TEXTURE_2D, 0);
         // As a target the texture had replaced the model-view matrix, so there is none of the game's to
         // return to.

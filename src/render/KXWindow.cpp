@@ -6,6 +6,7 @@
 #include "input/StepInput.h"
 #include "platform/VerticalSync.h"
 #include "render/Clip.h"
+#include "render/DepthSurface.h"
 #include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
@@ -63,13 +64,41 @@ static SDL_Window* openPlatformWindow(const char* title, KXSize size, int resiza
     return window;
 }
 
+namespace {
+struct PlatformWindow {
+    SDL_Window* window;
+    void* context;
+};
+} // namespace
+
+static PlatformWindow openWithContext(const char* title, KXSize size, int resizable, int depthBits) {
+    constexpr int usualDepthBits = 16; // what the platform asks for by itself
+    SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, depthBits);
+    SDL_Window* const window = openPlatformWindow(title, size, resizable);
+    void* const context = window ? SDL_GL_CreateContext(window) : nullptr;
+    SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, usualDepthBits);
+    if (context)
+        _KXLoadGLFunctions();
+    return {window, context};
+}
+
+// Without a depth buffer, if the driver can give the window one once it is wanted.
+static PlatformWindow openWithContext(const char* title, KXSize size, int resizable) {
+    const PlatformWindow opened = openWithContext(title, size, resizable, 0);
+    if (!opened.context || _KXGL.blitFramebuffer)
+        return opened;
+    SDL_GL_DeleteContext(opened.context);
+    SDL_DestroyWindow(opened.window);
+    return openWithContext(title, size, resizable, 24);
+}
+
 void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
     KX_GL_CHECK("KXWindow::KXWindow");
     const unsigned previous = _KXCurrentGraphicsContext;
     _KXFlushBatch(KXDrawFlushTarget);
-    _window = openPlatformWindow(title, size, resizable);
-    if (_window)
-        _context = SDL_GL_CreateContext(_window);
+    const PlatformWindow opened = openWithContext(title, size, resizable);
+    _window = opened.window;
+    _context = opened.context;
     if (!_context) {
         _KXReportError("Couldn't set %dx%d video mode:", _KXTruncate(size.width), _KXTruncate(size.height));
         SDL_DestroyWindow(_window);
@@ -105,7 +134,7 @@ KXVerticalSync KXWindow::verticalSync() {
 
 void KXWindow::_prepareContext(KXSize size) {
     _KXSetVerticalSync(KXVerticalSyncOn);
-    _KXLoadGLFunctions();
+    glGetIntegerv(GL_DEPTH_BITS, &_depthBits);
     glViewport(0, 0, _KXTruncate(size.width), _KXTruncate(size.height));
     glEnable(GL_TEXTURE_2D);
     glEnable(GL_BLEND);
@@ -149,7 +178,18 @@ void KXWindow::setRenderingMode(KXWindowRenderingMode mode) {
         _applyProjection();
 }
 
+// A surface that has been given depth keeps it, and follows the size of the window.
+void KXWindow::_fitDepthSurface() {
+    if (_depthBits > 0 || (_renderingMode == KXWindowRenderingMode2D && !_KXSurfaceFramebuffer()))
+        return;
+    int width = 0, height = 0;
+    _drawableSize(&width, &height);
+    if (!_KXUseDepthSurface(std::max(1, width), std::max(1, height)))
+        _KXReportError("Unable to make a depth buffer of %d x %d pixels", width, height);
+}
+
 void KXWindow::_applyProjection() {
+    _fitDepthSurface();
     const KXSize points = size();
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
@@ -226,6 +266,7 @@ void KXWindow::swapBuffers() {
         return;
     if (_KXBeforeSwap)
         _KXBeforeSwap(*this);
+    _KXCopyDepthSurface();
     SDL_GL_SwapWindow(_window);
 }
 
@@ -276,8 +317,8 @@ void KXWindow::setRenderContext() {
     int width = 0, height = 0;
     _drawableSize(&width, &height);
     glViewport(0, 0, width, height);
-    _KXBindFramebuffer(0);
-    _applyProjection();
+    _applyProjection(); // may give the surface depth
+    _KXBindSurface();
     _KXCurrentRenderContext = this;
     _KXCurrentWindowRenderContext = this;
 }

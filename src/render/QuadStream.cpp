@@ -62,13 +62,23 @@ _KXAffine _KXPlacement(int x, int y, int width, int height, float scale, int rot
             scale * turn.yx, scale * turn.yy, top + scale * (centreY - moved.y)};
 }
 
+void _KXDrawQuads(const _KXQuad* quads, int count, _KXFill fill, unsigned texture, KXColor color,
+                  bool showsEdges) {
+    const _KXPaint paint = {fill, texture, color, showsEdges};
+    _KXDrawSink& sink = _KXCurrentSink();
+    sink.quads(quads, count, paint);
+    const KXColor left = paint.color;
+    if (left.r != color.r || left.g != color.g || left.b != color.b || left.a != color.a)
+        sink.leaveColor(color);
+}
+
 void _KXDrawTexturedQuad(unsigned texture, const _KXTextureRect& source, KXColor color,
                          const _KXAffine& placement, float width, float height) {
     const _KXQuad quad = {{{placement(0, 0), source.left, source.top},
                            {placement(width, 0), source.right, source.top},
                            {placement(width, height), source.right, source.bottom},
                            {placement(0, height), source.left, source.bottom}}};
-    _KXCurrentSink().quads(&quad, 1, {_KXFill::Texture, texture, color});
+    _KXDrawQuads(&quad, 1, _KXFill::Texture, texture, color);
 }
 
 static _KXQuad quadOf(const _KXGlyphQuad& glyph) {
@@ -88,7 +98,7 @@ void _KXDrawGlyphQuads(const _KXGlyphQuad* glyphs, int count, KXColor color) {
         int taken = 0;
         for (; glyphs != end && glyphs->page == page && taken < most; ++glyphs)
             quads[taken++] = quadOf(*glyphs);
-        _KXCurrentSink().quads(quads, taken, {_KXFill::Glyph, page, color});
+        _KXDrawQuads(quads, taken, _KXFill::Glyph, page, color);
     }
 }
 

@@ -34,7 +34,7 @@ void KXWindow::_readPixels(char* buffer, unsigned format) {
         return;
     int width = 0, height = 0;
     _drawableSize(&width, &height);
-    const _KXDefaultFramebufferScope window;
+    const _KXSurfaceScope surface;
     const _KXTightPixelStore tight;
     glReadPixels(0, 0, width, height, format, GL_UNSIGNED_BYTE, buffer);
 }
