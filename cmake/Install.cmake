@@ -40,8 +40,13 @@ if(TARGET kxsprite)
   set_target_properties(kxsprite PROPERTIES INSTALL_RPATH ${here}/${libraries})
   kobaltrix_install_target(kxsprite Tools)
 endif()
+set(header_folders ${PROJECT_SOURCE_DIR}/include/Kobaltrix)
+if(TARGET KobaltrixTest AND KOBALTRIX_BUILD_TESTKIT)
+  kobaltrix_install_target(KobaltrixTest Test)
+  list(APPEND header_folders ${PROJECT_SOURCE_DIR}/testkit/KobaltrixTest)
+endif()
 install(
-  DIRECTORY ${PROJECT_SOURCE_DIR}/include/Kobaltrix
+  DIRECTORY ${header_folders}
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   COMPONENT dev
   FILES_MATCHING
@@ -96,4 +101,9 @@ if(TARGET Kobaltrix)
   kobaltrix_pc(kobaltrix.pc "${pc_shared}" Requires.private)
 else()
   kobaltrix_pc(kobaltrix.pc "${pc_static}" Requires)
+endif()
+if(TARGET KobaltrixTest AND KOBALTRIX_BUILD_TESTKIT)
+  # Beside kobaltrix or kobaltrix-static, whichever the game links.
+  set(pc_modules "sdl2 SDL2_image")
+  kobaltrix_pc(kobaltrix-test.pc "\${libdir}/libKobaltrixTest.a" Requires)
 endif()

@@ -1,32 +1,10 @@
+#include "Controls.h"
 #include "Scene.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
-
-// What the player steers with: the arrow keys, the places of W, A, S and D, or any pad. A file that lies
-// beside the game may say something else.
-static KXActions controls(const std::string& file) {
-    const struct {
-        const char* action;
-        int key, position, stick, cross;
-    } ways[] = {{"left", KXKeyLeft, KXPositionA, KXPadLeftStickLeft, KXPadDPadLeft},
-                {"right", KXKeyRight, KXPositionD, KXPadLeftStickRight, KXPadDPadRight},
-                {"up", KXKeyUp, KXPositionW, KXPadLeftStickUp, KXPadDPadUp},
-                {"down", KXKeyDown, KXPositionS, KXPadLeftStickDown, KXPadDPadDown}};
-    KXActions actions;
-    for (const auto& way : ways) {
-        actions.bind(way.action, KXInputOfKey(way.key));
-        actions.bind(way.action, KXInputOfPosition(way.position));
-        for (const int button : {way.stick, way.cross})
-            actions.bind(way.action, KXInputOfPad(button, KXAnyPad));
-    }
-    actions.bind("leave", KXInputOfKey(KXKeyEscape));
-    if (KXFileExists(file.c_str()) && !actions.load(file.c_str()))
-        std::fprintf(stderr, "my_game: %s\n", KXError());
-    return actions;
-}
 
 // Plays until the window is closed, or for a number of frames: then each is one step, as soon as the one
 // before is done. @param screenshot written at the end; null for none.
@@ -35,17 +13,16 @@ static int play(int frames, const char* screenshot) {
     window.setRenderContext(); // what is loaded from here on is loaded for this window
     const std::string folder = KXExecutablePath ? KXExecutablePath : ".";
     Scene scene(folder + "/assets");
-    const KXActions actions = controls(folder + "/controls.txt");
+    const Controls controls(folder + "/controls.txt");
     KXSetLogicExact(-1);        // the same speed on every display
     KXSetMaximumLogicSteps(15); // after a stall the game goes on where it was
     KXResetLogicLoop();
     for (int frame = 0; !KXApplicationQuitRequested() && (frames == 0 || frame < frames); ++frame) {
         KXPreLogicLoop();
         while (KXLogicLoop()) { // 60 times a second, whatever the drawing takes
-            if (actions.wentDown("leave"))
+            if (controls.leaves())
                 KXApplicationRequestQuit();
-            scene.step({actions.value("right") - actions.value("left"),
-                        actions.value("down") - actions.value("up")});
+            scene.step(controls.push());
             KXLogicUpdate();
             if (frames)
                 KXResetLogicLoop(); // one step is owed, and no more

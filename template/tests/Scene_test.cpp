@@ -1,55 +1,56 @@
-// Plays the scene without a person. Returns 0 when it went as it should.
+// Plays the scene in place of a person. Returns 0 when it went as it should.
 
+#include "Controls.h"
 #include "Scene.h"
+
+#include <KobaltrixTest/KobaltrixTest.h>
 
 #include <cstdio>
 
-static int failures = 0;
-
-static void expect(bool fact, const char* what) {
-    if (!fact) {
-        std::printf("Not so: %s\n", what);
-        ++failures;
-    }
-}
-
-static void fly(Scene& scene, KXPoint push, int steps) {
-    for (int i = 0; i < steps; ++i)
-        scene.step(push);
-}
-
-static void testScene(const std::string& assets) {
+static void testScene(KXTest& test) {
     KXWindow window("Test", Scene::size);
     window.setRenderContext();
-    Scene scene(assets);
-    scene.setLight({-100, -100});
+    Scene scene(std::string(KXExecutablePath) + "/assets");
+    const Controls controls("");
+    KXTestUser user(
+        window, [&] { scene.step(controls.push()); }, [&] { scene.draw(); });
+    scene.setLight({600, 60});
 
-    fly(scene, {1, 0}, 10);
-    expect(scene.firefly().x == 120, "it flies four points in a step");
-    fly(scene, {1, 1}, 1000);
-    expect(scene.firefly().x == 640 - 64 && scene.firefly().y == 400 - 64, "it stays in the window");
-    fly(scene, {-1, -1}, 1000);
-    expect(scene.firefly().x == 0 && scene.firefly().y == 0, "it stays in the window on the other sides");
+    user.hold(KXKeyRight);
+    user.step(10);
+    test.expect(scene.firefly().x == 120, "it flies four points in a step");
+    user.hold(KXPositionS);
+    user.step(1000);
+    test.expect(scene.firefly().x == 640 - 64 && scene.firefly().y == 400 - 64, "it stays in the window");
+    user.release(KXKeyRight);
+    user.release(KXPositionS);
+
+    KXTestPad pad;
+    KXInitPads();
+    user.step();
+    pad.stick(KXPadLeftSide, {-1, 0});
+    pad.hold(KXPadDPadUp);
+    user.step(1000);
+    test.expect(scene.firefly().x == 0 && scene.firefly().y == 0, "it stays in it on the other sides");
+    pad.stick(KXPadLeftSide, {0, 0});
+    pad.release(KXPadDPadUp);
+
+    test.expect(KXTestGallery(PICTURES).compare(user.look(), "scene"));
 
     scene.setLight({200, 30});
-    fly(scene, {1, 0}, 20);
-    expect(scene.score() == 0, "a light that is far away counts nothing");
-    fly(scene, {1, 0}, 20);
-    expect(scene.score() >= 1, "a light that is touched counts");
-
-    scene.draw();
-    expect(window.saveBuffer("scene.bmp", 0) != 0, "its picture can be saved");
+    user.press(KXKeyRight, 20);
+    test.expect(scene.score() == 0, "a light that is far away counts nothing");
+    user.press(KXKeyRight, 20);
+    test.expect(scene.score() >= 1, "a light that is touched counts");
 }
 
 int main(int, char** argv) {
-    if (!KXInit(argv[0]))
-        return 1;
     try {
-        testScene(std::string(KXExecutablePath) + "/assets");
+        KXTest test(argv[0]); // no display, no sound, and time that is the test's
+        testScene(test);
+        return test.result();
     } catch (const std::exception& error) {
-        std::printf("%s %s\n", error.what(), KXError());
-        ++failures;
+        std::fprintf(stderr, "%s %s\n", error.what(), KXError());
+        return 1;
     }
-    KXDeInit();
-    return failures != 0;
 }

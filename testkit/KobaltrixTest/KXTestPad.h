@@ -14,7 +14,7 @@ struct KXTestPadParts {
         : axes(ofAxes), buttons(ofButtons), hats(ofHats) {}
 
     int axes;    ///< Two sticks and two triggers.
-    int buttons; ///< Those of KXPadButton, up to #KXPadPaddle4.
+    int buttons; ///< Those of KXPadButton, up to the last paddle.
     int hats;    ///< Not of the layout.
 };
 
@@ -24,7 +24,7 @@ struct KXTestPadParts {
 class KXTestPad {
 public:
     /// Starts the platform's joysticks if they are not yet. plugged() tells whether they take this one.
-    /// @param shakes whether it has motors.
+    /// @param shakes whether it has motors. @param parts what it is made of.
     explicit KXTestPad(bool shakes = true, KXTestPadParts parts = KXTestPadParts());
     /// Unplugs it.
     ~KXTestPad();

@@ -94,7 +94,7 @@ public:
 
     /// Compares a picture with the reference NAME.png, by the tolerance that stands in the file. If it fails,
     /// NAME.expected.png, NAME.actual.png and NAME.difference.png are written into the working folder.
-    /// @param name may hold folders, which are no part of those three names.
+    /// @param picture the game's own. @param name may hold folders, which are no part of those three names.
     KXTestResult compare(const KXTestPicture& picture, const std::string& name) const;
     /// The same, by a tolerance of the caller's.
     KXTestResult compare(const KXTestPicture& picture, const std::string& name,

@@ -57,9 +57,9 @@ public:
     /// Turns the wheel away from the user and to the right, in notches; fine wheels give fractions.
     void wheel(float notches, float sideways = 0);
 
-    /// A finger goes down on the screen, in points of the window. @param finger any number for it. The first
-    /// one moves the mouse as well and presses its left button, as on real screens, unless
-    /// KXSetTouchMovesMouse(0) was called. @param pressure 0 to 1.
+    /// A finger goes down on the screen. The first one moves the mouse as well and presses its left button,
+    /// as on real screens, unless KXSetTouchMovesMouse(0) was called.
+    /// @param finger any number for it. @param point in points of the window. @param pressure 0 to 1.
     void touch(int finger, KXPoint point, float pressure = 1);
     /// A finger that is down moves.
     void slide(int finger, KXPoint point, float pressure = 1);

@@ -4,6 +4,8 @@ source "${BASH_SOURCE[0]%/*}/common.sh"
 build_game "$here/game" -DCOMPONENTS=static -DLIBRARY=Kobaltrix::Static
 links_static build/game
 build/game
+links_static build/game_test
+build/game_test
 
 cp -R "$PREFIX" static
 rm static/"$LIBDIR"/*.so* static/"$LIBDIR"/cmake/Kobaltrix/KobaltrixSharedTargets*.cmake

@@ -13,6 +13,15 @@ ask_pkg_config --cflags --libs kobaltrix-static
 links_static static
 ./static
 
+# A game's test links the kit before either of them.
+for kind in '' -static; do
+    ask_pkg_config --cflags --libs kobaltrix-test "kobaltrix$kind"
+    "$CXX" -std=c++11 "$here/game/test.cpp" -o "test$kind" "${flags[@]}"
+    LD_LIBRARY_PATH=$PREFIX/$LIBDIR "./test$kind"
+done
+links_shared test
+links_static test-static
+
 # Who links everything statically is told of everything.
 libs=" $(pkg-config --static --libs kobaltrix) "
 for name in Kobaltrix SDL2 SDL2_image SDL2_mixer ftgl freetype GL GLU; do

@@ -3,6 +3,9 @@
 // What the statements in the pages take for granted. They are compiled, never linked.
 
 #include <Kobaltrix/Kobaltrix.h>
+#include <KobaltrixTest/KobaltrixTest.h>
+
+#include <gtest/gtest.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -19,4 +22,6 @@ extern KXActions actions;
 extern KXPoint at;
 extern KXColor background;
 extern bool paused;
+extern KXTest test;
+extern KXTestUser user;
 extern int score;

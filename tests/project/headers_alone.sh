@@ -1,21 +1,25 @@
 #!/usr/bin/env bash
-# headers_alone.sh COMPILER FOLDER: every public header compiles alone and without a warning, as old and as new C++.
+# headers_alone.sh COMPILER PROJECT: every public header compiles alone and without a warning, as old and as new C++.
 set -euo pipefail
 compiler=$1
 cd "$2"
 status=0
 for standard in c++11 c++17 c++20; do
-    for header in Kobaltrix/*.h; do
+    for header in {include/Kobaltrix,testkit/KobaltrixTest}/*.h; do
+        header=${header#*/}
         # Twice, since a header may also be included twice.
         printf '#include <%s>\n' "$header" "$header" |
-            "$compiler" -std=$standard -I. -x c++ -fsyntax-only -Wall -Wextra -Wpedantic -Wshadow -Wconversion \
+            "$compiler" -std=$standard -Iinclude -Itestkit -x c++ -fsyntax-only -Wall -Wextra -Wpedantic -Wshadow -Wconversion \
                 -Wnon-virtual-dtor -Wold-style-cast -Werror - || { status=1 && printf '%s: %s\n' "$standard" "$header"; }
     done
 done
 # The umbrella holds every header.
-for header in Kobaltrix/KX*.h; do
-    grep -q "#include <$header>" Kobaltrix/Kobaltrix.h || { status=1 && printf 'Kobaltrix.h lacks %s\n' "$header"; }
+for folder in include/Kobaltrix testkit/KobaltrixTest; do
+    name=${folder#*/}
+    for header in "$folder"/KX*.h; do
+        grep -q "#include <$name/${header##*/}>" "$folder/$name.h" || { status=1 && printf '%s.h lacks %s\n' "$name" "$header"; }
+    done
 done
 # No header brings in those of the platform.
-if grep -nE '#include *[<"](SDL|GL/|OpenGL/|FTGL)' Kobaltrix/*.h; then status=1; fi
+if grep -nE '#include *[<"](SDL|GL/|OpenGL/|FTGL)' {include/Kobaltrix,testkit/KobaltrixTest}/*.h; then status=1; fi
 exit $status

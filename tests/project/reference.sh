@@ -8,7 +8,7 @@ mkdir -p -- "$folder/bad"
 make_reference() { { cat docs/Doxyfile && printf 'OUTPUT_DIRECTORY = "%s"\n%s\n' "$folder" "$1"; } | doxygen -; }
 
 make_reference ''
-for page in KXCore_8h classKXWindow class__KXUIWidget; do
+for page in KXCore_8h classKXWindow class__KXUIWidget classKXTestUser; do
     [[ -s $folder/reference/$page.html ]] || { printf 'No page %s\n' "$page" && exit 1; }
 done
 # What serves the library itself stays out.
