@@ -10,6 +10,7 @@
 namespace {
 struct ContextProgram {
     unsigned context;
+    _KXFillProgram which;
     unsigned program; // 0 where the driver has none
 };
 } // namespace
@@ -24,29 +25,44 @@ static void attach(GLuint program, GLenum kind, const char* source) {
     _KXGL.deleteShader(shader); // with the program
 }
 
-static unsigned makeProgram() {
+// With the second, software draws upright quads its fast way. It knows just this shape: one texture, one
+// multiplication, and the place on the texture before the colour, which is therefore no gl_FrontColor.
+static constexpr struct {
+    const char *vertexShader, *fragmentShader;
+} sources[] = {{"varying float fill;\n"
+                "void main() {\n"
+                "    gl_Position = ftransform();\n"
+                "    gl_FrontColor = gl_Color;\n"
+                "    gl_TexCoord[0] = gl_TextureMatrix[0] * vec4(gl_MultiTexCoord0.xy, 0.0, 1.0);\n"
+                "    fill = gl_MultiTexCoord0.z;\n"
+                "}\n",
+                "uniform sampler2D image;\n"
+                "varying float fill;\n"
+                "void main() {\n"
+                "    vec4 texel = vec4(1.0);\n"
+                "    if (fill > 0.5)\n"
+                "        texel = texture2D(image, gl_TexCoord[0].xy);\n"
+                "    gl_FragColor = texel * gl_Color;\n"
+                "}\n"},
+               {"varying vec4 color;\n"
+                "void main() {\n"
+                "    gl_Position = ftransform();\n"
+                "    gl_TexCoord[0] = gl_TextureMatrix[0] * vec4(gl_MultiTexCoord0.xy, 0.0, 1.0);\n"
+                "    color = gl_Color;\n"
+                "}\n",
+                "uniform sampler2D image;\n"
+                "varying vec4 color;\n"
+                "void main() {\n"
+                "    gl_FragColor = texture2D(image, gl_TexCoord[0].xy) * color;\n"
+                "}\n"}};
+
+static unsigned makeProgram(_KXFillProgram which) {
     if (!_KXGL.createProgram)
         return 0;
+    const auto& [vertexShader, fragmentShader] = sources[static_cast<int>(which)];
     const GLuint program = _KXGL.createProgram();
-    attach(program, GL_VERTEX_SHADER,
-           "varying float fill;\n"
-           "void main() {\n"
-           "    gl_Position = ftransform();\n"
-           "    gl_FrontColor = gl_Color;\n"
-           "    gl_TexCoord[0] = gl_TextureMatrix[0] * vec4(gl_MultiTexCoord0.xy, 0.0, 1.0);\n"
-           "    fill = gl_MultiTexCoord0.z;\n"
-           "}\n");
-    attach(program, GL_FRAGMENT_SHADER,
-           "uniform sampler2D image;\n"
-           "varying float fill;\n"
-           "void main() {\n"
-           "    vec4 texel = vec4(1.0);\n"
-           "    if (fill > 0.5)\n"
-           "        texel = texture2D(image, gl_TexCoord[0].xy);\n"
-           "    if (fill > 1.5)\n"
-           "        texel.rgb = vec3(1.0);\n" // a glyph is all opacity
-           "    gl_FragColor = texel * gl_Color;\n"
-           "}\n");
+    attach(program, GL_VERTEX_SHADER, vertexShader);
+    attach(program, GL_FRAGMENT_SHADER, fragmentShader);
     _KXGL.linkProgram(program);
     GLint linked = GL_FALSE;
     _KXGL.getProgramiv(program, GL_LINK_STATUS, &linked);
@@ -56,12 +72,11 @@ static unsigned makeProgram() {
     return 0;
 }
 
-static unsigned programOfCurrentContext() {
+static unsigned programOfCurrentContext(_KXFillProgram which) {
     for (const ContextProgram& entry : programs.get())
-        if (entry.context == _KXCurrentGraphicsContext)
+        if (entry.context == _KXCurrentGraphicsContext && entry.which == which)
             return entry.program;
-    programs.get().push_back({_KXCurrentGraphicsContext, makeProgram()});
-    return programs.get().back().program;
+    return programs.get().emplace_back(_KXCurrentGraphicsContext, which, makeProgram(which)).program;
 }
 
 // Whether the game has switched nothing on that the program does not do.
@@ -78,8 +93,8 @@ static bool isPlainPipeline() {
     return environment == GL_MODULATE && program == 0 && unit == GL_TEXTURE0 && glIsEnabled(GL_TEXTURE_2D);
 }
 
-_KXFillProgramScope::_KXFillProgramScope() : _active(false) {
-    const unsigned program = programOfCurrentContext();
+_KXFillProgramScope::_KXFillProgramScope(_KXFillProgram which) : _active(false) {
+    const unsigned program = programOfCurrentContext(which);
     if (program == 0 || !isPlainPipeline())
         return;
     _KXGL.useProgram(program);

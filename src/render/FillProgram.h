@@ -1,13 +1,16 @@
 #pragma once
 
-// With the fixed pipeline a draw call is either textured or not. This small program tells for each corner, so
-// that fills need not break a run of sprites.
+// Small programs that draw what the fixed pipeline would.
+enum class _KXFillProgram {
+    Mixed,  ///< Tells for each corner whether it is textured, so that fills need not break a run of sprites.
+    Texture ///< All corners are textured: what software draws fastest.
+};
 
-/// Has the program draw for as long as the scope lasts, where it does exactly what the fixed pipeline would
-/// and the driver can run it.
+/// Has a program draw for as long as the scope lasts, where it does exactly what the fixed pipeline would and
+/// the driver can run it.
 class _KXFillProgramScope {
 public:
-    _KXFillProgramScope();
+    explicit _KXFillProgramScope(_KXFillProgram which);
     ~_KXFillProgramScope();
     _KXFillProgramScope(const _KXFillProgramScope&) = delete;
     _KXFillProgramScope& operator=(const _KXFillProgramScope&) = delete;
@@ -19,5 +22,5 @@ private:
     bool _active;
 };
 
-/// Forgets the program of an OpenGL context that ends.
+/// Forgets the programs of an OpenGL context that ends.
 void _KXForgetFillProgram(unsigned graphicsContext);

@@ -6,6 +6,8 @@
 
 #include <SDL_opengl.h>
 
+#include <utility>
+
 // Uploads bind textures and read memory as the pixel-store state says: both are the game's own.
 namespace {
 struct UploadScope {
@@ -14,7 +16,44 @@ struct UploadScope {
     const _KXTextureBindingScope binding;
     const _KXTightPixelStore pixelStore;
 };
+
+struct Layout {
+    GLint filter, internalFormat;
+    GLenum format;
+    int channels; // the last of which is the opacity
+};
 } // namespace
+
+static constexpr Layout smooth = {GL_LINEAR, GL_LUMINANCE_ALPHA, GL_LUMINANCE_ALPHA, 2};
+// Software draws textures the fast way if their pixels lie as in a window, which this order asks for.
+static constexpr Layout sharp = {GL_NEAREST, GL_RGBA, GL_BGRA, 4};
+
+// White pixels with some opacities, or with none.
+static std::vector<unsigned char> pixelsOf(const Layout& layout, int width, int height,
+                                           const unsigned char* opacities, int pitch) {
+    const auto channels = static_cast<std::size_t>(layout.channels);
+    std::vector<unsigned char> pixels(
+        static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * channels, 255);
+    unsigned char* opacity = pixels.data() + channels - 1;
+    for (int row = 0; row < height; ++row)
+        for (int column = 0; column < width; ++column, opacity += channels)
+            *opacity = opacities ? opacities[row * pitch + column] : 0;
+    return pixels;
+}
+
+static unsigned makeTexture(const Layout& layout, int side) {
+    const std::vector<unsigned char> empty = pixelsOf(layout, side, side, nullptr, 0);
+    unsigned texture = 0;
+    glGenTextures(1, &texture);
+    const UploadScope scope(texture);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, layout.filter);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, layout.filter);
+    glTexImage2D(GL_TEXTURE_2D, 0, layout.internalFormat, side, side, 0, layout.format, GL_UNSIGNED_BYTE,
+                 empty.data());
+    return texture;
+}
 
 int _KXGlyphPages::largestSide() {
     GLint side = 0;
@@ -23,30 +62,26 @@ int _KXGlyphPages::largestSide() {
 }
 
 void _KXGlyphPages::add(int side) {
-    const std::vector<unsigned char> empty(static_cast<std::size_t>(side) * static_cast<std::size_t>(side));
-    _textures.reserve(_textures.size() + 1);
-    unsigned texture = 0;
-    glGenTextures(1, &texture);
-    _textures.push_back(texture);
-    const UploadScope scope(texture);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA, side, side, 0, GL_ALPHA, GL_UNSIGNED_BYTE, empty.data());
+    _pages.reserve(_pages.size() + 1);
+    _pages.push_back({makeTexture(smooth, side), makeTexture(sharp, side)});
 }
 
 void _KXGlyphPages::upload(int x, int y, int width, int height, const unsigned char* bitmap, int pitch) {
-    const UploadScope scope(last());
     ++_KXDrawStatistics.textureUploads;
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, pitch);
-    glTexSubImage2D(GL_TEXTURE_2D, 0, x, y, width, height, GL_ALPHA, GL_UNSIGNED_BYTE, bitmap);
+    for (const auto& [texture, layout] : {std::pair{last().smooth, smooth}, {last().sharp, sharp}}) {
+        const UploadScope scope(texture);
+        glTexSubImage2D(GL_TEXTURE_2D, 0, x, y, width, height, layout.format, GL_UNSIGNED_BYTE,
+                        pixelsOf(layout, width, height, bitmap, pitch).data());
+    }
 }
 
 void _KXGlyphPages::clear() {
-    if (_textures.empty())
+    if (_pages.empty())
         return;
     _KXFlushBatch(KXDrawFlushTextureChange);
-    glDeleteTextures(static_cast<GLsizei>(_textures.size()), _textures.data());
-    _textures.clear();
+    for (const _KXGlyphPage& page : _pages) {
+        glDeleteTextures(1, &page.smooth);
+        glDeleteTextures(1, &page.sharp);
+    }
+    _pages.clear();
 }

@@ -1,5 +1,6 @@
 #include "render/DrawSink.h"
 #include "render/DrawStatistics.h"
+#include "render/FillProgram.h"
 
 #include <SDL_opengl.h>
 
@@ -110,9 +111,13 @@ void ImmediateSink::quads(const _KXQuad* quads, int count, const _KXPaint& paint
         glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
     bindToDraw(paint.texture);
     leaveColor(paint.color);
-    emitTextured(quads, count);
-    if (paint.fill == _KXFill::Glyph)
-        glBindTexture(GL_TEXTURE_2D, static_cast<unsigned>(bound));
+    if (paint.fill == _KXFill::Texture)
+        return emitTextured(quads, count);
+    {
+        const _KXFillProgramScope program(_KXFillProgram::Texture);
+        emitTextured(quads, count);
+    }
+    glBindTexture(GL_TEXTURE_2D, static_cast<unsigned>(bound));
 }
 
 void ImmediateSink::lines(const KXPoint* points, int count, bool closed, float width, KXColor color) {

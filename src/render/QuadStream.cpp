@@ -89,16 +89,16 @@ static _KXQuad quadOf(const _KXGlyphQuad& glyph) {
              {glyph.corners[3], source.right, source.top}}};
 }
 
-void _KXDrawGlyphQuads(const _KXGlyphQuad* glyphs, int count, KXColor color) {
+void _KXDrawGlyphQuads(const _KXGlyphQuad* glyphs, int count, KXColor color, bool sharp) {
     _KXDrawStatistics.glyphs += count;
     constexpr int most = 64; // as many at a time as most lines of text have
     _KXQuad quads[most];
     for (const _KXGlyphQuad* const end = glyphs + count; glyphs != end;) {
-        const unsigned page = glyphs->page;
+        const _KXGlyphPage page = glyphs->page;
         int taken = 0;
-        for (; glyphs != end && glyphs->page == page && taken < most; ++glyphs)
+        for (; glyphs != end && glyphs->page.smooth == page.smooth && taken < most; ++glyphs)
             quads[taken++] = quadOf(*glyphs);
-        _KXDrawQuads(quads, taken, _KXFill::Glyph, page, color);
+        _KXDrawQuads(quads, taken, _KXFill::Glyph, sharp ? page.sharp : page.smooth, color);
     }
 }
 

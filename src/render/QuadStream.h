@@ -1,5 +1,7 @@
 #pragma once
 
+#include "render/GlyphPages.h"
+
 #include <Kobaltrix/KXTypes.h>
 
 // Where the corners of everything the library fills are computed, on the CPU: a matrix call for each quad
@@ -28,13 +30,14 @@ void _KXDrawTexturedQuad(unsigned texture, const _KXTextureRect& source, KXColor
 
 /// A glyph: its corners as FTGL places them and its part of an atlas page.
 struct _KXGlyphQuad {
-    unsigned page;
+    _KXGlyphPage page;
     KXPoint corners[4];
     _KXTextureRect source;
 };
 
 /// Draws glyphs; the texture that was bound stays bound.
-void _KXDrawGlyphQuads(const _KXGlyphQuad* quads, int count, KXColor color);
+/// @param sharp whether all of them lie on whole pixels at natural size.
+void _KXDrawGlyphQuads(const _KXGlyphQuad* quads, int count, KXColor color, bool sharp);
 
 /// Leaves a colour as OpenGL's current one.
 void _KXLeaveColor(KXColor color);

@@ -4,6 +4,40 @@
 
 #include <SDL_opengl.h>
 
+#include <cmath>
+
+static bool isAbout(float value, float wanted) {
+    return std::fabs(value - wanted) < 1e-5f; // what matrices of large targets lack
+}
+
+_KXPixelGrid _KXPixelGrid::now() {
+    GLfloat model[16], projection[16];
+    GLint viewport[4];
+    glGetFloatv(GL_MODELVIEW_MATRIX, model);
+    glGetFloatv(GL_PROJECTION_MATRIX, projection);
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    // What (x, y, 0, 1) becomes: column by column, as OpenGL keeps its matrices.
+    const auto product = [&](int column, int row) {
+        float sum = 0;
+        for (int i = 0; i < 4; ++i)
+            sum += projection[4 * i + row] * model[4 * column + i];
+        return sum;
+    };
+    const float halfWidth = static_cast<float>(viewport[2]) / 2,
+                halfHeight = static_cast<float>(viewport[3]) / 2;
+    const bool flat = product(0, 3) == 0 && product(1, 3) == 0 && isAbout(product(3, 3), 1);
+    const bool upright = product(1, 0) == 0 && product(0, 1) == 0;
+    return {flat && upright && isAbout(product(0, 0) * halfWidth, 1) &&
+                isAbout(std::fabs(product(1, 1) * halfHeight), 1),
+            {(product(3, 0) + 1) * halfWidth, (product(3, 1) + 1) * halfHeight}};
+}
+
+bool _KXGlyphScope::isOnPixels(KXPoint point) const {
+    // A thousandth of a pixel changes no colour.
+    const auto isWhole = [](float value) { return std::fabs(value - std::round(value)) < 1e-3f; };
+    return _grid.natural && isWhole(point.x + _grid.origin.x) && isWhole(point.y + _grid.origin.y);
+}
+
 static bool blendsGlyphs() {
     GLint source = 0, destination = 0, environment = 0;
     glGetIntegerv(GL_BLEND_SRC, &source);

@@ -71,9 +71,11 @@ static void drawQuads(const _KXVertex* vertices, const _KXVertexRun& run) {
         return drawUntextured(GL_QUADS, run);
     ++_KXDrawStatistics.textureBinds;
     glBindTexture(GL_TEXTURE_2D, run.texture);
-    if (!run.hasSolid)
+    if (!run.hasSolid) {
+        const _KXFillProgramScope program(_KXFillProgram::Texture);
         return drawArrays(GL_QUADS, run.first, run.count);
-    if (const _KXFillProgramScope program; program)
+    }
+    if (const _KXFillProgramScope program(_KXFillProgram::Mixed); program)
         return drawArrays(GL_QUADS, run.first, run.count);
     drawStretches(vertices, run);
 }

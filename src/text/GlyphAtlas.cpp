@@ -41,7 +41,7 @@ public:
           _advance(static_cast<double>(slot->advance.x) / 64, static_cast<double>(slot->advance.y) / 64) {}
 
     /// Gives the glyph ink: a part of a page. @a left and @a top place it against the pen.
-    void setInk(unsigned page, const _KXTextureRect& source, KXPoint leftTop, KXSize size) {
+    void setInk(const _KXGlyphPage& page, const _KXTextureRect& source, KXPoint leftTop, KXSize size) {
         _page = page;
         _source = source;
         _leftTop = leftTop;
@@ -49,7 +49,7 @@ public:
     }
 
     const FTPoint& Render(const FTPoint& pen, int) override {
-        if (_page && _KXRenderedGlyphs) {
+        if (_page.smooth && _KXRenderedGlyphs) {
             // On whole pixels, where the glyph is sharp.
             const float left = std::floor(pen.Xf() + _leftTop.x), top = std::floor(pen.Yf() + _leftTop.y);
             const float right = left + _size.width, bottom = top - _size.height;
@@ -61,7 +61,7 @@ public:
 
 private:
     FTPoint _advance;
-    unsigned _page = 0; // 0 without ink
+    _KXGlyphPage _page = {}; // none without ink
     _KXTextureRect _source = {};
     KXPoint _leftTop = {0, 0};
     KXSize _size = {0, 0};

@@ -26,7 +26,7 @@ public:
 
 private:
     struct Place {
-        unsigned page;
+        _KXGlyphPage page;
         _KXTextureRect rect;
     };
     Place store(const FT_Bitmap& bitmap, int fontSize);

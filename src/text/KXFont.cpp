@@ -130,7 +130,7 @@ public:
         for (_KXGlyphQuad& glyph : glyphs)
             for (KXPoint& corner : glyph.corners)
                 corner = {_origin.x + corner.x, _origin.y - corner.y}; // FTGL's y axis points up
-        _KXDrawGlyphQuads(glyphs.data(), static_cast<int>(glyphs.size()), color);
+        _KXDrawGlyphQuads(glyphs.data(), static_cast<int>(glyphs.size()), color, _scope.isOnPixels(_origin));
         _origin.x += advance;
     }
 
