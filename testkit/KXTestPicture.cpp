@@ -57,7 +57,7 @@ KXTestPicture KXTestPicture::of(KXTexture& texture) {
                      bytes.get());
 }
 
-KXTestPicture KXTestPicture::load(const std::string& path) {
+KXTestPicture KXTestPicture::fromFile(const std::string& path) {
     const Surface file(IMG_Load(path.c_str()), SDL_FreeSurface);
     const Surface image(file ? SDL_ConvertSurfaceFormat(file.get(), SDL_PIXELFORMAT_RGBA32, 0) : nullptr,
                         SDL_FreeSurface);
@@ -149,7 +149,7 @@ KXTestResult KXTestGallery::compare(const KXTestPicture& picture, const std::str
         std::filesystem::create_directories(file.parent_path(), ignored);
         return {picture.save(file.string()) ? "" : file.string() + " cannot be written"};
     }
-    const KXTestPicture expected = KXTestPicture::load(file.string());
+    const KXTestPicture expected = KXTestPicture::fromFile(file.string());
     const int differing = picture.differing(expected, tolerance.channel);
     if (differing <= tolerance.pixels && !expected.pixels.empty())
         return {};

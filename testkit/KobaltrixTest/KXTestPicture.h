@@ -62,7 +62,7 @@ struct KXTestPicture {
     /// A texture's pixels; empty if it is empty.
     static KXTestPicture of(KXTexture& texture);
     /// An image file; empty if it cannot be read.
-    static KXTestPicture load(const std::string& path);
+    static KXTestPicture fromFile(const std::string& path);
     /// Writes a PNG file; false if it cannot.
     bool save(const std::string& path) const;
 

@@ -211,9 +211,9 @@ TEST_F(Kit, ComparesWithAGallery) {
     EXPECT_EQ(compare(other).message,
               "in/menu: 2 of 3072 pixels differ by more than 2, of which 0 may, the first at 3 0: "
               "(9 9 249 255), not (0 0 255 255); see menu.actual.png and menu.difference.png");
-    EXPECT_EQ(KXTestPicture::load("menu.actual.png").differing(other), 0);
-    EXPECT_EQ(KXTestPicture::load("menu.expected.png").differing(shown), 0);
-    const KXTestPicture difference = KXTestPicture::load("menu.difference.png");
+    EXPECT_EQ(KXTestPicture::fromFile("menu.actual.png").differing(other), 0);
+    EXPECT_EQ(KXTestPicture::fromFile("menu.expected.png").differing(shown), 0);
+    const KXTestPicture difference = KXTestPicture::fromFile("menu.difference.png");
     EXPECT_EQ(difference.at(3, 0).g + difference.at(6, 1).g + difference.at(4, 0).g, 510);
     folder.write("kept/tolerances.txt", "# why\nin/menu 3 1 # edges\nbroken\n");
     EXPECT_EQ(compare(other).message, "");
