@@ -297,8 +297,8 @@ void KXTestUser::_tell(unsigned windowEvent, KXSize size) {
 }
 
 void KXTestUser::resize(KXSize size) {
-    if (_window)
-        _window->setSize(size);
+    if (SDL_Window* const window = SDL_GetWindowFromID(_windowID)) // not by the library: the user does it
+        SDL_SetWindowSize(window, whole(size.width), whole(size.height));
     _tell(SDL_WINDOWEVENT_RESIZED, size);
 }
 

@@ -24,6 +24,7 @@ public:
     /// Hands alone, for a game that runs a loop of its own. @param windowID KXWindow::id() of the window that
     /// the events belong to. @param step as above.
     explicit KXTestUser(unsigned windowID = 0, std::function<void()> step = {});
+    virtual ~KXTestUser() = default; ///< Nothing more.
 
     /// A key by its label goes down; one that is held already repeats. Modifier keys count for those after
     /// it. Keys type nothing by themselves, see type().
@@ -82,8 +83,9 @@ public:
     void quit();
 
     /// Frames with exactly one logic step each, at the moment in which it is due, and without drawing. Where
-    /// the test has moved the clock itself, nothing but the one step is owed.
-    void step(unsigned count = 1);
+    /// the test has moved the clock itself, nothing but the one step is owed. To be overridden for a game
+    /// that runs a loop of its own.
+    virtual void step(unsigned count = 1);
     /// A whole frame as a game's loop makes it, with the steps that are due after some time, drawing and
     /// swap; then KXLastDrawStatistics() tells what it has cost. @return how many steps it had.
     int frame(double milliseconds);

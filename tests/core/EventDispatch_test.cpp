@@ -2,8 +2,8 @@
 
 #include "input/InputState.h"
 #include "support/WindowTest.h"
-#include "testkit/KXTestInput.h"
 #include <KobaltrixTest/KXTestPad.h>
+#include <KobaltrixTest/KXTestUser.h>
 
 #include <Kobaltrix/KXApplication.h>
 
@@ -18,11 +18,13 @@ struct EventDispatch : WindowTest {
     EventDispatch() { SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT); }
     ~EventDispatch() override {
         KXSetWindowResizedCallback(nullptr);
+        KXSetTouchMovesMouse(-1);
         KXApplicationCancelQuitRequest();
         _KXPutInputState({});
     }
 
-    KXTestInput user{window->id()};
+    KXTestUser user{window->id()};
+    const int fingersAlone = KXSetTouchMovesMouse(0);
 };
 
 TEST_F(EventDispatch, EachKindOfEventReachesItsPlaceWithinTheStepAndAnyStateCanBePutBack) {
@@ -32,26 +34,30 @@ TEST_F(EventDispatch, EachKindOfEventReachesItsPlaceWithinTheStepAndAnyStateCanB
     bool (*seen)() = nullptr;
     bool wasSeen = false;
     std::vector<_KXInputState> states;
-    KXTestInput hands(window->id(), [&] {
+    KXTestUser hands(window->id(), [&] {
         states.push_back(_KXTakeInputState());
         wasSeen = seen();
     });
+    SDL_Event lifted = {}; // elsewhere than it was
+    lifted.tfinger = {SDL_FINGERUP, 0, 1, 0, 0.5f, 0.5f, 0, 0, 0, window->id()};
     const std::pair<std::function<void()>, bool (*)()> rows[] = {
-        {[&] { hands.keyDown(SDLK_a); }, [] { return KXKey(KXKeyA) == -1; }},
-        {[&] { hands.keyUp(SDLK_a); }, [] { return KXKey(KXKeyA) == 0; }},
+        {[&] { hands.hold(KXKeyA); }, [] { return KXKey(KXKeyA) == -1; }},
+        {[&] { hands.release(KXKeyA); }, [] { return KXKey(KXKeyA) == 0; }},
         {[&] { hands.type("t"); }, [] { return _KXTakeTypedText() == "t"; }},
         {[&] { hands.compose("k"); }, [] { return _KXComposedText() == "k"; }},
-        {[&] { hands.keyDown(SDLK_b); }, [] { return KXKey(KXKeyB, 1) == -1 && _KXWidgetKey(KXKeyB); }},
-        {[&] { hands.keyDown(SDLK_c); }, // and of the other key everybody has been told
+        {[&] { hands.hold(KXKeyB); }, [] { return KXKey(KXKeyB, 1) == -1 && _KXWidgetKey(KXKeyB); }},
+        {[&] { hands.hold(KXKeyC); }, // and of the other key everybody has been told
          [] { return KXKey(KXKeyC) && !KXKey(KXKeyB, 1) && !_KXWidgetKey(KXKeyB); }},
-        {[&] { hands.moveMouse(11, -3); },
+        {[&] {
+             hands.move({11, -3});
+         },
          [] { return KXMouseX == 11 && KXMousePoint.y == -3 && KXMouseYRelative == -3; }},
-        {[&] { hands.mouseDown(SDL_BUTTON_RIGHT); }, [] { return KXMouse(KXMouseRight) == -1; }},
-        {[&] { hands.mouseUp(SDL_BUTTON_RIGHT); },
+        {[&] { hands.hold(KXMouseRight); }, [] { return KXMouse(KXMouseRight) == -1; }},
+        {[&] { hands.release(KXMouseRight); },
          [] { return !KXMouse(KXMouseRight) && KXMousePointRelative.x == 11; }},
-        {[&] { hands.turnWheel(1, -1); },
+        {[&] { hands.wheel(1, -1); },
          [] { return KXMouse(KXMouseWheelUp) == -1 && KXMouse(KXMouseWheelLeft) == -1; }},
-        {[&] { hands.turnWheel(-1, 1); },
+        {[&] { hands.wheel(-1, 1); },
          [] {
              return KXMouse(KXMouseWheelDown) && KXMouse(KXMouseWheelRight) && !KXMouse(KXMouseWheelUp) &&
                     !KXMouse(KXMouseWheelLeft);
@@ -61,10 +67,15 @@ TEST_F(EventDispatch, EachKindOfEventReachesItsPlaceWithinTheStepAndAnyStateCanB
         {[&] { pad.setButton(5, 1); },
          [] { return KXGamePadPressedButton() == KXGamePadButton6 && !KXGamePadHat(KXHatRight, 1); }},
         {[&] { pad.setButton(5, 0); }, [] { return KXGamePadPressedButton() == -1; }},
-        {[&] { hands.fingerDown(0.51f, 0.99f); },
+        {[&] {
+             hands.touch(0, {32.64f, 47.52f});
+         },
          [] { return KXFingerDown() && KXTouchX == 32 && KXTouchY == 47 && KXTouchPoint.x == 32; }},
-        {[&] { hands.moveFinger(0.25f, 0); }, [] { return KXFingerDown() && KXTouchX == 16; }},
-        {[&] { hands.fingerUp(0.5f, 0.5f); }, [] { return !KXFingerDown() && KXTouchX == 16; }},
+        {[&] {
+             hands.slide(0, {16, 0});
+         },
+         [] { return KXFingerDown() && KXTouchX == 16; }},
+        {[&] { SDL_PushEvent(&lifted); }, [] { return !KXFingerDown() && KXTouchX == 16; }},
         {[&] { hands.quit(); }, [] { return KXApplicationQuitRequested() == -1; }},
     };
     for (const auto& row : rows) {
@@ -97,25 +108,25 @@ TEST_F(EventDispatch, WindowsAndTheirCallback) {
     SDL_PushEvent(&changed);
     user.step();
     EXPECT_EQ(window->size().width, 64) << "only the kind resized counts";
-    user.resizeWindow(90, 70);
-    KXTestInput(12345).resizeWindow(3, 4); // no window of the library: told all the same
+    user.resize({90, 70});
+    KXTestUser(12345).resize({3, 4}); // no window of the library: told all the same
     user.step();
     EXPECT_EQ(window->size().width, 90);
     KXSetWindowResizedCallback(nullptr);
-    user.resizeWindow(5, 6);
+    user.resize({5, 6});
     user.step();
     EXPECT_EQ(told, (std::vector<float>{static_cast<float>(window->id()), 90, 70, 12345, 3, 4}));
 }
 
 TEST_F(EventDispatch, TouchesInWindowsOnlyAndOneForEachEvent) {
-    KXTestInput(4711).fingerDown(0.5f, 0.5f);
+    KXTestUser(4711).touch(0, {0.5f, 0.5f});
     user.step();
     EXPECT_EQ(KXFingerDown(), -1);
     EXPECT_EQ(KXTouchX, 0);
-    user.moveFinger(0.25f, 0);
-    user.moveFinger(0.5f, 0);
-    user.fingerUp(0.5f, 0);
-    user.keyDown(SDLK_b);
+    user.slide(0, {16, 0});
+    user.slide(0, {32, 0});
+    user.lift(0);
+    user.hold(KXKeyB);
     user.step();
     EXPECT_EQ(KXTouchX, 16) << "of a burst the first";
     EXPECT_EQ(KXFingerDown(), -1);
@@ -129,7 +140,7 @@ TEST_F(EventDispatch, WhatAnEventCarriesBesides) {
     SDL_PushEvent(&finger);
     user.step();
     EXPECT_EQ(KXCurrentEventWindowID, 9u) << "the low half of the device's identifier";
-    user.keyDown(SDLK_a);
+    user.hold(KXKeyA);
     SDL_PushEvent(&finger);
     user.step();
     EXPECT_EQ(KXCurrentEventWindowID, window->id()) << "a touch behind another event is no event";

@@ -1,13 +1,11 @@
 #include <Kobaltrix/Kobaltrix.h>
 
 #include "core/ground/LogicClock.h"
-#include "testkit/KXTestInput.h"
 #include "util/KXString.h"
 #include <KobaltrixTest/KXTestClock.h>
+#include <KobaltrixTest/KXTestUser.h>
 
 #include <gtest/gtest.h>
-
-#include <SDL_keycode.h>
 
 #include <utility>
 
@@ -94,9 +92,9 @@ TEST_F(Loop, CountsAtMostOneSecondForEachStep) {
 
 TEST_F(Loop, ReadsEventsInFramesThatRunLogicAndKeepsTheWheelForOne) {
     frameAfter(0);
-    KXTestInput user;
-    user.keyDown(SDLK_a);
-    user.turnWheel(1);
+    KXTestUser user;
+    user.hold(KXKeyA);
+    user.wheel(1);
     frameAfter(8);
     EXPECT_EQ(KXKey(KXKeyA), 0);
     frameAfter(8, [] { EXPECT_EQ(KXKey(KXKeyA) & KXMouse(KXMouseWheelUp), -1) << "while the frame draws"; });

@@ -2,8 +2,8 @@
 
 #include <Kobaltrix/Kobaltrix.h>
 
-#include "testkit/KXTestInput.h"
 #include <KobaltrixTest/KXTestClock.h>
+#include <KobaltrixTest/KXTestUser.h>
 
 #include <gtest/gtest.h>
 
@@ -128,7 +128,7 @@ TEST_F(LogicRate, WaitsUntilAStepIsDue) {
 TEST(LogicWait, EndsWithAnEvent) {
     ASSERT_EQ(KXInit(), -1);
     KXSetLogicInterval(4);
-    KXTestInput().step(); // so that none is owed
+    KXTestUser().step(); // so that none is owed
     const auto timer = SDL_AddTimer(
         20,
         [](Uint32, void*) -> Uint32 {

@@ -6,8 +6,8 @@
 #include "core/roof/RecordedEvents.h"
 #include "support/Image.h"
 #include "support/TemporaryFolder.h"
-#include "testkit/KXTestInput.h"
 #include <KobaltrixTest/KXTestPad.h>
+#include <KobaltrixTest/KXTestUser.h>
 
 #include <gtest/gtest.h>
 
@@ -115,53 +115,47 @@ struct RecordingTest : testing::Test {
         KXDeInit();
     }
 
-    // As the user does it.
-    static void resize(KXTestInput& user, KXWindow& window, int width, int height) {
-        SDL_SetWindowSize(SDL_GetWindowFromID(window.id()), width, height);
-        user.resizeWindow(width, height);
-    }
-
     /// Records a game that somebody plays at random. @return the sums of its steps.
     std::vector<unsigned> record(unsigned seed, unsigned frames) {
         EXPECT_EQ(KXBeginRecording(file.c_str()), -1) << KXError();
         Game game;
-        KXTestInput user(game.window.id());
+        KXTestUser user(game.window);
         KXTestPad pad;
         KXInitPads();
         std::mt19937 random(seed);
         const auto number = [&random](int n) {
             return static_cast<int>(random() % static_cast<unsigned>(n));
         };
-        const int keys[] = {SDLK_a, SDLK_b, SDLK_c, SDLK_SPACE};
+        const KXKeyNumber keys[] = {KXKeyA, KXKeyB, KXKeyC, KXKeySpace};
         for (unsigned frame = 0; frame < frames; ++frame) {
-            const int key = keys[number(4)];
+            const KXKeyNumber key = keys[number(4)];
             switch (number(9)) {
             case 0:
-                user.keyDown(key);
+                user.hold(key);
                 break;
             case 1:
-                user.keyUp(key);
+                user.release(key);
                 break;
             case 2:
-                user.moveMouse(number(64), number(48));
+                user.move({float(number(64)), float(number(48))});
                 break;
             case 3:
-                number(2) ? user.mouseDown() : user.mouseUp();
+                number(2) ? user.hold(KXMouseLeft) : user.release(KXMouseLeft);
                 break;
             case 4:
                 user.type("t\xc3\xa9xt");
                 break;
             case 5:
-                number(2) ? user.fingerDown(0.5f, 0.5f) : user.fingerUp(0.5f, 0.5f);
+                number(2) ? user.touch(0, {20, 15}) : user.lift(0);
                 break;
             case 6:
                 pad.setAxis(number(2), number(65536) - 32768);
                 break;
             case 7:
-                resize(user, game.window, 40 + number(24), 30 + number(18));
+                user.resize({float(40 + number(24)), float(30 + number(18))});
                 break;
             default:
-                user.turnWheel(number(3) - 1);
+                user.wheel(float(number(3) - 1));
             }
             game.frame();
         }
@@ -257,17 +251,17 @@ TEST_F(RecordingTest, HidesWhatIsTypedIntoAMaskedEntry) {
     KXUITextEntry entry;
     entry.setMasked(1);
     entry.focus();
-    KXTestInput user(0, [&entry] { entry.poll(); });
-    user.keyDown(SDLK_s);
+    KXTestUser user(0, [&entry] { entry.poll(); });
+    user.hold(KXKeyS);
     user.type("secr\xc3\xa9t");
-    user.keyUp(SDLK_s);
+    user.release(KXKeyS);
     user.compose("tiara");
     user.step();
     user.compose("");
     user.step(2); // keys are an input method's until then
     KXSetClipboardText("hoard");
-    user.keyDown(SDLK_LCTRL);
-    user.keyDown(SDLK_v);
+    user.hold(KXKeyLeftControl);
+    user.hold(KXKeyV);
     user.step(2);
     EXPECT_STREQ(entry.text(), "secr\xc3\xa9thoard");
     KXEndRecording();

@@ -2,11 +2,8 @@
 // mouse step by step, as real events.
 
 #include "example.h"
-#include "testkit/KXTestInput.h"
 #include <KobaltrixTest/KXTestPad.h>
-
-#include <SDL_joystick.h>
-#include <SDL_keycode.h>
+#include <KobaltrixTest/KXTestUser.h>
 
 #include <cmath>
 #include <functional>
@@ -16,7 +13,7 @@
 #include <utility>
 
 namespace {
-KXTestInput user(1); // in the first window
+KXTestUser user(1); // in the first window
 std::optional<KXTestPad> pad, another;
 
 /// What is done after which step.
@@ -26,34 +23,32 @@ void at(int step, std::function<void()> act) { script.emplace(step, std::move(ac
 
 /// The mouse moved there, pressed and held.
 void press(int start, int x, int y) {
-    at(start, [=] { user.moveMouse(x, y); });
-    at(start + 2, [] { user.mouseDown(); });
+    at(start, [=] { user.move({float(x), float(y)}); });
+    at(start + 2, [] { user.hold(KXMouseLeft); });
 }
 
 /// A click that takes some steps.
 void click(int start, int x, int y) {
     press(start, x, y);
-    at(start + 4, [] { user.mouseUp(); });
+    at(start + 4, [] { user.release(KXMouseLeft); });
 }
 
 /// A key pressed and let go some steps later.
-void tap(int start, int keycode) {
-    at(start, [=] { user.keyDown(keycode); });
-    at(start + 3, [=] { user.keyUp(keycode); });
+void tap(int start, KXKeyNumber key) {
+    at(start, [=] { user.hold(key); });
+    at(start + 3, [=] { user.release(key); });
 }
 
 void paintAndSwim() {
     for (int step = 1; step <= 84; ++step)
-        at(step, [x = 30 + 4 * static_cast<float>(step)] {
-            user.moveMouse(static_cast<int>(x), static_cast<int>(80 + 40 * std::sin(x / 40)));
-        });
-    at(6, [] { user.mouseDown(); });
+        at(step, [x = 30 + 4 * static_cast<float>(step)] { user.move({x, 80 + 40 * std::sin(x / 40)}); });
+    at(6, [] { user.hold(KXMouseLeft); });
     for (int step = 31; step < 40; ++step)
-        at(step, [] { user.turnWheel(1); });
+        at(step, [] { user.wheel(1); });
     for (int step = 61; step < 66; ++step)
-        at(step, [] { user.turnWheel(-1); });
-    at(40, [] { user.keyDown(SDLK_RIGHT); });
-    at(90, [] { user.keyDown(SDLK_DOWN); });
+        at(step, [] { user.wheel(-1); });
+    at(40, [] { user.hold(KXKeyRight); });
+    at(90, [] { user.hold(KXKeyDown); });
 }
 
 void holdPad() {
@@ -61,7 +56,7 @@ void holdPad() {
         at(10, [axis, value] { pad->setAxis(axis, value); });
     for (const int button : {0, 3})
         at(10, [=] { pad->setButton(button, 1); });
-    at(10, [] { pad->setHat(0, SDL_HAT_LEFT); });
+    at(10, [] { pad->setHat(0, 8); });
 }
 
 void playTogether() {
@@ -77,9 +72,9 @@ void playTogether() {
 
 void chooseKeys() {
     click(10, 200, 108); // what makes it jump: the letter J
-    tap(20, SDLK_j);
+    tap(20, KXKeyJ);
     at(40, [] { pad->setAxis(0, 24000); });
-    at(82, [] { user.keyDown(SDLK_j); });
+    at(82, [] { user.hold(KXKeyJ); });
     click(90, 200, 30); // and what moves it to the left?
 }
 
@@ -88,20 +83,20 @@ void useWidgets() {
     click(20, 60, 40);
     press(40, 79, 148); // the knob for the corners
     for (int step = 43; step < 60; ++step)
-        at(step, [x = 79 - (step - 42)] { user.moveMouse(x, 148); });
-    at(62, [] { user.mouseUp(); });
+        at(step, [x = 79 - (step - 42)] { user.move({float(x), 148}); });
+    at(62, [] { user.release(KXMouseLeft); });
     press(80, 60, 40);
 }
 
 void openMenus() {
-    tap(4, SDLK_s); // the stars off, and on
-    tap(10, SDLK_s);
+    tap(4, KXKeyS); // the stars off, and on
+    tap(10, KXKeyS);
     click(20, 40, 28);
     click(30, 40, 50);
     click(40, 120, 72); // the sky at dusk
     click(50, 40, 28);
     click(60, 40, 50);
-    at(70, [] { user.moveMouse(120, 72); });
+    at(70, [] { user.move({120, 72}); });
 }
 
 void answer() {
@@ -111,9 +106,9 @@ void answer() {
 
 void makeList() {
     at(5, [] { user.type("Candles"); });
-    tap(8, SDLK_RETURN);
+    tap(8, KXKeyReturn);
     click(20, 60, 160); // a row
-    tap(30, SDLK_RETURN);
+    tap(30, KXKeyReturn);
     click(40, 60, 60); // back into the entry
     at(50, [] { user.type("Dried app"); });
     click(60, 60, 130);
@@ -121,7 +116,7 @@ void makeList() {
 
 void playPiano() {
     int start = 30;
-    for (const int key : {SDLK_a, SDLK_d, SDLK_g, SDLK_f, SDLK_k})
+    for (const KXKeyNumber key : {KXKeyA, KXKeyD, KXKeyG, KXKeyF, KXKeyK})
         tap(std::exchange(start, start + 16), key);
 }
 
@@ -130,30 +125,30 @@ void tapAndType() {
     for (const int taps : {1, 2, 3})
         at(58 + 5 * taps, [=] {
             for (int i = 0; i < taps; ++i) {
-                user.keyDown(SDLK_SPACE);
-                user.keyUp(SDLK_SPACE);
+                user.hold(KXKeySpace);
+                user.release(KXKeySpace);
             }
         });
     press(74, 200, 76);
-    at(88, [] { user.mouseUp(); });
-    at(79, [] { user.keyDown(SDLK_SPACE); });
-    at(84, [] { user.keyUp(SDLK_SPACE); });
+    at(88, [] { user.release(KXMouseLeft); });
+    at(79, [] { user.hold(KXKeySpace); });
+    at(84, [] { user.release(KXKeySpace); });
     at(92, [] {
         user.type("X");
-        user.keyDown(SDLK_BACKSPACE);
-        user.keyUp(SDLK_BACKSPACE);
+        user.hold(KXKeyBackspace);
+        user.release(KXKeyBackspace);
         user.type("Y");
     });
     press(94, 210, 76);
 }
 
 void flyTwice() {
-    tap(2, SDLK_r);
-    for (const auto& [step, keycode] : {std::pair{8, SDLK_UP}, {22, SDLK_RIGHT}, {36, SDLK_DOWN}})
-        tap(step, keycode);
-    at(15, [] { user.keyDown(SDLK_UP); });
-    at(45, [] { user.keyDown(SDLK_e); });
-    at(48, [] { user.keyDown(SDLK_p); });
+    tap(2, KXKeyR);
+    for (const auto& [step, key] : {std::pair{8, KXKeyUp}, {22, KXKeyRight}, {36, KXKeyDown}})
+        tap(step, key);
+    at(15, [] { user.hold(KXKeyUp); });
+    at(45, [] { user.hold(KXKeyE); });
+    at(48, [] { user.hold(KXKeyP); });
 }
 
 const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},

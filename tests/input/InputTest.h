@@ -2,9 +2,9 @@
 
 #include "core/dispatch/EventDispatch.h"
 #include "input/InputState.h"
-#include "testkit/KXTestInput.h"
 #include <KobaltrixTest/KXTestClock.h>
 #include <KobaltrixTest/KXTestPad.h>
+#include <KobaltrixTest/KXTestUser.h>
 
 #include <Kobaltrix/KXInit.h>
 
@@ -24,5 +24,5 @@ struct InputTest : testing::Test {
     ~InputTest() override { KXDeInit(); }
 
     KXTestClock clock{0xFFFFFF00};
-    KXTestInput user{0, [this] { clock.advance(16); }};
+    KXTestUser user;
 };

@@ -7,17 +7,23 @@
 
 namespace {
 TEST_F(InputTest, MouseButtonsAndTheWheel) {
+    const auto far = static_cast<KXMouseButton>(258); // the last that the platform can tell of
+    SDL_Event noButton = {};
+    noButton.type = SDL_MOUSEBUTTONUP;
     // What is done, and what is down without and with a control key: a bit for each number of KXMouse().
     const std::tuple<std::function<void()>, int, int> rows[] = {
-        {[&] { user.mouseDown(1); }, 1, 2},
-        {[&] { user.mouseUp(1), user.mouseDown(2); }, 4, 4},
-        {[&] { user.mouseUp(2), user.mouseDown(3), user.mouseDown(4), user.mouseDown(255); }, 2, 2},
-        {[&] { user.mouseUp(3), user.mouseUp(0); }, 0, 0},
-        {[&] { user.turnWheel(1), user.turnWheel(0); }, 16, 16}, // the second takes nothing back
-        {[&] { user.turnWheel(-3); }, 8, 8},
-        {[&] { user.turnWheel(0, -1); }, 32, 32},
-        {[&] { user.turnWheel(-1, 2); }, 72, 72},
-        {[&] { user.turnWheel(INT_MAX, INT_MIN); }, 48, 48},
+        {[&] { user.hold(KXMouseLeft); }, 1, 2},
+        {[&] { user.release(KXMouseLeft), user.hold(KXMouseMiddle); }, 4, 4},
+        {[&] {
+             user.release(KXMouseMiddle), user.hold(KXMouseRight), user.hold(KXMouseBack), user.hold(far);
+         },
+         2, 2},
+        {[&] { user.release(KXMouseRight), SDL_PushEvent(&noButton); }, 0, 0},
+        {[&] { user.wheel(1), user.wheel(0); }, 16, 16}, // the second takes nothing back
+        {[&] { user.wheel(-3); }, 8, 8},
+        {[&] { user.wheel(0, -1); }, 32, 32},
+        {[&] { user.wheel(-1, 2); }, 72, 72},
+        {[&] { user.wheel(float(INT_MAX), float(INT_MIN)); }, 48, 48},
     };
     for (const auto& row : rows) {
         const auto& [act, plain, withControl] = row;
@@ -36,8 +42,8 @@ TEST_F(InputTest, MouseButtonsAndTheWheel) {
 }
 
 TEST_F(InputTest, CursorAndPositions) {
-    user.moveMouse(7, -16);
-    user.moveMouse(10, -20);
+    user.move({7, -16});
+    user.move({10, -20});
     _KXDispatchEvents();
     _KXSetTouchPosition(-0.5f, NAN, {101, 300});
     const _KXInputState told = _KXTakeInputState();

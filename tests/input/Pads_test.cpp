@@ -52,10 +52,10 @@ struct Pads : testing::Test {
 
     std::string told;
     int held[KXMaximumPads + 1][KXPadRightTrigger + 1] = {};
-    KXTestInput user{0, [this] {
-                         told = events();
-                         compare();
-                     }};
+    KXTestUser user{0, [this] {
+                        told = events();
+                        compare();
+                    }};
 };
 
 TEST_F(Pads, ComeAndGoInTheMiddleOfAPress) {

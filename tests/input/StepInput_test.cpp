@@ -34,9 +34,9 @@ struct StepInput : testing::Test {
         event.key.repeat = repeat;
         SDL_PushEvent(&event);
     }
-    static void button(bool down, int number) {
-        KXTestInput user(windowID);
-        down ? user.mouseDown(number) : user.mouseUp(number);
+    static void button(bool down, KXMouseButton number) {
+        KXTestUser user(windowID);
+        down ? user.hold(number) : user.release(number);
     }
     static void finger(unsigned type, int id) {
         SDL_Event event = eventOf(type);
@@ -90,15 +90,15 @@ struct StepInput : testing::Test {
 };
 
 TEST_F(StepInput, TellsTheEventsOfAStepInTheirOrder) {
-    KXTestInput user(windowID);
-    user.keyDown(SDLK_a);
+    KXTestUser user(windowID);
+    user.hold(KXKeyA);
     user.type("x");
-    user.moveMouse(3, 4);
-    user.mouseDown();
-    user.keyUp(SDLK_a);
+    user.move({3, 4});
+    user.hold(KXMouseLeft);
+    user.release(KXKeyA);
     user.compose("ka");
-    user.turnWheel(1);
-    user.mouseUp();
+    user.wheel(1);
+    user.release(KXMouseLeft);
     for (const unsigned type : {SDL_DROPFILE, SDL_DROPTEXT}) {
         SDL_Event drop = eventOf(type);
         drop.drop.file = SDL_strdup("there");
@@ -161,11 +161,11 @@ TEST_F(StepInput, WhatTheGameLetsGoOfIsToldInTheNextStep) {
 
 TEST_F(StepInput, NothingStaysHeldInAWindowThatIsClosed) {
     auto window = std::make_unique<KXWindow>("Closed soon", KXSize{20, 20});
-    KXTestInput there(window->id()), elsewhere(windowID);
-    there.keyDown(SDLK_a);
-    there.mouseDown();
-    there.fingerDown(0.5f, 0.5f);
-    elsewhere.keyDown(SDLK_b);
+    KXTestUser there(window->id()), elsewhere(windowID);
+    there.hold(KXKeyA);
+    there.hold(KXMouseLeft);
+    there.touch(0, {10, 10});
+    elsewhere.hold(KXKeyB);
     inStep(story);
     window.reset();
     EXPECT_EQ(KXKeyHeld(KXKeyA) | KXMouseHeld(KXMouseLeft), 0);
@@ -204,10 +204,10 @@ TEST_F(StepInput, EveryKeyHasANumberAndAName) {
 }
 
 TEST_F(StepInput, SumsUpWheelAndMotion) {
-    KXTestInput user(windowID);
+    KXTestUser user(windowID);
     for (int i = 1; i <= 3; ++i) {
-        user.moveMouse(10 * i, -i);
-        user.turnWheel(1, -2);
+        user.move({10.0f * float(i), -float(i)});
+        user.wheel(1, -2);
     }
     SDL_Event fine = eventOf(SDL_MOUSEWHEEL);
     fine.wheel.preciseY = 0.25f;
@@ -277,7 +277,7 @@ TEST_F(StepInput, FingersOfARealScreen) {
                    (finger.wentUp ? "-" : "") + " ";
         return all + (KXFingerDown() ? "down" : "up");
     };
-    button(true, 1);
+    button(true, KXMouseLeft);
     finger(SDL_FINGERDOWN, 900);
     EXPECT_EQ(inStep(fingers), "0+h up") << "the one finger misses it";
     finger(SDL_FINGERMOTION, 900);
@@ -310,7 +310,7 @@ TEST_F(StepInput, LosesNothingHoweverItIsCut) {
     };
     const int keycodes[] = {SDLK_a, SDLK_SPACE, SDLK_INSERT, 0xF6};
     const int keys[] = {KXKeyA, KXKeySpace, KXKeyInsert, 1246};
-    const int buttons[] = {1, 3, 5}, numbers[] = {KXMouseLeft, KXMouseRight, KXMouseForward};
+    const KXMouseButton numbers[] = {KXMouseLeft, KXMouseRight, KXMouseForward};
     for (unsigned seed = 0; seed < 20; ++seed) {
         std::mt19937 random(seed);
         const auto chance = [&](unsigned n) { return random() % n == 0; };
@@ -329,7 +329,7 @@ TEST_F(StepInput, LosesNothingHoweverItIsCut) {
                 }
                 const bool down = chance(8) ? chance(2) : !sent[which].held; // mostly what can happen
                 which < 4 ? key(down, keycodes[which], SDL_GetScancodeFromKey(keycodes[which]))
-                          : button(down, buttons[which - 4]);
+                          : button(down, numbers[which - 4]);
                 sent[which].set(down);
             }
         };

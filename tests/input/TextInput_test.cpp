@@ -8,16 +8,17 @@
 
 namespace {
 struct TextInput : InputTest {
+    static constexpr auto mode = static_cast<KXKeyNumber>(200 + SDL_SCANCODE_MODE); // AltGr
     /// What is typed and composed by the end of a step: "typed|composed".
     std::string take(const char* types = "") {
         user.type(types);
         user.step();
         return _KXTakeTypedText() + "|" + _KXComposedText();
     }
-    void typeWith(int modifier, int second = SDLK_LSHIFT) {
-        user.keyDown(modifier), user.keyDown(second);
+    void typeWith(KXKeyNumber modifier, KXKeyNumber second = KXKeyLeftShift) {
+        user.hold(modifier), user.hold(second);
         user.type("1");
-        user.keyUp(modifier), user.keyUp(second);
+        user.release(modifier), user.release(second);
     }
 };
 
@@ -33,11 +34,11 @@ TEST_F(TextInput, ComesWithTheEventsOfAStepAndInTheirOrder) {
         [&] { return user.type("か"), user.compose("n"), "か|n"; },
         [&] { return user.compose((longest + text).c_str()), "|" + longest; }, // ends with a whole character
         // A shortcut types nothing, whatever happens in the same step after it.
-        [&] { return typeWith(SDLK_LCTRL), user.type("a"), "a|"; },
-        [&] { return user.type("a"), typeWith(SDLK_RGUI), "a|"; },
-        [&] { return typeWith(SDLK_LCTRL, SDLK_RALT), "1|"; },
-        [&] { return typeWith(SDLK_LCTRL, SDLK_MODE), "1|"; },
-        [&] { return typeWith(SDLK_CAPSLOCK), "1|"; },
+        [&] { return typeWith(KXKeyLeftControl), user.type("a"), "a|"; },
+        [&] { return user.type("a"), typeWith(KXKeyRightCommand), "a|"; },
+        [&] { return typeWith(KXKeyLeftControl, KXKeyRightAlt), "1|"; },
+        [&] { return typeWith(KXKeyLeftControl, mode), "1|"; },
+        [&] { return typeWith(KXKeyCapsLock), "1|"; },
     };
     for (const auto& act : rows) {
         _KXBeginTextInput();

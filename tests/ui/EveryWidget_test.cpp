@@ -139,7 +139,7 @@ struct WidgetsOfAWindow : EveryWidget {
         return words + ' ' + entry.text() + ' ' + browser.folder();
     }
     std::string after(unsigned windowID, const std::string& acts) {
-        hands = KXTestInput(windowID);
+        hands = KXTestUser(windowID);
         act(acts);
         return state();
     }

@@ -94,12 +94,12 @@ TEST_F(Focus, TabGoesRound) {
     EXPECT_EQ(KXKey(KXKeyTab, 1), 0);
 
     // The only one that is polled keeps the focus.
-    keyDown(SDLK_TAB);
+    keyDown(KXKeyTab);
     for (int i = 0; i < 3; ++i)
         second.poll();
     EXPECT_EQ(state(), "b");
-    keyUp(SDLK_TAB);
-    keyDown(SDLK_TAB);
+    keyUp(KXKeyTab);
+    keyDown(KXKeyTab);
     second.poll();
     second.unfocus(); // takes the offer back
     expectEach("at 5 195 -> -");
@@ -107,17 +107,17 @@ TEST_F(Focus, TabGoesRound) {
 
 TEST_F(Focus, KeysThatOpenedItAreNotForIt) {
     first.setText("kept");
-    for (int keycode : {SDLK_RETURN, SDLK_ESCAPE, SDLK_TAB, SDLK_BACKSPACE, SDLK_LEFT}) {
-        keyDown(keycode);
+    for (const KXKeyNumber key : {KXKeyReturn, KXKeyEscape, KXKeyTab, KXKeyBackspace, KXKeyLeft}) {
+        keyDown(key);
         KXKeyWithDelayedRepeat(KXKeyLeft);
         type("t");
         first.focus();
         for (int held = 0; held < 40; ++held, step())
-            EXPECT_EQ(poll(), 0) << keycode;
-        EXPECT_EQ(state(), "a") << keycode;
+            EXPECT_EQ(poll(), 0) << key;
+        EXPECT_EQ(state(), "a") << key;
         EXPECT_EQ(first.cursor(), 4);
-        EXPECT_EQ(KXKeyWithDelayedRepeat(KXKeyLeft), keycode == SDLK_LEFT ? -1 : 0) << "goes on for the game";
-        keyUp(keycode);
+        EXPECT_EQ(KXKeyWithDelayedRepeat(KXKeyLeft), key == KXKeyLeft ? -1 : 0) << "goes on for the game";
+        keyUp(key);
         first.unfocus();
     }
     EXPECT_STREQ(first.text(), "kept");
@@ -130,16 +130,16 @@ TEST_F(Focus, NeverIsADestroyedWidgets) {
     list.reset();
     EXPECT_EQ(_KXFocus::keyboardOwner(), nullptr);
     one->focus();
-    keyDown(SDLK_TAB);
+    keyDown(KXKeyTab);
     one->poll(); // offers the focus
     one.reset();
     two->poll();
     EXPECT_EQ(_KXFocus::keyboardOwner(), nullptr);
     first.focus();
     two.reset(); // the one that Shift and Tab would go to
-    keyDown(SDLK_LSHIFT);
-    keyUp(SDLK_TAB);
-    keyDown(SDLK_TAB);
+    keyDown(KXKeyLeftShift);
+    keyUp(KXKeyTab);
+    keyDown(KXKeyTab);
     first.poll();
     EXPECT_EQ(state(), "a");
 

@@ -50,7 +50,7 @@ TEST_F(Button, ShowsThePressThatClicksIt) {
     button.setText("OK");
     expectEach("at 15 15 -> grey; press -> dark; at 200 100 -> grey; at 15 15 -> dark; "
                "release -> told dark; at 16 15 -> grey");
-    press(SDL_BUTTON_MIDDLE);
+    press(KXMouseMiddle);
     EXPECT_EQ(button.clicked(KXMouseMiddle), 0);
     EXPECT_EQ(state(), "dark") << "whatever button is held";
 }

@@ -97,9 +97,9 @@ TEST_F(ListBox, APressSelectsAndASecondOneActivates) {
 
     // What is no press on a row: other buttons, a press that began elsewhere, the edges of the box.
     list.setSelectedIndex(-1);
-    press(SDL_BUTTON_RIGHT);
+    press(KXMouseRight);
     EXPECT_EQ(poll(), 0);
-    release(SDL_BUTTON_RIGHT);
+    release(KXMouseRight);
     expectEach("hold Left Ctrl, click row 0, let Left Ctrl -> -1@0; press 300 20, at row 0, release -> -1@0; "
                "click 10 20 -> -1@0; click 20 10 -> -1@0; click 131 20 -> -1@0; click row 5 -> -1@0");
 }

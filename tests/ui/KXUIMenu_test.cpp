@@ -87,13 +87,13 @@ TEST_F(Menu, ShortcutsActOnceForEachTimeTheKeysMeet) {
                    "at 0 0, let A -> -");
     // Let go and pressed again between two polls, the key is still the one of before.
     act("hold Left Ctrl, hold K");
-    keyUp(SDLK_k);
+    keyUp(KXKeyK);
     expectEach("hold K -> - 1; let K, let Left Ctrl -> -");
 
     // An entry can be clicked while its keys stay held.
     addCounter(*menu, "Shifted", KXKeyLeftShift, KXKeyA);
     act("click title, hold Left Shift");
-    keyDown(SDLK_a);
+    keyDown(KXKeyA);
     KXKey(KXKeyA, -1); // the press is the game's, so no shortcut acts
     expectEach("click row 4 -> - 1");
 }
@@ -211,8 +211,8 @@ TEST_F(DeepMenu, AnEntryRemovedInAPollSkipsNoOther) {
     };
     victims[1]->addMenuItemWithName("Deletes", call, this, 0, KXKeyK);
     addCounter(top, "Last", 0, KXKeyA);
-    keyDown(SDLK_k);
-    keyDown(SDLK_a);
+    keyDown(KXKeyK);
+    keyDown(KXKeyA);
     top.poll();
     EXPECT_EQ(calls, 101);
 }
@@ -257,7 +257,7 @@ TEST_F(DeepMenu, ParentsThatGoLeaveNoTrace) {
     EXPECT_EQ(state(), "--- 100");
     menu.reset();
     EXPECT_EQ(item.getParent(), nullptr);
-    keyDown(SDLK_k);
+    keyDown(KXKeyK);
     item.poll();
     EXPECT_EQ(calls, 100);
 }

@@ -75,7 +75,7 @@ TEST_F(Slider, IsDraggedByAPressOnTrackOrKnob) {
         EXPECT_EQ(dragFrom(inside), 25) << inside;
     for (const char* beside : {"9 30", "211 30", "50 27", "50 37", "119 44", "110 45", "110 19"})
         EXPECT_EQ(dragFrom(beside), 50) << beside;
-    press(SDL_BUTTON_RIGHT);
+    press(KXMouseRight);
     EXPECT_EQ(poll(), 0);
 }
 

@@ -99,7 +99,7 @@ TEST_F(TextEntry, SelectionsByTheGameAreKeptInTheText) {
 TEST_F(TextEntry, HeldKeysRepeatAndTheGameReadsThemToo) {
     entry.focus();
     act("type abcdefgh");
-    keyDown(SDLK_LEFT);
+    keyDown(KXKeyLeft);
     for (int held = 0; held < 33; ++held, step()) {
         poll();
         EXPECT_EQ(entry.cursor(), held < 30 ? 7 : 6 - (held - 30) / 2);
@@ -109,11 +109,11 @@ TEST_F(TextEntry, HeldKeysRepeatAndTheGameReadsThemToo) {
                "poll 2 -> told changed abcfgh|3; let Backspace -> abcfgh|3; hold A, poll 40 -> abcfgh|3");
     EXPECT_EQ(KXKey(KXKeyA, 1), -1);
     // All within a step.
-    keyUp(SDLK_a);
-    for (const int keycode : {SDLK_LCTRL, SDLK_LEFT})
-        hands.keyDown(keycode);
-    for (const int keycode : {SDLK_LEFT, SDLK_LCTRL})
-        hands.keyUp(keycode);
+    keyUp(KXKeyA);
+    for (const KXKeyNumber key : {KXKeyLeftControl, KXKeyLeft})
+        hands.hold(key);
+    for (const KXKeyNumber key : {KXKeyLeft, KXKeyLeftControl})
+        hands.release(key);
     step();
     expectEach("poll 1 -> abcfgh|0");
 }
@@ -170,7 +170,7 @@ TEST_F(TextEntry, InputMethodsCompose) {
     act("type ab");
     entry.select(1, 0);
     expectEach("compose \u306b\u307b -> ab|1; Backspace, Return, Escape -> ab|1"); // the input method's
-    keyDown(SDLK_RETURN);                                                          // ends the composition
+    keyDown(KXKeyReturn);                                                          // ends the composition
     expectEach("type \u65e5\u672c -> told changed a\u65e5\u672cb|3; let Return -> a\u65e5\u672cb|3; "
                "Return -> told a\u65e5\u672cb|3; compose x, compose , Backspace -> told a\u65e5b|2; "
                "compose y, click 100 18 -> a\u65e5b|3");

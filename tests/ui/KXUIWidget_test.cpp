@@ -29,20 +29,20 @@ TEST_F(Widget, AClickIsAPressOverItAndAReleaseAfterAPollOverIt) {
     expectEach("press in -> inside depressed; at out -> inside; at in -> inside depressed; "
                "release -> told depressed; at in -> ; press out -> ; at in -> ; release -> ; "
                "press in -> inside depressed");
-    hands.moveMouse(50, 50); // no poll sees it there
+    hands.move({50, 50}); // no poll sees it there
     expectEach("release -> told depressed; press in, at out -> inside");
-    hands.moveMouse(20, 20);
+    hands.move({20, 20});
     expectEach("release -> ");
 }
 
 TEST_F(Widget, ButtonsAreTrackedApartAndTheGameCanClick) {
     moveMouse(20, 20);
-    press(SDL_BUTTON_RIGHT);
+    press(KXMouseRight);
     for (int button = 0; button < 7; ++button) {
         EXPECT_EQ(widget.clicked(button), 0);
         EXPECT_EQ(widget.mouseDownInside(button), button == 1 ? -1 : 0);
     }
-    release(SDL_BUTTON_RIGHT);
+    release(KXMouseRight);
     EXPECT_EQ(widget.clicked(KXMouseLeft), 0);
     EXPECT_EQ(widget.clicked(KXMouseRight), -1);
 

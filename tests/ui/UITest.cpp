@@ -12,14 +12,14 @@
 UITest::UITest() {
     window = std::make_unique<KXWindow>("UI", KXSize{320, 200});
     window->setRenderContext();
-    hands = KXTestInput(window->id());
+    hands = KXTestUser(window->id());
     fill({0.2f, 0.3f, 0.4f, 1});
     KXUISetGlobalFont(testFont(), KXAliasModeTexture, 12, KXZeroPoint);
     moveMouse(-1, -1);
 }
 
 UITest::~UITest() {
-    for (int button : {SDL_BUTTON_LEFT, SDL_BUTTON_MIDDLE, SDL_BUTTON_RIGHT})
+    for (const KXMouseButton button : {KXMouseLeft, KXMouseMiddle, KXMouseRight})
         release(button);
     _KXUnsetMouseWheel();
     _KXInitKeys();
@@ -47,10 +47,10 @@ static std::vector<std::string> split(std::string text, const std::string& separ
 
 static std::string trimmed(std::string text) { return text.erase(text.find_last_not_of(' ') + 1); }
 
-static int keycode(const std::string& name) {
-    const int code = SDL_GetKeyFromName(name.c_str());
-    EXPECT_NE(code, SDLK_UNKNOWN) << name;
-    return code;
+static KXKeyNumber key(const std::string& name) {
+    const int number = KXKeyFromName(name.c_str());
+    EXPECT_NE(number, KXKeyNone) << name;
+    return static_cast<KXKeyNumber>(number);
 }
 
 int UITest::act(const std::string& acts) {
@@ -84,11 +84,11 @@ int UITest::doAct(const std::string& act) {
         {"at", [&] { moveMouse(static_cast<int>(place(rest).x), static_cast<int>(place(rest).y)); }},
         {"press", [&] { press(); }},
         {"release", [&] { release(); }},
-        {"wheel", [&] { wheel(std::stoi(rest)); }},
+        {"wheel", [&] { wheel(std::stof(rest)); }},
         {"type", [&] { type(rest.c_str()); }},
         {"compose", [&] { compose(rest.c_str()); }},
-        {"hold", [&] { keyDown(keycode(rest)); }},
-        {"let", [&] { keyUp(keycode(rest)); }}};
+        {"hold", [&] { keyDown(key(rest)); }},
+        {"let", [&] { keyUp(key(rest)); }}};
     const auto does = verbs.find(verb);
     if (does == verbs.end())
         return tap(act);
@@ -99,10 +99,10 @@ int UITest::doAct(const std::string& act) {
 int UITest::tap(const std::string& keys) {
     const std::vector<std::string> names = split(keys, "+");
     for (const std::string& name : names)
-        keyDown(keycode(name));
+        keyDown(key(name));
     const int told = poll();
     for (auto name = names.rbegin(); name != names.rend(); ++name)
-        keyUp(keycode(*name));
+        keyUp(key(*name));
     return told | poll();
 }
 

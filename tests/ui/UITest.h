@@ -3,8 +3,8 @@
 #include "support/Allocations.h"
 #include "support/Golden.h"
 #include "support/LogicSteps.h"
-#include "testkit/KXTestInput.h"
 #include "text/TextTest.h"
+#include <KobaltrixTest/KXTestUser.h>
 
 #include <Kobaltrix/Kobaltrix.h>
 
@@ -21,12 +21,12 @@ struct UITest : TextTest {
     /// One logic step: wheel notches of the last one end, events are read.
     void step(unsigned count = 1);
     // What the user does, read by a step; the test polls.
-    void moveMouse(int x, int y) { hands.moveMouse(x, y), step(); }
-    void press(int button = SDL_BUTTON_LEFT) { hands.mouseDown(button), step(); }
-    void release(int button = SDL_BUTTON_LEFT) { hands.mouseUp(button), step(); }
-    void wheel(int notches) { hands.turnWheel(notches), step(); } ///< Positive away from the user.
-    void keyDown(int keycode) { hands.keyDown(keycode), step(); }
-    void keyUp(int keycode) { hands.keyUp(keycode), step(); }
+    void moveMouse(int x, int y) { hands.move({float(x), float(y)}), step(); }
+    void press(KXMouseButton button = KXMouseLeft) { hands.hold(button), step(); }
+    void release(KXMouseButton button = KXMouseLeft) { hands.release(button), step(); }
+    void wheel(float notches) { hands.wheel(notches), step(); } ///< Positive away from the user.
+    void keyDown(KXKeyNumber key) { hands.hold(key), step(); }
+    void keyUp(KXKeyNumber key) { hands.release(key), step(); }
     void type(const char* text) { hands.type(text), step(); }
     void compose(const char* text) { hands.compose(text), step(); }
 
@@ -64,7 +64,7 @@ struct UITest : TextTest {
         expectSize(of, width, height);
     }
     LogicSteps steps;
-    KXTestInput hands;
+    KXTestUser hands;
 
     /// Does one of them; to be overridden by a test that has more.
     virtual int doAct(const std::string& act);
