@@ -44,10 +44,10 @@ public:
     void freeMemory();
 
 private:
-    _KXVertex* roomForQuads(int count, _KXFill fill, unsigned texture);
-    _KXVertex* roomForLine(float width);
+    _KXVertex* roomForQuads(int count, const _KXPaint& paint);
+    _KXVertex* roomForLine(float width, KXColor color);
     _KXVertexRun* lastRun(bool isLines);
-    _KXVertex* addTo(_KXVertexRun& run, int corners);
+    _KXVertex* addTo(_KXVertexRun& run, int corners, KXColor color);
     _KXVertexRun& addRun(const _KXVertexRun& run);
     void makeRoom(int corners);
 
@@ -90,6 +90,7 @@ _KXDrawSink& _KXCurrentSink() {
 }
 
 void _KXFlushBatch(KXDrawFlushReason reason) {
+    _KXForgetView();
     if (!batch.isEmpty())
         batch.flush(reason);
 }
@@ -115,14 +116,18 @@ _KXVertexRun* BatchSink::lastRun(bool isLines) {
 
 _KXVertexRun& BatchSink::addRun(const _KXVertexRun& run) { return _block.get().runs[_runCount++] = run; }
 
-_KXVertex* BatchSink::addTo(_KXVertexRun& run, int corners) {
-    _KXVertex* const room = _block.get().vertices + _vertexCount;
+_KXVertex* BatchSink::addTo(_KXVertexRun& run, int corners, KXColor color) {
+    _KXVertex* const vertices = _block.get().vertices;
+    _KXVertex* const room = vertices + _vertexCount;
+    if (run.count > 0 && run.hasOneColor)
+        run.hasOneColor = vertices[run.first].color == color;
     run.count += corners;
     _vertexCount += corners;
     return room;
 }
 
-_KXVertex* BatchSink::roomForQuads(int count, _KXFill fill, unsigned texture) {
+_KXVertex* BatchSink::roomForQuads(int count, const _KXPaint& paint) {
+    const auto& [fill, texture, color, showsEdges] = paint;
     makeRoom(4 * count);
     _KXDrawStatistics.quads += count;
     const bool solid = fill == _KXFill::Solid;
@@ -133,16 +138,16 @@ _KXVertex* BatchSink::roomForQuads(int count, _KXFill fill, unsigned texture) {
     run->hasSolid |= solid;
     if (!solid)
         run->texture = texture;
-    return addTo(*run, 4 * count);
+    return addTo(*run, 4 * count, color);
 }
 
-_KXVertex* BatchSink::roomForLine(float width) {
+_KXVertex* BatchSink::roomForLine(float width, KXColor color) {
     makeRoom(2);
     ++_KXDrawStatistics.lines;
     _KXVertexRun* run = lastRun(true);
     if (!run || run->lineWidth != width)
         run = &addRun({true, 0, true, width, _vertexCount, 0});
-    return addTo(*run, 2);
+    return addTo(*run, 2, color);
 }
 
 _KXVertex solidVertex(KXPoint position, KXColor color) {
@@ -153,7 +158,7 @@ void BatchSink::quads(const _KXQuad* quads, int count, const _KXPaint& paint) {
     const auto fill = static_cast<float>(paint.fill);
     for (int taken; count > 0; count -= taken, quads += taken) {
         taken = std::min(count, vertexCapacity / 4);
-        _KXVertex* vertex = roomForQuads(taken, paint.fill, paint.texture);
+        _KXVertex* vertex = roomForQuads(taken, paint);
         for (const _KXQuad* quad = quads; quad != quads + taken; ++quad)
             for (const _KXCorner& corner : quad->corners)
                 *vertex++ = {corner.position, corner.u, corner.v, fill, paint.color};
@@ -165,7 +170,7 @@ void BatchSink::quads(const _KXQuad* quads, int count, const _KXPaint& paint) {
 
 void BatchSink::lines(const KXPoint* points, int count, bool closed, float width, KXColor color) {
     const auto add = [&](KXPoint from, KXPoint to) {
-        _KXVertex* const ends = roomForLine(width);
+        _KXVertex* const ends = roomForLine(width, color);
         ends[0] = solidVertex(from, color);
         ends[1] = solidVertex(to, color);
     };
@@ -181,7 +186,7 @@ void BatchSink::fan(const KXPoint* points, int count, KXColor color) {
     // Its own triangles, as quads whose second half is empty: other halves would cut the shape along other
     // lines.
     for (int i = 1; i + 1 < count; ++i) {
-        _KXVertex* const vertices = roomForQuads(1, _KXFill::Solid, 0);
+        _KXVertex* const vertices = roomForQuads(1, {_KXFill::Solid, 0, color});
         vertices[0] = solidVertex(points[0], color);
         vertices[1] = solidVertex(points[i], color);
         vertices[2] = vertices[3] = solidVertex(points[i + 1], color);

@@ -57,3 +57,5 @@ void _KXDrawQuads(const _KXQuad* quads, int count, _KXFill fill, unsigned textur
                   bool showsEdges = false);
 /// Draws at once.
 _KXDrawSink& _KXImmediateSink();
+/// Has what is drawn at once look anew which points are in view.
+void _KXForgetView();

@@ -1,21 +1,7 @@
 #include "render/FillProgram.h"
 
-#include "core/ground/HeapGlobal.h"
+#include "render/ContextParts.h"
 #include "render/GLFunctions.h"
-#include "render/KXRenderContext.h"
-
-#include <algorithm>
-#include <vector>
-
-namespace {
-struct ContextProgram {
-    unsigned context;
-    _KXFillProgram which;
-    unsigned program; // 0 where the driver has none
-};
-} // namespace
-
-static constinit _KXHeapGlobal<std::vector<ContextProgram>> programs;
 
 static void attach(GLuint program, GLenum kind, const char* source) {
     const GLuint shader = _KXGL.createShader(kind);
@@ -73,14 +59,13 @@ static unsigned makeProgram(_KXFillProgram which) {
 }
 
 static unsigned programOfCurrentContext(_KXFillProgram which) {
-    for (const ContextProgram& entry : programs.get())
-        if (entry.context == _KXCurrentGraphicsContext && entry.which == which)
-            return entry.program;
-    return programs.get().emplace_back(_KXCurrentGraphicsContext, which, makeProgram(which)).program;
+    std::optional<unsigned>& program = _KXCurrentContextParts().fillPrograms[static_cast<int>(which)];
+    if (!program)
+        program = makeProgram(which);
+    return *program;
 }
 
-// Whether the game has switched nothing on that the program does not do.
-static bool isPlainPipeline() {
+bool _KXIsPlainPipeline() {
     for (const GLenum extra :
          {GL_LIGHTING, GL_FOG, GL_COLOR_SUM, GL_TEXTURE_3D, GL_TEXTURE_CUBE_MAP, GL_CLIP_PLANE0,
           GL_CLIP_PLANE1, GL_CLIP_PLANE2, GL_CLIP_PLANE3, GL_CLIP_PLANE4, GL_CLIP_PLANE5})
@@ -95,7 +80,7 @@ static bool isPlainPipeline() {
 
 _KXFillProgramScope::_KXFillProgramScope(_KXFillProgram which) : _active(false) {
     const unsigned program = programOfCurrentContext(which);
-    if (program == 0 || !isPlainPipeline())
+    if (program == 0 || !_KXIsPlainPipeline())
         return;
     _KXGL.useProgram(program);
     _active = true;
@@ -104,12 +89,4 @@ _KXFillProgramScope::_KXFillProgramScope(_KXFillProgram which) : _active(false) 
 _KXFillProgramScope::~_KXFillProgramScope() {
     if (_active)
         _KXGL.useProgram(0);
-}
-
-void _KXForgetFillProgram(unsigned graphicsContext) {
-    const auto ended = [graphicsContext](const ContextProgram& entry) {
-        return entry.context == graphicsContext;
-    };
-    if (programs.find() && std::erase_if(programs.get(), ended) > 0 && programs.get().empty())
-        programs.free();
 }

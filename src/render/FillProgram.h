@@ -22,5 +22,6 @@ private:
     bool _active;
 };
 
-/// Forgets the programs of an OpenGL context that ends.
-void _KXForgetFillProgram(unsigned graphicsContext);
+/// Whether OpenGL does no more than multiply a texture with a colour: the game has no program of its own and
+/// has switched nothing on that the fixed pipeline would do besides.
+bool _KXIsPlainPipeline();

@@ -40,6 +40,12 @@ static bool loadPrograms() {
            load(_KXGL.useProgram, "glUseProgram") && load(_KXGL.deleteProgram, "glDeleteProgram");
 }
 
+static bool loadBuffers() {
+    return _KXGL.bindBuffer && load(_KXGL.genBuffers, "glGenBuffers") &&
+           load(_KXGL.bufferData, "glBufferData") && load(_KXGL.mapBufferRange, "glMapBufferRange") &&
+           load(_KXGL.unmapBuffer, "glUnmapBuffer");
+}
+
 void _KXLoadGLFunctions() {
     _KXGL = {};
     if (!loadFramebuffers("") && !loadFramebuffers("EXT"))
@@ -49,5 +55,7 @@ void _KXLoadGLFunctions() {
     if (!loadPrograms())
         _KXGL.createProgram = nullptr;
     load(_KXGL.bindBuffer, "glBindBuffer");
+    if (!loadBuffers())
+        _KXGL.genBuffers = nullptr;
     load(_KXGL.clientActiveTexture, "glClientActiveTexture");
 }

@@ -30,6 +30,11 @@ struct _KXGLFunctions {
     PFNGLDELETEPROGRAMPROC deleteProgram;
 
     PFNGLBINDBUFFERPROC bindBuffer;
+    PFNGLGENBUFFERSPROC genBuffers; // of those a batch is streamed with
+    PFNGLBUFFERDATAPROC bufferData;
+    PFNGLMAPBUFFERRANGEPROC mapBufferRange;
+    PFNGLUNMAPBUFFERPROC unmapBuffer;
+
     PFNGLCLIENTACTIVETEXTUREARBPROC clientActiveTexture;
 };
 

@@ -1,9 +1,9 @@
 #include "render/GraphicsContext.h"
 
 #include "core/ground/HeapGlobal.h"
+#include "render/ContextParts.h"
 #include "render/DepthSurface.h"
 #include "render/DrawBatch.h"
-#include "render/FillProgram.h"
 
 #include <SDL_video.h>
 
@@ -31,6 +31,7 @@ static const GraphicsContext* find(unsigned number) {
 
 unsigned _KXAddGraphicsContext(SDL_Window* window, void* context, KXRenderContext* owner) {
     contexts.get().push_back({++lastNumber, window, context, owner});
+    _KXAddContextParts(lastNumber);
     return lastNumber;
 }
 
@@ -45,7 +46,7 @@ void _KXRemoveGraphicsContext(unsigned number) {
         _KXCurrentGraphicsContext = 0;
     }
     _KXForgetDepthSurface(number);
-    _KXForgetFillProgram(number);
+    _KXRemoveContextParts(number);
     contexts.get().erase(contexts.get().begin() + (found - contexts.get().data()));
     if (contexts.get().empty())
         contexts.free();
@@ -58,6 +59,7 @@ bool _KXMakeGraphicsContextCurrent(unsigned number) {
     if (!found || SDL_GL_MakeCurrent(found->window, found->context) != 0)
         return false;
     _KXCurrentGraphicsContext = number;
+    _KXCurrentDriver = _KXCurrentContextParts().driver;
     return true;
 }
 

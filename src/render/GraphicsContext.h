@@ -8,7 +8,7 @@ struct SDL_Window;
 // outlives its window can tell that its OpenGL names are gone, even when a new context has the old one's
 // address.
 
-/// Enters a context and gives it a number.
+/// Enters a context, which must be current, and gives it a number.
 unsigned _KXAddGraphicsContext(SDL_Window* window, void* context, KXRenderContext* owner);
 /// Strikes a context out; it may not be made current any more.
 void _KXRemoveGraphicsContext(unsigned number);

@@ -1,10 +1,13 @@
 #include "render/DrawSink.h"
 #include "render/DrawStatistics.h"
+#include "render/Driver.h"
 #include "render/FillProgram.h"
+#include "render/View.h"
 
 #include <SDL_opengl.h>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 class ImmediateSink final : public _KXDrawSink {
@@ -15,10 +18,18 @@ public:
     void leaveColor(KXColor color) override { glColor4f(color.r, color.g, color.b, color.a); }
     void leaveLineWidth(float width) override { glLineWidth(width); }
 
-private:
-    void bindToDraw(unsigned texture);
+    void forgetView() { _view.reset(); }
 
-    unsigned _binds = 0;
+private:
+    void bindToDraw(unsigned texture, const _KXQuad* quads, int count);
+    bool isInView(const _KXQuad* quads, int count);
+    bool keepsApart(const _KXQuad* quads, int count);
+    void collect(const _KXQuad* quads, int count);
+
+    std::optional<_KXView> _view;
+    int _drawnInView = 0; // quads since it was looked at
+    bool _lastWasInView = true;
+    unsigned _lastTexture = 0;
 };
 
 // Turns 2D texturing off and sets the colour for as long as the scope lasts, then turns texturing on.
@@ -86,20 +97,54 @@ void emitPoints(GLenum primitive, const KXPoint* points, int count) {
     glEnd();
 }
 
-// Drivers merge draws of one texture, without end where nothing else is drawn. One that draws in software is
-// then slower than with calls of a few hundred quads, which stay in the processor's cache: so every now and
-// then the texture changes for a moment, which ends the merging.
-void ImmediateSink::bindToDraw(unsigned texture) {
-    constexpr unsigned drawsToMerge = 512;
-    if (++_binds % drawsToMerge == 0)
-        glBindTexture(GL_TEXTURE_2D, 0);
+bool ImmediateSink::isInView(const _KXQuad* quads, int count) {
+    if (!_view)
+        _view = _KXView::now();
+    for (const _KXQuad* quad = quads; quad != quads + count; ++quad)
+        if (!_view->contains(quad->corners, 4))
+            return false;
+    return true;
+}
+
+// What is to be drawn joins what the driver has collected.
+void ImmediateSink::collect(const _KXQuad* quads, int count) {
+    constexpr int quadsInAView = 1024; // by then the game may have moved it with a matrix of its own
+    _KXCollectedLoad.unloadIfFull();
+    for (const _KXQuad* quad = quads; quad != quads + count; ++quad)
+        _KXCollectedLoad.addQuad(quad->corners);
+    _drawnInView += count;
+    if (_drawnInView < quadsInAView)
+        return;
+    _drawnInView = 0;
+    _view.reset();
+}
+
+// Whether a driver that draws in software had better not merge quads with those before. It is worth a change
+// of the texture for the sake of small ones only: what is large costs about the same either way.
+bool ImmediateSink::keepsApart(const _KXQuad* quads, int count) {
+    constexpr float large = 48;
+    if (_KXCurrentDriver == _KXDriver::Hardware || _KXExtentOf(quads->corners) > large ||
+        isInView(quads, count) == _lastWasInView)
+        return false;
+    _lastWasInView = !_lastWasInView;
+    return true;
+}
+
+// Drivers merge draws of one texture. Where that is not wanted, the texture changes for a moment, which ends
+// the merging.
+void ImmediateSink::bindToDraw(unsigned texture, const _KXQuad* quads, int count) {
+    if (keepsApart(quads, count))
+        glBindTexture(GL_TEXTURE_2D, _lastTexture = 0);
+    if (texture != _lastTexture)
+        _KXCollectedLoad.addChange();
     ++_KXDrawStatistics.textureBinds;
     ++_KXDrawStatistics.drawCalls;
-    glBindTexture(GL_TEXTURE_2D, texture);
+    glBindTexture(GL_TEXTURE_2D, _lastTexture = texture);
 }
 
 void ImmediateSink::quads(const _KXQuad* quads, int count, const _KXPaint& paint) {
     _KXDrawStatistics.quads += count;
+    collect(quads, count);
     if (paint.fill == _KXFill::Solid) {
         const SolidScope solid(paint.color);
         const EdgeFlagScope edgeFlags(paint.showsEdges);
@@ -109,7 +154,7 @@ void ImmediateSink::quads(const _KXQuad* quads, int count, const _KXPaint& paint
     GLint bound = 0;
     if (paint.fill == _KXFill::Glyph)
         glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
-    bindToDraw(paint.texture);
+    bindToDraw(paint.texture, quads, count);
     leaveColor(paint.color);
     if (paint.fill == _KXFill::Texture)
         return emitTextured(quads, count);
@@ -117,7 +162,7 @@ void ImmediateSink::quads(const _KXQuad* quads, int count, const _KXPaint& paint
         const _KXFillProgramScope program(_KXFillProgram::Texture);
         emitTextured(quads, count);
     }
-    glBindTexture(GL_TEXTURE_2D, static_cast<unsigned>(bound));
+    glBindTexture(GL_TEXTURE_2D, _lastTexture = static_cast<unsigned>(bound));
 }
 
 void ImmediateSink::lines(const KXPoint* points, int count, bool closed, float width, KXColor color) {
@@ -134,7 +179,8 @@ void ImmediateSink::fan(const KXPoint* points, int count, KXColor color) {
 }
 } // namespace
 
-_KXDrawSink& _KXImmediateSink() {
-    static constinit ImmediateSink sink;
-    return sink;
-}
+static constinit ImmediateSink immediate;
+
+_KXDrawSink& _KXImmediateSink() { return immediate; }
+
+void _KXForgetView() { immediate.forgetView(); }

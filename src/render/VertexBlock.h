@@ -6,9 +6,13 @@
 struct _KXVertex {
     KXPoint position;
     float u, v;
-    float fill; ///< A _KXFill.
-    KXColor color;
+    float fill;    ///< A _KXFill.
+    KXColor color; ///< At the end: what is in one colour does without.
 };
+
+inline bool operator==(const KXColor& a, const KXColor& b) {
+    return a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a;
+}
 
 /// Corners that follow each other and are drawn alike.
 struct _KXVertexRun {
@@ -17,7 +21,9 @@ struct _KXVertexRun {
     bool hasSolid;    ///< Whether solid quads are among those with a texture.
     float lineWidth;
     int first, count;
+    bool hasOneColor = true;
 };
 
-/// Draws runs of corners in their order. Bound textures, the colour and the line width are left changed.
+/// Draws runs of corners in their order, the way that suits the driver. Bound textures, the colour and the
+/// line width are left changed.
 void _KXDrawVertexRuns(const _KXVertex* vertices, const _KXVertexRun* runs, int runCount);

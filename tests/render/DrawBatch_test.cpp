@@ -2,6 +2,7 @@
 
 #include "render/DrawBatch.h"
 
+#include "render/ContextParts.h"
 #include "text/TextTest.h"
 
 #include <Kobaltrix/KXFont.h>
@@ -21,6 +22,11 @@ struct DrawBatch : RenderTest {
     KXPoint point() { return rect(between(-10, width), between(-10, height), 0, 0).origin; }
     KXRect anyRect() { return {point(), rect(0, 0, between(0, 60), between(0, 30)).size}; }
     KXTexture& any() { return between(0, 2) ? *texture : other; }
+    /// As many of one kind as make up calls of their own.
+    void crowd(const std::function<void(int x, int y)>& draw) {
+        for (int i = 0; i < 90; ++i)
+            draw(between(-10, width), between(-10, height));
+    }
 
     void showTarget() {
         target.unsetRenderContext();
@@ -55,6 +61,11 @@ void DrawBatch::scene(unsigned seed) {
             any().draw(between(0, width), 9, fraction(), 2.0f, between(-400, 400), 2 * between(0, 3), -1);
         },
         [&] { any().drawNineSlice(point(), other.size(), 4, fraction()); },
+        [&, opacity = fraction()] {
+            crowd([&](int x, int y) { other.draw(x, y, opacity, 1.0f, 0, 0, -1); });
+        },
+        [&] { crowd([this](int x, int y) { texture->draw(x, y, -1); }); },
+        [&, paint = color()] { crowd([&](int x, int y) { KXDrawRectFill(rect(x, y, 9, 5), paint); }); },
         [&] { KXDrawRectFill(anyRect(), color()); },
         [&] { KXDrawRect(anyRect(), color()); },
         [&] { KXDrawCircleFill(point(), between(0, 20), between(0, 20), color()); },
@@ -76,26 +87,50 @@ void DrawBatch::scene(unsigned seed) {
 }
 
 // What a call leaves behind and a game may count on.
-std::array<float, 7> leftBehind() {
-    std::array<float, 7> values = {};
+std::array<float, 10> leftBehind() {
+    std::array<float, 10> values = {};
     glGetFloatv(GL_CURRENT_COLOR, values.data());
     values[4] = glIsEnabled(GL_TEXTURE_2D);
     glGetFloatv(GL_LINE_WIDTH, &values[5]);
     values[6] = RenderTest::state(GL_TEXTURE_BINDING_2D)[0] != 0;
+    values[7] = glIsEnabled(GL_COLOR_ARRAY);
+    glGetTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &values[8]);
+    values[9] = static_cast<float>(RenderTest::state(GL_ARRAY_BUFFER_BINDING)[0]);
     return values;
 }
 
+constexpr _KXDriver drivers[] = {_KXDriver::Software, _KXDriver::Hardware};
+
 TEST_F(DrawBatch, RandomScenesLookTheSame) {
     for (unsigned seed = 0; seed < 300; ++seed) {
+        _KXSetCurrentDriver(drivers[seed % 2]);
         scene(seed);
         const Image expected = Image::of(*window);
         const auto left = leftBehind();
-        KXBeginDrawBatch();
-        scene(seed);
-        EXPECT_EQ(leftBehind(), left) << seed;
-        ASSERT_EQ(differingPixels(expected, Image::of(*window)), 0) << seed;
-        KXEndDrawBatch();
+        for (const _KXDriver driver : drivers) {
+            _KXSetCurrentDriver(driver);
+            KXBeginDrawBatch();
+            scene(seed);
+            EXPECT_EQ(leftBehind(), left) << seed;
+            ASSERT_EQ(differingPixels(expected, Image::of(*window)), 0) << seed;
+            KXEndDrawBatch();
+        }
     }
+}
+
+TEST_F(DrawBatch, DriversThatDrawInSoftwareAreKnownByName) {
+    const std::pair<const char*, _KXDriver> rows[] = {
+        {"llvmpipe (LLVM 15.0.6, 256 bits)", _KXDriver::Software},
+        {"softpipe", _KXDriver::Software},
+        {"GDI Generic", _KXDriver::Software},
+        {"Some Software Renderer", _KXDriver::Software},
+        {"zink Vulkan 1.3 (llvmpipe)", _KXDriver::Software},
+        {"Some Graphics 4000/PCIe/SSE2", _KXDriver::Hardware},
+        {"", _KXDriver::Hardware},
+        {nullptr, _KXDriver::Hardware},
+    };
+    for (const auto& [name, driver] : rows)
+        EXPECT_EQ(_KXDriverNamed(name), driver) << (name ? name : "null");
 }
 
 TEST_F(DrawBatch, CallsOfKnownScenes) {
@@ -136,9 +171,7 @@ TEST_F(DrawBatch, CallsOfKnownScenes) {
 }
 
 TEST_F(DrawBatch, CrowdsLoseNothing) {
-    Image pictures[2];
-    for (Image& picture : pictures) {
-        window->swapBuffers();
+    const auto crowd = [this] {
         fill({0, 0, 0, 1});
         for (int i = 0; i < width * height; ++i) {
             const int x = i % width, y = i / width;
@@ -148,14 +181,20 @@ TEST_F(DrawBatch, CrowdsLoseNothing) {
                 (x % 2 ? other : *texture).draw(x, y, 0.1f, 1.0f, 0, 0, -1);
         }
         KXFlushDrawBatch();
-        picture = Image::of(*window);
-        KXBeginDrawBatch(); // for the second picture
-    }
-    EXPECT_EQ(differingPixels(pictures[0], pictures[1]), 0);
-    const KXDrawStatistics counted = KXCurrentDrawStatistics();
-    EXPECT_GT(counted.flushesBecause[KXDrawFlushFull], 2);
-    EXPECT_LT(counted.drawCalls - counted.textureBinds, counted.quads / 100);
-    KXEndDrawBatch();
+        return Image::of(*window);
+    };
+    const Image expected = crowd();
+    KXBeginDrawBatch();
+    for (const auto& [driver, quadsInACall] :
+         {std::pair{_KXDriver::Software, 250}, {_KXDriver::Hardware, 2000}})
+        for (int time = 0; time < 4; ++time) { // more than fit into the driver's memory
+            _KXSetCurrentDriver(driver);
+            window->swapBuffers();
+            EXPECT_EQ(differingPixels(expected, crowd()), 0);
+            const KXDrawStatistics counted = KXCurrentDrawStatistics();
+            EXPECT_GT(counted.flushesBecause[KXDrawFlushFull], 2);
+            EXPECT_LT(counted.drawCalls - counted.textureBinds, counted.quads / 2 / quadsInACall + 3);
+        }
     KXEndDrawBatch();
 }
 
