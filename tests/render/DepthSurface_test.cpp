@@ -108,7 +108,7 @@ TEST_F(DepthSurface, LeavesTheGamesFramebufferBound) {
 
 TEST_F(DepthSurface, FollowsTheWindowsSize) {
     window->setRenderingMode(KXWindowRenderingMode3D);
-    for (const KXSize size : {KXSize{30, 20}, {64, 48}}) {
+    for (const KXSize size : {KXSize{30, 20}, {80, 60}}) {
         window->setSize(size);
         window->setRenderContext();
         fill({0, 0, 0, 1});
