@@ -1,12 +1,11 @@
 #include "render/GlyphPages.h"
 
 #include "render/DrawBatch.h"
+#include "render/Driver.h"
 #include "render/PixelStore.h"
 #include "render/TextureBinding.h"
 
 #include <SDL_opengl.h>
-
-#include <utility>
 
 // Uploads bind textures and read memory as the pixel-store state says: both are the game's own.
 namespace {
@@ -63,16 +62,22 @@ int _KXGlyphPages::largestSide() {
 
 void _KXGlyphPages::add(int side) {
     _pages.reserve(_pages.size() + 1);
-    _pages.push_back({makeTexture(smooth, side), makeTexture(sharp, side)});
+    _KXGlyphPage page = {};
+    page.smooth = makeTexture(smooth, side);
+    page.sharp = _KXCurrentDriver == _KXDriver::Software ? makeTexture(sharp, side) : page.smooth;
+    _pages.push_back(page);
 }
 
 void _KXGlyphPages::upload(int x, int y, int width, int height, const unsigned char* bitmap, int pitch) {
     ++_KXDrawStatistics.textureUploads;
-    for (const auto& [texture, layout] : {std::pair{last().smooth, smooth}, {last().sharp, sharp}}) {
+    const auto uploadTo = [&](unsigned texture, const Layout& layout) {
         const UploadScope scope(texture);
         glTexSubImage2D(GL_TEXTURE_2D, 0, x, y, width, height, layout.format, GL_UNSIGNED_BYTE,
                         pixelsOf(layout, width, height, bitmap, pitch).data());
-    }
+    };
+    uploadTo(last().smooth, smooth);
+    if (last().hasSharp())
+        uploadTo(last().sharp, sharp);
 }
 
 void _KXGlyphPages::clear() {
@@ -80,8 +85,9 @@ void _KXGlyphPages::clear() {
         return;
     _KXFlushBatch(KXDrawFlushTextureChange);
     for (const _KXGlyphPage& page : _pages) {
+        if (page.hasSharp())
+            glDeleteTextures(1, &page.sharp);
         glDeleteTextures(1, &page.smooth);
-        glDeleteTextures(1, &page.sharp);
     }
     _pages.clear();
 }

@@ -5,7 +5,11 @@
 /// The textures of some glyphs: the same pixels in both, white and as opaque as the glyph covers them.
 struct _KXGlyphPage {
     unsigned smooth; ///< Filtered, for glyphs of any size anywhere.
-    unsigned sharp;  ///< Not filtered, as software draws fastest: the same on whole pixels at natural size.
+    /// Not filtered, as software draws fastest: the same on whole pixels at natural size. With other drivers
+    /// it is the smooth one.
+    unsigned sharp;
+
+    bool hasSharp() const { return sharp != smooth; }
 };
 
 /// Textures that hold the glyphs of a face. The context they were made in must be current for whatever is
