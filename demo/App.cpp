@@ -11,8 +11,9 @@ static std::string besideExecutable(const char* name) {
 App::App(const Options& wanted)
     : options(wanted), window("Ember Night", Style::windowSize, 0), assets(besideExecutable("assets")),
       audio(assets),
-      _settingsFile(options.save.empty() && !options.headless ? besideExecutable("ember-night.save")
-                                                              : options.save) {
+      _settingsFile(options.save.empty() && options.keepsSettings() ? besideExecutable("ember-night.save")
+                                                                    : options.save) {
+    KXInitializeLog("ember-night.log", 0);
     window.setRenderContext();
     if (!KXFileExists(assets.path("font.ttf"))) {
         std::fprintf(stderr,
@@ -34,11 +35,14 @@ App::App(const Options& wanted)
 }
 
 int App::secondsOfNight() const {
-    constexpr int usual = 90, shown = 20; // nobody watches a script for long
-    return options.night ? options.night : options.headless ? shown : usual;
+    constexpr int usual = 90;
+    return options.night ? options.night : usual;
 }
 
-App::~App() { KXEndDrawBatch(); }
+App::~App() {
+    KXEndDrawBatch();
+    KXDeinitializeLog();
+}
 
 void App::settingsChanged() {
     audio.setVolumes(settings.soundVolume, settings.musicVolume);
@@ -64,17 +68,16 @@ void App::draw(Scene& scene) {
     scene.draw();
 }
 
-bool App::save(Scene& scene, const std::string& path) {
-    draw(scene); // what was shown last is not there to be read any more
-    int saved = 0;
+bool App::keepPicture(const std::string& path) {
+    int kept = 0;
     if (path.ends_with(".bmp")) {
-        saved = window.saveBuffer(path.c_str(), 0);
+        kept = window.saveBuffer(path.c_str(), 0);
     } else if (const std::unique_ptr<KXTexture> copy{window.copyTexture()}) {
-        saved = copy->writeToPNG(path.c_str());
+        kept = copy->writeToPNG(path.c_str());
     }
-    if (saved)
+    if (kept)
         std::printf("Screenshot: %s\n", std::filesystem::absolute(path).c_str());
     else
         std::fprintf(stderr, "play: %s\n", KXError());
-    return saved != 0;
+    return kept != 0;
 }

@@ -15,8 +15,8 @@ struct App {
 
     /// Fills the window, makes it the target and has the scene draw; the caller swaps.
     void draw(Scene& scene);
-    /// Draws the scene and writes it as a PNG file, or as a BMP file if the name says so.
-    bool save(Scene& scene, const std::string& path);
+    /// Writes what was drawn as a PNG file, or as a BMP file if the name says so.
+    bool keepPicture(const std::string& path);
     /// Applies and saves what the player has set.
     void settingsChanged();
     /// How long a night lasts.

@@ -36,6 +36,18 @@ Input Controls::inputOf(const KXActions& actions, int player) {
     return {does(0), does(1), does(2), does(3), does(4)};
 }
 
+Input Controls::withMouse(Input input, KXPoint feet) {
+    constexpr float near = 4;
+    if (KXMouseHeld(KXMouseLeft)) {
+        input.left |= KXMousePoint.x < feet.x - near;
+        input.right |= KXMousePoint.x > feet.x + near;
+        input.up |= KXMousePoint.y < feet.y - near;
+        input.down |= KXMousePoint.y > feet.y + near;
+    }
+    input.hop |= KXMouseHeld(KXMouseRight) || KXMouseWentDown(KXMouseRight);
+    return input;
+}
+
 static bool isPressed(KXPadButton dPad, KXPadButton stick) {
     return KXPadWentDown(KXAnyPad, dPad) || KXPadWentDown(KXAnyPad, stick);
 }

@@ -16,6 +16,9 @@ inline constexpr const char *pause = "pause", *fullscreen = "fullscreen";
 KXActions defaults();
 /// What a player does in this step. A hop that was over before the step is none the less one.
 Input inputOf(const KXActions& actions, int player);
+/// The same, and what the mouse says: a player at @a feet goes to the pointer while the left button is held,
+/// and hops with the right one.
+Input withMouse(Input input, KXPoint feet);
 
 // Menus: the arrows, the d-pad and the left stick of any pad; Return and A; Escape and B.
 

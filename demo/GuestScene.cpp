@@ -29,7 +29,7 @@ std::unique_ptr<Scene> GuestScene::step() {
     _view.step(_picture);
     if (_client->connected()) {
         KXNetworkBuffer message;
-        writeInput(message, Controls::inputOf(_app.actions, 0));
+        writeInput(message, Controls::withMouse(Controls::inputOf(_app.actions, 0), _picture.players[1].at));
         _client->send(&message);
     }
     if (_picture.phase != Picture::Night ? stepEnding(_app, _picture, ++_stepsOver, true) : lostHost())

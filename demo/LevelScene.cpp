@@ -36,7 +36,8 @@ void LevelScene::tellGuest() {
 }
 
 void LevelScene::stepWorld() {
-    Input inputs[2] = {Controls::inputOf(_app.actions, 0), {}};
+    Input inputs[2] = {
+        Controls::withMouse(Controls::inputOf(_app.actions, 0), _world.picture().players[0].at), {}};
     if (_server)
         inputs[1] = guestInput();
     else if (_players == 2)

@@ -14,6 +14,7 @@ public:
     LevelScene(App& app, std::unique_ptr<KXNetworkServer> server);
     std::unique_ptr<Scene> step() override;
     void draw() override;
+    const Picture& picture() const { return _world.picture(); }
 
 private:
     void stepWorld();

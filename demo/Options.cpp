@@ -39,7 +39,7 @@ static bool readValue(std::string_view option, const char* value, Options& optio
     if (option == "--host")
         return readCount(value, options.hostPort, largestPort);
     std::string* text = option == "--screenshot" ? &options.screenshot
-                        : option == "--script"   ? &options.script
+                        : option == "--replay"   ? &options.replay
                         : option == "--record"   ? &options.record
                         : option == "--save"     ? &options.save
                         : option == "--join"     ? &options.join

@@ -13,9 +13,17 @@ struct Options {
     int hostPort = 0; ///< Wait for a second player at this port; 0 for no.
     std::string join; ///< HOST:PORT to play at.
     std::string screenshot;
-    std::string script; ///< Play this file's part of a person.
-    std::string record; ///< Write what a person does to this file.
+    std::string replay; ///< A recording to replay.
+    std::string record; ///< Where to record what is played.
     std::string save;   ///< Where settings and scores are kept.
+
+    static constexpr int secondsRecorded = 12; ///< How long the nights are that come with the game.
+
+    /// Whether nobody but a player would end it.
+    bool isEndless() const { return replay.empty() && frames == 0 && nights == 0; }
+    /// Whether the usual settings count: a recording has to be replayed with those that it was made with, so
+    /// both begin without any.
+    bool keepsSettings() const { return !headless && replay.empty() && record.empty(); }
 };
 
 /// Reads the command line. False, with a line on standard error, if it makes no sense.

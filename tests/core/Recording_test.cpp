@@ -32,6 +32,7 @@ TEST(RecordedEvents, ReadBackAsTheyWere) {
         "mouse-down 1 9 0 3 2 10 20",
         "wheel 1 9 0 1 -1 2 -0.1 0.001",
         "finger-move* 1 9 -7 9223372036854775807 0.3 0.33333334 0 0 1",
+        "finger-down 1 9 1 2 nan -inf 1e-45 3.4028235e+38 -0",
         "joystick-axis 3 9 5 -32768",
         "joystick-hat 3 9 0 8",
         "joystick-down 3 9 255",
@@ -206,7 +207,7 @@ TEST_F(RecordingTest, TellsWhereAReplayGoesApart) {
     EXPECT_TRUE(std::string(KXError()).ends_with("other random numbers were drawn")) << KXError();
     // One line less, and one changed.
     const std::string whole = text();
-    const std::size_t at = whole.find("\npixels ", whole.size() / 2) + 8;
+    const std::size_t at = whole.find(' ', whole.find("\npixels ", whole.size() / 2) + 8) + 1;
     std::string changed = whole;
     changed[at] = changed[at] == '0' ? '1' : '0';
     write(changed);

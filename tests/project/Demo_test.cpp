@@ -1,14 +1,17 @@
-// The game as ./play starts it.
+// The game: from the inside, as somebody plays it, and as ./play starts it.
 
+#include "EmberNight.h"
 #include "net/NetTest.h"
 #include "support/Golden.h"
 #include "support/Program.h"
 
-namespace {
-std::string game(const std::string& arguments) { return "'" DEMO "' --headless " + arguments; }
+#include <cstdlib>
 
-struct Demo : testing::Test {
-    Outcome run(const std::string& arguments) const { return runProgram(folder, game(arguments)); }
+namespace {
+struct Demo : EmberNightTest {
+    Outcome run(const std::string& arguments) const {
+        return runProgram(folder, "'" DEMO "' --headless " + arguments);
+    }
     Image shot(const std::string& name) const { return Image::fromFile(folder / name); }
 
     const TemporaryFolder folder;
@@ -26,86 +29,115 @@ int columnOf(const Image& image, Pixel color) {
     return count ? sum / count : -1;
 }
 
-TEST_F(Demo, ANightIsPlayedToItsEnd) {
-    const Outcome night = run("--script " SCRIPTS "/night.txt --screenshot end.png");
-    EXPECT_EQ(night.status, 0);
-    EXPECT_EQ(night.output, "Screenshot: " + folder / "night.png" + "\nScore: 360\nScreenshot: " +
-                                folder / "scores.png" + "\nScreenshot: " + folder / "end.png" + "\n");
-    // Edges that another driver rounds otherwise are allowed.
-    expectGolden(shot("night.png"), "demo_night", 3, 300);
-    expectGolden(shot("scores.png"), "demo_scores", 3, 300);
+TEST_F(Demo, ShowsTheBeginningOfANightByItself) {
+    const Outcome shown = run("");
+    EXPECT_EQ(shown.status, 0) << shown.output;
+    EXPECT_NE(shown.output.find("Replay: stopped at step 600\n"), std::string::npos) << shown.output;
+    expectGolden(shot("ember-night.png"), "demo_night", 3, 300); // edges that another driver rounds otherwise
 }
 
-TEST_F(Demo, HostAndGuestSeeEachOtherMove) {
-    folder.write("left.txt", "1 down Left\n");
-    folder.write("right.txt", "1 down Right\n");
-    const int free = portOf(KXNetworkServer("127.0.0.1", 0, 1, 0, 1));
-    const std::string port = std::to_string(free), limits = " --nights 1 --frames 6000 ";
-    Program host(folder,
-                 game("--night 10 --host " + port + limits + "--script left.txt --screenshot host.png"));
-    // The guest tries until the host waits.
-    const Outcome guest =
-        run("--join localhost:" + port + limits + "--script right.txt --screenshot guest.png");
-    const Outcome hosted = host.finish();
-    EXPECT_EQ(hosted.status + guest.status, 0);
-    const std::string score = hosted.output.substr(0, hosted.output.find('\n') + 1);
-    EXPECT_TRUE(score.starts_with("Score: ") && guest.output.starts_with(score))
-        << hosted.output << guest.output;
-    // At dawn coats have the colours they were painted in.
-    for (const char* name : {"host.png", "guest.png"}) {
-        const Image image = shot(name);
-        const int teal = columnOf(image, {0x4a, 0x9a, 0xa6, 255});
-        EXPECT_TRUE(0 < teal && teal < 300) << name << ' ' << teal;
-        EXPECT_GT(columnOf(image, {0xc0, 0x5c, 0x74, 255}), 520) << name;
+/// Two of these programs play with each other, each by its own clock; the guest tries until the host waits.
+TEST(Night, HostAndGuestSeeEachOtherMove) {
+    const char* const host = std::getenv("HOST_OF_GUEST");
+    const TemporaryFolder folder;
+    std::string path = DEMO;
+    ASSERT_EQ(KXInit(path.data()), -1);
+    Options options;
+    options.headless = true;
+    options.night = 10;
+    options.nights = 1;
+    options.frames = 6000;
+    options.screenshot = folder / "end.png";
+    std::optional<Program> guest;
+    if (host) {
+        options.join = host;
+    } else {
+        options.hostPort = portOf(KXNetworkServer("127.0.0.1", 0, 1, 0, 1));
+        guest.emplace(folder, "HOST_OF_GUEST=localhost:" + std::to_string(options.hostPort) +
+                                  " '" SELF "' --gtest_filter='Night.*'");
+        testing::internal::CaptureStdout();
     }
+    {
+        Game game(options);
+        KXTestUser user(game.app.window.id());
+        user.hold(host ? KXKeyRight : KXKeyLeft);
+        while (game.frame()) {
+        }
+        EXPECT_TRUE(game.isGood());
+    }
+    KXDeInit();
+    // At dawn coats have the colours they were painted in.
+    const Image image = Image::fromFile(options.screenshot);
+    const int teal = columnOf(image, {0x4a, 0x9a, 0xa6, 255});
+    EXPECT_TRUE(0 < teal && teal < 300) << teal;
+    EXPECT_GT(columnOf(image, {0xc0, 0x5c, 0x74, 255}), 520);
+    if (host)
+        return;
+    const std::string output = testing::internal::GetCapturedStdout();
+    const std::string score = output.substr(0, output.find('\n') + 1);
+    const Outcome guested = guest->finish();
+    EXPECT_TRUE(guested.status == 0 && score.starts_with("Score: ")) << output << guested.output;
+    EXPECT_NE(guested.output.find(score), std::string::npos) << output << guested.output;
 }
 
-TEST_F(Demo, WhatAPersonDoesCanBePlayedAgain) {
-    folder.write("script.txt",
-                 "# into the options\n3 down Down\n5 up Down\n\n8 move 400 380\n9 press\n11 release\n"
-                 "15 move 400 166\n16 press\n18 move 520 166\n20 release\n24 shot first.png\n");
-    EXPECT_EQ(run("--script script.txt --record record.txt --screenshot end.png").status, 0);
-    folder.write("again.txt", contentOf(folder / "record.txt") + "24 shot second.png\n");
-    EXPECT_EQ(run("--script again.txt --screenshot end.png").status, 0);
-    EXPECT_EQ(shot("first.png").width, 800);
+TEST_F(Demo, RecordsAndReplays) {
+    const Outcome recorded = run("--frames 60 --record night.txt --screenshot first.png");
+    EXPECT_EQ(recorded.status, 0) << recorded.output;
+    const Outcome replayed = run("--frames 60 --replay night.txt --screenshot second.png");
+    EXPECT_EQ(replayed.status, 0) << replayed.output;
+    EXPECT_NE(replayed.output.find(" steps as recorded\n"), std::string::npos) << replayed.output;
     EXPECT_EQ(differingPixels(shot("first.png"), shot("second.png")), 0);
 }
 
 TEST_F(Demo, SettingsAndScoresAreKept) {
-    folder.write("name.txt", "3 move 400 380\n4 press\n6 release\n10 move 400 252\n11 press\n12 release\n"
-                             "14 text ilse\n18 move 400 352\n19 press\n21 release\n30 quit\n");
-    EXPECT_EQ(run("--script name.txt --save game.save --screenshot a.bmp").status, 0);
+    Options options;
+    const auto enterName = [&options] {
+        Game game(options);
+        Keeper keeper(game);
+        keeper.clicks({{400, 380}, {400, 252}}); // the options; the name
+        keeper.types("ilse");
+        keeper.clicks({{400, 352}});
+    };
+    options.save = folder / "game.save";
+    enterName();
     const std::string kept = contentOf(folder / "game.save");
     EXPECT_NE(kept.find("ilse"), std::string::npos);
-    EXPECT_EQ(shot("a.bmp").width, 800);
+    options.save = folder / "cut.save";
     for (std::size_t length : {std::size_t(0), std::size_t(5), kept.size() / 2, kept.size() - 1}) {
         folder.write("cut.save", kept.substr(0, length)); // what is cut off is forgotten, no more
-        EXPECT_EQ(run("--script name.txt --save cut.save --screenshot a.png").status, 0) << length;
+        enterName();
+        EXPECT_NE(contentOf(options.save).find("ilse"), std::string::npos) << length;
     }
     EXPECT_TRUE(std::filesystem::exists(DEMO_FOLDER "/ember-night.log"));
 }
 
 TEST_F(Demo, KeysAreChosenAnew) {
-    const std::string intoControls =
-        "3 move 400 380\n4 press\n6 release\n10 move 400 292\n12 press\n14 release\n";
-    // The first player's hop gets what was the second's way up, in a tap; Escape leaves the left as it was.
-    folder.write("choose.txt",
-                 intoControls +
-                     "20 move 200 284\n22 press\n24 release\n30 down W\n30 up W\n31 shot controls.png\n"
-                     "32 down Down\n33 up Down\n34 down Down\n35 up Down\n"
-                     "36 down Down\n37 up Down\n40 down Return\n44 up Return\n"
-                     "46 down Escape\n47 up Escape\n50 quit\n");
-    EXPECT_EQ(run("--script choose.txt --save game.save --screenshot end.png").status, 0);
-    expectGolden(shot("controls.png"), "demo_controls", 3, 300);
+    Options options;
+    options.save = folder / "game.save";
+    const auto intoControls = [](Keeper& keeper) { keeper.clicks({{400, 380}, {400, 292}}); };
+    {
+        Game game(options);
+        Keeper keeper(game);
+        intoControls(keeper);
+        // The first player's hop gets what was the second's way up, in a tap; Escape leaves the left as it
+        // was.
+        keeper.clicks({{200, 284}});
+        keeper.hold(KXKeyW);
+        keeper.release(KXKeyW);
+        keeper.frames(2);
+        expectGolden(keeper.sees(), "demo_controls", 3, 300);
+        keeper.taps({KXKeyDown, KXKeyDown, KXKeyDown, KXKeyReturn, KXKeyEscape});
+    }
     const std::string kept = contentOf(folder / "game.controls");
     for (const char* line :
          {"\nfirst hop: position W\n", "\nfirst left: position Left\n", "\nfirst hop: pad1 A\n"})
         EXPECT_NE(kept.find(line), std::string::npos) << line << kept;
     EXPECT_EQ(kept.find("second up: position W"), std::string::npos);
-    folder.write("look.txt", intoControls + "30 shot look.png\n");
     const auto look = [&] {
-        EXPECT_EQ(run("--script look.txt --save game.save --screenshot end.png").status, 0);
-        return shot("look.png");
+        Game game(options);
+        Keeper keeper(game);
+        intoControls(keeper);
+        return keeper.sees();
     };
     const Image chosen = look();
     folder.write("game.controls", "first hop: position\n"); // which is none: the defaults are used
@@ -123,18 +155,14 @@ TEST_F(Demo, SaysWhatItDoesNotUnderstand) {
         EXPECT_EQ(outcome.status, 2) << arguments;
         EXPECT_TRUE(outcome.output.starts_with("play: '")) << outcome.output;
     }
-    for (const char* script :
-         {"down Left", "0 down Left", "3 down Nothing", "3 move 1", "3 jump", "3 shot"}) {
-        folder.write("bad.txt", script);
-        const Outcome outcome = run("--script bad.txt");
-        EXPECT_EQ(outcome.status, 2) << script;
-        EXPECT_EQ(outcome.output, "play: bad.txt: line 1 is not understood\n") << script;
+    for (const char* arguments : {"--replay none.txt", "--frames 1 --record no/such/folder/night.txt",
+                                  "--frames 1 --screenshot no/such/folder/shot.png"}) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.status, 1) << arguments;
+        EXPECT_TRUE(outcome.output.starts_with("play: Unable to ")) << outcome.output;
     }
-    EXPECT_EQ(run("--script none.txt").output, "play: none.txt: cannot be read\n");
     const Outcome help = run("--help");
     EXPECT_EQ(help.status, 0);
     EXPECT_NE(help.output.find("--screenshot FILE"), std::string::npos);
-    folder.write("quit.txt", "1 quit\n");
-    EXPECT_EQ(run("--script quit.txt --screenshot no/such/folder/shot.png").status, 1);
 }
 } // namespace

@@ -1,59 +1,251 @@
-// Whole runs of a game that knows nothing of recordings, by the environment alone.
+// Whole runs of games that know nothing of recordings.
 
-#include "support/Image.h"
+#include "EmberNight.h"
+#include "LevelScene.h"
+#include "TitleScene.h"
+#include "support/Golden.h"
 #include "support/Program.h"
 
-#include <gtest/gtest.h>
+#include <KobaltrixTest/KXTestPad.h>
 
-#include <fstream>
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
 #include <random>
+#include <set>
+#include <tuple>
+#include <vector>
 
 namespace {
-struct Replay : testing::Test {
-    Outcome run(const std::string& environment, const std::string& arguments = "") const {
-        return runProgram(folder, environment + " '" DEMO "' --headless " + arguments);
+/// Somebody who keeps the fire with one of three devices: fetches moths, three at a time. Who plays with keys
+/// has a display of 60 Hz, the others one of 30.
+class NightKeeper : public Keeper {
+public:
+    NightKeeper(Game& game, const std::string& device)
+        : Keeper(game, device == "keys" ? 60 : 30), _game(game), _device(device) {}
+
+    /// Plays while it is night.
+    void keepTheFire() {
+        for (; const LevelScene* const level = night(); frames(3))
+            if (!level->picture().phase)
+                act(level->picture());
     }
-    const TemporaryFolder folder;
+
+    KXTestPad pad;
+
+private:
+    const LevelScene* night() const { return dynamic_cast<const LevelScene*>(&_game.scene()); }
+
+    // Under the nearest moth that does not follow yet.
+    static KXPoint goal(const Picture& picture) {
+        const Picture::Player& keeper = picture.players[0];
+        KXPoint goal = World::fire;
+        float nearest = keeper.carried < 3 ? 1000.0f : 0.0f;
+        for (const Picture::Moth& moth : picture.moths) {
+            const float way = std::hypot(moth.at.x - keeper.at.x, moth.at.y - keeper.at.y);
+            if (way > 70 && way < nearest && moth.light > 0.3f) {
+                nearest = way;
+                goal = {moth.at.x, std::max(moth.at.y + 20, 320.0f)};
+            }
+        }
+        return goal;
+    }
+    void act(const Picture& picture) {
+        const KXPoint to = goal(picture), from = picture.players[0].at;
+        const bool hops = !_hopped && std::abs(to.x - from.x) < 40;
+        _hopped = hops;
+        if (_device == "mouse") {
+            move(to);
+            hold(KXMouseLeft);
+            hops ? hold(KXMouseRight) : release(KXMouseRight);
+        } else if (_device == "pad") {
+            const auto tilt = [](float way) { return std::clamp(way / 10, -1.0f, 1.0f); };
+            pad.stick(KXPadLeftSide, {tilt(to.x - from.x), tilt(to.y - from.y)});
+            hops ? pad.hold(KXPadA) : pad.release(KXPadA);
+        } else {
+            keep(KXKeyLeft, to.x < from.x - 8);
+            keep(KXKeyRight, to.x > from.x + 8);
+            keep(KXKeyUp, to.y < from.y - 8);
+            keep(KXKeyDown, to.y > from.y + 8);
+            keep(KXKeySpace, hops);
+        }
+    }
+    void keep(KXKeyNumber key, bool down) {
+        if (down && _held.insert(key).second)
+            hold(key);
+        else if (!down && _held.erase(key))
+            release(key);
+    }
+
+    Game& _game;
+    std::string _device;
+    bool _hopped = false;
+    std::set<KXKeyNumber> _held;
 };
 
-// Somebody who hits everything at random, in the game and on the screen of widgets.
-TEST_F(Replay, OfRandomInputIsTheSameInEachStep) {
-    const char* const keys[] = {"Left", "Right", "Up", "Down", "Space", "Return",
-                                "A",    "D",     "W",  "S",    "Tab",   "P"};
-    for (const char* screen : {"--nights 50", "--widgets"})
-        for (unsigned seed = 1; seed <= 2; ++seed) {
-            std::mt19937 random(seed);
-            const auto below = [&random](unsigned n) { return static_cast<unsigned>(random() % n); };
-            std::string script;
-            for (int step = 1; step <= 10000; ++step) {
-                const std::string at = std::to_string(step) + " ";
-                if (below(3) == 0)
-                    script += at + (below(2) ? "down " : "up ") + keys[below(12)] + "\n";
-                if (below(10) == 0)
-                    script +=
-                        at + "move " + std::to_string(below(800)) + " " + std::to_string(below(500)) + "\n";
-                if (below(10) == 0)
-                    script += at + (below(2) ? "press\n" : "release\n");
-                if (below(50) == 0)
-                    script += at + "text x\xc3\xa9\n";
-            }
-            folder.write("random.txt", script);
-            const std::string arguments =
-                std::string(screen) + " --script random.txt --frames 10000 --screenshot ";
-            const Outcome recorded = run("KOBALTRIX_RECORD=run.txt", arguments + "recorded.png");
-            const Outcome replayed = run("KOBALTRIX_REPLAY=run.txt", arguments + "replayed.png");
-            EXPECT_EQ(recorded.status + replayed.status, 0) << replayed.output;
-            EXPECT_NE(replayed.output.find(" steps as recorded\n"), std::string::npos) << replayed.output;
-            EXPECT_EQ(differingPixels(Image::fromFile(folder / "recorded.png"),
-                                      Image::fromFile(folder / "replayed.png")),
-                      0)
-                << screen << seed;
-        }
+/// What one does beside the night itself: into it, and out of the game again.
+void play(const std::string& device) {
+    Options options;
+    options.headless = true;
+    options.night = Options::secondsRecorded;
+    Game game(options);
+    NightKeeper keeper(game, device);
+    keeper.frames(20);
+    if (device == "keys") {
+        keeper.taps({KXKeyDown, KXKeyUp, KXKeyReturn, KXKeyP, KXKeyP}); // a pause before it begins
+        keeper.keepTheFire();
+        keeper.types("Ada");
+        keeper.taps({KXKeyReturn});
+    } else if (device == "mouse") {
+        keeper.clicks({{400, 380}}); // the options
+        keeper.drags({400, 166}, {520, 166});
+        keeper.clicks({{400, 352}, {400, 228}}); // back, and into the night
+        keeper.keepTheFire();
+        keeper.release(KXMouseLeft);
+        keeper.clicks({{475, 246}, {400, 420}}); // the name stays as it is; back to the title
+    } else {
+        keeper.pad.hold(KXPadA);
+        keeper.frames(4);
+        keeper.pad.release(KXPadA);
+        keeper.keepTheFire();
+        keeper.taps({KXKeyReturn}); // a name is typed, or left
+    }
+    keeper.frames(30);
+    keeper.quit();
+    keeper.frames();
 }
 
-TEST_F(Replay, StopsForAPictureAndTellsWhatIsWrong) {
-    const auto example = [this](const std::string& environment,
-                                const std::string& name = "08_timers_easing") {
+/// A game whose player hits everything at random in each of its steps, but has no network.
+class WildGame : public Game {
+public:
+    WildGame(const Options& options, unsigned seed) : Game(options), _user(app.window), _random(seed) {
+        resize();
+    }
+
+    void step() override {
+        Game::step();
+        if (++_steps == 10000)
+            _user.quit();
+        else if (dynamic_cast<const TitleScene*>(&scene()))
+            goOn();
+        else
+            act();
+    }
+
+private:
+    unsigned below(unsigned n) { return static_cast<unsigned>(_random() % n); }
+    float place(unsigned n) { return static_cast<float>(below(n)); }
+
+    // The first button begins a night; that of the widgets is the last but one.
+    void goOn() {
+        _user.move({0, 0});
+        _user.release(KXMouseLeft);
+        for (const KXKeyNumber key : keys)
+            _user.release(key);
+        for (const KXKeyNumber key : {KXKeyUp, KXKeyUp, KXKeyReturn})
+            if (app.options.widgets || key == KXKeyReturn) {
+                _user.hold(key);
+                _user.release(key);
+            }
+    }
+    void act() {
+        const KXKeyNumber key = keys[below(12)];
+        if (below(3) == 0)
+            below(2) ? _user.hold(key) : _user.release(key);
+        if (below(10) == 0)
+            _user.move({place(800), place(500)});
+        if (below(10) == 0)
+            below(2) ? _user.hold(KXMouseLeft) : _user.release(KXMouseLeft);
+        if (below(50) == 0)
+            _user.type("x\xc3\xa9");
+        if (below(300) == 0)
+            resize();
+    }
+    // As a window manager might. Pictures of a corner are soon drawn.
+    void resize() { _user.resize({200 + place(200), 100 + place(150)}); }
+
+    static constexpr KXKeyNumber keys[] = {KXKeyLeft, KXKeyRight, KXKeyUp, KXKeyDown, KXKeySpace, KXKeyReturn,
+                                           KXKeyA,    KXKeyD,     KXKeyW,  KXKeyS,    KXKeyTab,   KXKeyP};
+
+    KXTestUser _user;
+    std::mt19937 _random;
+    int _steps = 0;
+};
+
+struct WildReplay : EmberNightTest, testing::WithParamInterface<std::tuple<bool, unsigned>> {};
+
+TEST_P(WildReplay, IsTheSameInEachStep) {
+    const auto [widgets, seed] = GetParam();
+    const TemporaryFolder folder, played; // which the file browser shows
+    std::filesystem::current_path(played.path());
+    setenv("KOBALTRIX_RECORD_PIXELS", "10", 1);
+    ASSERT_EQ(KXBeginRecording((folder / "run.txt").c_str()), -1) << KXError();
+    {
+        Options options;
+        options.headless = true;
+        options.widgets = widgets;
+        WildGame game(options, seed);
+        while (
+            game.frame()) // a display so slow that there are as many steps for each picture as there may be
+            clock.advance(250);
+    }
+    KXDeInit();
+    KXEndRecording();
+    const Outcome replay = runProgram(played, "'" DEMO "' --headless --replay '" + folder / "run.txt" + "'" +
+                                                  (widgets ? " --widgets" : ""));
+    EXPECT_EQ(replay.status, 0);
+    EXPECT_NE(replay.output.find("Replay: 100"), std::string::npos) << replay.output;
+}
+
+INSTANTIATE_TEST_SUITE_P(On, WildReplay, testing::Combine(testing::Bool(), testing::Values(1u, 2u)));
+
+struct Nights : EmberNightTest, testing::WithParamInterface<const char*> {
+    static std::string display(int rate) {
+        return "DISPLAY_RATE=" + std::to_string(rate) +
+               " DISPLAY_SECONDS=100 KOBALTRIX_REPLAY_PACE=recorded LD_PRELOAD='" SIMULATED_DISPLAY "'";
+    }
+};
+
+// With KOBALTRIX_RECORD_NIGHTS in the environment the recordings are made anew before.
+TEST_P(Nights, AreReplayedBitForBit) {
+    const std::string device = GetParam(), file = NIGHTS "/" + device + ".txt";
+    if (std::getenv("KOBALTRIX_RECORD_NIGHTS")) {
+        setenv("KOBALTRIX_RECORD_PIXELS", "15", 1);
+        ASSERT_EQ(KXBeginRecording(file.c_str()), -1) << KXError();
+        play(device);
+        KXDeInit(); // as the whole program
+        KXEndRecording();
+    }
+    // On displays of two rates, at the pace it was played; where nothing can be put before the system's
+    // clock, as fast as it goes.
+#ifdef SIMULATED_DISPLAY
+    std::vector displays = {display(device == "pad" ? 75 : 144)};
+    if (device == "keys")
+        displays.push_back(display(75));
+#else
+    const std::string displays[] = {""};
+#endif
+    const TemporaryFolder folder;
+    for (const std::string& environment : displays) {
+        const Outcome replay = runProgram(folder, environment + " '" DEMO "' --headless --night " +
+                                                      std::to_string(Options::secondsRecorded) +
+                                                      " --screenshot end.png --replay '" + file + "'");
+        EXPECT_EQ(replay.status, 0);
+        for (const char* line : {"Score: ", " steps as recorded\n"})
+            EXPECT_NE(replay.output.find(line), std::string::npos) << environment << replay.output;
+    }
+    if (device == "keys") // edges that another driver rounds otherwise are allowed
+        expectGolden(Image::fromFile(folder / "end.png"), "demo_scores", 3, 300);
+}
+
+INSTANTIATE_TEST_SUITE_P(By, Nights, testing::Values("keys", "mouse", "pad"),
+                         [](const auto& device) { return std::string(device.param); });
+
+TEST(Replay, StopsForAPictureAndTellsWhatIsWrong) {
+    const TemporaryFolder folder;
+    const auto example = [&folder](const std::string& environment,
+                                   const std::string& name = "08_timers_easing") {
         return runProgram(folder, environment + " '" EXAMPLES "/" + name + "' --frames 90");
     };
     EXPECT_EQ(example("KOBALTRIX_RECORD=run.txt").status, 0);

@@ -1,6 +1,6 @@
 // A display of DISPLAY_RATE Hz, in time of its own: preloaded into a game, this waits for the display by
-// turning the clock on, and closes the game's window after ten seconds of that time. At its end the game says
-// how many logic steps it has run.
+// turning the clock on, and closes the game's window after DISPLAY_SECONDS of that time, ten without it. At
+// its end the game says how many logic steps it has run.
 
 #include <Kobaltrix/KXLogicLoop.h>
 
@@ -21,7 +21,7 @@ Function* original(Function*, const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
-constexpr std::int64_t second = 1'000'000'000, length = 10 * second;
+constexpr std::int64_t second = 1'000'000'000;
 constexpr std::int64_t drawing = 1'500'000; // how long a frame takes to be drawn
 const pthread_t game = pthread_self();      // other threads keep the system's time
 std::int64_t now = second;                  // nanoseconds
@@ -31,8 +31,10 @@ bool isGame() { return pthread_equal(pthread_self(), game); }
 
 /// Lets time pass, and the user leave when it is over.
 void wait(std::int64_t nanoseconds) {
+    static const char* const seconds = std::getenv("DISPLAY_SECONDS");
+    static const std::int64_t end = second * (1 + (seconds ? std::atoi(seconds) : 10));
     now += nanoseconds;
-    if (now < second + length)
+    if (now < end)
         return;
     SDL_Event event = {};
     event.type = SDL_QUIT;

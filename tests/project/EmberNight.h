@@ -1,0 +1,74 @@
+#pragma once
+
+#include "Game.h"
+#include "support/Image.h"
+
+#include <KobaltrixTest/KXTestClock.h>
+#include <KobaltrixTest/KXTestUser.h>
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <string>
+
+/// The library as the game starts it, in time that passes only where the game waits.
+struct EmberNightTest : testing::Test {
+    EmberNightTest() {
+        std::string path = DEMO;
+        EXPECT_EQ(KXInit(path.data()), -1) << KXError();
+        KXApplicationCancelQuitRequest();
+    }
+    ~EmberNightTest() override { KXDeInit(); }
+
+    KXTestClock clock;
+};
+
+/// Somebody at the game. What takes time are frames of the game's own loop: each is a step on a display of
+/// 60 Hz, which is what most have, and more on slower ones.
+class Keeper : public KXTestUser {
+public:
+    explicit Keeper(Game& game, unsigned displayRate = 60)
+        : KXTestUser(game.app.window.id()), _game(game), _displayRate(displayRate) {}
+
+    void frames(unsigned count = 1) {
+        constexpr unsigned second = 1'000'000'000;
+        for (unsigned i = 0; i < count; ++i) {
+            _game.frame();
+            KXTestClock::current()->advanceNanoseconds(second / _displayRate - second / 60); // it has waited
+        }
+    }
+    void clicks(std::initializer_list<KXPoint> points) {
+        for (const KXPoint point : points)
+            drags(point, point);
+    }
+    void drags(KXPoint from, KXPoint to) {
+        move(from);
+        frames(); // widgets look at the pointer before the press
+        hold(KXMouseLeft);
+        frames();
+        move(to);
+        frames();
+        release(KXMouseLeft);
+        frames();
+    }
+    void taps(std::initializer_list<KXKeyNumber> keys) {
+        for (const KXKeyNumber key : keys) {
+            hold(key);
+            frames();
+            release(key);
+            frames();
+        }
+    }
+    void types(const char* text) {
+        type(text);
+        frames();
+    }
+    Image sees() {
+        _game.draw();
+        return Image::of(_game.app.window);
+    }
+
+private:
+    Game& _game;
+    unsigned _displayRate;
+};
