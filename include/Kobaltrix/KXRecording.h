@@ -28,6 +28,9 @@
 /// What is typed or pasted into a masked text entry is never recorded: a replay types an x for each
 /// character.
 ///
+/// KXInit() fails if that cannot be done, or if both a recording and a replay are asked for. A recording that
+/// cannot be written any more ends, with a text in KXError() and on the error channel; the game goes on.
+///
 /// All calls belong to the thread that runs the logic loop, after KXInit() unless it says otherwise.
 
 /// With a non-zero @a ignore KXInit() does not look at the environment: for a game that is shipped. To be
@@ -42,7 +45,8 @@ KX_API int KXBeginRecording(const char* path);
 /// Begins to replay a recording that KXBeginRecording() made at the same place in the game.
 /// @return -1, or 0 with a text in KXError() that names the line if the file is damaged.
 KX_API int KXBeginReplay(const char* path);
-/// Ends the recording or the replay that is under way; the game goes on with the world as it is.
+/// Ends the recording or the replay that is under way; the game goes on with the world as it is. Where the
+/// environment asks for a replay, that is the end of the process.
 KX_API void KXEndRecording();
 
 /// What is under way.

@@ -13,8 +13,10 @@
 
 #include <SDL.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <random>
 #include <sstream>
 
@@ -235,16 +237,38 @@ TEST_F(RecordingTest, DamagedFilesAreRefusedWithTheirLine) {
         if (KXBeginReplay(file.c_str()))
             KXEndRecording();
         else
-            EXPECT_TRUE(
-                std::string(KXError()).starts_with(file + ":") &&
-                (std::string(KXError()).ends_with("damaged") || std::string(KXError()).ends_with("cut off")))
+            EXPECT_TRUE(std::string(KXError()).starts_with(file + ":1: the recording is none of a kind") ||
+                        (std::string(KXError()).starts_with(file + ":") &&
+                         (std::string(KXError()).ends_with("damaged") ||
+                          std::string(KXError()).ends_with("cut off"))))
                 << KXError();
     }
-    write("kobaltrix recording 1\nprogram \"nothing\"\n");
+    const std::string head = "kobaltrix recording 1\nprogram \"nothing\"\n";
+    write(head);
     EXPECT_EQ(KXBeginReplay(file.c_str()), 0) << "it never began";
+    for (const char* impossible :
+         {"begin 1 0", "= w16385", "= h-1", "= n-1", "= n4611686018427387904", "= n9223372036854775807 n1",
+          "step 2 0", "step 1 x", "pixels 0 0 \"\"", "end 1", "end\nend", "key-down 1 1 0 4 97"}) {
+        write(head + "begin 1 0\n" + impossible + "\n");
+        EXPECT_EQ(KXBeginReplay(file.c_str()), 0) << impossible;
+        EXPECT_TRUE(std::string(KXError()).ends_with("damaged")) << KXError();
+    }
     for (const char* nothing : {"", static_cast<const char*>(nullptr), "/"})
         EXPECT_EQ(KXBeginReplay(nothing) | KXBeginRecording(nothing), 0);
     EXPECT_EQ(KXRecordingStateNow(), KXRecordingNone);
+}
+
+TEST_F(RecordingTest, EndsWhereTheDiskIsFull) {
+    const char* const full = "/dev/full";
+    if (!KXFileExists(full))
+        return; // a system without one
+    EXPECT_EQ(KXBeginRecording(full), -1) << KXError();
+    KXTestInput user;
+    user.step();
+    EXPECT_EQ(KXRecordingStateNow(), KXRecordingNone);
+    EXPECT_STREQ(KXError(), "The recording cannot be written any more at step 1");
+    user.step();
+    EXPECT_EQ(KXKeyPressed(), 0) << "the game goes on";
 }
 
 TEST_F(RecordingTest, HidesWhatIsTypedIntoAMaskedEntry) {
@@ -265,9 +289,27 @@ TEST_F(RecordingTest, HidesWhatIsTypedIntoAMaskedEntry) {
     user.hold(KXKeyV);
     user.step(2);
     EXPECT_STREQ(entry.text(), "secr\xc3\xa9thoard");
+    user.keyUp(SDLK_LCTRL);
+    user.keyDown(SDLK_q);
+    user.keyDown(SDLK_SPACE);
+    user.keyDown(SDLK_KP_7);
+    user.step();
+    entry.unfocus();
+    user.keyUp(SDLK_q); // tells as little
+    user.step();
     KXEndRecording();
-    for (const char* hidden : {"secr", "\xc3\xa9", "tiara", " 115 ", "hoard"})
+    for (const char* hidden :
+         {"secr", "\xc3\xa9", "tiara", " 115 ", "hoard", " 113 ", " 32 ", " 1073741919 "})
         EXPECT_EQ(text().find(hidden), std::string::npos) << hidden;
+    std::map<std::string, int> held; // by the key's number: what comes up is what went down
+    std::istringstream lines(text());
+    for (std::string line; std::getline(lines, line);)
+        if (std::string name, window, time, repeat, place, key; line.starts_with("key-")) {
+            std::istringstream(line) >> name >> window >> time >> repeat >> place >> key;
+            held[key] += name == "key-down" ? 1 : -1;
+        }
+    EXPECT_EQ(std::ranges::count_if(held, [](const auto& key) { return key.second == 1; }), 3) << text();
+    EXPECT_EQ(std::ranges::count_if(held, [](const auto& key) { return key.second < 0; }), 0) << text();
     EXPECT_NE(text().find("\"xxxxxx\""), std::string::npos) << text();
 }
 } // namespace

@@ -38,14 +38,14 @@ public:
         }
     }
     void clicks(std::initializer_list<KXPoint> points) {
-        for (const KXPoint point : points)
-            drags(point, point);
+        for (const KXPoint point : points) {
+            presses(point);
+            release(KXMouseLeft);
+            frames();
+        }
     }
     void drags(KXPoint from, KXPoint to) {
-        move(from);
-        frames(); // widgets look at the pointer before the press
-        hold(KXMouseLeft);
-        frames();
+        presses(from);
         move(to);
         frames();
         release(KXMouseLeft);
@@ -69,6 +69,13 @@ public:
     }
 
 private:
+    void presses(KXPoint point) {
+        move(point);
+        frames(); // widgets look at the pointer before the press
+        hold(KXMouseLeft);
+        frames();
+    }
+
     Game& _game;
     unsigned _displayRate;
 };
