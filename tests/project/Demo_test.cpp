@@ -125,7 +125,7 @@ TEST_F(Demo, KeysAreChosenAnew) {
         keeper.hold(KXKeyW);
         keeper.release(KXKeyW);
         keeper.frames(2);
-        expectGolden(keeper.sees(), "demo_controls", 3, 300);
+        expectGolden(lookAt(game), "demo_controls", 3, 300);
         keeper.taps({KXKeyDown, KXKeyDown, KXKeyDown, KXKeyReturn, KXKeyEscape});
     }
     const std::string kept = contentOf(folder / "game.controls");
@@ -137,7 +137,7 @@ TEST_F(Demo, KeysAreChosenAnew) {
         Game game(options);
         Keeper keeper(game);
         intoControls(keeper);
-        return keeper.sees();
+        return lookAt(game);
     };
     const Image chosen = look();
     folder.write("game.controls", "first hop: position\n"); // which is none: the defaults are used

@@ -1,123 +1,19 @@
 // Whole runs of games that know nothing of recordings.
 
 #include "EmberNight.h"
-#include "LevelScene.h"
 #include "TitleScene.h"
 #include "support/Golden.h"
 #include "support/Program.h"
 
-#include <KobaltrixTest/KXTestPad.h>
-
 #include <SDL_video.h>
 
-#include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <random>
-#include <set>
 #include <tuple>
 #include <vector>
 
 namespace {
-/// Somebody who keeps the fire with one of three devices: fetches moths, three at a time. Who plays with keys
-/// has a display of 60 Hz, the others one of 30.
-class NightKeeper : public Keeper {
-public:
-    NightKeeper(Game& game, const std::string& device)
-        : Keeper(game, device == "keys" ? 60 : 30), _game(game), _device(device) {}
-
-    /// Plays while it is night.
-    void keepTheFire() {
-        for (; const LevelScene* const level = night(); frames(3))
-            if (!level->picture().phase)
-                act(level->picture());
-    }
-
-    KXTestPad pad;
-
-private:
-    const LevelScene* night() const { return dynamic_cast<const LevelScene*>(&_game.scene()); }
-
-    // Under the nearest moth that does not follow yet.
-    static KXPoint goal(const Picture& picture) {
-        const Picture::Player& keeper = picture.players[0];
-        KXPoint goal = World::fire;
-        float nearest = keeper.carried < 3 ? 1000.0f : 0.0f;
-        for (const Picture::Moth& moth : picture.moths) {
-            const float way = std::hypot(moth.at.x - keeper.at.x, moth.at.y - keeper.at.y);
-            if (way > 70 && way < nearest && moth.light > 0.3f) {
-                nearest = way;
-                goal = {moth.at.x, std::max(moth.at.y + 20, 320.0f)};
-            }
-        }
-        return goal;
-    }
-    void act(const Picture& picture) {
-        const KXPoint to = goal(picture), from = picture.players[0].at;
-        const bool hops = !_hopped && std::abs(to.x - from.x) < 40;
-        _hopped = hops;
-        if (_device == "mouse") {
-            move(to);
-            hold(KXMouseLeft);
-            hops ? hold(KXMouseRight) : release(KXMouseRight);
-        } else if (_device == "pad") {
-            const auto tilt = [](float way) { return std::clamp(way / 10, -1.0f, 1.0f); };
-            pad.stick(KXPadLeftSide, {tilt(to.x - from.x), tilt(to.y - from.y)});
-            hops ? pad.hold(KXPadA) : pad.release(KXPadA);
-        } else {
-            keep(KXKeyLeft, to.x < from.x - 8);
-            keep(KXKeyRight, to.x > from.x + 8);
-            keep(KXKeyUp, to.y < from.y - 8);
-            keep(KXKeyDown, to.y > from.y + 8);
-            keep(KXKeySpace, hops);
-        }
-    }
-    void keep(KXKeyNumber key, bool down) {
-        if (down && _held.insert(key).second)
-            hold(key);
-        else if (!down && _held.erase(key))
-            release(key);
-    }
-
-    Game& _game;
-    std::string _device;
-    bool _hopped = false;
-    std::set<KXKeyNumber> _held;
-};
-
-/// What one does beside the night itself: into it, and out of the game again.
-void play(const std::string& device) {
-    Options options;
-    options.headless = true;
-    options.night = Options::secondsRecorded;
-    Game game(options);
-    NightKeeper keeper(game, device);
-    keeper.frames(20);
-    if (device == "keys") {
-        keeper.taps({KXKeyDown, KXKeyUp, KXKeyReturn, KXKeyP, KXKeyP}); // a pause before it begins
-        keeper.keepTheFire();
-        keeper.types("Ada");
-        keeper.taps({KXKeyReturn});
-    } else if (device == "mouse") {
-        keeper.clicks({{400, 380}}); // the options
-        keeper.drags({400, 166}, {520, 166});
-        keeper.clicks({{400, 352}, {400, 228}}); // back, and into the night
-        keeper.keepTheFire();
-        keeper.release(KXMouseLeft);
-        keeper.clicks({{475, 246}, {400, 420}}); // the name stays as it is; back to the title
-    } else {
-        keeper.pad.hold(KXPadA);
-        keeper.frames(4);
-        keeper.pad.release(KXPadA);
-        keeper.keepTheFire();
-        keeper.taps({KXKeyReturn}); // a name is typed, or left
-    }
-    keeper.frames(30);
-    keeper.quit();
-    keeper.frames();
-}
-
 /// A game whose player hits everything at random in each of its steps, but has no network.
 class WildGame : public Game {
 public:
@@ -205,23 +101,15 @@ TEST_P(WildReplay, IsTheSameInEachStep) {
 
 INSTANTIATE_TEST_SUITE_P(On, WildReplay, testing::Combine(testing::Bool(), testing::Values(1u, 2u)));
 
-struct Nights : EmberNightTest, testing::WithParamInterface<const char*> {
+struct Nights : testing::Test, testing::WithParamInterface<const char*> {
     static std::string display(int rate) {
         return "DISPLAY_RATE=" + std::to_string(rate) +
                " DISPLAY_SECONDS=100 KOBALTRIX_REPLAY_PACE=recorded LD_PRELOAD='" SIMULATED_DISPLAY "'";
     }
 };
 
-// With KOBALTRIX_RECORD_NIGHTS in the environment the recordings are made anew before.
 TEST_P(Nights, AreReplayedBitForBit) {
     const std::string device = GetParam(), file = NIGHTS "/" + device + ".txt";
-    if (std::getenv("KOBALTRIX_RECORD_NIGHTS")) {
-        setenv("KOBALTRIX_RECORD_PIXELS", "15", 1);
-        ASSERT_EQ(KXBeginRecording(file.c_str()), -1) << KXError();
-        play(device);
-        KXDeInit(); // as the whole program
-        KXEndRecording();
-    }
     // On displays of two rates, at the pace it was played; where nothing can be put before the system's
     // clock, as fast as it goes.
 #ifdef SIMULATED_DISPLAY

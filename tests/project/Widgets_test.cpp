@@ -35,7 +35,7 @@ struct Widgets : EmberNightTest {
     }
     /// A part of what is seen; the same everywhere but for edges that another driver rounds otherwise.
     void expectShot(const std::string& name, int left = 0, int top = 0, int width = 800, int height = 500) {
-        const Image whole = user->sees();
+        const Image whole = lookAt(*game);
         Image shown = {width, height, {}};
         for (int y = 0; y < height; ++y)
             for (int x = 0; x < width; ++x)
