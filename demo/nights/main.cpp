@@ -22,7 +22,7 @@ public:
 
     /// Plays while it is night.
     void keepTheFire() {
-        for (; const LevelScene* const level = night(); frames(3))
+        for (; const LevelScene* const level = night(); step(3))
             if (!level->picture().phase)
                 act(level->picture());
     }
@@ -86,29 +86,29 @@ void play(const std::string& device) {
     options.night = Options::secondsRecorded;
     Game game(options);
     NightKeeper keeper(game, device);
-    keeper.frames(20);
+    keeper.step(20);
     if (device == "keys") {
-        keeper.taps({KXKeyDown, KXKeyUp, KXKeyReturn, KXKeyP, KXKeyP}); // a pause before it begins
+        keeper.presses({KXKeyDown, KXKeyUp, KXKeyReturn, KXKeyP, KXKeyP}); // a pause before it begins
         keeper.keepTheFire();
         keeper.types("Ada");
-        keeper.taps({KXKeyReturn});
+        keeper.press(KXKeyReturn);
     } else if (device == "mouse") {
-        keeper.clicks({{400, 380}}); // the options
-        keeper.drags({400, 166}, {520, 166});
+        keeper.click({400, 380}); // the options
+        keeper.drag({400, 166}, {520, 166}, 1);
         keeper.clicks({{400, 352}, {400, 228}}); // back, and into the night
         keeper.keepTheFire();
         keeper.release(KXMouseLeft);
         keeper.clicks({{475, 246}, {400, 420}}); // the name stays as it is; back to the title
     } else {
         keeper.pad.hold(KXPadA);
-        keeper.frames(4);
+        keeper.step(4);
         keeper.pad.release(KXPadA);
         keeper.keepTheFire();
-        keeper.taps({KXKeyReturn}); // a name is typed, or left
+        keeper.press(KXKeyReturn); // a name is typed, or left
     }
-    keeper.frames(30);
+    keeper.step(30);
     keeper.quit();
-    keeper.frames();
+    keeper.step();
 }
 
 // The recording of a whole run of the game, whose start is here.

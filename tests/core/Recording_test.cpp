@@ -263,7 +263,7 @@ TEST_F(RecordingTest, EndsWhereTheDiskIsFull) {
     if (!KXFileExists(full))
         return; // a system without one
     EXPECT_EQ(KXBeginRecording(full), -1) << KXError();
-    KXTestInput user;
+    KXTestUser user;
     user.step();
     EXPECT_EQ(KXRecordingStateNow(), KXRecordingNone);
     EXPECT_STREQ(KXError(), "The recording cannot be written any more at step 1");
@@ -289,13 +289,13 @@ TEST_F(RecordingTest, HidesWhatIsTypedIntoAMaskedEntry) {
     user.hold(KXKeyV);
     user.step(2);
     EXPECT_STREQ(entry.text(), "secr\xc3\xa9thoard");
-    user.keyUp(SDLK_LCTRL);
-    user.keyDown(SDLK_q);
-    user.keyDown(SDLK_SPACE);
-    user.keyDown(SDLK_KP_7);
+    user.release(KXKeyLeftControl);
+    user.hold(KXKeyQ);
+    user.hold(KXKeySpace);
+    user.hold(KXKeyPad7);
     user.step();
     entry.unfocus();
-    user.keyUp(SDLK_q); // tells as little
+    user.release(KXKeyQ); // tells as little
     user.step();
     KXEndRecording();
     for (const char* hidden :

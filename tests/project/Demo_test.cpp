@@ -96,7 +96,7 @@ TEST_F(Demo, SettingsAndScoresAreKept) {
         Keeper keeper(game);
         keeper.clicks({{400, 380}, {400, 252}}); // the options; the name
         keeper.types("ilse");
-        keeper.clicks({{400, 352}});
+        keeper.click({400, 352});
     };
     options.save = folder / "game.save";
     enterName();
@@ -121,12 +121,12 @@ TEST_F(Demo, KeysAreChosenAnew) {
         intoControls(keeper);
         // The first player's hop gets what was the second's way up, in a tap; Escape leaves the left as it
         // was.
-        keeper.clicks({{200, 284}});
+        keeper.click({200, 284});
         keeper.hold(KXKeyW);
         keeper.release(KXKeyW);
-        keeper.frames(2);
+        keeper.step(2);
         expectGolden(lookAt(game), "demo_controls", 3, 300);
-        keeper.taps({KXKeyDown, KXKeyDown, KXKeyDown, KXKeyReturn, KXKeyEscape});
+        keeper.presses({KXKeyDown, KXKeyDown, KXKeyDown, KXKeyReturn, KXKeyEscape});
     }
     const std::string kept = contentOf(folder / "game.controls");
     for (const char* line :

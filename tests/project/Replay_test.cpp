@@ -5,8 +5,6 @@
 #include "support/Golden.h"
 #include "support/Program.h"
 
-#include <SDL_video.h>
-
 #include <cstdlib>
 #include <filesystem>
 #include <random>
@@ -60,11 +58,8 @@ private:
         if (below(300) == 0)
             resize();
     }
-    // As a window manager does, of which the game hears later. Pictures of a corner are soon drawn.
-    void resize() {
-        const int width = 200 + static_cast<int>(below(200)), height = 100 + static_cast<int>(below(150));
-        SDL_SetWindowSize(SDL_GetWindowFromID(app.window.id()), width, height);
-    }
+    // As a window manager does. Pictures of a corner are soon drawn.
+    void resize() { _user.resize({200 + place(200), 100 + place(150)}); }
 
     static constexpr KXKeyNumber keys[] = {KXKeyLeft, KXKeyRight, KXKeyUp, KXKeyDown, KXKeySpace, KXKeyReturn,
                                            KXKeyA,    KXKeyD,     KXKeyW,  KXKeyS,    KXKeyTab,   KXKeyP};

@@ -29,9 +29,9 @@ struct Widgets : EmberNightTest {
 
     void withKey(KXKeyNumber modifier, KXKeyNumber key) {
         user->hold(modifier);
-        user->taps({key});
+        user->press(key);
         user->release(modifier);
-        user->frames();
+        user->step();
     }
     /// A part of what is seen; the same everywhere but for edges that another driver rounds otherwise.
     void expectShot(const std::string& name, int left = 0, int top = 0, int width = 800, int height = 500) {
@@ -51,15 +51,15 @@ struct Widgets : EmberNightTest {
 
 TEST_F(Widgets, ReportWhatTheMouseDoes) {
     user->clicks({{130, 90}, {130, 90}, {130, 122}, {130, 122}}); // the bell, the toggle button
-    user->drags({134, 193}, {185, 300});                          // the slider's knob
-    user->clicks({{350, 110}});                                   // the name
+    user->drag({134, 193}, {185, 300}, 1);                        // the slider's knob
+    user->click({350, 110});                                      // the name
     user->types("& Grace %d");
-    user->clicks({{640, 137}}); // the third row of the list
+    user->click({640, 137}); // the third row of the list
     user->wheel(-2);
-    user->frames();
+    user->step();
     user->types("77778");
     user->move({400, 490});
-    user->frames();
+    user->step();
     expectShot("widgets");
     expectReports(
         "Button: rung once\nButton: rung 2 times\nToggle button: off\nToggle button: on\nSlider: 75\n"
@@ -69,10 +69,10 @@ TEST_F(Widgets, ReportWhatTheMouseDoes) {
 TEST_F(Widgets, ThreeLevelsOfMenusOpenAndOneClickElsewhereClosesThem) {
     user->clicks({{20, 13}, {75, 13}, {80, 110}, {180, 160}}); // File, which closes when Fire opens; Glow
     user->move({260, 184});
-    user->frames();
+    user->step();
     expectShot("widgets_menus", 0, 0, 320, 240);
     user->clicks({{350, 90}, {130, 250}}); // closes them, and nothing below is meant
-    user->taps({KXKeyReturn});             // would be the question, but a menu is opened above it first
+    user->press(KXKeyReturn);              // would be the question, but a menu is opened above it first
     user->clicks({{75, 13}, {90, 90}, {130, 90}});               // a divider
     user->clicks({{75, 13}, {80, 110}, {180, 160}, {260, 184}}); // Rose
     user->clicks({{75, 13}, {90, 36}, {130, 90}});               // Stoke
@@ -84,40 +84,40 @@ TEST_F(Widgets, WindowsAreAnsweredByMouseAndKeysAndNothingBelowThemActs) {
     folder.write("night.txt");
     folder.write("other.txt");
     std::filesystem::create_directory(folder / "moths");
-    user->clicks({{130, 258}});
+    user->click({130, 258});
     expectShot("widgets_dialog", 270, 180, 260, 120);
-    user->clicks({{130, 90}}); // the bell is below the question
-    user->taps({KXKeyEscape});
+    user->click({130, 90}); // the bell is below the question
+    user->press(KXKeyEscape);
     user->clicks({{130, 258}, {350, 263}}); // puts it out
-    user->clicks({{180, 290}});             // to save; asks whether to replace
-    user->taps({KXKeyReturn});
+    user->click({180, 290});                // to save; asks whether to replace
+    user->press(KXKeyReturn);
     expectShot("widgets_browser", 160, 98, 482, 314); // without the folder's name
-    user->taps({KXKeyEscape, KXKeyEscape});
+    user->presses({KXKeyEscape, KXKeyEscape});
     withKey(KXKeyLeftControl, KXKeyS);
-    user->taps({KXKeyReturn, KXKeyReturn});
+    user->presses({KXKeyReturn, KXKeyReturn});
     user->clicks({{80, 290}, {250, 160}, {532, 395}}); // to open a file below the folder and another file
-    user->clicks({{80, 290}});
-    user->taps({KXKeyReturn});
-    user->clicks({{600, 395}}); // says what to do
+    user->click({80, 290});
+    user->press(KXKeyReturn);
+    user->click({600, 395}); // says what to do
     expectReports("Dialog box: Keep it\nDialog box: Put it out\nFile browser: cancelled\n"
                   "File browser: night.txt was chosen\nFile browser: other.txt was chosen\n"
                   "File browser: cancelled\n");
 }
 
 TEST_F(Widgets, CanBeUsedWithoutAMouse) {
-    user->taps({KXKeyTab});
+    user->press(KXKeyTab);
     user->types("Grace"); // the name, selected; f is a letter
-    user->taps({KXKeyF, KXKeyReturn, KXKeyTab});
+    user->presses({KXKeyF, KXKeyReturn, KXKeyTab});
     user->types("12345678");
-    user->taps({KXKeyTab});
+    user->press(KXKeyTab);
     user->types("0123456789012345678901234567890");
-    user->taps({KXKeyTab, KXKeyDown, KXKeyF, KXKeyReturn, KXKeyTab}); // the list; no fullscreen; round
+    user->presses({KXKeyTab, KXKeyDown, KXKeyF, KXKeyReturn, KXKeyTab}); // the list; no fullscreen; round
     withKey(KXKeyLeftShift, KXKeyTab);
-    user->taps({KXKeyUp});
+    user->press(KXKeyUp);
     withKey(KXKeyLeftShift, KXKeyTab);
-    user->taps({KXKeyBackspace, KXKeyF2, KXKeyF3, KXKeyF1, KXKeyF2, KXKeyEscape}); // all of the motto
+    user->presses({KXKeyBackspace, KXKeyF2, KXKeyF3, KXKeyF1, KXKeyF2, KXKeyEscape}); // all of the motto
     withKey(KXKeyLeftControl, KXKeyO);
-    user->taps({KXKeyF2, KXKeyEscape}); // nothing below
+    user->presses({KXKeyF2, KXKeyEscape}); // nothing below
     expectReports("Name: Grace\nName, entered: Grace\nPassword: 8 characters\n"
                   "Motto: 012345678901234567890123\nList: night 2 selected\nList: night 2 opened\n"
                   "List: night 1 selected\nMotto: \nMenu: Stoke, so that the slider is at 60\n"
@@ -127,17 +127,17 @@ TEST_F(Widgets, CanBeUsedWithoutAMouse) {
 TEST_F(Widgets, EscapeLeavesOnlyWhenNothingElseIsMeant) {
     // The entry, the menu, the dialog and the browser are left first; F2 tells whether the screen is still
     // there.
-    user->clicks({{350, 110}});
-    user->taps({KXKeyEscape, KXKeyF2});
-    user->clicks({{75, 13}});
-    user->taps({KXKeyEscape, KXKeyF2, KXKeyF1, KXKeyEscape, KXKeyF2});
+    user->click({350, 110});
+    user->presses({KXKeyEscape, KXKeyF2});
+    user->click({75, 13});
+    user->presses({KXKeyEscape, KXKeyF2, KXKeyF1, KXKeyEscape, KXKeyF2});
     withKey(KXKeyLeftControl, KXKeyS);
-    user->taps({KXKeyEscape, KXKeyF2, KXKeyEscape, KXKeyF2});
+    user->presses({KXKeyEscape, KXKeyF2, KXKeyEscape, KXKeyF2});
     expectReports("Menu: Stoke, so that the slider is at 60\nMenu: Stoke, so that the slider is at 70\n"
                   "Dialog box: Good\nMenu: Stoke, so that the slider is at 80\n"
                   "File browser: cancelled\nMenu: Stoke, so that the slider is at 90\n");
-    user->clicks({{750, 465}}); // Back
-    user->taps({KXKeyF2});
+    user->click({750, 465}); // Back
+    user->press(KXKeyF2);
     expectReports("");
 }
 } // namespace
