@@ -24,7 +24,7 @@ public:
     /// Hands alone, for a game that runs a loop of its own. @param windowID KXWindow::id() of the window that
     /// the events belong to. @param step as above.
     explicit KXTestUser(unsigned windowID = 0, std::function<void()> step = {});
-    virtual ~KXTestUser() = default; ///< Nothing more.
+    virtual ~KXTestUser() = default; ///< What is held stays held.
 
     /// A key by its label goes down; one that is held already repeats. Modifier keys count for those after
     /// it. Keys type nothing by themselves, see type().

@@ -2,10 +2,10 @@
 
 #include "input/InputState.h"
 #include "support/WindowTest.h"
-#include <KobaltrixTest/KXTestPad.h>
-#include <KobaltrixTest/KXTestUser.h>
 
 #include <Kobaltrix/KXApplication.h>
+#include <KobaltrixTest/KXTestPad.h>
+#include <KobaltrixTest/KXTestUser.h>
 
 #include <SDL.h>
 

@@ -1,10 +1,10 @@
 #include <Kobaltrix/Kobaltrix.h>
+#include <KobaltrixTest/KXTestClock.h>
 
 #include "core/ground/Endianness.h"
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/UIColors.h"
 #include "input/Keyboard.h"
-#include <KobaltrixTest/KXTestClock.h>
 
 #include <gtest/gtest.h>
 

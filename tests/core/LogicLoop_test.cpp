@@ -1,9 +1,9 @@
 #include <Kobaltrix/Kobaltrix.h>
+#include <KobaltrixTest/KXTestClock.h>
+#include <KobaltrixTest/KXTestUser.h>
 
 #include "core/ground/LogicClock.h"
 #include "util/KXString.h"
-#include <KobaltrixTest/KXTestClock.h>
-#include <KobaltrixTest/KXTestUser.h>
 
 #include <gtest/gtest.h>
 

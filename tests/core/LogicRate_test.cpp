@@ -1,7 +1,6 @@
 // How many steps come in how much time, on simulated displays.
 
 #include <Kobaltrix/Kobaltrix.h>
-
 #include <KobaltrixTest/KXTestClock.h>
 #include <KobaltrixTest/KXTestUser.h>
 

@@ -1,13 +1,13 @@
 // Recordings: what they hold, that a replay is the run again, and what becomes of damaged ones.
 
 #include <Kobaltrix/Kobaltrix.h>
+#include <KobaltrixTest/KXTestPad.h>
+#include <KobaltrixTest/KXTestUser.h>
 
 #include "core/dispatch/EventDispatch.h"
 #include "core/roof/RecordedEvents.h"
 #include "support/Image.h"
 #include "support/TemporaryFolder.h"
-#include <KobaltrixTest/KXTestPad.h>
-#include <KobaltrixTest/KXTestUser.h>
 
 #include <gtest/gtest.h>
 

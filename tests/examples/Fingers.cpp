@@ -2,6 +2,7 @@
 // mouse step by step, as real events.
 
 #include "example.h"
+
 #include <KobaltrixTest/KXTestPad.h>
 #include <KobaltrixTest/KXTestUser.h>
 

@@ -2,11 +2,11 @@
 
 #include "core/dispatch/EventDispatch.h"
 #include "input/InputState.h"
+
+#include <Kobaltrix/KXInit.h>
 #include <KobaltrixTest/KXTestClock.h>
 #include <KobaltrixTest/KXTestPad.h>
 #include <KobaltrixTest/KXTestUser.h>
-
-#include <Kobaltrix/KXInit.h>
 
 #include <SDL.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,8 @@
 #include "net/Socket.h"
 
-#include "net/ScriptedSocket.h"
 #include <KobaltrixTest/KXTestClock.h>
+
+#include "net/ScriptedSocket.h"
 
 #include <gtest/gtest.h>
 

@@ -216,6 +216,7 @@ TEST_F(Windows, AndTheirTexturesOutliveTheLibrarySafely) {
         closed->swapBuffers();
         EXPECT_EQ(closed->size().width, 0);
         EXPECT_EQ(closed->saveBuffer("never", 0), 0);
+        EXPECT_EQ(closed->copyPixels(nullptr, nullptr), nullptr);
         EXPECT_EQ(closed->copyTexture(), nullptr);
     }
     texture.draw(0, 0, -1);

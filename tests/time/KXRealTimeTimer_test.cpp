@@ -1,6 +1,6 @@
-#include <KobaltrixTest/KXTestClock.h>
 
 #include <Kobaltrix/KXTimer.h>
+#include <KobaltrixTest/KXTestClock.h>
 
 #include <gtest/gtest.h>
 

@@ -1,16 +1,33 @@
 #pragma once
 
+#include "core/ground/LogicClock.h"
 #include "support/Allocations.h"
 #include "support/Golden.h"
-#include "support/LogicSteps.h"
 #include "text/TextTest.h"
-#include <KobaltrixTest/KXTestUser.h>
 
 #include <Kobaltrix/Kobaltrix.h>
+#include <KobaltrixTest/KXTestUser.h>
 
 #include <SDL.h>
 
 #include <climits>
+
+/// Owns the logic loop's clock while it lives: steps of 16 ms, starting shortly before the 32-bit time wraps.
+struct LogicSteps {
+    LogicSteps() {
+        _KXLogicSpeed = 60;
+        _KXLogicTimeRequiredPerLogicCycle = 16;
+        _KXLogicCurrentTime = 0xFFFFFF00;
+    }
+    ~LogicSteps() {
+        _KXLogicSpeed = 1;
+        _KXLogicTimeRequiredPerLogicCycle = _KXLogicCurrentTime = 0;
+    }
+    LogicSteps(const LogicSteps&) = delete;
+    LogicSteps& operator=(const LogicSteps&) = delete;
+
+    static void advance(unsigned steps) { _KXLogicCurrentTime += steps * _KXLogicTimeRequiredPerLogicCycle; }
+};
 
 /// A test of a widget: a window of 320 x 200 points, the user-interface font, and a user whose hands are
 /// real events.

@@ -1,8 +1,9 @@
 #include "util/Log.h"
 
+#include <KobaltrixTest/KXTestClock.h>
+
 #include "core/ground/Application.h"
 #include "support/TemporaryFolder.h"
-#include <KobaltrixTest/KXTestClock.h>
 
 #include <gtest/gtest.h>
 
