@@ -16,7 +16,8 @@ std::vector<Place> places(int count, int rotatedEvery);
 /// A texture of one colour.
 std::unique_ptr<KXTexture> plainTexture(int side);
 
-/// A prefilled array of textured or plain quads, drawn with one call: nothing can be faster.
+/// A prefilled array of textured or plain quads, drawn with one call. Nothing is faster with a graphics card;
+/// a driver that draws in software may be faster with smaller calls, as a batch makes them.
 class Floor {
 public:
     Floor(const std::vector<Place>& places, int side);
