@@ -124,7 +124,7 @@ TEST_P(Nights, AreReplayedBitForBit) {
             EXPECT_NE(replay.output.find(line), std::string::npos) << environment << replay.output;
     }
     if (device == "keys") // edges that another driver rounds otherwise are allowed
-        expectGolden(Image::fromFile(folder / "end.png"), "demo_scores", 3, 300);
+        expectGolden(Image::fromFile(folder / "end.png"), "demo_scores");
 }
 
 INSTANTIATE_TEST_SUITE_P(By, Nights, testing::Values("keys", "mouse", "pad"),
