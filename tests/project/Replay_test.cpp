@@ -97,10 +97,12 @@ TEST_P(WildReplay, IsTheSameInEachStep) {
 INSTANTIATE_TEST_SUITE_P(On, WildReplay, testing::Combine(testing::Bool(), testing::Values(1u, 2u)));
 
 struct Nights : testing::Test, testing::WithParamInterface<const char*> {
+#ifdef SIMULATED_DISPLAY
     static std::string display(int rate) {
         return "DISPLAY_RATE=" + std::to_string(rate) +
                " DISPLAY_SECONDS=100 KOBALTRIX_REPLAY_PACE=recorded LD_PRELOAD='" SIMULATED_DISPLAY "'";
     }
+#endif
 };
 
 TEST_P(Nights, AreReplayedBitForBit) {
