@@ -43,15 +43,14 @@ void Settings::load(const std::string& path) {
             enterScore(who, static_cast<int>(KXGetL(file)));
         }
     }
+    if (!KXStreamIsIntact(file))
+        KXLog("game", "%s was cut off", path.c_str());
     std::fclose(file);
 }
 
 void Settings::save(const std::string& path) const {
-    FILE* const file = std::fopen(path.c_str(), "w");
-    if (!file) {
-        KXLog("game", "%s cannot be written", path.c_str());
-        return;
-    }
+    KXSaveFile saved(path.c_str());
+    FILE* const file = saved.stream();
     for (long value : {fileVersion, static_cast<long>(soundVolume), static_cast<long>(musicVolume)})
         KXPutL(value, file);
     KXPutString(name.c_str(), file);
@@ -60,5 +59,6 @@ void Settings::save(const std::string& path) const {
         KXPutString(score.name.c_str(), file);
         KXPutL(score.points, file);
     }
-    std::fclose(file);
+    if (!saved.commit())
+        KXLog("game", "%s", KXError());
 }

@@ -13,7 +13,8 @@
 /// toward zero, not-a-number becomes 0 and what is out of range becomes the nearest that fits. Failures show
 /// in the results alone: nothing is logged, and a value partly written stays so. A null stream fails like a
 /// full one and reads like an empty one. Where a stream ends too early, floats read as 0.0 and integers as
-/// -1.
+/// -1. Whether anything was lost is best asked once, with KXStreamIsIntact() after the last value; a file
+/// that replaces another is best written through KXSaveFile.
 
 class KXNetworkBuffer;
 
@@ -40,7 +41,7 @@ KX_API bool KXPutSize(KXSize size, FILE* file);
 /// Reads a size: two signed integers.
 KX_API KXSize KXGetSize(FILE* file);
 /// Writes the origin as two floats and the size as two integers: a rectangle keeps the fraction of its
-/// position but not of its extent. @return always true; ask ferror() for failures.
+/// position but not of its extent. @return always true; ask KXStreamIsIntact() for failures.
 KX_API bool KXPutRect(KXRect rect, FILE* file);
 /// Reads a rectangle.
 KX_API KXRect KXGetRect(FILE* file);
@@ -57,6 +58,13 @@ KX_API bool KXPutString(const char* string, FILE* file);
 /// its length is below 1 or cannot be read, and while the stream's error flag is set. A text that the end of
 /// the stream cuts short is returned as far as it goes.
 KX_API char* KXGetString(FILE* file);
+
+/// Whether nothing was lost that was put on a stream or read from it until now. What was put goes to the
+/// system first, as fflush() does.
+/// @return -1 if all of it was written and no value read lies beyond the end of the stream, even in part; 0
+/// if
+///   not, and for null. It stays 0 until clearerr() or rewind().
+KX_API int KXStreamIsIntact(FILE* file);
 
 /// Where the KXIO… functions write to and read from; make one with KXIOBufferWith(). It is passed by value
 /// and owns nothing.
@@ -86,3 +94,7 @@ KX_API KXColor KXIOGetColor(KXIOBuffer io); ///< KXGetColor() or four floats; ze
 /// KXGetString() or the text that KXIOPutString() put into the buffer. A temporary string; null if the length
 /// is below 1 and without a target.
 KX_API char* KXIOGetString(KXIOBuffer io);
+
+/// KXStreamIsIntact(), or whether no value read from the buffer lies beyond its end, even in part; 0 without
+/// a target. A buffer loses nothing that is put into it.
+KX_API int KXIOIsIntact(KXIOBuffer io);

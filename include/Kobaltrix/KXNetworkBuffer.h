@@ -71,6 +71,7 @@ public:
 
     // Used by the library itself.
     KX_INTERNAL const char* _bytes() const { return _buf; }
+    KX_INTERNAL bool _wasReadBeyondEnd() const { return _readIndex > _bufLen; }
     KX_INTERNAL void _reserve(int length);
 
 private:

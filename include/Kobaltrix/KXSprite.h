@@ -11,9 +11,9 @@
 /// @file
 /// Sprites: named animations of timed frames cut from one texture, with named bounding boxes.
 ///
-/// Names are texts compared byte by byte and always copied. Nothing but KXSprite::draw() reports an error: a
-/// setter given an unknown or null name or a bad index does nothing, a getter then gives the neutral value
-/// that is written with it. Indices count from 0.
+/// Names are texts compared byte by byte and always copied. Nothing but KXSprite::draw() and
+/// KXSprite::writeToFile() reports an error: a setter given an unknown or null name or a bad index does
+/// nothing, a getter then gives the neutral value that is written with it. Indices count from 0.
 
 class KXTexture;
 
@@ -196,8 +196,12 @@ public:
     /// @return 0 if the file does not begin like a sprite file; it is then kept open until the next such
     ///   file. -1 in every other case, also when there is no file: ask KXFileExists().
     int load(const char* path);
-    /// Writes texture name, boxes and animations to a sprite file. Widths and heights lose their fractions.
-    /// @return always -1, also when the file cannot be written.
+    /// Writes texture name, boxes and animations to a sprite file, whole or not at all (see KXSaveFile).
+    /// Widths and heights lose their fractions.
+    /// @return -1 on success. 0 on failure, with a text in KXError(): a file that was there is what it was.
+    int writeToFile(const char* path) const;
+    /// Does what writeToFile() does, which tells more. @return always -1, also when the file cannot be
+    /// written.
     int save(const char* path) const;
     /// Writes the texture's name, the animations with their frames, and the boxes to standard output, for
     /// people to read.

@@ -10,7 +10,7 @@
 /// - Start and loop: KXCore.h (KXInit.h, KXLogicLoop.h, KXError.h, KXApplication.h, KXEvents.h,
 /// KXUIColors.h), KXTypes.h
 /// - Drawing: KXWindow.h, KXRenderContext.h, KXTexture.h, KXTextureCache.h, KXDrawing.h, KXDrawBatch.h
-/// - Sprites and values in files: KXSprite.h, KXIO.h
+/// - Sprites and values in files: KXSprite.h, KXIO.h, KXSaveFile.h
 /// - Text: KXFont.h, KXUIGlobalFont.h
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
 ///   KXActions.h, KXInputEvents.h, KXClipboard.h
@@ -59,6 +59,7 @@
 #include <Kobaltrix/KXRandomGenerator.h>
 #include <Kobaltrix/KXRecording.h>
 #include <Kobaltrix/KXRenderContext.h>
+#include <Kobaltrix/KXSaveFile.h>
 #include <Kobaltrix/KXSound.h>
 #include <Kobaltrix/KXSprite.h>
 #include <Kobaltrix/KXString.h>

@@ -9,6 +9,7 @@
 #include "render/DrawBatch.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
+#include "render/ImageFile.h"
 #include "render/KXRenderContext.h"
 #include "render/PixelStore.h"
 #include "render/Surface.h"
@@ -23,6 +24,7 @@
 #include <cstring>
 #include <filesystem>
 #include <new>
+#include <string>
 #include <system_error>
 #include <vector>
 
@@ -235,9 +237,11 @@ int KXTexture::_savePNG(const char* path) {
         return 0;
     }
     const _KXSurface surface(_newSurface());
-    if (!surface || IMG_SavePNG(surface.get(), path) != 0) {
-        _KXReportError("Unable to write a PNG file (%s): %s", path, SDL_GetError());
-        return 0;
-    }
-    return -1;
+    std::string reason;
+    if (!surface)
+        reason = SDL_GetError();
+    else if (_KXStoreImage(path, *surface, IMG_SavePNG_RW, reason))
+        return -1;
+    _KXReportError("Unable to write a PNG file (%s): %s", path, reason.c_str());
+    return 0;
 }

@@ -8,6 +8,7 @@
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
+#include "render/ImageFile.h"
 #include "render/KXRenderContext.h"
 #include "render/KXTexture.h"
 #include "render/KXWindow.h"
@@ -21,6 +22,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <string>
 #include <vector>
 
 static int bytesPerPixel(unsigned format) { return format == GL_RGBA ? 4 : 3; }
@@ -195,8 +197,9 @@ int KXWindow::saveBuffer(const char* path, int powerOfTwo) {
         _KXReportError("Unable to create SDL surface: %s", SDL_GetError());
         return 0;
     }
-    if (SDL_SaveBMP(image.get(), path) == 0)
+    std::string reason;
+    if (_KXStoreImage(path, *image, SDL_SaveBMP_RW, reason))
         return -1;
-    _KXReportError("Unable to save bitmap image (%s): %s", path, SDL_GetError());
+    _KXReportError("Unable to save bitmap image (%s): %s", path, reason.c_str());
     return 0;
 }

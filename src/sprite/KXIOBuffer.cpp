@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <new>
 
 // The file or the network buffer behind @a io, null unless it is of that kind.
 static FILE* fileOf(KXIOBuffer io) { return io.kind == 0 ? static_cast<FILE*>(io.target) : nullptr; }
@@ -49,7 +50,7 @@ void KXIOPutString(const char* string, KXIOBuffer io) {
     } else if (KXNetworkBuffer* network = networkOf(io)) {
         const std::size_t bytes = string ? std::strlen(string) + 1 : 0;
         if (bytes > static_cast<std::size_t>(std::numeric_limits<int>::max()))
-            return; // no buffer holds as much
+            throw std::bad_alloc(); // no buffer holds as much
         network->appendLong(static_cast<long>(bytes));
         network->appendString(string, static_cast<int>(bytes));
     }
@@ -90,4 +91,11 @@ char* KXIOGetString(KXIOBuffer io) {
     const long length = network->readLong();
     // A temporary string may be written to; the buffer only hands it out as one that may not.
     return length < 1 ? nullptr : const_cast<char*>(network->readStringTemp(static_cast<int>(length)));
+}
+
+int KXIOIsIntact(KXIOBuffer io) {
+    if (FILE* file = fileOf(io))
+        return KXStreamIsIntact(file);
+    const KXNetworkBuffer* network = networkOf(io);
+    return network && !network->_wasReadBeyondEnd() ? -1 : 0;
 }

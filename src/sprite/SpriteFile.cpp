@@ -3,6 +3,7 @@
 
 #include <Kobaltrix/KXFile.h>
 #include <Kobaltrix/KXIO.h>
+#include <Kobaltrix/KXSaveFile.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -84,10 +85,13 @@ static void putName(const std::string& name, FILE* file) {
 }
 
 int KXSprite::save(const char* path) const {
-    const File owned(path ? fopen(path, "w") : nullptr);
-    FILE* const file = owned.get();
-    if (!file)
-        return -1;
+    writeToFile(path);
+    return -1;
+}
+
+int KXSprite::writeToFile(const char* path) const {
+    KXSaveFile saved(path);
+    FILE* const file = saved.stream();
     fwrite(magic.data(), 1, magic.size(), file);
     KXPutL(version, file);
     putName(_contents->textureName.value_or(""), file);
@@ -109,7 +113,7 @@ int KXSprite::save(const char* path) const {
         }
         KXPutL(info->loops(), file);
     }
-    return -1;
+    return saved.commit();
 }
 
 // Frames of a name that is there already are added to it. An animation is made by its first frame, so one

@@ -151,3 +151,5 @@ char* KXGetString(FILE* file) {
     }
     return isSound(file) ? KXTempString("%s", text) : nullptr;
 }
+
+int KXStreamIsIntact(FILE* file) { return isSound(file) && !feof(file) && fflush(file) == 0 ? -1 : 0; }

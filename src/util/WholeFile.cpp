@@ -1,6 +1,7 @@
 #include "util/WholeFile.h"
 
 #include "core/ground/ErrorSlot.h"
+#include "platform/FileContent.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -27,32 +28,32 @@ bool _KXReadWholeFile(const char* path, std::size_t maximum, std::string& conten
     return content.size() <= maximum || report(path, "is too large");
 }
 
-static bool write(const char* path, std::string_view content) {
-    File file(std::fopen(path, "wb"), std::fclose);
-    if (!file)
-        return false;
-    bool written = std::fwrite(content.data(), 1, content.size(), file.get()) == content.size();
-    written &= std::fclose(file.release()) == 0; // what waited in the buffer may fail, too
-    if (!written)
-        std::remove(path);
-    return written;
+// Where a link leads to, also where nothing is yet: so the link stays.
+static fs::path targetOf(fs::path path, std::error_code& error) {
+    constexpr int mostLinks = 40; // as many as systems follow
+    std::error_code ignored;
+    for (int links = 0; fs::is_symlink(path, ignored); ++links) {
+        if (links == mostLinks) {
+            error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
+            return path;
+        }
+        path = path.parent_path() / fs::read_symlink(path, error);
+    }
+    return path;
 }
 
-// Where a link leads to, so that the link stays. Empty for one that leads nowhere.
-static fs::path targetOf(const char* path) {
-    std::error_code error;
-    const fs::path link = path ? path : "";
-    return fs::is_symlink(link, error) ? fs::canonical(link, error) : link;
+std::error_code _KXStoreFile(const char* path, std::string_view content) {
+    if (!path || !*path)
+        return std::make_error_code(std::errc::no_such_file_or_directory);
+    std::error_code error, ignored;
+    const fs::file_status status = fs::status(path, ignored);
+    if (fs::exists(status) && (!fs::is_regular_file(status) || _KXIsOutputOfProcess(path)))
+        return _KXWriteInPlace(path, content);
+    const fs::path target = targetOf(path, error);
+    return error ? error : _KXExchangeFile(target.string(), content);
 }
 
 bool _KXReplaceFile(const char* path, std::string_view content) {
-    const fs::path target = targetOf(path), beside = target.string() + ".new";
-    if (target.empty() || !write(beside.c_str(), content))
-        return report(path, "cannot be written");
-    std::error_code error, ignored;
-    fs::rename(beside, target, error);
-    if (!error)
-        return true;
-    fs::remove(beside, ignored);
-    return report(path, "cannot be replaced");
+    const std::error_code error = _KXStoreFile(path, content);
+    return !error || report(path, ("cannot be written: " + error.message()).c_str());
 }

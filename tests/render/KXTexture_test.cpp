@@ -1,6 +1,7 @@
 #include <Kobaltrix/KXTexture.h>
 
 #include "RenderTest.h"
+#include "support/Denied.h"
 
 #include <SDL_image.h>
 
@@ -128,9 +129,14 @@ TEST_F(Texture, WritesPNG) {
     EXPECT_EQ(texture.writeToPNG(path.c_str()), -1);
     EXPECT_EQ(differingPixels(Image::fromFile(path), Image::of(texture)), 0);
 
-    _KXClearError();
-    EXPECT_EQ(texture.writeToPNG((folder / "no/such/folder.png").c_str()), 0);
-    EXPECT_STRNE(KXError(), "");
+    const std::string before = contentOf(path);
+    for (const auto& [file, reason] : {std::pair{folder / "no/such/folder.png", "No such file or directory"},
+                                       {"/dev/full", "No space left on device"},
+                                       {path, "File too large"}}) {
+        EXPECT_EQ((FullDisk(before.size() - 1), texture.writeToPNG(file.c_str())), 0);
+        EXPECT_EQ(KXError(), "Unable to write a PNG file (" + file + "): " + reason);
+    }
+    EXPECT_EQ(contentOf(path), before);
     EXPECT_EQ(KXTexture().writeToPNG(path.c_str()), 0);
 }
 

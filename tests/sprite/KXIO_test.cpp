@@ -169,6 +169,7 @@ TEST_F(ValueIO, StreamsThatTakeOrHoldNothing) {
         EXPECT_FALSE(KXPutColor({1, 2, 3, 4}, file));
         EXPECT_FALSE(KXPutString("text", file));
         EXPECT_EQ(KXGetString(file), nullptr) << "not with the error flag up, even if its bytes are there";
+        EXPECT_EQ(KXStreamIsIntact(file), 0);
     }
     EXPECT_EQ(getAll(nullptr), getAll(reading("").get()));
 }
@@ -216,6 +217,29 @@ TEST_F(IOBuffer, OneSetOfCallsForFilesAndMessages) {
     EXPECT_FALSE(buffer.hasMoreData());
 }
 
+TEST_F(IOBuffer, TellWhetherAnythingWasLost) {
+    const Stream full(fopen("/dev/full", "w"));
+    EXPECT_EQ(KXPutL(7, full.get()), 7) << "waits in memory";
+    EXPECT_EQ(KXStreamIsIntact(full.get()), 0);
+
+    const std::string bytes = written([](FILE* file) {
+        return KXIOPutString("text", {file, 0}), KXStreamIsIntact(file);
+    });
+    KXNetworkBuffer whole;
+    KXIOPutString("text", {&whole, 1});
+    for (const bool isCut : {false, true}) {
+        const Stream file = reading(bytes.substr(0, bytes.size() - isCut));
+        KXNetworkBuffer cut(whole._bytes(), whole.bufferLength() - isCut);
+        for (const KXIOBuffer& io : {KXIOBuffer{file.get(), 0}, KXIOBuffer{&cut, 1}}) {
+            EXPECT_EQ(KXIOIsIntact(io), -1) << "nothing was read yet";
+            EXPECT_STREQ(KXIOGetString(io), "text");
+            EXPECT_EQ(KXIOIsIntact(io), isCut ? 0 : -1) << io.kind;
+            KXIOGetF(io);
+            EXPECT_EQ(KXIOIsIntact(io), 0) << io.kind;
+        }
+    }
+}
+
 TEST_F(IOBuffer, BuffersWithoutATarget) {
     buffer.appendString("12345678", 8);
     const KXIOBuffer nothing = KXIOBufferWith(nullptr, nullptr);
@@ -223,6 +247,7 @@ TEST_F(IOBuffer, BuffersWithoutATarget) {
     for (const KXIOBuffer& io : {nothing, {nullptr, 0}, {&buffer, 2}, {&buffer, -1}, {stream.get(), 2}}) {
         put(io);
         EXPECT_EQ(get(io), "0 0 [null] [null] [null] 0 0 0 0 0 0");
+        EXPECT_EQ(KXIOIsIntact(io), 0);
     }
     EXPECT_STREQ(buffer.description(), "KXNetworkBuffer: _bufLen(8), _readIndex(0)");
     EXPECT_EQ(ftell(stream.get()), 0);

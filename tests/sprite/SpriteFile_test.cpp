@@ -1,5 +1,8 @@
 #include "sprite/SpriteText.h"
+#include "support/Denied.h"
 #include "support/TemporaryFolder.h"
+
+#include <Kobaltrix/KXError.h>
 
 #include <gtest/gtest.h>
 
@@ -151,6 +154,15 @@ TEST_F(SpriteFile, FilesThatAreNone) {
     for (const std::string& path : {folder / "no such folder/a.spr", folder.path(), ""s})
         EXPECT_EQ(sprite.save(path.c_str()), -1);
     EXPECT_EQ(sprite.save(nullptr), -1);
+    EXPECT_EQ(sprite.writeToFile(nullptr), 0);
+    const std::string path = folder.write("kept.spr", example);
+    sprite.addAnimation("another");
+    EXPECT_EQ((FullDisk(example.size()), sprite.save(path.c_str()) + sprite.writeToFile(path.c_str())), -1);
+    EXPECT_EQ(KXError(), path + ": cannot be written: File too large");
+    EXPECT_EQ(contentOf(path), example);
+    EXPECT_EQ(sprite.writeToFile(path.c_str()), -1);
+    EXPECT_EQ(contentOf(path).size(), example.size() + 4 + 7 + 28);
+    sprite.removeAnimation("another");
     EXPECT_EQ(summary(sprite), wholeExample);
     EXPECT_LE(openFiles(), open + 1);
 }

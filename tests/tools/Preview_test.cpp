@@ -94,5 +94,6 @@ TEST_F(Preview, SaysWhatItCannotDraw) {
         expectFault(preview(spriteFile(fields)), "hero.spr", said);
     folder.write("hero.spr", sprite);
     expectFault(kxsprite("preview hero.spr -o no/such.png"), "no/such.png", "Unable to write");
+    expectFault(kxsprite("preview hero.spr -o /dev/full"), "/dev/full", "No space left on device");
 }
 } // namespace

@@ -2,15 +2,12 @@
 
 #include "SpriteFile.h"
 
+#include <Kobaltrix/KXError.h>
 #include <Kobaltrix/KXSprite.h>
 
-#include <cerrno>
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <filesystem>
 
-// A sprite tells nobody whether it could be loaded or saved, so the bytes are looked at before and after.
+// A sprite tells nobody whether it could be loaded, so the bytes are looked at before.
 
 namespace {
 StrictReading readFileStrictly(const std::string& path) {
@@ -81,19 +78,10 @@ Document loadDocument(const std::string& path) {
 }
 
 void saveDocument(const Document& document, const std::string& path) {
-    // What is written is read again, which a device or a pipe would not give back.
-    std::error_code ignored;
-    if (std::filesystem::exists(path, ignored) && !std::filesystem::is_regular_file(path, ignored))
-        throw Fault("is no file that a sprite can be written to");
-    // A sprite that was there before would pass for the one that could not be written.
-    if (FILE* file = std::fopen(path.c_str(), "wb"))
-        std::fclose(file);
-    else
-        throw Fault(std::string("cannot be written: ") + std::strerror(errno));
     KXSprite sprite;
     fill(sprite, document);
-    sprite.save(path.c_str());
-    const StrictReading written = readFileStrictly(path);
-    if (!written.readable || written.document != documentOf(sprite))
-        throw Fault("could not be written whole");
+    if (sprite.writeToFile(path.c_str()))
+        return;
+    const std::string reason = KXError(), beginning = path + ": "; // which the caller says itself
+    throw Fault(reason.starts_with(beginning) ? reason.substr(beginning.size()) : reason);
 }
