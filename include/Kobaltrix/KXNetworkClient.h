@@ -37,7 +37,7 @@ public:
     /// @return how many bytes the system took, marker included; -2 if not connected (the marker is appended
     ///   even so) or for null.
     int send(KXNetworkBuffer* buffer);
-    /// Reads what the server has sent, 16 MB at most and 64 KB once there is a message to return, and returns
+    /// Reads what the server has sent, 16 MB at most and none while 64 KB of messages wait, and returns
     /// the next complete message, for the caller to delete; null if there is none, or no connection. A
     /// message may be empty. A server that has closed the connection is disconnected; then only the first of
     /// the messages that were still waiting is returned.

@@ -56,9 +56,9 @@ inline void _dumpBuffer(const char* label, const char* data, int length) {
 class KX_API _KXNetworkHandler {
 public:
     /// Limits the length of a message, in bytes without its marker; negative for no limit. A peer that sends
-    /// a longer one, finished or not, is disconnected and its bytes are freed. While messages wait in the
-    /// store and take more than the limit in all, no more is read: the peer waits until the game has asked
-    /// for them. Holds for what is received from now on.
+    /// a longer one, finished or not, is disconnected and its bytes are freed once the messages before it
+    /// were asked for. While messages wait in the store and take more than the limit in all, no more is read:
+    /// the peer waits until the game has asked for them. Holds for what is received from now on.
     void setStoredBufferLimit(int bytes) { _storedBufferLimit = bytes < 0 ? INT_MAX : bytes; }
     /// Limits how long a send goes on retrying while the peer does not read, in milliseconds counted from the
     /// first refusal of that send; 0 for not at all, negative for ever. A send that takes longer fails as it

@@ -57,7 +57,7 @@ public:
     /// Sends to every slot in turn, as sendBufferToClient() does, taken or not. Each appends a marker: the
     /// client of slot k gets the message and k empty messages after it.
     void sendBufferToAllClients(KXNetworkBuffer* buffer);
-    /// Reads what a client has sent, 16 MB at most and 64 KB once there is a message to return, and returns
+    /// Reads what a client has sent, 16 MB at most and none while 64 KB of messages wait, and returns
     /// the next complete message, for the caller to delete; null if there is none, or no client of that id. A
     /// message may be empty. A client that has left is disconnected; then only the first of the messages that
     /// were still waiting is returned.

@@ -11,9 +11,9 @@
 // No call reads more than this, so that a peer that sends faster than the game reads cannot keep it reading.
 // More than a system buffers for a connection by default.
 static constexpr int mostPerReceive = 16 * 1024 * 1024;
-// Nor does it read more than this once there is a message to hand out. What the game has not asked for yet
+// Nor does it read on while a message waits and more than this is stored. What the game has not asked for yet
 // waits in the system's buffer, and the peer waits when that is full.
-static constexpr int mostBehindAMessage = 64 * 1024;
+static constexpr int mostStored = 64 * 1024;
 
 static constexpr int longestBuffer = std::numeric_limits<int>::max();
 
@@ -84,20 +84,17 @@ enum class Reading { done, closed, tooLong };
 
 // Reads until there is nothing more for now.
 Reading readAll(int socket, StoredBufferInfo& stored, int limit) {
-    if (!stored.findMessages(limit))
-        return Reading::tooLong;
     int failures = 0;
-    int total = 0, behindAMessage = 0;
-    while (total < mostPerReceive && behindAMessage < mostBehindAMessage) {
-        if (stored.hasMessage() && stored.length() > limit)
+    int total = 0;
+    bool allowed = stored.findMessages(limit);
+    while (allowed && total < mostPerReceive) {
+        if (stored.hasMessage() && stored.length() > std::min(limit, mostStored))
             break;
         const int count = _KXSocketCall.receive(socket, stored.room(_KXSocketPiece), _KXSocketPiece);
         if (count > 0) {
             stored.added(count);
-            if (!stored.findMessages(limit))
-                return Reading::tooLong;
+            allowed = stored.findMessages(limit);
             total += count;
-            behindAMessage += stored.hasMessage() ? count : 0;
             failures = 0;
             continue;
         }
@@ -106,7 +103,7 @@ Reading readAll(int socket, StoredBufferInfo& stored, int limit) {
         if (count == 0 || ++failures == _KXSocketPatience)
             return Reading::closed;
     }
-    return Reading::done;
+    return allowed ? Reading::done : Reading::tooLong;
 }
 } // namespace
 
@@ -114,9 +111,12 @@ KXNetworkBuffer* _KXNetworkHandler::_receiveFrom(int socket, int clientID, bool&
     try {
         StoredBufferInfo& stored = _storedBuffers->byClientID[clientID];
         const Reading reading = readAll(socket, stored, _storedBufferLimit);
-        lost = reading != Reading::done;
-        if (reading != Reading::tooLong)
-            return stored.takeMessage();
+        KXNetworkBuffer* message = stored.takeMessage();
+        const bool tooLong = reading == Reading::tooLong && !stored.hasMessage();
+        lost = tooLong || reading == Reading::closed;
+        if (tooLong)
+            _eraseStoredBuffer(clientID);
+        return message;
     } catch (const std::bad_alloc&) {
         // The peer has sent more than there is memory for: it is disconnected, and the game goes on.
     }

@@ -1,55 +1,42 @@
 #pragma once
 
+#include "net/ByteQueue.h"
+
 #include <Kobaltrix/KXNetworkHandler.h>
 
-#include <cstdint>
 #include <map>
-#include <memory>
 #include <queue>
 
 /// What follows every message on a stream.
 inline constexpr char _KXEndOfBuffer[] = "_KXEOB";
 inline constexpr int _KXEndOfBufferLength = sizeof _KXEndOfBuffer; ///< The zero byte is part of it.
 
-/// How many bytes have been moved and how many looked at since the program began. Both must stay in
-/// proportion to the bytes received, which no clock could tell reliably.
-struct _KXNetworkWork {
-    std::uint64_t copied;
-    std::uint64_t searched;
-};
-inline constinit _KXNetworkWork _KXNetworkWorkDone = {0, 0};
-
-/// The bytes of one connection that have not been handed out.
-///
-/// They come in at the end and leave at the front without moving the rest, and each is searched for the
-/// marker once.
+/// The bytes of one connection that have not been handed out. Each is searched for the marker once.
 class StoredBufferInfo {
 public:
-    int length() const { return _end - _begin; }
-    const char* bytes() const { return _buffer.get() + _begin; }
-    int capacity() const { return _capacity; }
+    int length() const { return _bytes.length(); }
+    const char* bytes() const { return _bytes.bytes(); }
+    int capacity() const { return _bytes.capacity(); }
 
     /// Where up to @a wanted bytes may be written that added() then takes in. Throws std::bad_alloc.
-    char* room(int wanted);
-    void added(int count) { _end += count; }
-    void append(const char* data, int length);
+    char* room(int wanted) { return _bytes.room(wanted); }
+    void added(int count) { _bytes.added(count); }
+    void append(const char* data, int length) { _bytes.append(data, length); }
 
-    /// Searches what was added since the last time. False if a message is longer than @a longest, or will be.
+    /// Searches what was added since the last time. False if a message is longer than @a longest, or will be;
+    /// those before it are found, and what is behind them is not looked at.
     bool findMessages(int longest);
     bool hasMessage() const { return !_lengths.empty(); }
     /// Takes the first of the messages found out of the store; null if there is none. Throws std::bad_alloc.
     KXNetworkBuffer* takeMessage();
 
 private:
-    bool _moveTo(int capacity);
-    void _release();
+    int _begunMarker() const;
 
-    std::unique_ptr<char[]> _buffer;
-    int _capacity = 0;
-    int _begin = 0;           // the first byte not handed out
+    ByteQueue _bytes;
+    // Counted from the first byte held.
     int _searched = 0;        // no marker begins before it but those found
     int _unfinished = 0;      // behind the last marker found
-    int _end = 0;             // behind the last byte
     std::queue<int> _lengths; // of the messages found, without their markers
 };
 
