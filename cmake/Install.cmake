@@ -88,8 +88,9 @@ foreach(kind LIBDIR INCLUDEDIR)
   endif()
 endforeach()
 
-# kobaltrix_pc(FILE LIBS FIELD): FIELD names what the library links, for those who need it too.
+# kobaltrix_pc(FILE LIBS FIELD [FLAGS]): FIELD names what the library links, for those who need it too.
 function(kobaltrix_pc file pc_libs pc_requires)
+  list(JOIN ARGN " " pc_flags)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/kobaltrix.pc.in ${file} @ONLY)
   install(
     FILES ${PROJECT_BINARY_DIR}/${file}
@@ -98,7 +99,7 @@ function(kobaltrix_pc file pc_libs pc_requires)
 endfunction()
 kobaltrix_pc(kobaltrix-static.pc "${pc_static}" Requires)
 if(TARGET Kobaltrix)
-  kobaltrix_pc(kobaltrix.pc "${pc_shared}" Requires.private)
+  kobaltrix_pc(kobaltrix.pc "${pc_shared}" Requires.private " -DKX_SHARED_LIBRARY")
 else()
   kobaltrix_pc(kobaltrix.pc "${pc_static}" Requires)
 endif()

@@ -69,7 +69,7 @@ public:
     /// The length and the read position as a text for logs. A temporary string.
     const char* description() const;
 
-    // Used by the library itself.
+    KX_LIBRARY_ONLY
     KX_INTERNAL const char* _bytes() const { return _buf; }
     KX_INTERNAL bool _wasReadBeyondEnd() const { return _readIndex > _bufLen; }
     KX_INTERNAL void _reserve(int length);

@@ -1,9 +1,8 @@
 #pragma once
 
+#include <Kobaltrix/KXNetworkLimits.h>
 #include <Kobaltrix/KXPlatform.h>
 
-#include <limits.h>
-#include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -22,7 +21,10 @@
 /// received, however many messages wait and in however small pieces a long one comes.
 
 class KXNetworkBuffer;
+class _KXConnection;
 class _KXNetworkHandler;
+struct _KXReceived;
+struct _KXSocketAddress;
 
 /// Forgets the bytes that wait in the store of a client; 0 stands for the connection of a KXNetworkClient.
 /// Does nothing if there are none, or for null.
@@ -50,23 +52,20 @@ inline void _dumpBuffer(const char* label, const char* data, int length) {
 }
 
 /// What a server and a client have in common: the stores of what has arrived, and the limits for strangers.
-///
-/// None of the limits is set at first, which suits a game among friends. A game that anybody can reach over
-/// the network sets all three.
 class KX_API _KXNetworkHandler {
 public:
-    /// Limits the length of a message, in bytes without its marker; negative for no limit. A peer that sends
-    /// a longer one, finished or not, is disconnected and its bytes are freed once the messages before it
-    /// were asked for. While messages wait in the store and take more than the limit in all, no more is read:
-    /// the peer waits until the game has asked for them. Holds for what is received from now on.
-    void setStoredBufferLimit(int bytes) { _storedBufferLimit = bytes < 0 ? INT_MAX : bytes; }
-    /// Limits how long a send goes on retrying while the peer does not read, in milliseconds counted from the
-    /// first refusal of that send; 0 for not at all, negative for ever. A send that takes longer fails as it
-    /// does on a broken connection: the peer is disconnected.
-    void setSendRetryLimit(int milliseconds) { _sendRetryLimit = milliseconds; }
-    /// Sets whether a disconnection clears the store. If not, bytes of an unfinished message stay and are put
-    /// in front of what the next peer of that client id sends.
-    void setClearsStoredBuffers(bool clears) { _clearsStoredBuffers = clears; }
+    /// Sets what the other ends of connections may cost. At first nearly everything is open, which suits a
+    /// game among friends; one that anybody can reach takes KXNetworkLimitsForStrangers().
+    void setLimits(const KXNetworkLimits& limits) { _limits = limits; }
+    /// What setLimits() and the three calls below have set.
+    const KXNetworkLimits& limits() const { return _limits; }
+
+    /// Sets KXNetworkLimits::longestMessage alone.
+    void setStoredBufferLimit(int bytes) { _limits.longestMessage = bytes; }
+    /// Sets KXNetworkLimits::sendRetryMilliseconds alone.
+    void setSendRetryLimit(int milliseconds) { _limits.sendRetryMilliseconds = milliseconds; }
+    /// Sets KXNetworkLimits::clearsStoredBuffers alone.
+    void setClearsStoredBuffers(bool clears) { _limits.clearsStoredBuffers = clears; }
 
     /// Forgets the bytes that wait in the store of a client, 0 for the connection of a KXNetworkClient.
     void _clearStoredBufferForClientID(int clientID) { KXNetworkClearStoredBuffer(this, clientID); }
@@ -74,14 +73,13 @@ public:
     _KXNetworkHandler(const _KXNetworkHandler&) = delete;
     _KXNetworkHandler& operator=(const _KXNetworkHandler&) = delete;
 
-    // Used by the library itself.
+    KX_LIBRARY_ONLY
     KX_INTERNAL _KXNetworkHandler();
     KX_INTERNAL ~_KXNetworkHandler();
     KX_INTERNAL char* _mergeRecvBufferWithStoredBuffer(int clientID, const char* data, int length,
                                                        int& mergedLength);
     KX_INTERNAL KXNetworkBuffer* _handleReceivedBuffer(int clientID, const char* data, int length);
-    KX_INTERNAL int _sendTo(int socket, const void* data, int length, bool& lost) const;
-    KX_INTERNAL KXNetworkBuffer* _receiveFrom(int socket, int clientID, bool& lost);
+    KX_INTERNAL _KXReceived _receiveFrom(_KXConnection& connection, int clientID, bool inTurn);
     KX_INTERNAL void _eraseStoredBuffer(int clientID);
     KX_INTERNAL void _leave(int clientID);
     KX_INTERNAL int _storedLength(int clientID) const;
@@ -90,7 +88,5 @@ private:
     struct StoredBuffers;
 
     std::unique_ptr<StoredBuffers> _storedBuffers;
-    int32_t _storedBufferLimit = INT_MAX; // bytes of one message
-    int32_t _sendRetryLimit = -1;         // milliseconds; negative: none
-    bool _clearsStoredBuffers = false;
+    KXNetworkLimits _limits;
 };

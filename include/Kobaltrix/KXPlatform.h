@@ -15,3 +15,12 @@
 #define KX_INTERNAL
 #define KX_PRINTF(formatIndex, firstArgument)
 #endif
+
+/// Stands before the members of exported classes that serve the library itself. Its tests link the static
+/// library and reach them; to a game that links the shared one, where they are not to be had, they are
+/// private.
+#ifdef KX_SHARED_LIBRARY
+#define KX_LIBRARY_ONLY private:
+#else
+#define KX_LIBRARY_ONLY public:
+#endif

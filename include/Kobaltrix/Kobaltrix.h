@@ -18,7 +18,7 @@
 ///   KXUITextEntry.h, KXUIFileBrowser.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
-/// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkBuffer.h
+/// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkLimits.h, KXNetworkBuffer.h
 /// - Chance: KXRandomGenerator.h, KXRandom.h
 /// - Helpers: KXGeometry.h, KXVector3D.h, KXString.h, KXFile.h, KXLog.h, KXPlatform.h
 ///
@@ -52,6 +52,7 @@
 #include <Kobaltrix/KXNetworkBuffer.h>
 #include <Kobaltrix/KXNetworkClient.h>
 #include <Kobaltrix/KXNetworkHandler.h>
+#include <Kobaltrix/KXNetworkLimits.h>
 #include <Kobaltrix/KXNetworkServer.h>
 #include <Kobaltrix/KXPads.h>
 #include <Kobaltrix/KXPlatform.h>

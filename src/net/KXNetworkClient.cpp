@@ -1,42 +1,99 @@
 #include <Kobaltrix/KXNetworkClient.h>
 
-#include "net/Socket.h"
+#include "net/Connecting.h"
+#include "net/Connection.h"
 #include "net/StoredBuffers.h"
+#include "net/Turn.h"
+
+#include <algorithm>
 
 // There is only one connection, and its bytes are stored under this key.
 static constexpr int key = 0;
 
-KXNetworkClient::KXNetworkClient() = default;
+struct KXNetworkClient::Members {
+    std::unique_ptr<_KXConnection> connection; // null without one
+    std::unique_ptr<Connecting> connecting;    // null unless one is being made
+    KXNetworkState state = KXNetworkNotConnected;
+    Turn turn;
+};
 
-KXNetworkClient::~KXNetworkClient() {
-    if (_socket >= 0)
-        _KXCloseSocket(_socket);
+KXNetworkClient::KXNetworkClient() : _members(std::make_unique<Members>()) {}
+
+KXNetworkClient::~KXNetworkClient() = default;
+
+// A connection has begun.
+void KXNetworkClient::_take(int socket) {
+    if (const int silence = limits().keepAliveMilliseconds; silence >= 0)
+        _KXKeepAlive(socket, std::max(silence / 1000, 1));
+    _members->connection = std::make_unique<_KXConnection>(socket);
+    _members->state = KXNetworkConnected;
+}
+
+// There is none any more, and this is why.
+void KXNetworkClient::_end(KXNetworkState state) {
+    _members->connecting.reset();
+    _members->state = state;
+    if (!connected())
+        return;
+    _members->connection.reset();
+    _leave(key);
 }
 
 bool KXNetworkClient::connect(const char* host, int port) {
     // A program that was started without standard input gets descriptor 0 for its first socket, and keeps it.
-    if (_socket != 0)
-        disconnect();
-    _socket = -1;
-    if (!host)
-        return false;
-    _KXSocketOwner socket(_KXOpenSocket());
+    if (connected() && _members->connection->socket() == 0)
+        _members->connection->release();
+    _end(KXNetworkNameUnknown);
     _KXSocketAddress address;
-    if (socket.get() == -1 || !_KXFindAddress(host, port, address) || !_KXConnect(socket.get(), address))
+    if (!host || !_KXFindAddress(host, port, address))
         return false;
-    _socket = socket.release();
+    _members->state = KXNetworkNobodyThere;
+    _KXSocketOwner socket(_KXOpenSocket(address));
+    if (socket.get() == -1 || !_KXConnect(socket.get(), address))
+        return false;
+    _take(socket.release());
     return true;
 }
 
-void KXNetworkClient::disconnect() {
-    if (_socket == -1)
+void KXNetworkClient::beginConnecting(const char* host, int port, int milliseconds) {
+    if (connected() && _members->connection->socket() == 0)
+        _members->connection->release();
+    _end(host ? KXNetworkNobodyThere : KXNetworkNameUnknown);
+    if (!host || port < 0 || port > 65535)
         return;
-    _KXCloseSocket(_socket);
-    _socket = -1;
-    _leave(key);
+    _members->connecting = std::make_unique<Connecting>(host, port, milliseconds);
+    poll();
 }
 
-bool KXNetworkClient::connected() const { return _socket >= 0; }
+void KXNetworkClient::disconnect() { _end(KXNetworkNotConnected); }
+
+bool KXNetworkClient::connected() const { return _members->connection != nullptr; }
+
+KXNetworkState KXNetworkClient::state() const { return _members->state; }
+
+void KXNetworkClient::poll() {
+    if (_members->connecting) {
+        _members->state = _members->connecting->poll();
+        if (_members->state == KXNetworkConnected)
+            _take(_members->connecting->release());
+        if (_members->state != KXNetworkLookingUp && _members->state != KXNetworkConnecting)
+            _members->connecting.reset();
+    }
+    if (connected() && !_members->connection->flush())
+        _end(KXNetworkConnectionLost);
+    _members->turn.begin(limits());
+    _members->turn.add(key);
+}
+
+KXNetworkBuffer* KXNetworkClient::receiveNext() {
+    while (_members->turn.next() != -1) {
+        const _KXReceived received = _receive(true);
+        _members->turn.answered(received.message, received.more);
+        if (received.message)
+            return received.message;
+    }
+    return nullptr;
+}
 
 int KXNetworkClient::send(KXNetworkBuffer* buffer) {
     if (!buffer)
@@ -48,19 +105,19 @@ int KXNetworkClient::send(KXNetworkBuffer* buffer) {
 int KXNetworkClient::_send(const void* data, int length) {
     if (!connected())
         return -2;
-    bool lost = false;
-    const int sent = _sendTo(_socket, data, length, lost);
-    if (lost)
-        disconnect();
+    int sent = 0;
+    if (!_members->connection->send(data, length, limits(), sent))
+        _end(KXNetworkConnectionLost);
     return sent;
 }
 
-KXNetworkBuffer* KXNetworkClient::receive() {
+_KXReceived KXNetworkClient::_receive(bool inTurn) {
     if (!connected())
-        return nullptr;
-    bool lost = false;
-    KXNetworkBuffer* message = _receiveFrom(_socket, key, lost);
-    if (lost)
-        disconnect();
-    return message;
+        return {};
+    const _KXReceived received = _receiveFrom(*_members->connection, key, inTurn);
+    if (received.lost)
+        _end(KXNetworkConnectionLost);
+    return received;
 }
+
+KXNetworkBuffer* KXNetworkClient::receive() { return _receive(false).message; }

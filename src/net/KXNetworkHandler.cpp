@@ -1,7 +1,7 @@
 #include <Kobaltrix/KXNetworkBuffer.h>
 #include <Kobaltrix/KXNetworkHandler.h>
 
-#include "net/Socket.h"
+#include "net/Connection.h"
 #include "net/StoredBuffers.h"
 
 #include <algorithm>
@@ -11,6 +11,8 @@
 // No call reads more than this, so that a peer that sends faster than the game reads cannot keep it reading.
 // More than a system buffers for a connection by default.
 static constexpr int mostPerReceive = 16 * 1024 * 1024;
+// In a turn the clock is looked at, and others are asked, after no more than this.
+static constexpr int mostInATurn = 64 * 1024;
 // Nor does it read on while a message waits and more than this is stored. What the game has not asked for yet
 // waits in the system's buffer, and the peer waits when that is full.
 static constexpr int mostStored = 64 * 1024;
@@ -30,7 +32,7 @@ void _KXNetworkHandler::_eraseStoredBuffer(int clientID) { _storedBuffers->byCli
 
 // A connection has ended.
 void _KXNetworkHandler::_leave(int clientID) {
-    if (_clearsStoredBuffers || _storedLength(clientID) == 0)
+    if (_limits.clearsStoredBuffers || _storedLength(clientID) == 0)
         _eraseStoredBuffer(clientID);
 }
 
@@ -70,26 +72,17 @@ KXNetworkBuffer* _KXNetworkHandler::_handleReceivedBuffer(int clientID, const ch
     return message.release();
 }
 
-int _KXNetworkHandler::_sendTo(int socket, const void* data, int length, bool& lost) const {
-    lost = false;
-    if (!data || length < 1)
-        return 0;
-    int sent = 0;
-    lost = !_KXSendAll(socket, static_cast<const char*>(data), length, _sendRetryLimit, sent);
-    return sent;
-}
-
 namespace {
-enum class Reading { done, closed, tooLong };
+enum class Reading { done, interrupted, closed, tooLong };
 
-// Reads until there is nothing more for now.
-Reading readAll(int socket, StoredBufferInfo& stored, int limit) {
+// Reads until there is nothing more for now, or so many bytes.
+Reading readAll(int socket, StoredBufferInfo& stored, int limit, int most) {
     int failures = 0;
     int total = 0;
     bool allowed = stored.findMessages(limit);
-    while (allowed && total < mostPerReceive) {
+    while (allowed && total < most) {
         if (stored.hasMessage() && stored.length() > std::min(limit, mostStored))
-            break;
+            return Reading::done;
         const int count = _KXSocketCall.receive(socket, stored.room(_KXSocketPiece), _KXSocketPiece);
         if (count > 0) {
             stored.added(count);
@@ -99,28 +92,34 @@ Reading readAll(int socket, StoredBufferInfo& stored, int limit) {
             continue;
         }
         if (count == _KXSocketWouldBlock)
-            break;
+            return Reading::done;
         if (count == 0 || ++failures == _KXSocketPatience)
             return Reading::closed;
     }
-    return allowed ? Reading::done : Reading::tooLong;
+    return allowed ? Reading::interrupted : Reading::tooLong;
 }
 } // namespace
 
-KXNetworkBuffer* _KXNetworkHandler::_receiveFrom(int socket, int clientID, bool& lost) {
+// In a turn what a peer has sent before it left is handed out first, message by message.
+_KXReceived _KXNetworkHandler::_receiveFrom(_KXConnection& connection, int clientID, bool inTurn) {
+    const int limit = _limits.longestMessage < 0 ? longestBuffer : _limits.longestMessage;
     try {
         StoredBufferInfo& stored = _storedBuffers->byClientID[clientID];
-        const Reading reading = readAll(socket, stored, _storedBufferLimit);
-        KXNetworkBuffer* message = stored.takeMessage();
+        const Reading reading = connection.closed ? Reading::closed
+                                                  : readAll(connection.socket(), stored, limit,
+                                                            inTurn ? mostInATurn : mostPerReceive);
+        connection.closed = reading == Reading::closed;
+        _KXReceived received;
+        received.message = stored.takeMessage();
         const bool tooLong = reading == Reading::tooLong && !stored.hasMessage();
-        lost = tooLong || reading == Reading::closed;
+        received.lost = tooLong || (connection.closed && !(inTurn && stored.hasMessage()));
+        received.more = !received.lost && (received.message || reading == Reading::interrupted);
         if (tooLong)
             _eraseStoredBuffer(clientID);
-        return message;
+        return received;
     } catch (const std::bad_alloc&) {
         // The peer has sent more than there is memory for: it is disconnected, and the game goes on.
+        _eraseStoredBuffer(clientID);
+        return {nullptr, true, false};
     }
-    lost = true;
-    _eraseStoredBuffer(clientID);
-    return nullptr;
 }

@@ -37,6 +37,9 @@ private:
     int _socket;
 };
 
+/// Sends what the system takes without waiting, and counts it in @a sent. False when the connection is no
+/// longer usable.
+bool _KXSendSome(int socket, const char* data, int length, int& sent);
 /// Sends everything, retrying as soon as there is room while the peer does not read, for @a retryLimit
 /// milliseconds (negative: for ever). Counts what was taken in @a sent. False when the connection is no
 /// longer usable.

@@ -1,41 +1,38 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
+#include "platform/SocketAddress.h"
 
-// TCP over IPv4 as the system has it. A socket is the system's number for it, -1 for none. Programs started
-// by the game inherit none, and a peer that closes its connection raises no signal.
+// TCP over IPv4 and IPv6 as the system has it. A socket is the system's number for it, -1 for none. Programs
+// started by the game inherit none, and a peer that closes its connection raises no signal.
 
-/// An address of the network and a port.
-struct _KXSocketAddress {
-    std::uint32_t host = 0; ///< In the order of the network; 0 is every address this machine has.
-    std::uint16_t port = 0; ///< A plain number.
-
-    bool operator==(const _KXSocketAddress&) const = default;
-};
-
-/// Looks a name or a dotted address up; null stands for every address of this machine. False if it is unknown
-/// or has no IPv4 address, or if the port is none.
-bool _KXFindAddress(const char* host, int port, _KXSocketAddress& address);
-/// An address as "192.0.2.1:80".
-std::string _KXAddressText(_KXSocketAddress address);
-
-int _KXOpenSocket();
+/// A socket for an address like this one.
+int _KXOpenSocket(const _KXSocketAddress& address = {});
 void _KXCloseSocket(int socket);
 /// Sets the status flags of a socket to non-blocking alone.
 void _KXMakeNonBlocking(int socket);
+/// Has the system ask whether the peer is still there after so many seconds of silence, and give it up when
+/// it does not answer for about as long.
+void _KXKeepAlive(int socket, int seconds);
 
 /// Gives a socket an address of this machine, also while the system remembers connections of one that had it
-/// before. Port 0 becomes a free one.
+/// before. Port 0 becomes a free one. At :: clients of IPv4 are welcome, too.
 bool _KXBind(int socket, _KXSocketAddress& address);
 /// Has a bound socket listen, with up to @a backlog connections waiting.
 bool _KXListen(int socket, int backlog);
-/// Accepts a connection: its socket, non-blocking; -1 if there is none or it cannot be accepted now.
-int _KXAccept(int listener);
-/// Connects, waiting for the outcome, and makes the socket non-blocking. A connection without another end is
-/// none: searching a port that nobody listens at for a local client, the system may give it that very port
-/// and connect it to itself.
-bool _KXConnect(int socket, _KXSocketAddress address);
+/// Accepts a connection: its socket, non-blocking, and where it comes from; -1 if there is none or it cannot
+/// be accepted now.
+int _KXAccept(int listener, _KXSocketAddress& peer);
+
+/// How far a connection has come.
+enum class _KXConnecting { pending, done, failed };
+/// Begins to connect, and makes the socket non-blocking. A connection without another end has failed:
+/// searching a port that nobody listens at for a local client, the system may give it that very port and
+/// connect it to itself.
+_KXConnecting _KXBeginConnecting(int socket, const _KXSocketAddress& address);
+/// Asks about one that was pending.
+_KXConnecting _KXCheckConnecting(int socket);
+/// Connects, waiting for the outcome.
+bool _KXConnect(int socket, const _KXSocketAddress& address);
 
 /// Why a socket has not sent or received anything.
 enum _KXSocketFailure : int {

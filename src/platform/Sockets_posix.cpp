@@ -1,58 +1,30 @@
 #include "platform/Sockets.h"
 
-#include "platform/SocketSignals.h"
+#include "platform/SocketOptions.h"
 
+#include <algorithm>
 #include <cerrno>
 
-#include <arpa/inet.h>
 #include <fcntl.h>
-#include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-static sockaddr_in systemAddress(_KXSocketAddress address) {
-    sockaddr_in result = {};
-    result.sin_family = AF_INET;
-    result.sin_addr.s_addr = address.host;
-    result.sin_port = htons(address.port);
-    return result;
-}
-
-bool _KXFindAddress(const char* host, int port, _KXSocketAddress& address) {
-    if (port < 0 || port > 65535)
-        return false;
-    address = {htonl(INADDR_ANY), static_cast<std::uint16_t>(port)};
-    if (!host)
-        return true;
-    addrinfo hints = {}, *list = nullptr;
-    hints.ai_family = AF_INET;
-    hints.ai_socktype = SOCK_STREAM;
-    if (getaddrinfo(host, nullptr, &hints, &list) != 0)
-        return false;
-    address.host = reinterpret_cast<const sockaddr_in*>(list->ai_addr)->sin_addr.s_addr;
-    freeaddrinfo(list);
-    return true;
-}
-
-std::string _KXAddressText(_KXSocketAddress address) {
-    char host[INET_ADDRSTRLEN] = "";
-    inet_ntop(AF_INET, &address.host, host, sizeof host);
-    return std::string(host) + ":" + std::to_string(address.port);
+static void set(int socket, int level, int option, int value) {
+    setsockopt(socket, level, option, &value, sizeof value);
 }
 
 static void prepare(int socket) {
     fcntl(socket, F_SETFD, FD_CLOEXEC);
     _KXSilenceSocket(socket);
     // A game's messages are small and each of them is waited for.
-    const int on = 1;
-    setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    set(socket, IPPROTO_TCP, TCP_NODELAY, 1);
 }
 
-int _KXOpenSocket() {
-    const int socket = ::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+int _KXOpenSocket(const _KXSocketAddress& address) {
+    const int socket = ::socket(address.isIPv4() ? AF_INET : AF_INET6, SOCK_STREAM, IPPROTO_TCP);
     if (socket != -1)
         prepare(socket);
     return socket;
@@ -62,55 +34,78 @@ void _KXCloseSocket(int socket) { close(socket); }
 
 void _KXMakeNonBlocking(int socket) { fcntl(socket, F_SETFL, O_NONBLOCK); }
 
+void _KXKeepAlive(int socket, int seconds) {
+    constexpr int questions = 3;
+    set(socket, SOL_SOCKET, SO_KEEPALIVE, 1);
+    set(socket, IPPROTO_TCP, _KXKeepAliveTime, seconds);
+    set(socket, IPPROTO_TCP, TCP_KEEPINTVL, std::max(seconds / questions, 1));
+    set(socket, IPPROTO_TCP, TCP_KEEPCNT, questions);
+}
+
 bool _KXBind(int socket, _KXSocketAddress& address) {
-    const int on = 1;
-    setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-    sockaddr_in bound = systemAddress(address);
-    socklen_t length = sizeof bound;
+    set(socket, SOL_SOCKET, SO_REUSEADDR, 1);
+    if (!address.isIPv4())
+        set(socket, IPPROTO_IPV6, IPV6_V6ONLY, 0);
+    sockaddr_storage bound;
+    socklen_t length = _KXToSystem(address, bound);
     if (bind(socket, reinterpret_cast<const sockaddr*>(&bound), length) != 0)
         return false;
     if (getsockname(socket, reinterpret_cast<sockaddr*>(&bound), &length) == 0)
-        address.port = ntohs(bound.sin_port);
+        address.port = _KXFromSystem(bound).port;
     return true;
 }
 
 bool _KXListen(int socket, int backlog) { return listen(socket, backlog) == 0; }
 
-int _KXAccept(int listener) {
-    const int socket = accept(listener, nullptr, nullptr);
+int _KXAccept(int listener, _KXSocketAddress& peer) {
+    sockaddr_storage from = {};
+    socklen_t length = sizeof from;
+    const int socket = accept(listener, reinterpret_cast<sockaddr*>(&from), &length);
     if (socket != -1) {
+        peer = _KXFromSystem(from);
         prepare(socket);
         _KXMakeNonBlocking(socket);
     }
     return socket;
 }
 
-// Connecting goes on by itself after connect() has returned, also when a signal has interrupted it.
-static bool finishConnecting(int socket) {
-    pollfd waiting = {socket, POLLOUT, 0};
-    while (poll(&waiting, 1, -1) < 0)
-        if (errno != EINTR)
-            return false;
-    int error = 0;
-    socklen_t length = sizeof error;
-    return getsockopt(socket, SOL_SOCKET, SO_ERROR, &error, &length) == 0 && error == 0;
-}
-
 static bool isConnectedToItself(int socket) {
-    sockaddr_in own = {}, peer = {};
+    sockaddr_storage own = {}, peer = {};
     socklen_t ownLength = sizeof own, peerLength = sizeof peer;
     return getsockname(socket, reinterpret_cast<sockaddr*>(&own), &ownLength) == 0 &&
            getpeername(socket, reinterpret_cast<sockaddr*>(&peer), &peerLength) == 0 &&
-           own.sin_port == peer.sin_port && own.sin_addr.s_addr == peer.sin_addr.s_addr;
+           _KXFromSystem(own) == _KXFromSystem(peer);
 }
 
-bool _KXConnect(int socket, _KXSocketAddress address) {
+_KXConnecting _KXBeginConnecting(int socket, const _KXSocketAddress& address) {
     _KXMakeNonBlocking(socket);
-    const sockaddr_in peer = systemAddress(address);
-    if (connect(socket, reinterpret_cast<const sockaddr*>(&peer), sizeof peer) != 0 &&
-        !((errno == EINPROGRESS || errno == EINTR) && finishConnecting(socket)))
-        return false;
-    return !isConnectedToItself(socket);
+    sockaddr_storage peer;
+    const socklen_t length = _KXToSystem(address, peer);
+    if (connect(socket, reinterpret_cast<const sockaddr*>(&peer), length) == 0)
+        return isConnectedToItself(socket) ? _KXConnecting::failed : _KXConnecting::done;
+    // It goes on by itself after connect() has returned, also when a signal has interrupted it.
+    return errno == EINPROGRESS || errno == EINTR ? _KXConnecting::pending : _KXConnecting::failed;
+}
+
+static _KXConnecting outcomeWithin(int socket, int milliseconds) {
+    pollfd waiting = {socket, POLLOUT, 0};
+    const int ready = poll(&waiting, 1, milliseconds);
+    if (ready == 0 || (ready < 0 && errno == EINTR))
+        return _KXConnecting::pending;
+    int error = 0;
+    socklen_t length = sizeof error;
+    const bool connected =
+        ready > 0 && getsockopt(socket, SOL_SOCKET, SO_ERROR, &error, &length) == 0 && error == 0;
+    return connected && !isConnectedToItself(socket) ? _KXConnecting::done : _KXConnecting::failed;
+}
+
+_KXConnecting _KXCheckConnecting(int socket) { return outcomeWithin(socket, 0); }
+
+bool _KXConnect(int socket, const _KXSocketAddress& address) {
+    _KXConnecting outcome = _KXBeginConnecting(socket, address);
+    while (outcome == _KXConnecting::pending)
+        outcome = outcomeWithin(socket, -1);
+    return outcome == _KXConnecting::done;
 }
 
 _KXSocketFailure _KXSocketFailureOf(int error) {

@@ -72,7 +72,7 @@ inline std::string addressOf(const KXNetworkServer& server) {
 }
 inline int portOf(const KXNetworkServer& server) {
     const std::string address = addressOf(server);
-    return std::stoi(address.substr(address.find(':') + 1));
+    return std::stoi(address.substr(address.rfind(':') + 1));
 }
 
 /// The descriptor that will be given next.

@@ -61,7 +61,9 @@ TEST(Socket, FindsAddresses) {
     EXPECT_EQ(found("127.0.0.1", 0), "127.0.0.1:0");
     EXPECT_EQ(found("localhost", 65535), "127.0.0.1:65535");
     EXPECT_EQ(found("192.0.2.255", 1), "192.0.2.255:1");
-    for (const char* host : {"", "..", "::1"})
+    EXPECT_EQ(found("::1", 80) + found("2001:DB8:0::01", 80), "[::1]:80[2001:db8::1]:80");
+    EXPECT_EQ(found("::ffff:192.0.2.1", 80), "192.0.2.1:80");
+    for (const char* host : {"", "..", "::g"})
         EXPECT_EQ(found(host, 80), "unknown") << host;
     EXPECT_EQ(found("127.0.0.1", -1) + found("127.0.0.1", 65536), "unknownunknown");
 }

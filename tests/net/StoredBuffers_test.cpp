@@ -1,5 +1,6 @@
 #include "net/StoredBuffers.h"
 
+#include "net/Connection.h"
 #include "net/NetTest.h"
 #include "net/ScriptedSocket.h"
 
@@ -17,7 +18,9 @@ struct Handler : _KXNetworkHandler {
     Message receive(std::string bytes = {}) {
         if (!bytes.empty())
             socket.incoming.push_back({std::move(bytes)});
-        return take(_receiveFrom(-1, 7, lost));
+        const _KXReceived received = _receiveFrom(connection, 7, false);
+        lost = received.lost;
+        return take(received.message);
     }
     // The two operations that receiving is described by.
     std::string merge(int id, const std::string& bytes) {
@@ -30,6 +33,7 @@ struct Handler : _KXNetworkHandler {
         return take(_handleReceivedBuffer(id, bytes.data(), static_cast<int>(bytes.size())));
     }
     ScriptedSocket socket;
+    _KXConnection connection;
     bool lost = false;
 };
 
@@ -180,8 +184,8 @@ TEST(Framing, FailuresAndTheLimitForStrangers) {
         handler.socket.outcomes.insert(handler.socket.outcomes.end(), {again, 1});
     }
     EXPECT_EQ(handler.receive(marker), std::string(500, 'x'));
-    EXPECT_EQ(handler._sendTo(-1, std::string(500, 'x').data(), 500, handler.lost), 500);
-    EXPECT_FALSE(handler.lost);
+    int sent = 0;
+    EXPECT_TRUE(handler.connection.send(std::string(500, 'x').data(), 500, {}, sent) && sent == 500);
 }
 
 TEST(Framing, NoReceiveReadsWithoutEnd) {

@@ -13,6 +13,12 @@ for standard in c++11 c++17 c++20; do
                 -Wnon-virtual-dtor -Wold-style-cast -Werror - || { status=1 && printf '%s: %s\n' "$standard" "$header"; }
     done
 done
+# What serves the library alone is out of reach for those who link the shared one, and compiles no less.
+reaches() {
+    printf '#include <Kobaltrix/Kobaltrix.h>\nint use(KXNetworkClient& client) { return client.%s; }\n' "$1" |
+        "$compiler" -std=c++11 -Iinclude -x c++ -fsyntax-only -DKX_SHARED_LIBRARY - 2>/dev/null
+}
+if ! reaches 'send(nullptr)' || reaches '_send(nullptr, 0)'; then status=1 && printf 'KX_LIBRARY_ONLY\n'; fi
 # The umbrella holds every header.
 for folder in include/Kobaltrix testkit/KobaltrixTest; do
     name=${folder#*/}

@@ -20,14 +20,14 @@ std::uint32_t _KXTicks() {
     });
 }
 
-static std::uint64_t nanoseconds() {
+std::uint64_t _KXWorldNanoseconds() {
     if (_KXTimeIsReplaced())
         return replacement.nanoseconds(replacement.data);
     const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
     return static_cast<std::uint64_t>(std::chrono::nanoseconds(sinceStart).count());
 }
 
-std::uint64_t _KXNanoseconds() { return _KXAnswerTo(_KXQuestion::Nanoseconds, nanoseconds); }
+std::uint64_t _KXNanoseconds() { return _KXAnswerTo(_KXQuestion::Nanoseconds, _KXWorldNanoseconds); }
 
 void _KXSleep(std::uint64_t nanoseconds) {
     if (replacement.sleep)

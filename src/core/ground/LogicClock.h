@@ -14,6 +14,10 @@ std::uint32_t _KXTicks();
 /// The fine clock: nanoseconds since some fixed moment.
 std::uint64_t _KXNanoseconds();
 
+/// The same clock as it runs in the world, also during a replay. No recording knows that it was asked: for
+/// what depends on other programs and so happens at other times in each run.
+std::uint64_t _KXWorldNanoseconds();
+
 /// Lets time pass.
 void _KXSleep(std::uint64_t nanoseconds);
 

@@ -1,6 +1,9 @@
-#include "platform/SocketSignals.h"
+#include "platform/SocketOptions.h"
 
+#include <netinet/tcp.h>
 #include <sys/socket.h>
+
+constinit const int _KXKeepAliveTime = TCP_KEEPALIVE;
 
 void _KXSilenceSocket(int socket) {
     const int on = 1;
