@@ -11,7 +11,8 @@ GuestScene::GuestScene(App& app, std::unique_ptr<KXNetworkClient> client)
 // Only the newest picture is shown, but what happened in each of them is.
 void GuestScene::receive() {
     std::vector<Event> events;
-    while (const std::unique_ptr<KXNetworkBuffer> message{_client->receive()}) {
+    _client->poll();
+    while (const std::unique_ptr<KXNetworkBuffer> message{_client->receiveNext()}) {
         _picture = readPicture(*message);
         events.insert(events.end(), _picture.events.begin(), _picture.events.end());
     }

@@ -9,11 +9,7 @@
 HostScene::HostScene(App& app, int port) : _app(app), _port(port) {
     try {
         _server = std::make_unique<KXNetworkServer>(nullptr, port, 1, 0, 4);
-        // A guest may be anyone: no endless messages, no game that waits for ever, no remains of another
-        // guest.
-        _server->setStoredBufferLimit(64 * 1024);
-        _server->setSendRetryLimit(2000);
-        _server->setClearsStoredBuffers(true);
+        _server->setLimits(KXNetworkLimitsForStrangers()); // a guest may be anyone
         KXLog("network", "waiting for a guest at port %d", port);
     } catch (const std::bad_alloc&) {
         _failure = KXError();

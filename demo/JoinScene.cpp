@@ -15,23 +15,42 @@ JoinScene::JoinScene(App& app) : _app(app), _keepsTrying(!app.options.join.empty
     _go.setOrigin({474, 236});
 }
 
-std::unique_ptr<Scene> JoinScene::connect() {
+void JoinScene::beginConnecting() {
     std::string host;
     int port = 0;
     if (!splitAddress(_address.text(), host, port)) {
-        _failure = "That is not a name and a port.";
-        return nullptr;
+        _answer = "That is not a name and a port.";
+        return;
     }
-    auto client = std::make_unique<KXNetworkClient>();
-    client->setStoredBufferLimit(64 * 1024);
-    client->setSendRetryLimit(2000);
-    if (!client->connect(host.c_str(), port)) {
-        KXLog("network", "nobody at %s, port %d", host.c_str(), port);
-        _failure = "Nobody waits there.";
+    KXLog("network", "asking %s, port %d", host.c_str(), port);
+    _client = std::make_unique<KXNetworkClient>();
+    _client->setLimits(KXNetworkLimitsForStrangers()); // a host may be anyone, too
+    _client->beginConnecting(host.c_str(), port);
+}
+
+// The night, once the host has answered.
+std::unique_ptr<Scene> JoinScene::goOn() {
+    _client->poll();
+    switch (_client->state()) {
+    case KXNetworkLookingUp:
+    case KXNetworkConnecting:
+        _answer = "Just a moment.";
         return nullptr;
+    case KXNetworkConnected:
+        return std::make_unique<GuestScene>(_app, std::move(_client));
+    case KXNetworkNameUnknown:
+        _answer = "Nobody has that name.";
+        break;
+    case KXNetworkTimedOut:
+        _answer = "Nobody answers.";
+        break;
+    default:
+        _answer = "Nobody waits there.";
+        break;
     }
-    KXLog("network", "playing with %s, port %d", host.c_str(), port);
-    return std::make_unique<GuestScene>(_app, std::move(client));
+    KXLog("network", "%s", _answer.c_str());
+    _client.reset();
+    return nullptr;
 }
 
 std::unique_ptr<Scene> JoinScene::step() {
@@ -41,11 +60,12 @@ std::unique_ptr<Scene> JoinScene::step() {
     if (_address.changed())
         _keepsTrying = false;
     constexpr int stepsBetweenTries = 60;
-    if (go || _address.entered() || (_keepsTrying && _steps++ % stepsBetweenTries == 0))
-        return connect();
+    const bool triesAgain = _keepsTrying && !_client && _steps++ % stepsBetweenTries == 0;
+    if (go || _address.entered() || triesAgain)
+        beginConnecting();
     if (!hadFocus && Controls::menuLeaves())
         return std::make_unique<TitleScene>(_app);
-    return nullptr;
+    return _client ? goOn() : nullptr;
 }
 
 void JoinScene::draw() {
@@ -54,7 +74,7 @@ void JoinScene::draw() {
     Style::printCentred(400, 198, 18, Style::gold, "Where does your friend wait?");
     _address.draw();
     _go.draw();
-    if (!_failure.empty())
-        Style::printCentred(400, 266, 14, Style::rose, _failure.c_str());
+    if (!_answer.empty())
+        Style::printCentred(400, 266, 14, Style::rose, _answer.c_str());
     Style::printCentred(400, 286, 12, Style::faded(Style::paper, 0.7f), "Escape goes back.");
 }

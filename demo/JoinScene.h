@@ -10,12 +10,14 @@ public:
     void draw() override;
 
 private:
-    std::unique_ptr<Scene> connect();
+    void beginConnecting();
+    std::unique_ptr<Scene> goOn();
 
     App& _app;
     KXUITextEntry _address;
     KXUIButton _go;
-    std::string _failure;
+    std::unique_ptr<KXNetworkClient> _client; ///< Null until there is somebody to be joined.
+    std::string _answer;                      ///< What is said below the address.
     bool _keepsTrying; ///< The command line has told where; the host may not have begun to wait.
     int _steps = 0;
 };

@@ -18,7 +18,8 @@ LevelScene::LevelScene(App& app, std::unique_ptr<KXNetworkServer> server)
 // The newest of what the guest has sent; an older hop counts, too, or a short press would be lost.
 Input LevelScene::guestInput() {
     bool hop = false;
-    while (const std::unique_ptr<KXNetworkBuffer> message{_server->receiveBufferFromClient(0)}) {
+    _server->poll();
+    while (const std::unique_ptr<KXNetworkBuffer> message{_server->receiveNext(nullptr)}) {
         _guestInput = readInput(*message);
         hop |= _guestInput.hop;
     }

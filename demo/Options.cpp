@@ -22,6 +22,8 @@ bool splitAddress(const std::string& address, std::string& host, int& port) {
         !readCount(std::string_view(address).substr(colon + 1), port, largestPort))
         return false;
     host = address.substr(0, colon);
+    if (host.starts_with('[') && host.ends_with(']')) // an address of IPv6
+        host = host.substr(1, host.size() - 2);
     return true;
 }
 

@@ -27,9 +27,11 @@ int main(int argc, char** argv) {
         KXUISetGlobalFont(example.font(), KXAliasModeTexture, 12, KXZeroPoint);
         KXNetworkServer server("127.0.0.1", 0, 4, 0, 4); // this machine only, any free port, 4 clients
         KXNetworkClient client;
+        server.setLimits(
+            KXNetworkLimitsForStrangers()); // nobody can keep the game waiting or fill its memory
+        client.setLimits(KXNetworkLimitsForStrangers());
         char* address = server.IPAddress(); // "127.0.0.1:port", ours to free
-        if (!client.connect("127.0.0.1", std::atoi(std::strchr(address, ':') + 1)))
-            return example.failed();
+        client.beginConnecting("127.0.0.1", std::atoi(std::strchr(address, ':') + 1));
         std::free(address);
         std::vector<KXPoint> lit, seen;
         long answers = 0;
@@ -40,8 +42,13 @@ int main(int argc, char** argv) {
         while (!KXApplicationQuitRequested()) {
             KXPreLogicLoop();
             while (KXLogicLoop()) {
-                server.checkForIncomingConnections(); // the number of a new client, -1 if nobody came
-                if (nextStar.tick() && lit.size() < 16) {
+                while (server.checkForIncomingConnections() != -1) { // the number of a new client
+                }
+                server.poll();
+                client.poll();
+                if (client.state() == KXNetworkNobodyThere)
+                    return example.failed();
+                if (client.connected() && nextStar.tick() && lit.size() < 16) {
                     lit.push_back({10 + 10.0f * lit.size(), dice.range(12.0f, 110.0f)});
                     for (int to : server.clientIDList()) {
                         KXNetworkBuffer message; // one for each: sending appends to it
@@ -50,17 +57,17 @@ int main(int argc, char** argv) {
                         server.sendBufferToClient(to, &message);
                     }
                 }
-                while (const std::unique_ptr<KXNetworkBuffer> message{client.receive()}) {
+                while (const std::unique_ptr<KXNetworkBuffer> message{client.receiveNext()}) {
                     seen.push_back({message->readFloat(), message->readFloat()}); // as they were written
                     KXNetworkBuffer answer;
                     answer.appendLong(static_cast<long>(seen.size()));
                     client.send(&answer);
                 }
-                for (int from : server.clientIDList())
-                    if (const std::unique_ptr<KXNetworkBuffer> got{server.receiveBufferFromClient(from)}) {
-                        answers = got->readLong();
-                        KXLog("net", "client %d sees %ld stars\n", from, answers);
-                    }
+                int from = -1; // whose message it is
+                while (const std::unique_ptr<KXNetworkBuffer> got{server.receiveNext(&from)}) {
+                    answers = got->readLong();
+                    KXLog("net", "client %d sees %ld stars\n", from, answers);
+                }
                 KXLogicUpdate();
                 example.stepDone();
             }
