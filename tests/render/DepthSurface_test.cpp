@@ -1,6 +1,7 @@
 // Windows have no depth buffer until they are in 3D mode, and then one that nobody need know of.
 
 #include "RenderTest.h"
+#include "render/DepthSurface.h"
 #include "render/Framebuffer.h"
 #include "render/GLFunctions.h"
 
