@@ -1,5 +1,4 @@
-// A server and a client, here in one program that talks to itself: the server lights stars and tells the
-// client, which lights them too and answers. What happens is written to network.log, beside the program.
+// A server and a client in one program: one lights stars, the other lights them too and answers.
 #include "example.h"
 
 #include <vector>
@@ -27,8 +26,7 @@ int main(int argc, char** argv) {
         KXUISetGlobalFont(example.font(), KXAliasModeTexture, 12, KXZeroPoint);
         KXNetworkServer server("127.0.0.1", 0, 4, 0, 4); // this machine only, any free port, 4 clients
         KXNetworkClient client;
-        server.setLimits(
-            KXNetworkLimitsForStrangers()); // nobody can keep the game waiting or fill its memory
+        server.setLimits(KXNetworkLimitsForStrangers()); // nobody keeps it waiting or fills its memory
         client.setLimits(KXNetworkLimitsForStrangers());
         char* address = server.IPAddress(); // "127.0.0.1:port", ours to free
         client.beginConnecting("127.0.0.1", std::atoi(std::strchr(address, ':') + 1));
@@ -64,10 +62,8 @@ int main(int argc, char** argv) {
                     client.send(&answer);
                 }
                 int from = -1; // whose message it is
-                while (const std::unique_ptr<KXNetworkBuffer> got{server.receiveNext(&from)}) {
-                    answers = got->readLong();
-                    KXLog("net", "client %d sees %ld stars\n", from, answers);
-                }
+                while (const std::unique_ptr<KXNetworkBuffer> got{server.receiveNext(&from)})
+                    KXLog("net", "client %d sees %ld stars\n", from, answers = got->readLong());
                 KXLogicUpdate();
                 example.stepDone();
             }
