@@ -42,6 +42,7 @@ TEST(Night, HostAndGuestSeeEachOtherMove) {
     const TemporaryFolder folder;
     std::string path = DEMO;
     ASSERT_EQ(KXInit(path.data()), -1);
+    std::srand(1); // where bats come from is chance, and who meets one walks no further
     Options options;
     options.headless = true;
     options.night = 10;
