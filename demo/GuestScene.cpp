@@ -6,7 +6,11 @@
 #include "Wire.h"
 
 GuestScene::GuestScene(App& app, std::unique_ptr<KXNetworkClient> client)
-    : _app(app), _client(std::move(client)), _view(app) {}
+    : _app(app), _client(std::move(client)), _view(app) {
+    KXNetworkBuffer message;
+    writeGreeting(message);
+    _client->send(&message);
+}
 
 // Only the newest picture is shown, but what happened in each of them is.
 void GuestScene::receive() {

@@ -3,13 +3,16 @@
 #include "Controls.h"
 #include "LevelScene.h"
 #include "TitleScene.h"
+#include "Wire.h"
 
 #include <new>
 
 HostScene::HostScene(App& app, int port) : _app(app), _port(port) {
     try {
-        _server = std::make_unique<KXNetworkServer>(nullptr, port, 1, 0, 4);
-        _server->setLimits(KXNetworkLimitsForStrangers()); // a guest may be anyone
+        _server = std::make_unique<KXNetworkServer>(nullptr, port, places, 0, places);
+        KXNetworkLimits limits = KXNetworkLimitsForStrangers(); // a guest may be anyone
+        limits.firstMessageMilliseconds = 2000;                 // and greets at once
+        _server->setLimits(limits);
         KXLog("network", "waiting for a guest at port %d", port);
     } catch (const std::bad_alloc&) {
         _failure = KXError();
@@ -17,15 +20,48 @@ HostScene::HostScene(App& app, int port) : _app(app), _port(port) {
     }
 }
 
+// Lets in whoever comes. The last place stays free: for it goes who has been silent for longest.
+void HostScene::admit() {
+    std::erase_if(_silent, [this](int id) { return !_server->isClientConnected(id); });
+    for (int come = 0; come < places; ++come) {
+        const int id = _server->checkForIncomingConnections();
+        if (id == -1)
+            return;
+        _silent.push_back(id);
+        if (_silent.size() < places)
+            continue;
+        _server->disconnectClient(_silent.front());
+        _silent.erase(_silent.begin());
+    }
+}
+
+// The first who greets as a guest does, -1 as long as nobody has; who says anything else has to go.
+int HostScene::greeted() {
+    int id = -1;
+    while (const std::unique_ptr<KXNetworkBuffer> message{_server->receiveNext(&id)}) {
+        if (isGreeting(*message))
+            return id;
+        _server->disconnectClient(id);
+    }
+    return -1;
+}
+
 std::unique_ptr<Scene> HostScene::step() {
     ++_steps;
     if (Controls::menuLeaves())
         return std::make_unique<TitleScene>(_app);
-    if (_server && _server->checkForIncomingConnections() == 0) {
-        KXLog("network", "a guest has come");
-        return std::make_unique<LevelScene>(_app, std::move(_server));
-    }
-    return nullptr;
+    if (!_server)
+        return nullptr;
+    admit();
+    _server->poll();
+    const int guest = greeted();
+    if (guest == -1)
+        return nullptr;
+    for (const int id : _server->clientIDList())
+        if (id != guest)
+            _server->disconnectClient(id);
+    KXLog("network", "a guest has come: %s", _server->peerAddress(guest));
+    return std::make_unique<LevelScene>(_app, std::move(_server), guest);
 }
 
 void HostScene::draw() {

@@ -11,9 +11,9 @@ LevelScene::LevelScene(App& app, int players)
     : _app(app), _world(players, app.secondsOfNight(), loadHitBoxes(app.assets)), _view(app),
       _players(players) {}
 
-LevelScene::LevelScene(App& app, std::unique_ptr<KXNetworkServer> server)
+LevelScene::LevelScene(App& app, std::unique_ptr<KXNetworkServer> server, int guest)
     : _app(app), _world(2, app.secondsOfNight(), loadHitBoxes(app.assets)), _view(app), _players(2),
-      _server(std::move(server)) {}
+      _server(std::move(server)), _guest(guest) {}
 
 // The newest of what the guest has sent; an older hop counts, too, or a short press would be lost.
 Input LevelScene::guestInput() {
@@ -23,7 +23,7 @@ Input LevelScene::guestInput() {
         _guestInput = readInput(*message);
         hop |= _guestInput.hop;
     }
-    if (!_server->isClientConnected(0))
+    if (!_server->isClientConnected(_guest))
         _guestInput = {};
     Input input = _guestInput;
     input.hop |= hop;
@@ -33,7 +33,7 @@ Input LevelScene::guestInput() {
 void LevelScene::tellGuest() {
     KXNetworkBuffer message;
     writePicture(message, _world.picture());
-    _server->sendBufferToClient(0, &message);
+    _server->sendBufferToClient(_guest, &message);
 }
 
 void LevelScene::stepWorld() {
@@ -73,7 +73,7 @@ std::unique_ptr<Scene> LevelScene::step() {
         setPaused(true);
     }
     stepWorld();
-    const bool alone = !_server || !_server->isClientConnected(0);
+    const bool alone = !_server || !_server->isClientConnected(_guest);
     if (_world.isOver() && stepEnding(_app, _world.picture(), ++_stepsOver, alone)) {
         setPaused(false);
         return std::make_unique<ResultScene>(_app, _world.picture().score);
@@ -85,7 +85,7 @@ void LevelScene::draw() {
     _view.draw(_world.picture());
     if (_world.isOver())
         drawEnding(_world.picture());
-    if (_server && !_server->isClientConnected(0))
+    if (_server && !_server->isClientConnected(_guest))
         Style::printCentred(400, 470, 14, Style::rose, "Your friend has left.");
     if (!_pause)
         return;

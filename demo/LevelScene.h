@@ -10,8 +10,8 @@
 class LevelScene : public Scene {
 public:
     LevelScene(App& app, int players);
-    /// @param server at which a guest has arrived, with the id 0.
-    LevelScene(App& app, std::unique_ptr<KXNetworkServer> server);
+    /// @param server at which a guest has arrived, with that id.
+    LevelScene(App& app, std::unique_ptr<KXNetworkServer> server, int guest);
     std::unique_ptr<Scene> step() override;
     void draw() override;
     const Picture& picture() const { return _world.picture(); }
@@ -28,6 +28,7 @@ private:
     WorldView _view;
     int _players;
     std::unique_ptr<KXNetworkServer> _server; ///< Null without a guest.
+    int _guest = -1;
     Input _guestInput;
     std::optional<ButtonColumn> _pause; ///< While the game is paused.
     int _stepsOver = 0;

@@ -23,6 +23,21 @@ static int readInt(KXNetworkBuffer& buffer, int low, int high) {
     return value;
 }
 
+// The game and how it talks; another way of talking gets another number.
+static constexpr long greeting[] = {0x454D4252, 1};
+
+void writeGreeting(KXNetworkBuffer& buffer) {
+    for (const long number : greeting)
+        buffer.appendLong(number);
+}
+
+bool isGreeting(KXNetworkBuffer& buffer) {
+    for (const long number : greeting)
+        if (buffer.readLong() != number)
+            return false;
+    return true;
+}
+
 void writeInput(KXNetworkBuffer& buffer, const Input& input) {
     buffer.appendLong(input.left | input.right << 1 | input.up << 2 | input.down << 3 | input.hop << 4);
 }

@@ -86,12 +86,15 @@ public:
         setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
     }
     /// Connected to a server that has accepted it, or not yet.
-    explicit RawPeer(KXNetworkServer& server, bool waits = true) : RawPeer(_KXOpenSocket()) {
-        _KXSocketAddress address;
-        EXPECT_TRUE(_KXFindAddress("127.0.0.1", portOf(server), address) &&
-                    _KXConnect(_socket->get(), address));
-        fcntl(_socket->get(), F_SETFL, 0); // the calls below wait
+    explicit RawPeer(KXNetworkServer& server, bool waits = true) : RawPeer("127.0.0.1", portOf(server)) {
         id = waits ? acceptOne(server) : -1;
+    }
+    /// Connected to whoever listens at a port of this machine, from one of its addresses.
+    RawPeer(const std::string& from, int port) : RawPeer(_KXOpenSocket()) {
+        _KXSocketAddress own, address;
+        EXPECT_TRUE(_KXFindAddress(from.c_str(), 0, own) && _KXBind(_socket->get(), own) &&
+                    _KXFindAddress("127.0.0.1", port, address) && _KXConnect(_socket->get(), address));
+        fcntl(_socket->get(), F_SETFL, 0); // the calls below wait
     }
 
     int id = -1; ///< What the server calls it.

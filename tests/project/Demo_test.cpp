@@ -1,11 +1,14 @@
 // The game: from the inside, as somebody plays it, and as ./play starts it.
 
 #include "EmberNight.h"
+#include "LevelScene.h"
+#include "Wire.h"
 #include "net/NetTest.h"
 #include "support/Golden.h"
 #include "support/Program.h"
 
 #include <cstdlib>
+#include <deque>
 
 namespace {
 struct Demo : EmberNightTest {
@@ -79,6 +82,38 @@ TEST(Night, HostAndGuestSeeEachOtherMove) {
     const Outcome guested = guest->finish();
     EXPECT_TRUE(guested.status == 0 && score.starts_with("Score: ")) << output << guested.output;
     EXPECT_NE(guested.output.find(score), std::string::npos) << output << guested.output;
+}
+
+TEST_F(Demo, OnlyWhoGreetsTakesTheGuestsPlace) {
+    Options options;
+    options.hostPort = portOf(KXNetworkServer("127.0.0.1", 0, 1, 0, 1));
+    Game game(options);
+    Keeper keeper(game);
+    const auto comesTrue = [&keeper](auto condition) {
+        return eventually([&] {
+            keeper.step();
+            return condition();
+        });
+    };
+    const RawPeer silent("127.0.0.1", options.hostPort), browser("127.0.0.1", options.hostPort),
+        player("127.0.0.1", options.hostPort);
+    browser.send("GET / HTTP/1.1\r\n\r\n" + marker);
+    player.send(std::string(8, 0) + marker);
+    EXPECT_TRUE(comesTrue([&] { return browser.isClosed() && player.isClosed(); }));
+    EXPECT_FALSE(silent.isClosed());
+    std::deque<RawPeer> crowd;
+    for (int i = 2; i < 40; ++i) { // each from a machine of its own
+        crowd.emplace_back("127.0.0." + std::to_string(i), options.hostPort);
+        keeper.step();
+    }
+    EXPECT_TRUE(silent.isClosed() && crowd[0].isClosed() && !crowd.back().isClosed());
+    KXNetworkClient guest;
+    KXNetworkBuffer greeting;
+    writeGreeting(greeting);
+    EXPECT_TRUE(guest.connect("127.0.0.1", options.hostPort) && guest.send(&greeting) > 0);
+    EXPECT_TRUE(comesTrue([&] { return dynamic_cast<const LevelScene*>(&game.scene()); }));
+    EXPECT_TRUE(crowd.back().isClosed());
+    EXPECT_TRUE(comesTrue([&] { return take(guest.receive()); })) << "a picture of the night";
 }
 
 TEST_F(Demo, RecordsAndReplays) {
