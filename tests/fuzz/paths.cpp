@@ -6,6 +6,7 @@
 #include <Kobaltrix/KXKeyboard.h>
 #include <Kobaltrix/KXString.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 static std::string take(char* text) {
@@ -24,8 +25,9 @@ void fuzz(FuzzBytes bytes) {
     require(joined.size() <= 1023, "a temporary string has room");
     KXFileExists(b.c_str());
     KXIsDirectory(b.c_str());
-    for (char* const entry : KXDirectoryContents(b.c_str()))
-        std::free(entry);
+    for (const char* const entry : KXDirectoryContents(b.c_str()))
+        require(b.starts_with(std::string(entry, std::min(b.size(), std::strlen(entry)))),
+                "what is in a folder has the folder's path");
     KXTempString("%s", b.c_str());
     KXKeyFromName(a.c_str());
 }
