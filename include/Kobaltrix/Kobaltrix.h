@@ -20,7 +20,8 @@
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkLimits.h, KXNetworkBuffer.h
 /// - Chance: KXRandomGenerator.h, KXRandom.h
-/// - Helpers: KXGeometry.h, KXVector3D.h, KXString.h, KXFile.h, KXLog.h, KXPlatform.h
+/// - Places: KXPointMath.h, KXCollision.h, KXGeometry.h, KXVector3D.h
+/// - Helpers: KXString.h, KXFile.h, KXLog.h, KXPlatform.h
 ///
 /// The pages under `docs/` explain how these work together; begin with `docs/getting-started.md`.
 
@@ -29,6 +30,7 @@
 #include <Kobaltrix/KXAudio.h>
 #include <Kobaltrix/KXClipboard.h>
 #include <Kobaltrix/KXClock.h>
+#include <Kobaltrix/KXCollision.h>
 #include <Kobaltrix/KXCore.h>
 #include <Kobaltrix/KXCursor.h>
 #include <Kobaltrix/KXDrawBatch.h>
@@ -56,6 +58,7 @@
 #include <Kobaltrix/KXNetworkServer.h>
 #include <Kobaltrix/KXPads.h>
 #include <Kobaltrix/KXPlatform.h>
+#include <Kobaltrix/KXPointMath.h>
 #include <Kobaltrix/KXRandom.h>
 #include <Kobaltrix/KXRandomGenerator.h>
 #include <Kobaltrix/KXRecording.h>

@@ -1,3 +1,4 @@
+#include <Kobaltrix/KXCollision.h>
 #include <Kobaltrix/KXGeometry.h>
 
 #include <gtest/gtest.h>
