@@ -16,6 +16,19 @@
 #define KX_PRINTF(formatIndex, firstArgument)
 #endif
 
+/// Behind a declaration: compilers that can warn with @a text of a call whose arguments are known and meet
+/// @a condition.
+#if defined(__clang__)
+#if __has_attribute(diagnose_if)
+#define KX_WARN_IF(condition, text)                                                                          \
+    _Pragma("clang diagnostic push") _Pragma("clang diagnostic ignored \"-Wgcc-compat\"")                    \
+        __attribute__((diagnose_if(condition, text, "warning"))) _Pragma("clang diagnostic pop")
+#endif
+#endif
+#ifndef KX_WARN_IF
+#define KX_WARN_IF(condition, text)
+#endif
+
 /// Stands before the members of exported classes that serve the library itself. Its tests link the static
 /// library and reach them; to a game that links the shared one, where they are not to be had, they are
 /// private.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Kobaltrix/KXDrawOptions.h>
 #include <Kobaltrix/KXTimer.h>
 #include <Kobaltrix/KXTypes.h>
 
@@ -77,8 +78,14 @@ public:
     KXSprite();
     /// Frees everything but the texture.
     ~KXSprite();
-    KXSprite(const KXSprite&) = delete;
-    KXSprite& operator=(const KXSprite&) = delete;
+    /// A copy of everything: the boxes too, and what plays goes on from the same frame.
+    KXSprite(const KXSprite& other);
+    /// Takes everything from @a other, which is then as if newly made.
+    KXSprite(KXSprite&& other) noexcept;
+    /// Becomes a copy of @a other, in everything.
+    KXSprite& operator=(const KXSprite& other);
+    /// Takes everything from @a other, which is then as if newly made.
+    KXSprite& operator=(KXSprite&& other) noexcept;
 
     /// The texture's file name, null for none. The caller frees the result with free().
     char* textureName() const;
@@ -115,6 +122,17 @@ public:
     /// frame or not. Nothing is drawn without a texture name, without a current animation, and while that
     /// does not exist.
     void draw(KXPoint at);
+    /// Draws the frame on show as the options say, together with what the sprite has itself: alpha and scale
+    /// are multiplied, rotations added. `hero.draw({.flip = KXFlipLeftRight, .position = at, .origin =
+    /// {8, 19}})` has the point (8, 19) of the frame at @a at. Bounds are truncated to whole pixels. Throws
+    /// and draws nothing as the form above.
+    void draw(const KXDrawOptions& options);
+    /// Where draw() with these options has the frame on show, or the part of it. All zeros where there is no
+    /// frame. Needs no texture: what of the frame reaches past the texture's edges counts.
+    KXPlacedBox placedFrame(const KXDrawOptions& options) const;
+    /// Where draw() with these options has a bounding box: flipped, scaled and turned along with the frame,
+    /// also where it reaches out of that. All zeros for an unknown name.
+    KXPlacedBox placedBox(const char* name, const KXDrawOptions& options) const;
 
     /// Sets the opacity, 0.0 to 1.0; not clamped.
     void setAlpha(float alpha);
@@ -183,7 +201,7 @@ public:
     void removeBoundingBox(const char* name);
 
     /// A new sprite with the same texture, alpha, scale, rotation and animations, but without boxes and with
-    /// nothing playing. The caller deletes it.
+    /// nothing playing. The caller deletes it. A copy has everything: `KXSprite another(sprite)`.
     KXSprite* clone() const;
 
     /// Reads texture name, boxes and animations from a sprite file, in place of those there are; what plays
@@ -218,6 +236,11 @@ private:
     KX_INTERNAL KXSpriteAnimationInfo& _infoFor(const char* name);
     KX_INTERNAL void _findCurrentInfo();
     KX_INTERNAL KXTexture* _texture();
+    KX_INTERNAL void _takeState(const KXSprite& other);
+    KX_INTERNAL KXRect _frameOnShow() const;
+    KX_INTERNAL bool _placed(KXDrawOptions& options, KXRect& part) const;
+    KX_INTERNAL KXPlacedBox _placedRect(const KXRect& rect, const KXDrawOptions& options) const;
+    KX_INTERNAL bool _hasBox(const char* name) const;
 
     std::unique_ptr<Contents> _contents;
     int32_t _currentFrame;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Kobaltrix/KXDrawOptions.h>
 #include <Kobaltrix/KXRenderContext.h>
 
 #include <stdint.h>
@@ -10,14 +11,6 @@
 /// Textures: images that draw, and targets to draw into.
 
 struct SDL_Surface;
-
-/// How a texture is flipped where it is drawn.
-enum KXFlip : int {
-    KXFlipNone = 0,
-    KXFlipLeftRight = 2, ///< Mirrors left to right.
-    KXFlipTopBottom = 4, ///< Mirrors top to bottom.
-    KXFlipDiagonal = 6   ///< Both together: exchanges rows and columns.
-};
 
 /// Sets the filter of textures uploaded from now on: nearest for 1 (the default), linear for any other value.
 KX_API void KXSetTextureMode(int mode);
@@ -60,13 +53,25 @@ public:
     /// Makes every pixel transparent black, or black where the image it was loaded from has no alpha.
     void clear();
 
+    /// Draws the texture, or a part of it, as the options say: `draw({.position = {10, 20}})`. Both the
+    /// texture's tint and that of the options count.
+    void draw(const KXDrawOptions& options);
+    /// Where draw() with these options has the texture, or the part of it.
+    KXPlacedBox placed(const KXDrawOptions& options) const;
+
     /// Draws the whole texture in its natural size, fully opaque.
     /// @param x,y where its top-left corner goes. @param transformed as in the full form.
     void draw(int x, int y, int transformed);
-    /// Draws the whole texture, transformed.
+    /// Draws the whole texture, transformed. Write @a opacity and @a scale as 1.0f: seven integers are the
+    /// form below, which draws a part of the texture. draw(const KXDrawOptions&) has names instead.
     void draw(int x, int y, float opacity, float scale, int rotation, int flips, int transformed);
-    /// Draws the part from (sx1, sy1) to (sx2, sy2) in its natural size, fully opaque.
-    void draw(int sx1, int sy1, int sx2, int sy2, int x, int y, int transformed);
+    /// Draws the part from (sx1, sy1) to (sx2, sy2) in its natural size, fully opaque. A part that ends
+    /// before it begins draws nothing and leaves a text in KXError(): such integers are mostly meant for the
+    /// form above.
+    void draw(int sx1, int sy1, int sx2, int sy2, int x, int y, int transformed)
+        KX_WARN_IF(sx2 < sx1 || sy2 < sy1,
+                   "seven integers draw the part from (sx1, sy1) to (sx2, sy2), which "
+                   "is empty here; an opacity and a scale are written as 1.0f");
     /// Draws a part in its natural size, transformed.
     void draw(int sx1, int sy1, int sx2, int sy2, int x, int y, float opacity, float scale, int rotation,
               int flips, int transformed);

@@ -4,6 +4,7 @@
 #include "core/ground/Truncate.h"
 #include "render/Clip.h"
 #include "render/DrawBatch.h"
+#include "render/DrawOptions.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
@@ -83,6 +84,30 @@ void KXTexture::setTint(KXColor tint) { _tint = tint; }
 
 KXColor KXTexture::tint() { return _tint; }
 
+void KXTexture::draw(const KXDrawOptions& options) {
+    KX_GL_CHECK("KXTexture::draw");
+    KXRect part;
+    _KXAffine placement;
+    if (!_isUsableHere() || !_KXCutSource(options.source, _size, part) ||
+        !_KXPlacePart(options, part.size, placement))
+        return;
+    const auto& [origin, extent] = part;
+    const KXColor tint = options.tint;
+    _KXDrawTexturedQuad(_textureID,
+                        {origin.x / _size.width, origin.y / _size.height,
+                         (origin.x + extent.width) / _size.width, (origin.y + extent.height) / _size.height},
+                        {_tint.r * tint.r, _tint.g * tint.g, _tint.b * tint.b, tint.a}, placement,
+                        extent.width, extent.height);
+}
+
+KXPlacedBox KXTexture::placed(const KXDrawOptions& options) const {
+    KXRect part;
+    _KXAffine placement;
+    if (!_KXCutSource(options.source, _size, part) || !_KXPlacePart(options, part.size, placement))
+        return {};
+    return _KXPlacedBoxOf(placement, {KXZeroPoint, part.size});
+}
+
 void KXTexture::draw(int x, int y, int transformed) { draw(x, y, 1.0f, 1.0f, 0, 0, transformed); }
 
 void KXTexture::draw(int x, int y, float opacity, float scale, int rotation, int flips, int transformed) {
@@ -91,6 +116,11 @@ void KXTexture::draw(int x, int y, float opacity, float scale, int rotation, int
 }
 
 void KXTexture::draw(int sx1, int sy1, int sx2, int sy2, int x, int y, int transformed) {
+    if (sx2 < sx1 || sy2 < sy1)
+        _KXReportError(
+            "KXTexture::draw: seven integers draw the part from (%d, %d) to (%d, %d), which is empty; "
+            "an opacity and a scale are written as 1.0f",
+            sx1, sy1, sx2, sy2);
     draw(sx1, sy1, sx2, sy2, -1, -1, x, y, 1.0f, 1.0f, 0, 0, transformed);
 }
 

@@ -10,17 +10,16 @@
 #include <numbers>
 
 namespace {
-struct Rotation {
-    float cosine, sine;
-};
-
 // One entry for each degree, exact at the quarter turns, where a sine that is almost zero would blur edges.
-std::array<Rotation, 360> makeRotations() {
-    std::array<Rotation, 360> rotations;
-    for (int degrees = 0; degrees < 360; ++degrees) {
-        const double angle = degrees * std::numbers::pi / 180;
-        rotations[degrees] = {static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle))};
-    }
+_KXRotation rotationBy(double degrees) {
+    const double angle = degrees * std::numbers::pi / 180;
+    return {static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle))};
+}
+
+std::array<_KXRotation, 360> makeRotations() {
+    std::array<_KXRotation, 360> rotations;
+    for (int degrees = 0; degrees < 360; ++degrees)
+        rotations[degrees] = rotationBy(static_cast<double>(degrees));
     rotations[0] = {1, 0};
     rotations[90] = {0, 1};
     rotations[180] = {-1, 0};
@@ -28,12 +27,18 @@ std::array<Rotation, 360> makeRotations() {
     return rotations;
 }
 
-Rotation rotationBy(int degrees) {
-    static const std::array<Rotation, 360> rotations = makeRotations();
+_KXRotation rotationBy(int degrees) {
+    static const std::array<_KXRotation, 360> rotations = makeRotations();
     const int turn = degrees % 360;
     return rotations[turn < 0 ? turn + 360 : turn];
 }
 } // namespace
+
+_KXRotation _KXRotationBy(float degrees) {
+    const double rest = std::fmod(static_cast<double>(degrees), 360);
+    const double whole = std::trunc(rest);
+    return rest == whole ? rotationBy(static_cast<int>(whole)) : rotationBy(rest);
+}
 
 _KXAffine _KXPlacement(int x, int y, int width, int height, float scale, int rotation, int flips) {
     const auto left = static_cast<float>(x), top = static_cast<float>(y);

@@ -15,6 +15,13 @@ struct _KXAffine {
     KXPoint operator()(float x, float y) const { return {xx * x + xy * y + dx, yx * x + yy * y + dy}; }
 };
 
+/// The cosine and the sine of a turn.
+struct _KXRotation {
+    float cosine, sine;
+};
+/// Of so many degrees, exact at the quarter turns. Not a number for what is none, or infinite.
+_KXRotation _KXRotationBy(float degrees);
+
 /// The placement of a drawn part: moved to (x, y), scaled about its top-left corner, turned and flipped about
 /// the middle of width by height. The same map as KXTexture::drawingPosition() multiplies onto the matrix.
 _KXAffine _KXPlacement(int x, int y, int width, int height, float scale, int rotation, int flips);

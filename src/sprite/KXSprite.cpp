@@ -8,6 +8,7 @@
 #include <cstring>
 #include <iterator>
 #include <string_view>
+#include <utility>
 
 // The entry of a name, the end of the map for an unknown or null one.
 static auto find(auto& map, const char* name) { return name ? map.find(std::string_view(name)) : map.end(); }
@@ -41,6 +42,38 @@ KXSprite::KXSprite()
       _rotation(0), _currentInfo(nullptr), _knownTexture(nullptr), _knownTextureWindow(nullptr),
       _knownTextureGeneration(0) {}
 
+KXSprite::KXSprite(const KXSprite& other) : KXSprite() { *this = other; }
+
+KXSprite::KXSprite(KXSprite&& other) noexcept : KXSprite() { *this = std::move(other); }
+
+KXSprite& KXSprite::operator=(const KXSprite& other) {
+    auto contents = std::make_unique<Contents>(*other._contents);
+    _contents = std::move(contents);
+    _takeState(other);
+    return *this;
+}
+
+KXSprite& KXSprite::operator=(KXSprite&& other) noexcept {
+    if (this == &other)
+        return *this;
+    KXSprite fresh;
+    _contents = std::exchange(other._contents, std::move(fresh._contents));
+    _takeState(other);
+    other._takeState(fresh);
+    return *this;
+}
+
+// All but the contents, which are there already.
+void KXSprite::_takeState(const KXSprite& other) {
+    _currentFrame = other._currentFrame;
+    _frameTimer = other._frameTimer;
+    _alpha = other._alpha;
+    _scale = other._scale;
+    _rotation = other._rotation;
+    _knownTexture = nullptr;
+    _findCurrentInfo();
+}
+
 KXSprite::~KXSprite() = default;
 
 char* KXSprite::textureName() const {
@@ -71,7 +104,7 @@ int KXSprite::rotation() const { return _rotation; }
 
 KXSpriteAnimationInfo* KXSprite::_getInfoWithName(const char* name) const {
     const auto found = find(_contents->animations, name);
-    return found == _contents->animations.end() ? nullptr : found->second.get();
+    return found == _contents->animations.end() ? nullptr : &found->second;
 }
 
 // Belongs after everything that adds, moves or removes an animation.
@@ -82,9 +115,7 @@ void KXSprite::_findCurrentInfo() {
 KXSpriteAnimationInfo& KXSprite::_infoFor(const char* name) {
     if (KXSpriteAnimationInfo* info = _getInfoWithName(name))
         return *info;
-    auto created = std::make_unique<KXSpriteAnimationInfo>();
-    KXSpriteAnimationInfo& info = *created;
-    _contents->animations.emplace(name, std::move(created));
+    KXSpriteAnimationInfo& info = _contents->animations[name];
     _findCurrentInfo();
     return info;
 }
@@ -182,6 +213,10 @@ void KXSprite::addBoundingBox(const char* name, KXRect box) {
 
 void KXSprite::setBoundingBox(const char* name, KXRect box) { addBoundingBox(name, box); }
 
+bool KXSprite::_hasBox(const char* name) const {
+    return find(_contents->boundingBoxes, name) != _contents->boundingBoxes.end();
+}
+
 KXRect KXSprite::boundingBoxNamed(const char* name) const {
     const auto found = find(_contents->boundingBoxes, name);
     return found == _contents->boundingBoxes.end() ? KXZeroRect : found->second;
@@ -207,10 +242,10 @@ KXSprite* KXSprite::clone() const {
     for (const auto& [name, info] : _contents->animations) {
         copy->addAnimation(name.c_str());
         KXSpriteAnimationInfo& copied = copy->_infoFor(name.c_str());
-        if (info->numberOfFrames() > 0)
-            copied = *info;
+        if (info.numberOfFrames() > 0)
+            copied = info;
         else
-            copied.setLoops(info->loops()); // an animation of a sprite always has a frame
+            copied.setLoops(info.loops()); // an animation of a sprite always has a frame
     }
     return copy.release();
 }
@@ -221,11 +256,11 @@ void KXSprite::print() const {
     std::printf("Number of animations: %lu\n", static_cast<unsigned long>(_contents->animations.size()));
     for (const auto& [name, info] : _contents->animations) {
         std::printf(" - Animation: %s\n", name.c_str());
-        std::printf("      Frames: %d\n", info->numberOfFrames());
-        for (int k = 0; k < info->numberOfFrames(); ++k) {
+        std::printf("      Frames: %d\n", info.numberOfFrames());
+        for (int k = 0; k < info.numberOfFrames(); ++k) {
             int duration = 0;
             KXRect bounds = KXZeroRect;
-            info->getInfo(k, &duration, &bounds);
+            info.getInfo(k, &duration, &bounds);
             std::printf("        Frame: %d\n", k);
             std::printf("         Duration: %d\n", duration);
             std::printf("           Bounds: (%d, %d), (%d, %d)\n", _KXTruncate(bounds.origin.x),

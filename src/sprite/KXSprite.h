@@ -16,7 +16,7 @@ struct KXSprite::Contents {
     static const char* pointerTo(const Text& text) { return text ? text->c_str() : nullptr; }
     static const char* printable(const char* text) { return text ? text : "(null)"; }
 
-    std::map<std::string, std::unique_ptr<KXSpriteAnimationInfo>, std::less<>> animations;
+    std::map<std::string, KXSpriteAnimationInfo, std::less<>> animations;
     std::map<std::string, KXRect, std::less<>> boundingBoxes;
     Text currentAnimation;
     Text texturePath;

@@ -103,15 +103,15 @@ int KXSprite::writeToFile(const char* path) const {
     KXPutL(numberOfAnimations(), file);
     for (const auto& [name, info] : _contents->animations) {
         putName(name, file);
-        KXPutL(info->numberOfFrames(), file);
-        for (int i = 0; i < info->numberOfFrames(); ++i) {
+        KXPutL(info.numberOfFrames(), file);
+        for (int i = 0; i < info.numberOfFrames(); ++i) {
             int duration = 0;
             KXRect bounds = KXZeroRect;
-            info->getInfo(i, &duration, &bounds);
+            info.getInfo(i, &duration, &bounds);
             KXPutL(duration, file);
             KXPutRect(bounds, file);
         }
-        KXPutL(info->loops(), file);
+        KXPutL(info.loops(), file);
     }
     return saved.commit();
 }

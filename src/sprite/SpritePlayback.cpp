@@ -1,4 +1,5 @@
 #include "core/ground/Truncate.h"
+#include "render/DrawOptions.h"
 #include "render/KXRenderContext.h"
 #include "render/KXTexture.h"
 #include "render/KXTextureCache.h"
@@ -77,17 +78,69 @@ KXTexture* KXSprite::_texture() {
     return texture;
 }
 
+KXRect KXSprite::_frameOnShow() const {
+    KXRect bounds = KXZeroRect;
+    if (_currentInfo)
+        _currentInfo->getInfo(_currentFrame, nullptr, &bounds);
+    return bounds;
+}
+
 void KXSprite::draw(KXPoint at) {
     if (!_contents->textureName)
         return;
     KXTexture* const texture = _texture();
     if (!texture || !_contents->currentAnimation)
         return;
-    KXRect bounds = KXZeroRect;
-    if (_currentInfo)
-        _currentInfo->getInfo(_currentFrame, nullptr, &bounds);
+    const KXRect bounds = _frameOnShow();
     texture->draw(_KXTruncate(bounds.origin.x), _KXTruncate(bounds.origin.y),
                   _KXTruncate(bounds.origin.x + bounds.size.width),
                   _KXTruncate(bounds.origin.y + bounds.size.height), _KXTruncate(at.x), _KXTruncate(at.y),
                   _alpha, _scale, _rotation, 0, -1);
+}
+
+// Adds to the options what the sprite has itself. @param part takes the part of the frame, in its pixels.
+// False where there is none.
+bool KXSprite::_placed(KXDrawOptions& options, KXRect& part) const {
+    const KXRect bounds = _frameOnShow();
+    const auto whole = [](float value) { return static_cast<float>(_KXTruncate(value)); };
+    const KXPoint corner = {whole(bounds.origin.x), whole(bounds.origin.y)};
+    const KXSize frame = {whole(bounds.origin.x + bounds.size.width) - corner.x,
+                          whole(bounds.origin.y + bounds.size.height) - corner.y};
+    options.tint.a *= _alpha;
+    options.rotation += static_cast<float>(_rotation % 360);
+    options.scale = {options.scale.width * _scale, options.scale.height * _scale};
+    const bool isThere = _KXCutSource(options.source, frame, part);
+    options.source = {{corner.x + part.origin.x, corner.y + part.origin.y}, part.size};
+    return isThere;
+}
+
+void KXSprite::draw(const KXDrawOptions& options) {
+    if (!_contents->textureName)
+        return;
+    KXTexture* const texture = _texture();
+    KXDrawOptions all = options;
+    KXRect part;
+    if (texture && _placed(all, part))
+        texture->draw(all);
+}
+
+KXPlacedBox KXSprite::_placedRect(const KXRect& rect, const KXDrawOptions& options) const {
+    KXDrawOptions all = options;
+    KXRect part;
+    _KXAffine placement;
+    if (!_placed(all, part) || !_KXPlacePart(all, part.size, placement))
+        return {};
+    // From the corner of the frame to the corner of the part.
+    return _KXPlacedBoxOf(placement,
+                          {{rect.origin.x - part.origin.x, rect.origin.y - part.origin.y}, rect.size});
+}
+
+KXPlacedBox KXSprite::placedFrame(const KXDrawOptions& options) const {
+    KXDrawOptions all = options;
+    KXRect part;
+    return _placed(all, part) ? _placedRect(part, options) : KXPlacedBox{};
+}
+
+KXPlacedBox KXSprite::placedBox(const char* name, const KXDrawOptions& options) const {
+    return _hasBox(name) ? _placedRect(boundingBoxNamed(name), options) : KXPlacedBox{};
 }

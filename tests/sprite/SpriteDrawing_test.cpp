@@ -70,6 +70,67 @@ TEST_F(SpriteDrawing, TheFrameOnShow) {
     EXPECT_EQ(image.at(24, 20), black);
 }
 
+TEST_F(SpriteDrawing, ByNamesWithItsBoxes) {
+    sprite.addBoundingBox("hit", {{1, 2}, {2, 1}});
+    sprite.setScale(2);
+    sprite.setAlpha(0.5f);
+    sprite.setRotation(-90);
+    const KXDrawOptions options = {.flip = KXFlipLeftRight,
+                                   .position = {20.75f, 20},
+                                   .origin = {1, 0},
+                                   .rotation = 90,
+                                   .scale = {1.5f, 2}};
+    const Image image = picture([&] { sprite.draw(options); });
+    EXPECT_EQ(boxOf(image), (Box{18, 20, 30, 36})); // twelve wide from 17.75 on
+    EXPECT_EQ(image.at(18, 20).r, texel(3, 0).r / 2) << "mirrored in its place";
+    const auto boundsOf = [](const KXPlacedBox& box) {
+        return std::array{box.bounds.origin.x, box.bounds.origin.y, box.bounds.size.width,
+                          box.bounds.size.height};
+    };
+    EXPECT_EQ(boundsOf(sprite.placedFrame(options)), (std::array{17.75f, 20.0f, 12.0f, 16.0f}));
+    const KXPlacedBox hit = sprite.placedBox("hit", options);
+    EXPECT_EQ(boundsOf(hit), (std::array{20.75f, 28.0f, 6.0f, 4.0f}));
+    EXPECT_EQ(hit.corners[0].x, 26.75f) << "what was left is right";
+    KXDrawOptions part = options;
+    part.source = {{2, 1}, {9, 2}};
+    EXPECT_EQ(boundsOf(sprite.placedFrame(part)), (std::array{17.75f, 20.0f, 6.0f, 8.0f}));
+    EXPECT_EQ(boundsOf(sprite.placedBox("none", options)), (std::array<float, 4>{}));
+    KXSprite bare;
+    EXPECT_EQ(boundsOf(bare.placedFrame(options)), (std::array<float, 4>{}));
+    bare.draw(options);
+    sprite.setFrameInfo(0, "walk", {{6, 6}, {NAN, 1e30f}}, 0);
+    EXPECT_EQ(boxOf(picture([&] { sprite.draw(options); })), nothing);
+}
+
+TEST_F(SpriteDrawing, CopiesAndMovesGoOn) {
+    sprite.addBoundingBox("hit", KXZeroRect);
+    sprite.setScale(3);
+    sprite.poll();
+    const Image expected = drawn();
+    const auto expectSame = [&](KXSprite& same) {
+        EXPECT_EQ(differingPixels(expected, picture([&] { same.draw(KXZeroPoint); })), 0);
+        EXPECT_EQ(same.numberOfBoundingBoxes(), 1);
+    };
+    KXSprite copy(sprite), assigned;
+    assigned.addBoundingBox("gone", KXZeroRect);
+    assigned = copy;
+    copy.removeAnimation("walk");
+    copy = *&copy;
+    expectSame(assigned);
+    expectSame(sprite);
+    KXSprite moved(std::move(sprite));
+    expectSame(moved);
+    copy = std::move(moved);
+    copy = std::move(*&copy);
+    expectSame(copy);
+    for (KXSprite* const empty : {&sprite, &moved}) {
+        EXPECT_EQ(std::tuple(empty->numberOfFrames(), empty->scale(), empty->currentFrameIndex()),
+                  std::tuple(-1, 1.0f, 0));
+        empty->poll();
+        empty->addAnimation("walk");
+    }
+}
+
 TEST_F(SpriteDrawing, NothingToDraw) {
     const std::function<void()> changes[] = {
         [&] { sprite.setAnimation(nullptr); },
