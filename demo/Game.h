@@ -13,7 +13,7 @@ public:
     /// One logic step.
     virtual void step();
     /// Draws what is to be seen now.
-    void draw() { app.draw(*_scene); }
+    virtual void draw() { app.draw(*_scene); }
     /// False if the last picture was to be kept and could not be.
     bool isGood() const { return _good; }
 
