@@ -36,7 +36,8 @@ enum KXInputEventType : int {
     KXInputEventFocusLost,       ///< It has lost it. What was held has gone up just before.
     KXInputEventWindowClosed,    ///< The user asks to close the window.
     KXInputEventFileDropped,     ///< text: the path of a file that was dropped on the window.
-    KXInputEventTextDropped      ///< text: dropped on the window.
+    KXInputEventTextDropped,     ///< text: dropped on the window.
+    KXInputEventDensityChanged   ///< density. The window came to another display, or its display changed.
 };
 
 /// One event. Fields that its type does not fill are 0.
@@ -49,9 +50,10 @@ struct KXInputEvent {
     int button;             ///< Of the mouse (KXMouseButton) or of the pad (KXPadButton).
     int finger;             ///< Number of the finger, from 0.
     int pad;                ///< Number of the pad, from 0.
-    KXPoint point;          ///< Points from the window's top-left corner.
-    KXPoint motion;         ///< Points since the last event of the kind; notches of the wheel.
+    KXPoint point;          ///< Points from the window's top-left corner, or units of its logical size.
+    KXPoint motion;         ///< The same since the last event of the kind; notches of the wheel.
     float pressure;         ///< Of the finger, 0 to 1.
+    float density;          ///< Pixels to a point, as KXWindow::density() tells.
     const char* text;       ///< UTF-8; null where there is none. Lives until KXLogicUpdate().
 };
 

@@ -3,7 +3,7 @@
 #include <Kobaltrix/KXTypes.h>
 
 /// @file
-/// Touch screens.
+/// Touch screens. Places are in points of the window, or in units of its logical size.
 ///
 /// KXFingers() gives every finger with its place, its pressure and what it did in the step that is under way,
 /// right for each sequence that a screen sends.

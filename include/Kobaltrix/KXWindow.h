@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Kobaltrix/KXDisplay.h>
 #include <Kobaltrix/KXRenderContext.h>
 
 /// @file
@@ -7,6 +8,8 @@
 
 class KXTexture;
 struct SDL_Window;
+struct _KXPictureFit;
+struct _KXPixelBox;
 
 /// How a window projects what is drawn into it.
 enum KXWindowRenderingMode : int {
@@ -22,6 +25,34 @@ enum KXVerticalSync : int {
     KXVerticalSyncAdaptive = -1, ///< It waits, unless the frame comes late.
     KXVerticalSyncOff = 0,       ///< It never waits.
     KXVerticalSyncOn = 1         ///< It waits; asked for when a window is made.
+};
+
+/// How what is drawn in a logical size fills a window of another.
+enum KXScaling : int {
+    /// As large as fits, as it is, in the middle; bars fill the rest.
+    KXScalingLetterbox = 0,
+    /// As large as the window, each axis by itself.
+    KXScalingStretch = 1,
+    /// The largest whole multiple in pixels that fits, in the middle; bars fill the rest. In a window that is
+    /// too small for one as #KXScalingLetterbox.
+    KXScalingWholeMultiples = 2,
+    /// As large as fits, and what the window has beyond it to the right or below is drawn in as well:
+    /// KXWindow::logicalSize() tells how much there is.
+    KXScalingExpand = 3
+};
+
+/// A size that a game draws in, whatever the window's own. See KXWindow::setLogicalSize().
+struct KXLogicalSize {
+    KXSize size = {0, 0}; ///< In units. A side that is not above 0 is none: points are drawn in.
+    KXScaling scaling = KXScalingLetterbox; ///< How it fills the window.
+    KXColor bars = {0, 0, 0, 1};            ///< The colour of what it leaves of the window.
+};
+
+/// How a window covers its display.
+enum KXFullscreen : int {
+    KXFullscreenOff = 0,        ///< It is a window.
+    KXFullscreenBorderless = 1, ///< It covers the display, whose mode stays: other windows come up at once.
+    KXFullscreenExclusive = 2   ///< It has the display, in the mode of setDisplayMode().
 };
 
 /// A window with its own OpenGL context (compatibility profile).
@@ -76,6 +107,32 @@ public:
     /// Sets the smallest size in points the user can give the window, truncated to integers; a smaller window
     /// grows. A side below 1 changes nothing.
     void setMinimumSize(KXSize size);
+    /// Sets the largest size in points the user can give the window, truncated to integers; a larger window
+    /// shrinks. A side below 1 changes nothing.
+    void setMaximumSize(KXSize size);
+
+    /// Has everything drawn into the window in units of a size of the game's own, whatever size the user
+    /// gives the window; KXLogicalSize() ends it. What it means for those that are drawn in points otherwise:
+    /// drawing, setClipTo(), widgets, and the mouse and fingers are in units, of which (0, 0) is the top left
+    /// of the picture; over its bars they are outside it. size(), copyTexture() and all pixels that are read
+    /// back stay those of the window. It takes effect with setRenderContext(), and for the mouse with its
+    /// next event. Textures that are drawn into keep their own pixels. The bars are drawn by
+    /// setRenderContext().
+    void setLogicalSize(const KXLogicalSize& logical);
+    /// What is drawn into the window has room for so many units: the logical size, more of it with
+    /// #KXScalingExpand; size() without one.
+    KXSize logicalSize();
+    /// The part of the window that the logical size fills, in points; all of it without one.
+    KXRect pictureRect();
+    /// Where a point of the window is in units, of the logical size; points of the window for mouse and
+    /// fingers are such already.
+    KXPoint unitsFromPoint(KXPoint point);
+    /// Where in the window, in points, something is drawn.
+    KXPoint pointFromUnits(KXPoint units);
+    /// Pixels to a point: 1 on an ordinary display, 2 or a fraction on a dense one. The event
+    /// #KXInputEventDensityChanged tells when it changes, as the window comes to another display.
+    float density();
+
     /// Moves the window's top-left corner on the desktop, truncated to integers.
     void setPosition(KXPoint position);
     /// The window's top-left corner on the desktop.
@@ -107,6 +164,30 @@ public:
     void enterFullscreen();
     /// Back to a window.
     void exitFullscreen();
+    /// Has the window cover its display, or be a window again.
+    /// @return -1, or 0 with a text in KXError() if the platform refuses.
+    int setFullscreen(KXFullscreen fullscreen);
+    /// Chooses the mode of the display in #KXFullscreenExclusive; the nearest that there is.
+    /// @return -1, or 0 with a text in KXError() if the platform refuses.
+    int setDisplayMode(const KXDisplayMode& mode);
+
+    /// Makes the window as large as the desktop has room for. A window manager may refuse, or do it later:
+    /// isMaximized() tells. The user can do it with resizable windows only.
+    void maximize();
+    /// Puts the window away, to where the desktop keeps such windows.
+    void minimize();
+    /// Brings a maximised or minimised window back.
+    void restore();
+    /// Brings the window before all others and gives it the keyboard, where the desktop lets it.
+    void raise();
+    /// -1 while the window is maximised, else 0.
+    int isMaximized();
+    /// -1 while the window is minimised, else 0.
+    int isMinimized();
+    /// Keeps the window above all others with a non-zero @a onTop, no longer with 0.
+    void setAlwaysOnTop(int onTop);
+    /// Has the window a border and a title, as at the start, with a non-zero @a bordered; none with 0.
+    void setBordered(int bordered);
 
     /// What was drawn since the last swap, as a texture of the window's size in points. It belongs to this
     /// window, and the caller deletes it. Null with a text in KXError() if it cannot be made.
@@ -131,12 +212,21 @@ public:
     KX_INTERNAL void _flipPixels(char* buffer, unsigned format);
     KX_INTERNAL void _closePlatformWindow();
     KX_INTERNAL void _drawableSize(int* width, int* height);
+    KX_INTERNAL bool _isLogical() const;
+    KX_INTERNAL _KXPictureFit _fit();
+    KX_INTERNAL bool _hasBars(_KXPixelBox& picture);
+    KX_INTERNAL int _densityNow();                 // thousandths, as the platform tells
+    KX_INTERNAL void _setDensity(int thousandths); // as an event has told
+    KX_INTERNAL bool _seesOtherDensity();
+    int _seenDensity = 0; // the platform's
 
 private:
     KX_INTERNAL void _commonInit(const char* title, KXSize size, int resizable);
     KX_INTERNAL void _prepareContext(KXSize size);
     KX_INTERNAL void _applyProjection();
     KX_INTERNAL void _fitDepthSurface();
+    KX_INTERNAL _KXPixelBox _pictureInPixels();
+    KX_INTERNAL void _drawBars();
 
     SDL_Window* _window = nullptr;
     void* _context = nullptr;
@@ -145,4 +235,6 @@ private:
     unsigned _id = 0;
     unsigned _graphicsContext = 0;
     int _depthBits = 0; // of the platform's own surface
+    KXLogicalSize _logical;
+    int _density = 0; // to go by, in thousandths; 0 until somebody asks
 };

@@ -9,8 +9,8 @@
 ///
 /// - Start and loop: KXCore.h (KXInit.h, KXLogicLoop.h, KXError.h, KXApplication.h, KXEvents.h,
 /// KXUIColors.h), KXTypes.h
-/// - Drawing: KXWindow.h, KXRenderContext.h, KXTexture.h, KXDrawOptions.h, KXTextureCache.h, KXDrawing.h,
-///   KXDrawBatch.h
+/// - Drawing: KXWindow.h, KXDisplay.h, KXRenderContext.h, KXTexture.h, KXDrawOptions.h, KXTextureCache.h,
+///   KXDrawing.h, KXDrawBatch.h
 /// - Sprites and values in files: KXSprite.h, KXIO.h, KXSaveFile.h
 /// - Text: KXFont.h, KXUIGlobalFont.h
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
@@ -34,6 +34,7 @@
 #include <Kobaltrix/KXCollision.h>
 #include <Kobaltrix/KXCore.h>
 #include <Kobaltrix/KXCursor.h>
+#include <Kobaltrix/KXDisplay.h>
 #include <Kobaltrix/KXDrawBatch.h>
 #include <Kobaltrix/KXDrawOptions.h>
 #include <Kobaltrix/KXDrawing.h>

@@ -2,10 +2,13 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Tape.h"
+#include "core/ground/Truncate.h"
 #include "input/Keyboard.h"
 
 #include <SDL_events.h>
 #include <SDL_mouse.h>
+
+#include <cmath>
 
 constinit int KXMouseX = 0;
 constinit int KXMouseY = 0;
@@ -74,6 +77,15 @@ void _KXSetMouseMotion(const SDL_MouseMotionEvent& event) {
     KXMouseXRelative = event.xrel;
     KXMouseYRelative = event.yrel;
     KXMousePointRelative = toPoint(event.xrel, event.yrel);
+}
+
+void _KXSetMousePlace(KXPoint place, KXPoint motion) {
+    KXMouseX = _KXTruncate(std::floor(place.x));
+    KXMouseY = _KXTruncate(std::floor(place.y));
+    KXMousePoint = place;
+    KXMouseXRelative = _KXTruncate(std::floor(motion.x));
+    KXMouseYRelative = _KXTruncate(std::floor(motion.y));
+    KXMousePointRelative = motion;
 }
 
 void _KXUnsetMouseWheel() {

@@ -30,5 +30,7 @@ void _KXSetMouse(SDL_MouseButtonEvent event);
 void _KXSetMouseWheel(SDL_MouseWheelEvent event);
 /// Takes the pointer's position and motion over.
 void _KXSetMouseMotion(const SDL_MouseMotionEvent& event);
+/// Sets where it is and how far it moved; the integers lose the fraction downward.
+void _KXSetMousePlace(KXPoint place, KXPoint motion);
 /// Forgets the wheel notches at the end of a frame.
 void _KXUnsetMouseWheel();

@@ -2,10 +2,13 @@
 
 #include "core/ground/HeapGlobal.h"
 #include "core/ground/Truncate.h"
+#include "render/Clip.h"
 #include "render/DrawBatch.h"
 #include "render/DrawSink.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
+#include "render/KXWindow.h"
+#include "render/PictureFit.h"
 
 #include <SDL_opengl.h>
 
@@ -65,6 +68,19 @@ void fill(const KXPoint* points, int count, KXColor color) {
 KXPoint truncated(KXPoint point) {
     return {static_cast<float>(_KXTruncate(point.x)), static_cast<float>(_KXTruncate(point.y))};
 }
+// The bars beside a window's picture are not the game's.
+void clearPicture() {
+    constexpr GLbitfield all = GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT;
+    const _KXClip clip = _KXCurrentClip();
+    _KXPixelBox picture;
+    if (clip.limits || !_KXTargetHasBars(picture))
+        return glClear(all);
+    glPushAttrib(GL_SCISSOR_BIT);
+    glScissor(picture.left, picture.bottom, picture.width, picture.height);
+    glEnable(GL_SCISSOR_TEST);
+    glClear(all);
+    glPopAttrib();
+}
 } // namespace
 
 void KXClear(KXColor color) {
@@ -76,7 +92,7 @@ void KXClear(KXColor color) {
     GLfloat previous[4] = {};
     glGetFloatv(GL_COLOR_CLEAR_VALUE, previous);
     glClearColor(color.r, color.g, color.b, color.a);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    clearPicture();
     glClearColor(previous[0], previous[1], previous[2], previous[3]);
 }
 

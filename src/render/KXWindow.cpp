@@ -5,7 +5,6 @@
 #include "core/ground/Truncate.h"
 #include "input/StepInput.h"
 #include "platform/VerticalSync.h"
-#include "render/Clip.h"
 #include "render/DepthSurface.h"
 #include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
@@ -13,13 +12,13 @@
 #include "render/GLFunctions.h"
 #include "render/GraphicsContext.h"
 #include "render/KXRenderContext.h"
+#include "render/PictureFit.h"
 
 #include <GL/glu.h>
 #include <SDL.h>
 #include <SDL_opengl.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <new>
 
 constinit std::map<unsigned, KXWindow*>* _windowsMap = nullptr;
@@ -113,6 +112,7 @@ void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
     _graphicsContext = _KXAddGraphicsContext(_window, _context, this);
     _KXCurrentGraphicsContext = _graphicsContext; // creating a context has made it current
     _prepareContext(size);
+    _seenDensity = _densityNow();
     if (previous)
         _KXMakeGraphicsContextCurrent(previous);
 }
@@ -190,15 +190,15 @@ void KXWindow::_fitDepthSurface() {
 
 void KXWindow::_applyProjection() {
     _fitDepthSurface();
-    const KXSize points = size();
+    const KXSize units = logicalSize();
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
     if (_renderingMode == KXWindowRenderingMode2D) {
-        glOrtho(0, points.width, points.height, 0, -1, 1);
+        glOrtho(0, units.width, units.height, 0, -1, 1);
         glDisable(GL_DEPTH_TEST);
         glDisable(GL_CULL_FACE);
     } else {
-        gluPerspective(45, points.height > 0 ? points.width / points.height : 1, 1, 1000);
+        gluPerspective(45, units.height > 0 ? units.width / units.height : 1, 1, 1000);
         glEnable(GL_DEPTH_TEST);
         glEnable(GL_CULL_FACE);
         glCullFace(GL_BACK);
@@ -211,6 +211,16 @@ KXSize KXWindow::size() {
     if (_sizeCache.width == 0 && _sizeCache.height == 0)
         _sizeCache = rect().size;
     return _sizeCache;
+}
+
+KXRect KXWindow::rect() {
+    int width = 0, height = 0;
+    SDL_GetWindowSize(_window, &width, &height);
+    const int goByWidth = _KXAnswerTo(_KXQuestion::Width, [width] { return width; });
+    const int goByHeight = _KXAnswerTo(_KXQuestion::Height, [height] { return height; });
+    if (goByWidth != width || goByHeight != height) // whoever had resized it is not here
+        SDL_SetWindowSize(_window, goByWidth, goByHeight);
+    return {getPosition(), {static_cast<float>(goByWidth), static_cast<float>(goByHeight)}};
 }
 
 void KXWindow::_invalidateSizeCache() { _sizeCache = KXZeroSize; }
@@ -226,38 +236,6 @@ void KXWindow::setSize(KXSize size) {
     SDL_SetWindowSize(_window, _KXTruncate(size.width), _KXTruncate(size.height));
 }
 
-void KXWindow::setMinimumSize(KXSize size) {
-    SDL_SetWindowMinimumSize(_window, _KXTruncate(size.width), _KXTruncate(size.height));
-}
-
-void KXWindow::setPosition(KXPoint position) {
-    SDL_SetWindowPosition(_window, _KXTruncate(position.x), _KXTruncate(position.y));
-}
-
-KXPoint KXWindow::getPosition() {
-    int x = 0, y = 0;
-    SDL_GetWindowPosition(_window, &x, &y);
-    x = _KXAnswerTo(_KXQuestion::Left, [x] { return x; });
-    y = _KXAnswerTo(_KXQuestion::Top, [y] { return y; });
-    return {static_cast<float>(x), static_cast<float>(y)};
-}
-
-KXRect KXWindow::rect() {
-    int width = 0, height = 0;
-    SDL_GetWindowSize(_window, &width, &height);
-    const int goByWidth = _KXAnswerTo(_KXQuestion::Width, [width] { return width; });
-    const int goByHeight = _KXAnswerTo(_KXQuestion::Height, [height] { return height; });
-    if (goByWidth != width || goByHeight != height) // whoever had resized it is not here
-        SDL_SetWindowSize(_window, goByWidth, goByHeight);
-    return {getPosition(), {static_cast<float>(goByWidth), static_cast<float>(goByHeight)}};
-}
-
-void KXWindow::hide() { SDL_HideWindow(_window); }
-
-void KXWindow::show() { SDL_ShowWindow(_window); }
-
-void KXWindow::setTitle(const char* title) { SDL_SetWindowTitle(_window, title ? title : ""); }
-
 void KXWindow::swapBuffers() {
     _KXFlushBatch(KXDrawFlushSwap);
     _KXEndDrawStatistics();
@@ -268,36 +246,6 @@ void KXWindow::swapBuffers() {
         _KXBeforeSwap(*this);
     _KXCopyDepthSurface();
     SDL_GL_SwapWindow(_window);
-}
-
-int KXWindow::getDisplayIndex() {
-    return _KXAnswerTo(_KXQuestion::Display, [this] { return SDL_GetWindowDisplayIndex(_window); });
-}
-
-unsigned KXWindow::id() { return _id; }
-
-int KXWindow::isFocused() {
-    return _KXAnswerTo(_KXQuestion::Focus, [this] {
-        return static_cast<int>(SDL_GetWindowFlags(_window) &
-                                (SDL_WINDOW_INPUT_FOCUS | SDL_WINDOW_MOUSE_FOCUS));
-    });
-}
-
-int KXWindow::isFullscreen() {
-    return _KXAnswerTo(_KXQuestion::Fullscreen, [this] {
-        return static_cast<int>(SDL_GetWindowFlags(_window) & SDL_WINDOW_FULLSCREEN);
-    });
-}
-
-void KXWindow::enterFullscreen() {
-    if (SDL_SetWindowFullscreen(_window, SDL_WINDOW_FULLSCREEN) != 0)
-        std::printf("Kobaltrix: SetWindowFullscreen: Error: %s\n", SDL_GetError());
-    _invalidateSizeCache();
-}
-
-void KXWindow::exitFullscreen() {
-    SDL_SetWindowFullscreen(_window, 0);
-    _invalidateSizeCache();
 }
 
 void KXWindow::_drawableSize(int* width, int* height) {
@@ -314,33 +262,11 @@ void KXWindow::setRenderContext() {
         return;
     }
     size(); // a replay gives the window its size when it is asked for
-    int width = 0, height = 0;
-    _drawableSize(&width, &height);
-    glViewport(0, 0, width, height);
+    const _KXPixelBox picture = _pictureInPixels();
+    glViewport(picture.left, picture.bottom, picture.width, picture.height);
     _applyProjection(); // may give the surface depth
     _KXBindSurface();
+    _drawBars();
     _KXCurrentRenderContext = this;
     _KXCurrentWindowRenderContext = this;
-}
-
-void KXWindow::setClipTo(KXRect rect) {
-    KX_GL_CHECK("KXWindow::setClipTo");
-    const _KXGraphicsContextScope scope(_graphicsContext);
-    const KXSize points = size();
-    if (!scope || !(points.width > 0))
-        return;
-    int width = 0, height = 0;
-    _drawableSize(&width, &height);
-    const float scale = static_cast<float>(width) / points.width;
-    const float bottom = scale * points.height - rect.origin.y * scale - rect.size.height * scale;
-    _KXSetClip({_KXTruncate(rect.origin.x * scale), _KXTruncate(bottom), _KXTruncate(rect.size.width * scale),
-                _KXTruncate(rect.size.height * scale), true});
-}
-
-void KXWindow::unsetClip() {
-    KX_GL_CHECK("KXWindow::unsetClip");
-    const _KXGraphicsContextScope scope(_graphicsContext);
-    const KXSize points = size();
-    if (scope)
-        _KXSetClip({0, 0, static_cast<int>(points.width), static_cast<int>(points.height), false});
 }

@@ -7,12 +7,19 @@
 #include <string>
 
 class KXTexture;
+struct _KXPixelBox;
 
 /// Every open window by the platform's identifier; null while there is none.
 extern constinit std::map<unsigned, KXWindow*>* _windowsMap;
 
 /// The open window with an identifier, null for none.
 KXWindow* _KXWindowWithID(unsigned id);
+
+/// The open window with an identifier if it has a logical size, null otherwise.
+KXWindow* _KXLogicalWindowWithID(unsigned id);
+
+/// Whether the target is a window whose picture leaves bars; then the pixels of the picture, too.
+bool _KXTargetHasBars(_KXPixelBox& picture);
 
 /// The identifier of the window that was made last, 0 before the first. The platform counts them.
 inline constinit unsigned _KXLastWindowID = 0;

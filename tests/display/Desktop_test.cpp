@@ -2,7 +2,9 @@
 
 #include <Kobaltrix/KXCore.h>
 #include <Kobaltrix/KXCursor.h>
+#include <Kobaltrix/KXDisplay.h>
 #include <Kobaltrix/KXDrawing.h>
+#include <Kobaltrix/KXError.h>
 #include <Kobaltrix/KXKeyboard.h>
 #include <Kobaltrix/KXMouse.h>
 #include <Kobaltrix/KXTexture.h>
@@ -143,6 +145,31 @@ TEST_F(Desktop, FullscreenFillsTheScreenAndComesBack) {
     // And a resize by someone else reaches the window.
     person("search --name 'A window to click' windowsize 400 200");
     EXPECT_TRUE(becomesSized(400, 200));
+}
+
+TEST_F(Desktop, AWindowCoversItsDisplayWithoutABorderAndIsMaximised) {
+    const KXDisplay display = KXDisplayAt(window->getDisplayIndex());
+    EXPECT_EQ(KXNumberOfDisplays(), 1);
+    EXPECT_EQ(display.mode.width, 1280);
+    EXPECT_EQ(display.bounds.size.height, 1024);
+    EXPECT_STRNE(display.name, "");
+    ASSERT_GT(display.numberOfModes, 0);
+    EXPECT_EQ(KXDisplayModeAt(0, 0).width, 1280);
+    EXPECT_EQ(KXDisplayModeAt(0, 9999).width + KXDisplayAt(7).numberOfModes + KXDisplayAt(-1).mode.width, 0);
+    EXPECT_STRNE(KXError(), "");
+    EXPECT_EQ(window->setFullscreen(KXFullscreenBorderless), -1) << KXError();
+    EXPECT_TRUE(becomesSized(1280, 1024)) << window->size().width;
+    EXPECT_NE(window->isFullscreen(), 0);
+    EXPECT_EQ(window->setFullscreen(KXFullscreenOff), -1) << KXError();
+    EXPECT_TRUE(becomesSized(320, 240));
+    window->maximize();
+    EXPECT_TRUE(becomes([this] { return window->isMaximized() && window->size().width > 1000; }));
+    window->restore();
+    EXPECT_TRUE(becomesSized(320, 240));
+    EXPECT_EQ(window->isMaximized(), 0);
+    window->setMaximumSize({250.5f, 200});
+    window->setSize({900, 900});
+    EXPECT_TRUE(becomesSized(250, 200)) << window->size().width;
 }
 
 TEST_F(Desktop, SeveralWindowsAreVisibleAtOnce) {

@@ -1,6 +1,7 @@
 // On a display with two pixels to a point.
 
 #include <Kobaltrix/KXDrawing.h>
+#include <Kobaltrix/KXGeometry.h>
 #include <Kobaltrix/KXString.h>
 #include <Kobaltrix/KXUIButton.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
@@ -41,6 +42,19 @@ TEST_F(HighDensity, AWindowDrawsAndClipsInPoints) {
     window->unsetClip();
     EXPECT_EQ(state(GL_SCISSOR_BOX), (std::array<GLint, 4>{0, 0, 400, 300})) << "in points, as it always was";
     EXPECT_FALSE(glIsEnabled(GL_SCISSOR_TEST));
+}
+
+TEST_F(HighDensity, WholeMultiplesAreOfPixels) {
+    EXPECT_EQ(window->density(), 2);
+    KXLogicalSize logical;
+    logical.size = {150, 110}; // five pixels to a unit: 375 by 275 points
+    logical.scaling = KXScalingWholeMultiples;
+    window->setLogicalSize(logical);
+    window->setRenderContext();
+    EXPECT_EQ(state(GL_VIEWPORT), (std::array<GLint, 4>{25, 25, 750, 550}));
+    EXPECT_TRUE(KXEqualRects(window->pictureRect(), {{12.5f, 12.5f}, {375, 275}}));
+    KXDrawRectFill({{10, 20}, {30, 40}}, KXRedColor);
+    expectBox(Image::of(*window), {75, 125, 225, 325});
 }
 
 TEST_F(HighDensity, ACopyHasTheSizeInPointsAndDisturbsNothing) {

@@ -152,6 +152,10 @@ void flyTwice() {
     at(48, [] { user.hold(KXKeyP); });
 }
 
+void point() {
+    at(10, [] { user.move({262, 90}); });
+}
+
 const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},
                                                          {"10_game_pad", holdPad},
                                                          {"12_widgets", useWidgets},
@@ -162,7 +166,8 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"20_pads", playTogether},
                                                          {"21_actions", chooseKeys},
                                                          {"23_edges", tapAndType},
-                                                         {"25_replay", flyTwice}};
+                                                         {"25_replay", flyTwice},
+                                                         {"37_logical_size", point}};
 
 void play(int step) {
     if (step == 1)

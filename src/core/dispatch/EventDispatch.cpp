@@ -11,6 +11,7 @@
 #include "input/Pads.h"
 #include "input/TextInput.h"
 #include "render/KXWindow.h"
+#include "render/PictureFit.h"
 #include "util/KXString.h"
 
 #include <SDL_joystick.h>
@@ -33,6 +34,9 @@ void KXSetWindowResizedCallback(KXWindowResizedCallback callback) {
 }
 
 static void dispatchWindowEvent(const SDL_WindowEvent& event) {
+    if (event.event == _KXWindowEventDensity)
+        if (KXWindow* window = _KXWindowWithID(event.windowID))
+            window->_setDensity(event.data1);
     if (event.event != SDL_WINDOWEVENT_RESIZED)
         return;
     if (KXWindow* window = _KXWindowWithID(event.windowID))
@@ -42,8 +46,21 @@ static void dispatchWindowEvent(const SDL_WindowEvent& event) {
 }
 
 static void moveTouch(const SDL_TouchFingerEvent& event) {
-    if (KXWindow* window = _KXWindowWithID(event.windowID))
-        _KXSetTouchPosition(event.x, event.y, window->rect().size);
+    KXWindow* const window = _KXWindowWithID(event.windowID);
+    if (!window)
+        return;
+    const KXSize size = window->rect().size;
+    if (!window->_isLogical())
+        return _KXSetTouchPosition(event.x, event.y, size);
+    const KXPoint place = window->unitsFromPoint({event.x * size.width, event.y * size.height});
+    _KXSetTouchPosition(place.x, place.y, {1, 1});
+}
+
+static void moveMouse(const SDL_MouseMotionEvent& event) {
+    _KXSetMouseMotion(event);
+    if (KXWindow* window = _KXLogicalWindowWithID(event.windowID))
+        _KXSetMousePlace(window->unitsFromPoint(KXMousePoint),
+                         window->_fit().moveToUnits(KXMousePointRelative));
 }
 
 static void dispatchKey(const SDL_KeyboardEvent& event) {
@@ -97,7 +114,7 @@ static void dispatch(const SDL_Event& event) {
         _KXSetComposedText(event.editExt.text ? event.editExt.text : "");
         break;
     case SDL_MOUSEMOTION:
-        _KXSetMouseMotion(event.motion);
+        moveMouse(event.motion);
         break;
     case SDL_MOUSEBUTTONDOWN:
     case SDL_MOUSEBUTTONUP:
@@ -200,6 +217,22 @@ static void dispatchReplayed() {
         _KXAppQuitRequested = -1;
 }
 
+// The platform has no event for it. It goes on the tape like those that it has: a display of a replay has a
+// density of its own.
+static void tellOfDensity(const SDL_WindowEvent& event) {
+    KXWindow* const window = _KXWindowWithID(event.windowID);
+    if (!window || !window->_seesOtherDensity())
+        return;
+    SDL_Event told = {};
+    told.window = event;
+    told.window.event = _KXWindowEventDensity;
+    told.window.data1 = window->_densityNow();
+    told.window.data2 = 0;
+    if (_KXRunningEventTape)
+        _KXRunningEventTape->keep(told, true);
+    take(told, true);
+}
+
 void _KXDispatchEvents() {
     if (_KXIsReplaying() && _KXRunningEventTape)
         return dispatchReplayed();
@@ -213,6 +246,8 @@ void _KXDispatchEvents() {
             if (_KXRunningEventTape)
                 _KXRunningEventTape->keep(event, counts);
             take(event, counts);
+            if (event.type == SDL_WINDOWEVENT)
+                tellOfDensity(event.window);
             waiting.addTouches();
         }
 }

@@ -3,6 +3,7 @@
 #include "input/Pads.h"
 #include "input/StepInput.h"
 #include "render/KXWindow.h"
+#include "render/PictureFit.h"
 #include "util/KXString.h"
 
 #include <SDL_events.h>
@@ -26,10 +27,21 @@ static void takeKey(const SDL_KeyboardEvent& key) {
     _KXTakeKey(event, key.keysym.sym);
 }
 
+// What is in points of a window comes in the units of its logical size.
+static void toUnits(KXInputEvent& event) {
+    KXWindow* const window = _KXLogicalWindowWithID(event.windowID);
+    if (!window)
+        return;
+    const _KXPictureFit fit = window->_fit();
+    event.point = fit.toUnits(event.point);
+    event.motion = fit.moveToUnits(event.motion);
+}
+
 static void takeMotion(const SDL_MouseMotionEvent& motion) {
     KXInputEvent event = eventOf(KXInputEventMouseMoved, motion.windowID, motion.timestamp);
     event.point = toPoint(motion.x, motion.y);
     event.motion = toPoint(motion.xrel, motion.yrel);
+    toUnits(event);
     _KXTakeMouseMotion(event);
 }
 
@@ -53,6 +65,7 @@ static void takeMouseButton(const SDL_MouseButtonEvent& button) {
     KXInputEvent event = eventOf(type, button.windowID, button.timestamp);
     event.button = mouseButton(button.button);
     event.point = toPoint(button.x, button.y);
+    toUnits(event);
     _KXTakeButton(event);
 }
 
@@ -72,6 +85,7 @@ static void takeFinger(const SDL_TouchFingerEvent& finger) {
     if (KXWindow* window = _KXWindowWithID(finger.windowID)) {
         const KXSize size = window->size();
         event.point = {finger.x * size.width, finger.y * size.height};
+        toUnits(event);
     }
     event.pressure = finger.pressure;
     _KXTakeFinger(event, finger.touchId, finger.fingerId);
@@ -89,6 +103,12 @@ static void takeWindowEvent(const SDL_WindowEvent& window) {
     case SDL_WINDOWEVENT_CLOSE:
         _KXTakeEvent(eventOf(KXInputEventWindowClosed, window.windowID, window.timestamp));
         break;
+    case _KXWindowEventDensity: {
+        KXInputEvent event = eventOf(KXInputEventDensityChanged, window.windowID, window.timestamp);
+        event.density = static_cast<float>(window.data1) / 1000;
+        _KXTakeEvent(event);
+        break;
+    }
     default:
         break;
     }

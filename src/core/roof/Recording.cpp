@@ -370,6 +370,8 @@ private:
             return isSide(_to.largestWindow.width);
         case _KXQuestion::Height:
             return isSide(_to.largestWindow.height);
+        case _KXQuestion::Density:
+            return answer > 0 && answer <= 64000;
         case _KXQuestion::Nanoseconds:
             return more >= 0 && answer >= 0 && answer < longest;
         default:
