@@ -3,6 +3,7 @@
 #include "core/ground/ErrorSlot.h"
 #include "platform/FileContent.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -21,8 +22,12 @@ bool _KXReadWholeFile(const char* path, std::size_t maximum, std::string& conten
     const File file(path ? std::fopen(path, "rb") : nullptr, std::fclose);
     if (!file)
         return report(path, "cannot be opened");
-    content.resize(maximum + 1); // a byte more tells that there are more
-    content.resize(std::fread(content.data(), 1, content.size(), file.get()));
+    std::size_t length = 0;
+    do {
+        content.resize(std::min(maximum + 1, 2 * length + 4096)); // a byte more tells that there are more
+        length += std::fread(content.data() + length, 1, content.size() - length, file.get());
+    } while (length == content.size() && length <= maximum);
+    content.resize(length);
     if (std::ferror(file.get()))
         return report(path, "cannot be read");
     return content.size() <= maximum || report(path, "is too large");
