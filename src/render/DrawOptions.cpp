@@ -65,10 +65,10 @@ KXPlacedBox _KXPlacedBoxOf(const _KXAffine& placement, const KXRect& box) {
     KXPlacedBox placed = {{placement(origin.x, origin.y), placement(right, origin.y),
                            placement(right, bottom), placement(origin.x, bottom)},
                           {}};
-    const auto [left, last] = std::ranges::minmax(
-        {placed.corners[0].x, placed.corners[1].x, placed.corners[2].x, placed.corners[3].x});
-    const auto [top, lowest] = std::ranges::minmax(
-        {placed.corners[0].y, placed.corners[1].y, placed.corners[2].y, placed.corners[3].y});
+    const auto [left, last] =
+        std::minmax({placed.corners[0].x, placed.corners[1].x, placed.corners[2].x, placed.corners[3].x});
+    const auto [top, lowest] =
+        std::minmax({placed.corners[0].y, placed.corners[1].y, placed.corners[2].y, placed.corners[3].y});
     placed.bounds = {{left, top}, {last - left, lowest - top}};
     return placed;
 }
