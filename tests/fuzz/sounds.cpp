@@ -10,7 +10,12 @@
 void fuzz(FuzzBytes bytes) {
     fuzzWindow();
     KXSetMaximumSoundBytes(1 << 20);
-    const char* const path = fuzzFile(bytes.rest());
+    const std::string content = bytes.rest();
+#ifdef KOBALTRIX_FUZZ // each file of notes takes half a second to fetch the same instruments anew
+    if (content.find("MThd") != content.npos)
+        return;
+#endif
+    const char* const path = fuzzFile(content);
     try {
         KXSound(path).play(0);
     } catch (const std::bad_alloc&) {
