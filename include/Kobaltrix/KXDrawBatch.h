@@ -53,6 +53,7 @@ struct KXDrawStatistics {
     int drawCalls;      ///< Draw calls of OpenGL, each glBegin() counted as one.
     int textureBinds;   ///< Textures bound to draw with.
     int textureUploads; ///< Textures and glyphs handed to OpenGL, and textures cleared.
+    int blendChanges;   ///< How often blending was changed for a #KXBlendMode; each begins a draw call.
     int glyphs;         ///< Glyphs of #KXAliasModeTexture.
     int flushes;        ///< How often collected draws left.
     int flushesBecause[KXDrawFlushReasonCount]; ///< The same for each #KXDrawFlushReason.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Kobaltrix/KXBlendMode.h>
 #include <Kobaltrix/KXTypes.h>
 
 /// @file
@@ -42,6 +43,8 @@ struct KXDrawOptions {
     KXSize scale = {1, 1};
     /// What the texture's own tint is multiplied by, and with its alpha the opacity. 0.0 to 1.0.
     KXColor tint = {1, 1, 1, 1};
+    /// How it meets what is there.
+    KXBlendMode blend = KXBlendInherited;
     /// The part, in pixels of the texture, or of the sprite's frame on show from its top left. What reaches
     /// past the edges is cut off. A negative width or height reaches to the edge.
     KXRect source = {{0, 0}, {-1, -1}};

@@ -11,6 +11,7 @@
 /// Textures: images that draw, and targets to draw into.
 
 struct SDL_Surface;
+struct _KXAffine;
 
 /// Sets the filter of textures uploaded from now on: nearest for 1 (the default), linear for any other value.
 KX_API void KXSetTextureMode(int mode);
@@ -50,6 +51,18 @@ public:
     void setTint(KXColor tint);
     /// The colour that every draw is multiplied by.
     KXColor tint();
+    /// Says that the colours of its pixels are multiplied by their alpha (non-zero), or are not (0, at
+    /// first).
+    ///
+    /// A target that half-transparent things are drawn into, over nothing, wants this: drawn into the window
+    /// afterwards it gives what drawing straight into the window would have given, within a step of 255.
+    /// Without, its colours are covered a second time there, dark and thin. What is drawn into it stores
+    /// colours so and the alpha of all layers together (#KXBlendAlpha, also where the game has blending of
+    /// its own); what it is drawn as is heeded in every #KXBlendMode. Empty it with clear() first. getPixel()
+    /// and writeToPNG() give what is stored. It changes no pixel.
+    void setPremultiplied(int premultiplied);
+    /// Whether its colours count as multiplied by their alpha: -1 or 0.
+    int isPremultiplied() const;
     /// Makes every pixel transparent black, or black where the image it was loaded from has no alpha.
     void clear();
 
@@ -141,6 +154,8 @@ public:
 
 private:
     KX_INTERNAL void _forgetPixels();
+    KX_INTERNAL void _drawQuad(const KXRect& part, KXColor tint, KXBlendMode blend,
+                               const _KXAffine& placement, KXSize size);
     KX_INTERNAL void _readBack(unsigned type, void* pixels);
 
     unsigned _textureID;
@@ -151,4 +166,5 @@ private:
     unsigned _format;
     std::unique_ptr<float[]> _pixelCache; // what getPixel() keeps
     unsigned _graphicsContext;            // of the window it belongs to
+    bool _premultiplied = false;
 };

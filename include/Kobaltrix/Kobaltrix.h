@@ -9,8 +9,8 @@
 ///
 /// - Start and loop: KXCore.h (KXInit.h, KXLogicLoop.h, KXError.h, KXApplication.h, KXEvents.h,
 /// KXUIColors.h), KXTypes.h
-/// - Drawing: KXWindow.h, KXDisplay.h, KXRenderContext.h, KXTexture.h, KXDrawOptions.h, KXTextureCache.h,
-///   KXDrawing.h, KXDrawBatch.h
+/// - Drawing: KXWindow.h, KXDisplay.h, KXRenderContext.h, KXTexture.h, KXDrawOptions.h, KXBlendMode.h,
+///   KXTextureCache.h, KXDrawing.h, KXDrawBatch.h
 /// - Sprites and values in files: KXSprite.h, KXIO.h, KXSaveFile.h
 /// - Text: KXFont.h, KXUIGlobalFont.h
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
@@ -29,6 +29,7 @@
 #include <Kobaltrix/KXActions.h>
 #include <Kobaltrix/KXApplication.h>
 #include <Kobaltrix/KXAudio.h>
+#include <Kobaltrix/KXBlendMode.h>
 #include <Kobaltrix/KXClipboard.h>
 #include <Kobaltrix/KXClock.h>
 #include <Kobaltrix/KXCollision.h>

@@ -37,8 +37,14 @@ public:
     void leaveLineWidth(float width) override;
 
     bool isEmpty() const { return _runCount == 0; }
-    /// Draws what was collected.
+    /// Draws what was collected, and counts why.
     void flush(KXDrawFlushReason reason);
+    /// Draws what was collected, if there is anything.
+    void drawIfAny() {
+        if (!isEmpty())
+            draw();
+    }
+    void draw();
     /// Forgets it.
     void drop();
     void freeMemory();
@@ -60,6 +66,29 @@ private:
 
 static constinit int depth = 0;
 static constinit BatchSink batch;
+
+namespace {
+// Without a batch, what has a pen is a batch of its own: it is set up for with more than a call or two.
+class PenSink final : public _KXDrawSink {
+public:
+    void quads(const _KXQuad* quads, int count, const _KXPaint& paint) override {
+        batch.quads(quads, count, paint);
+        batch.drawIfAny();
+    }
+    void lines(const KXPoint* points, int count, bool closed, float width, KXColor color) override {
+        batch.lines(points, count, closed, width, color);
+        batch.drawIfAny();
+    }
+    void fan(const KXPoint* points, int count, KXColor color) override {
+        batch.fan(points, count, color);
+        batch.drawIfAny();
+    }
+    void leaveColor(KXColor color) override { batch.leaveColor(color); }
+    void leaveLineWidth(float width) override { batch.leaveLineWidth(width); }
+};
+} // namespace
+
+static constinit PenSink penSink;
 
 void KXBeginDrawBatch() {
     if (depth < std::numeric_limits<int>::max())
@@ -86,6 +115,8 @@ static bool isCollecting() {
 _KXDrawSink& _KXCurrentSink() {
     if (isCollecting())
         return batch;
+    if (!_KXCurrentPen.isPlain())
+        return penSink;
     return _KXImmediateSink();
 }
 
@@ -99,6 +130,7 @@ void _KXDropBatch() { batch.drop(); }
 
 void _KXFreeBatch() {
     depth = 0;
+    _KXFreePen();
     batch.freeMemory();
 }
 
@@ -133,8 +165,8 @@ _KXVertex* BatchSink::roomForQuads(int count, const _KXPaint& paint) {
     const bool solid = fill == _KXFill::Solid;
     _KXVertexRun* run = lastRun(false);
     // Solid fills go along with any texture: they need none.
-    if (!run || !(solid || run->texture == 0 || run->texture == texture))
-        run = &addRun({false, texture, solid, 0, _vertexCount, 0});
+    if (!run || !(solid || run->texture == 0 || run->texture == texture) || run->pen != _KXCurrentPen)
+        run = &addRun({false, texture, solid, 0, _vertexCount, 0, _KXCurrentPen});
     run->hasSolid |= solid;
     if (!solid)
         run->texture = texture;
@@ -145,8 +177,8 @@ _KXVertex* BatchSink::roomForLine(float width, KXColor color) {
     makeRoom(2);
     ++_KXDrawStatistics.lines;
     _KXVertexRun* run = lastRun(true);
-    if (!run || run->lineWidth != width)
-        run = &addRun({true, 0, true, width, _vertexCount, 0});
+    if (!run || run->lineWidth != width || run->pen != _KXCurrentPen)
+        run = &addRun({true, 0, true, width, _vertexCount, 0, _KXCurrentPen});
     return addTo(*run, 2, color);
 }
 
@@ -209,9 +241,13 @@ void BatchSink::leaveLineWidth(float width) {
 }
 
 void BatchSink::flush(KXDrawFlushReason reason) {
-    KX_GL_CHECK("KXFlushDrawBatch");
     ++_KXDrawStatistics.flushes;
     ++_KXDrawStatistics.flushesBecause[reason];
+    draw();
+}
+
+void BatchSink::draw() {
+    KX_GL_CHECK("KXFlushDrawBatch");
     GLint bound = 0;
     glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
     _KXDrawVertexRuns(_block.get().vertices, _block.get().runs, _runCount);

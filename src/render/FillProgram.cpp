@@ -13,23 +13,24 @@ static void attach(GLuint program, GLenum kind, const char* source) {
 
 // With the second, software draws upright quads its fast way. It knows just this shape: one texture, one
 // multiplication, and the place on the texture before the colour, which is therefore no gl_FrontColor.
+static constexpr char mixedCorners[] =
+    "varying float fill;\n"
+    "void main() {\n"
+    "    gl_Position = ftransform();\n"
+    "    gl_FrontColor = gl_Color;\n"
+    "    gl_TexCoord[0] = gl_TextureMatrix[0] * vec4(gl_MultiTexCoord0.xy, 0.0, 1.0);\n"
+    "    fill = gl_MultiTexCoord0.z;\n"
+    "}\n";
 static constexpr struct {
     const char *vertexShader, *fragmentShader;
-} sources[] = {{"varying float fill;\n"
-                "void main() {\n"
-                "    gl_Position = ftransform();\n"
-                "    gl_FrontColor = gl_Color;\n"
-                "    gl_TexCoord[0] = gl_TextureMatrix[0] * vec4(gl_MultiTexCoord0.xy, 0.0, 1.0);\n"
-                "    fill = gl_MultiTexCoord0.z;\n"
-                "}\n",
-                "uniform sampler2D image;\n"
-                "varying float fill;\n"
-                "void main() {\n"
-                "    vec4 texel = vec4(1.0);\n"
-                "    if (fill > 0.5)\n"
-                "        texel = texture2D(image, gl_TexCoord[0].xy);\n"
-                "    gl_FragColor = texel * gl_Color;\n"
-                "}\n"},
+} sources[] = {{mixedCorners, "uniform sampler2D image;\n"
+                              "varying float fill;\n"
+                              "void main() {\n"
+                              "    vec4 texel = vec4(1.0);\n"
+                              "    if (fill > 0.5)\n"
+                              "        texel = texture2D(image, gl_TexCoord[0].xy);\n"
+                              "    gl_FragColor = texel * gl_Color;\n"
+                              "}\n"},
                {"varying vec4 color;\n"
                 "void main() {\n"
                 "    gl_Position = ftransform();\n"
@@ -40,7 +41,16 @@ static constexpr struct {
                 "varying vec4 color;\n"
                 "void main() {\n"
                 "    gl_FragColor = texture2D(image, gl_TexCoord[0].xy) * color;\n"
-                "}\n"}};
+                "}\n"},
+               {mixedCorners, "uniform sampler2D image;\n"
+                              "varying float fill;\n"
+                              "void main() {\n"
+                              "    vec4 texel = vec4(1.0);\n"
+                              "    if (fill > 0.5)\n"
+                              "        texel = texture2D(image, gl_TexCoord[0].xy);\n"
+                              "    vec4 color = texel * gl_Color;\n"
+                              "    gl_FragColor = vec4(color.rgb * color.a, color.a);\n"
+                              "}\n"}};
 
 static unsigned makeProgram(_KXFillProgram which) {
     if (!_KXGL.createProgram)

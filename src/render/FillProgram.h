@@ -2,8 +2,9 @@
 
 // Small programs that draw what the fixed pipeline would.
 enum class _KXFillProgram {
-    Mixed,  ///< Tells for each corner whether it is textured, so that fills need not break a run of sprites.
-    Texture ///< All corners are textured: what software draws fastest.
+    Mixed,   ///< Tells for each corner whether it is textured, so that fills need not break a run of sprites.
+    Texture, ///< All corners are textured: what software draws fastest.
+    Product  ///< As the first, of colours that it multiplies by their alpha.
 };
 
 /// Has a program draw for as long as the scope lasts, where it does exactly what the fixed pipeline would and

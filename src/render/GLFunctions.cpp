@@ -57,5 +57,8 @@ void _KXLoadGLFunctions() {
     load(_KXGL.bindBuffer, "glBindBuffer");
     if (!loadBuffers())
         _KXGL.genBuffers = nullptr;
+    if (!load(_KXGL.blendFuncSeparate, "glBlendFuncSeparate") ||
+        !load(_KXGL.blendEquation, "glBlendEquation"))
+        _KXGL.blendFuncSeparate = nullptr;
     load(_KXGL.clientActiveTexture, "glClientActiveTexture");
 }

@@ -35,6 +35,9 @@ struct _KXGLFunctions {
     PFNGLMAPBUFFERRANGEPROC mapBufferRange;
     PFNGLUNMAPBUFFERPROC unmapBuffer;
 
+    PFNGLBLENDFUNCSEPARATEPROC blendFuncSeparate;
+    PFNGLBLENDEQUATIONPROC blendEquation;
+
     PFNGLCLIENTACTIVETEXTUREARBPROC clientActiveTexture;
 };
 

@@ -9,6 +9,7 @@
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
 #include "render/KXRenderContext.h"
+#include "render/Pen.h"
 #include "render/QuadStream.h"
 
 #include <SDL_opengl.h>
@@ -84,21 +85,39 @@ void KXTexture::setTint(KXColor tint) { _tint = tint; }
 
 KXColor KXTexture::tint() { return _tint; }
 
+// @param part in pixels. @param size what it is stretched to before it is placed.
+void KXTexture::_drawQuad(const KXRect& part, KXColor tint, KXBlendMode blend, const _KXAffine& placement,
+                          KXSize size) {
+    const auto& [origin, extent] = part;
+    const _KXTextureRect source = {origin.x / _size.width, origin.y / _size.height,
+                                   (origin.x + extent.width) / _size.width,
+                                   (origin.y + extent.height) / _size.height};
+    const KXColor color = {_tint.r * tint.r, _tint.g * tint.g, _tint.b * tint.b, tint.a};
+    if (!_premultiplied && blend == KXBlendInherited)
+        return _KXDrawTexturedQuad(_textureID, source, color, placement, size.width, size.height);
+    const _KXPenScope pen(blend, _premultiplied);
+    const float product = _premultiplied ? color.a : 1;
+    _KXDrawTexturedQuad(_textureID, source,
+                        {color.r * product, color.g * product, color.b * product, color.a}, placement,
+                        size.width, size.height);
+}
+
 void KXTexture::draw(const KXDrawOptions& options) {
     KX_GL_CHECK("KXTexture::draw");
     KXRect part;
     _KXAffine placement;
-    if (!_isUsableHere() || !_KXCutSource(options.source, _size, part) ||
-        !_KXPlacePart(options, part.size, placement))
-        return;
-    const auto& [origin, extent] = part;
-    const KXColor tint = options.tint;
-    _KXDrawTexturedQuad(_textureID,
-                        {origin.x / _size.width, origin.y / _size.height,
-                         (origin.x + extent.width) / _size.width, (origin.y + extent.height) / _size.height},
-                        {_tint.r * tint.r, _tint.g * tint.g, _tint.b * tint.b, tint.a}, placement,
-                        extent.width, extent.height);
+    if (_isUsableHere() && _KXCutSource(options.source, _size, part) &&
+        _KXPlacePart(options, part.size, placement))
+        _drawQuad(part, options.tint, options.blend, placement, part.size);
 }
+
+void KXTexture::setPremultiplied(int premultiplied) {
+    _premultiplied = premultiplied != 0;
+    if (_KXCurrentRenderContext == this)
+        _KXSetTargetPremultiplied(_premultiplied);
+}
+
+int KXTexture::isPremultiplied() const { return _premultiplied ? -1 : 0; }
 
 KXPlacedBox KXTexture::placed(const KXDrawOptions& options) const {
     KXRect part;
@@ -140,18 +159,14 @@ void KXTexture::draw(int sx1, int sy1, int sx2, int sy2, int width, int height, 
     sx2 = limited(sx2, sx1, textureWidth);
     sy2 = limited(sy2, sy1, textureHeight);
     const int sourceWidth = sx2 - sx1, sourceHeight = sy2 - sy1;
-    const _KXTextureRect source = {
-        static_cast<float>(sx1) / static_cast<float>(textureWidth),
-        static_cast<float>(sy1) / static_cast<float>(textureHeight),
-        static_cast<float>(sx2) / static_cast<float>(textureWidth),
-        static_cast<float>(sy2) / static_cast<float>(textureHeight),
-    };
+    const KXRect part = {{static_cast<float>(sx1), static_cast<float>(sy1)},
+                         {static_cast<float>(sourceWidth), static_cast<float>(sourceHeight)}};
     const _KXAffine placement = transformed
                                     ? _KXPlacement(x, y, sourceWidth, sourceHeight, scale, rotation, flips)
                                     : _KXAffine{1, 0, static_cast<float>(x), 0, 1, static_cast<float>(y)};
-    _KXDrawTexturedQuad(_textureID, source, {_tint.r, _tint.g, _tint.b, opacity}, placement,
-                        static_cast<float>(width < 0 ? sourceWidth : width),
-                        static_cast<float>(height < 0 ? sourceHeight : height));
+    _drawQuad(part, {1, 1, 1, opacity}, KXBlendInherited, placement,
+              {width < 0 ? part.size.width : static_cast<float>(width),
+               height < 0 ? part.size.height : static_cast<float>(height)});
 }
 
 void KXTexture::drawingPosition(int x, int y, int width, int height, float scale, int rotation, int flips) {
@@ -243,7 +258,7 @@ void KXTexture::setRenderContext() {
     _forgetPixels();
 
     projectUpright(static_cast<int>(_size.width), static_cast<int>(_size.height));
-    _KXCurrentRenderContext = this;
+    _KXSetTarget(this, _premultiplied);
 }
 
 void KXTexture::unsetRenderContext() {
@@ -261,7 +276,7 @@ void KXTexture::unsetRenderContext() {
     }
     _clearFBOID();
     if (isTarget)
-        _KXCurrentRenderContext = nullptr;
+        _KXSetTarget(nullptr, false);
 }
 
 void KXTexture::setClipTo(KXRect rect) {

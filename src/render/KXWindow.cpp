@@ -12,6 +12,7 @@
 #include "render/GLFunctions.h"
 #include "render/GraphicsContext.h"
 #include "render/KXRenderContext.h"
+#include "render/Pen.h"
 #include "render/PictureFit.h"
 
 #include <GL/glu.h>
@@ -151,7 +152,7 @@ void KXWindow::_closePlatformWindow() {
     // context.
     if (_KXCurrentRenderContext && _KXCurrentGraphicsContext == _graphicsContext) {
         _KXCurrentRenderContext->unsetRenderContext();
-        _KXCurrentRenderContext = nullptr;
+        _KXSetTarget(nullptr, false);
     }
     _KXReleaseWindow(_id);
     _KXRemoveGraphicsContext(_graphicsContext);
@@ -267,6 +268,6 @@ void KXWindow::setRenderContext() {
     _applyProjection(); // may give the surface depth
     _KXBindSurface();
     _drawBars();
-    _KXCurrentRenderContext = this;
+    _KXSetTarget(this, false);
     _KXCurrentWindowRenderContext = this;
 }

@@ -1,6 +1,7 @@
 #include "render/TextScopes.h"
 
 #include "render/DrawBatch.h"
+#include "render/Pen.h"
 
 #include <SDL_opengl.h>
 
@@ -43,8 +44,9 @@ static bool blendsGlyphs() {
     glGetIntegerv(GL_BLEND_SRC, &source);
     glGetIntegerv(GL_BLEND_DST, &destination);
     glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &environment);
-    return source == GL_SRC_ALPHA && destination == GL_ONE_MINUS_SRC_ALPHA && environment == GL_MODULATE &&
-           glIsEnabled(GL_BLEND) && glIsEnabled(GL_TEXTURE_2D);
+    const bool blends =
+        source == GL_SRC_ALPHA && destination == GL_ONE_MINUS_SRC_ALPHA && glIsEnabled(GL_BLEND);
+    return (blends || _KXCurrentPen.blend) && environment == GL_MODULATE && glIsEnabled(GL_TEXTURE_2D);
 }
 
 _KXGlyphScope::_KXGlyphScope() : _changed(!blendsGlyphs()) {
@@ -67,6 +69,7 @@ _KXGlyphScope::~_KXGlyphScope() {
 
 _KXPolygonTextScope::_KXPolygonTextScope(KXPoint origin) {
     _KXFlushBatch(KXDrawFlushText);
+    _blend.use(_KXCurrentPen);
     glPushMatrix();
     glDisable(GL_TEXTURE_2D);
     glRotatef(180, 1, 0, 0);
@@ -78,6 +81,9 @@ _KXPolygonTextScope::~_KXPolygonTextScope() {
     glPopMatrix();
 }
 
-void _KXPolygonTextScope::setColor(KXColor color) { glColor4f(color.r, color.g, color.b, color.a); }
+void _KXPolygonTextScope::setColor(KXColor color) {
+    const float product = _KXWantsProduct(_KXCurrentPen) ? color.a : 1;
+    glColor4f(color.r * product, color.g * product, color.b * product, color.a);
+}
 
 void _KXPolygonTextScope::moveBy(float x) { glTranslatef(x, 0, 0); }

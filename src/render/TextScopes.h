@@ -1,5 +1,7 @@
 #pragma once
 
+#include "render/Pen.h"
+
 #include <Kobaltrix/KXTypes.h>
 
 /// Where the game's matrices put things on the target's pixels.
@@ -40,4 +42,7 @@ public:
     void setColor(KXColor color);
     /// Moves the origin to the right.
     void moveBy(float x);
+
+private:
+    _KXBlendScope _blend;
 };

@@ -292,9 +292,28 @@ void drawQuads(const _KXVertex* vertices, const _KXVertexRun& run, Corners& corn
         drawTextured(vertices, run.first, run.count, corners);
 }
 
+// Corners of any kind, where they can be drawn in colours that are multiplied by their alpha.
+bool drawProduct(const _KXVertexRun& run, Corners& corners) {
+    const _KXFillProgramScope program(_KXFillProgram::Product);
+    if (!program)
+        return false;
+    if (run.texture) {
+        ++_KXDrawStatistics.textureBinds;
+        glBindTexture(GL_TEXTURE_2D, run.texture);
+    }
+    if (run.isLines)
+        glLineWidth(run.lineWidth);
+    corners.draw(run.isLines ? GL_LINES : GL_QUADS, run.first, run.count, false);
+    return true;
+}
+
 void drawRuns(const _KXVertex* vertices, const _KXVertexRun* runs, int runCount, Corners& corners) {
+    _KXBlendScope blend;
     for (const _KXVertexRun* run = runs; run != runs + runCount; ++run) {
         corners.begin(*run);
+        blend.use(run->pen);
+        if (_KXWantsProduct(run->pen) && drawProduct(*run, corners))
+            continue;
         if (run->isLines) {
             glLineWidth(run->lineWidth);
             drawUntextured(corners, GL_LINES, run->first, run->count);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "render/Pen.h"
+
 #include <Kobaltrix/KXTypes.h>
 
 /// A corner on its way to OpenGL in a vertex array.
@@ -21,6 +23,7 @@ struct _KXVertexRun {
     bool hasSolid;    ///< Whether solid quads are among those with a texture.
     float lineWidth;
     int first, count;
+    _KXPen pen = {};
     bool hasOneColor = true;
 };
 

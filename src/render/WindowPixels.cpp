@@ -12,6 +12,7 @@
 #include "render/KXRenderContext.h"
 #include "render/KXTexture.h"
 #include "render/KXWindow.h"
+#include "render/Pen.h"
 #include "render/PixelStore.h"
 #include "render/Surface.h"
 
@@ -113,6 +114,7 @@ public:
     FrameStateScope& operator=(const FrameStateScope&) = delete;
 
 private:
+    const _KXPenScope _pen;
     KXRenderContext* const _target = _KXCurrentRenderContext;
     GLint _framebuffer = 0;
 };

@@ -48,6 +48,7 @@ void DrawBatch::scene(unsigned seed) {
     loadNoise(other, 32, 32);
     KXSetTextureMode(1);
     target.clear();
+    target.setPremultiplied(0);
     font.setSize(10);
     window->unsetClip();
     fill({0.1f, 0.2f, 0.3f, 1});
@@ -76,12 +77,27 @@ void DrawBatch::scene(unsigned seed) {
         [&] { font.setSize(between(8, 12)); },
         [&] { window->setClipTo(rect(20, 5, between(10, 300), 50)); },
         [&] { window->unsetClip(); },
+        [&] {
+            const KXPoint size = point();
+            any().draw({.flip = static_cast<KXFlip>(2 * between(0, 3)),
+                        .position = point(),
+                        .rotation = 33 * fraction(),
+                        .scale = {fraction() + 0.51f, 1},
+                        .tint = color(),
+                        .blend = static_cast<KXBlendMode>(between(0, KXBlendErase)),
+                        .size = {size.x, size.y}});
+        },
+        [&] { KXPushBlendMode(static_cast<KXBlendMode>(between(0, KXBlendErase))); },
+        [&] { KXPopBlendMode(); },
+        [&] { target.setPremultiplied(between(0, 1)); },
         [&] { other.clear(); },
         [&] { target.setRenderContext(); },
         [&] { showTarget(); },
     };
     for (int call = between(1, 30); call > 0; --call)
         calls[between(0, static_cast<int>(std::size(calls)) - 1)]();
+    for (int i = 0; i < 30; ++i)
+        KXPopBlendMode();
     showTarget();
     KXFlushDrawBatch();
 }
