@@ -105,6 +105,6 @@ else()
 endif()
 if(TARGET KobaltrixTest AND KOBALTRIX_BUILD_TESTKIT)
   # Beside kobaltrix or kobaltrix-static, whichever the game links.
-  set(pc_modules "sdl2 SDL2_image")
+  set(pc_modules sdl2)
   kobaltrix_pc(kobaltrix-test.pc "\${libdir}/libKobaltrixTest.a" Requires)
 endif()

@@ -1,16 +1,14 @@
 #include "KobaltrixTest/KXTestPicture.h"
 
+#include <Kobaltrix/KXImage.h>
 #include <Kobaltrix/KXTexture.h>
 #include <Kobaltrix/KXWindow.h>
-
-#include <SDL_image.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <memory>
 #include <ostream>
 #include <sstream>
 #include <stdexcept>
@@ -39,36 +37,24 @@ static KXTestPicture pictureOf(int width, int height, const void* bytes) {
     return picture;
 }
 
-using Bytes = std::unique_ptr<unsigned char, void (*)(void*)>;
-using Surface = std::unique_ptr<SDL_Surface, void (*)(SDL_Surface*)>;
-
 KXTestPicture KXTestPicture::of(KXWindow& window) {
-    int width = 0, height = 0;
-    const Bytes bytes(window.copyPixels(&width, &height), std::free);
-    KXTestPicture picture = pictureOf(width, height, bytes.get());
-    for (KXTestPixel& pixel : picture.pixels)
-        pixel.a = 255;
-    return picture;
+    const KXImage image = window.copyImage();
+    return pictureOf(image.width(), image.height(), image.row(0));
 }
 
 KXTestPicture KXTestPicture::of(KXTexture& texture) {
-    const Bytes bytes(texture.copyPixels(), std::free);
-    return pictureOf(static_cast<int>(texture.size().width), static_cast<int>(texture.size().height),
-                     bytes.get());
+    const KXImage image = texture.copyImage();
+    return pictureOf(image.width(), image.height(), image.row(0));
 }
 
 KXTestPicture KXTestPicture::fromFile(const std::string& path) {
-    const Surface file(IMG_Load(path.c_str()), SDL_FreeSurface);
-    const Surface image(file ? SDL_ConvertSurfaceFormat(file.get(), SDL_PIXELFORMAT_RGBA32, 0) : nullptr,
-                        SDL_FreeSurface);
-    return image ? pictureOf(image->w, image->h, image->pixels) : KXTestPicture();
+    KXImage image;
+    image.load(path.c_str());
+    return pictureOf(image.width(), image.height(), image.row(0));
 }
 
 bool KXTestPicture::save(const std::string& path) const {
-    const Surface surface(SDL_CreateRGBSurfaceWithFormatFrom(const_cast<KXTestPixel*>(pixels.data()), width,
-                                                             height, 32, width * 4, SDL_PIXELFORMAT_RGBA32),
-                          SDL_FreeSurface);
-    return surface && IMG_SavePNG(surface.get(), path.c_str()) == 0;
+    return KXImage::fromPixels(width, height, pixels.data()).writeToPNG(path.c_str()) != 0;
 }
 
 const KXTestPixel& KXTestPicture::at(int x, int y) const {

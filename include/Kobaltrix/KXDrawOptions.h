@@ -14,14 +14,6 @@
 /// ship.draw(options);
 /// @endcode
 
-/// How a texture is flipped where it is drawn.
-enum KXFlip : int {
-    KXFlipNone = 0,
-    KXFlipLeftRight = 2, ///< Mirrors left to right.
-    KXFlipTopBottom = 4, ///< Mirrors top to bottom.
-    KXFlipDiagonal = 6   ///< Both together: exchanges rows and columns.
-};
-
 /// Which part is drawn, where and how. What is not set draws the whole as it is at (0, 0). C++20 has the
 /// names of a list stand in this order.
 ///
@@ -46,7 +38,8 @@ struct KXDrawOptions {
     /// How it meets what is there.
     KXBlendMode blend = KXBlendInherited;
     /// The part, in pixels of the texture, or of the sprite's frame on show from its top left. What reaches
-    /// past the edges is cut off. A negative width or height reaches to the edge.
+    /// past the edges is cut off, or of a texture shown as KXTexture::setWrap() says. A negative width or
+    /// height reaches to the edge.
     KXRect source = {{0, 0}, {-1, -1}};
     /// What the part is stretched to before it is scaled, in the units of the target; a negative side is the
     /// part's own. With 0 nothing is drawn.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Kobaltrix/KXDrawOptions.h>
+#include <Kobaltrix/KXImage.h>
 #include <Kobaltrix/KXRenderContext.h>
 
 #include <stdint.h>
@@ -13,13 +14,16 @@
 struct SDL_Surface;
 struct _KXAffine;
 
+/// What a texture shows beyond its edges, where the source of its KXDrawOptions reaches past them.
+enum KXWrap : int {
+    KXWrapNone = 0,   ///< Nothing, the source is cut. A linear filter mixes in the opposite edge.
+    KXWrapClamp = 1,  ///< The pixels at the edge, on and on. A linear filter keeps to them.
+    KXWrapRepeat = 2, ///< The texture again.
+    KXWrapMirror = 3  ///< The texture again, every other one mirrored.
+};
+
 /// Sets the filter of textures uploaded from now on: nearest for 1 (the default), linear for any other value.
 KX_API void KXSetTextureMode(int mode);
-
-/// Sets how many pixels an image may have that is loaded from a file, 134217728 (half a gigabyte) at the
-/// start. A file of a few bytes may claim any size: one that claims more is refused before there is memory
-/// for it, with a text in KXError(). Counts for textures loaded from now on.
-KX_API void KXSetMaximumImagePixels(uint32_t pixels);
 
 /// An OpenGL texture with a tint.
 ///
@@ -38,6 +42,10 @@ public:
     /// are not positive or too large for the graphics driver, and while there is no window, it is an empty
     /// texture with a text in KXError(): ask its size().
     KXTexture(int width, int height);
+    /// A texture of an image. Where the image is empty, too large for the graphics driver, or there is no
+    /// window, it is an empty texture with a text in KXError(). `KXTexture(KXImage(1, 1, KXRedColor))` is one
+    /// in a single colour.
+    explicit KXTexture(const KXImage& image);
     /// Deletes the texture; if drawing goes into it, drawing into it stops first.
     ~KXTexture();
     KXTexture(const KXTexture&) = delete;
@@ -71,6 +79,26 @@ public:
     void draw(const KXDrawOptions& options);
     /// Where draw() with these options has the texture, or the part of it.
     KXPlacedBox placed(const KXDrawOptions& options) const;
+    /// Gives it an image's size and pixels; they are copied. A texture that belongs to another window belongs
+    /// to the current one then, unless the sizes are the same. Tint, filter and wrap stay.
+    /// @return -1 on success; 0 on failure, with a text in KXError(): the texture is what it was.
+    int setImage(const KXImage& image);
+    /// Gives a rectangle of it the pixels of an image. What reaches past the edges of the texture is left
+    /// out, and so is the opacity where the file it was loaded from had none.
+    /// @param image the rectangle's size. @param x,y where its top left corner goes, in the texture's pixels.
+    /// @return -1 on success; 0, with a text in KXError(), if the texture is empty or its window is closed.
+    int setPart(const KXImage& image, int x, int y);
+    /// A copy of its pixels; empty, with a text in KXError(), where copyPixels() gives null.
+    KXImage copyImage();
+    /// Sets how it is scaled, from now on and for what it is given later. Before that is called,
+    /// KXSetTextureMode() decides whenever it is given other pixels.
+    void setFilter(KXFilter filter);
+    /// How it is scaled.
+    KXFilter filter();
+    /// Sets what it shows beyond its edges, #KXWrapNone at the start.
+    void setWrap(KXWrap wrap);
+    /// What it shows beyond its edges.
+    KXWrap wrap();
 
     /// Draws the whole texture in its natural size, fully opaque.
     /// @param x,y where its top-left corner goes. @param transformed as in the full form.
@@ -157,6 +185,7 @@ private:
     KX_INTERNAL void _drawQuad(const KXRect& part, KXColor tint, KXBlendMode blend,
                                const _KXAffine& placement, KXSize size);
     KX_INTERNAL void _readBack(unsigned type, void* pixels);
+    KX_INTERNAL void _applySampling();
 
     unsigned _textureID;
     unsigned _framebufferID;
@@ -167,4 +196,7 @@ private:
     std::unique_ptr<float[]> _pixelCache; // what getPixel() keeps
     unsigned _graphicsContext;            // of the window it belongs to
     bool _premultiplied = false;
+    KXFilter _filter = KXFilterNearest;
+    bool _hasOwnFilter = false;
+    KXWrap _wrap = KXWrapNone;
 };

@@ -52,6 +52,14 @@ enum KXAliasMode : int {
     KXAliasModeTexture = 2  ///< Glyphs drawn from a texture atlas.
 };
 
+/// How a texture is flipped where it is drawn, or an image.
+enum KXFlip : int {
+    KXFlipNone = 0,
+    KXFlipLeftRight = 2, ///< Mirrors left to right.
+    KXFlipTopBottom = 4, ///< Mirrors top to bottom.
+    KXFlipDiagonal = 6   ///< Both together: exchanges rows and columns.
+};
+
 extern KX_API const KXPoint KXZeroPoint;  ///< (0, 0).
 extern KX_API const KXSize KXZeroSize;    ///< (0, 0).
 extern KX_API const KXRect KXZeroRect;    ///< (0, 0, 0, 0).

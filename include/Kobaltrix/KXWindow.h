@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Kobaltrix/KXDisplay.h>
+#include <Kobaltrix/KXImage.h>
 #include <Kobaltrix/KXRenderContext.h>
 
 /// @file
@@ -198,6 +199,9 @@ public:
     /// @return a block that the caller frees with free(); null with a text in KXError() if the window is
     /// closed.
     unsigned char* copyPixels(int* width, int* height);
+    /// What was drawn since the last swap, all its pixels, opaque. Empty with a text in KXError() if the
+    /// window is closed.
+    KXImage copyImage();
     /// Writes what was drawn since the last swap, all its pixels, as a BMP file.
     /// @param path the file to write. @param powerOfTwo non-zero for an image whose sides are rounded up to
     /// powers of two. Its row y is the drawn row y and then, where the image is wider, the beginning of

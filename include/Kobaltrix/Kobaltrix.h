@@ -10,7 +10,7 @@
 /// - Start and loop: KXCore.h (KXInit.h, KXLogicLoop.h, KXError.h, KXApplication.h, KXEvents.h,
 /// KXUIColors.h), KXTypes.h
 /// - Drawing: KXWindow.h, KXDisplay.h, KXRenderContext.h, KXTexture.h, KXDrawOptions.h, KXBlendMode.h,
-///   KXTextureCache.h, KXDrawing.h, KXDrawBatch.h
+///   KXTextureCache.h, KXImage.h, KXDrawing.h, KXDrawBatch.h
 /// - Sprites and values in files: KXSprite.h, KXIO.h, KXSaveFile.h
 /// - Text: KXFont.h, KXUIGlobalFont.h
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
@@ -46,6 +46,7 @@
 #include <Kobaltrix/KXGamePad.h>
 #include <Kobaltrix/KXGeometry.h>
 #include <Kobaltrix/KXIO.h>
+#include <Kobaltrix/KXImage.h>
 #include <Kobaltrix/KXInit.h>
 #include <Kobaltrix/KXInputEvents.h>
 #include <Kobaltrix/KXInterpolation.h>

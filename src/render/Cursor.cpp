@@ -3,8 +3,8 @@
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/LibraryRun.h"
 #include "core/ground/Truncate.h"
+#include "image/Surface.h"
 #include "render/KXTexture.h"
-#include "render/Surface.h"
 
 #include <SDL_mouse.h>
 

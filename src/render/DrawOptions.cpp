@@ -3,15 +3,17 @@
 #include <algorithm>
 #include <cmath>
 
-bool _KXCutSource(const KXRect& source, KXSize picture, KXRect& part) {
+bool _KXCutSource(const KXRect& source, KXSize picture, KXRect& part, bool goesOn) {
     const auto& [origin, size] = source;
-    const auto end = [](float start, float extent, float edge) {
-        return extent < 0 ? edge : std::min(start + extent, edge);
+    const auto start = [goesOn](float from) { return goesOn ? from : std::max(from, 0.0f); };
+    const auto end = [goesOn](float from, float extent, float edge) {
+        return extent < 0 ? edge : goesOn ? from + extent : std::min(from + extent, edge);
     };
-    const float left = std::max(origin.x, 0.0f), right = end(origin.x, size.width, picture.width);
-    const float top = std::max(origin.y, 0.0f), bottom = end(origin.y, size.height, picture.height);
+    const float left = start(origin.x), right = end(origin.x, size.width, picture.width);
+    const float top = start(origin.y), bottom = end(origin.y, size.height, picture.height);
     part = {{left, top}, {right - left, bottom - top}};
-    return part.size.width > 0 && part.size.height > 0; // false for what is no number, too
+    constexpr float most = 1e9f; // false for what is no number, too
+    return part.size.width > 0 && part.size.width < most && part.size.height > 0 && part.size.height < most;
 }
 
 // Mirrored within a rectangle of some size.

@@ -106,7 +106,7 @@ void KXTexture::draw(const KXDrawOptions& options) {
     KX_GL_CHECK("KXTexture::draw");
     KXRect part;
     _KXAffine placement;
-    if (_isUsableHere() && _KXCutSource(options.source, _size, part) &&
+    if (_isUsableHere() && _KXCutSource(options.source, _size, part, _wrap != KXWrapNone) &&
         _KXPlacePart(options, part.size, placement))
         _drawQuad(part, options.tint, options.blend, placement, part.size);
 }
@@ -122,7 +122,8 @@ int KXTexture::isPremultiplied() const { return _premultiplied ? -1 : 0; }
 KXPlacedBox KXTexture::placed(const KXDrawOptions& options) const {
     KXRect part;
     _KXAffine placement;
-    if (!_KXCutSource(options.source, _size, part) || !_KXPlacePart(options, part.size, placement))
+    if (!_KXCutSource(options.source, _size, part, _wrap != KXWrapNone) ||
+        !_KXPlacePart(options, part.size, placement))
         return {};
     return _KXPlacedBoxOf(placement, {KXZeroPoint, part.size});
 }

@@ -5,14 +5,12 @@
 #include "core/ground/Endianness.h"
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Truncate.h"
-#include "platform/MemoryBudget.h"
+#include "image/ImageFile.h"
 #include "render/DrawBatch.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
-#include "render/ImageFile.h"
 #include "render/KXRenderContext.h"
 #include "render/PixelStore.h"
-#include "render/Surface.h"
 #include "render/TextureBinding.h"
 
 #include <SDL_image.h>
@@ -22,15 +20,11 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <new>
 #include <string>
-#include <system_error>
 #include <vector>
 
 constinit int _KXTextureMode = GL_NEAREST;
-
-static constinit std::uint32_t maximumPixels = 1U << 27;
 
 void KXSetTextureMode(int mode) { _KXTextureMode = mode == 1 ? GL_NEAREST : GL_LINEAR; }
 
@@ -55,8 +49,6 @@ unsigned upload(int width, int height, int internalFormat, unsigned format, cons
     GLuint texture = 0;
     glGenTextures(1, &texture);
     glBindTexture(GL_TEXTURE_2D, texture);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, _KXTextureMode);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, _KXTextureMode);
     glTexImage2D(GL_TEXTURE_2D, 0, internalFormat, width, height, 0, format, GL_UNSIGNED_BYTE, data);
     GLint held = 0;
     glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &held);
@@ -76,34 +68,15 @@ const char* tightPixels(SDL_Surface& surface) {
                      static_cast<std::size_t>(row));
     return pixels;
 }
-
-// What loading may take: four bytes a pixel, and the file itself in whatever form.
-std::size_t memoryToLoad(const char* path) {
-    constexpr std::size_t more = 1 << 20;
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
-    return 4 * std::size_t{maximumPixels} + (error ? 0 : 16 * static_cast<std::size_t>(size)) + more;
-}
-
-// Null if it cannot be loaded, with a text in the error slot only if it has too many pixels.
-_KXSurface loadedImage(const char* path) {
-    const _KXMemoryBudget budget(memoryToLoad(path));
-    _KXSurface surface(IMG_Load(path));
-    const std::uint64_t pixels = surface ? std::uint64_t(surface->w) * std::uint64_t(surface->h) : 0;
-    if (surface ? pixels <= maximumPixels : !budget.exceeded())
-        return surface;
-    _KXReportError("%s: more than %u pixels", path, maximumPixels);
-    return nullptr;
-}
 } // namespace
-
-void KXSetMaximumImagePixels(std::uint32_t pixels) { maximumPixels = pixels; }
 
 int KXTexture::_loadImage(const char* path) {
     KX_GL_CHECK("KXTexture::_loadImage");
     if (!path)
         return 0;
-    const _KXSurface surface = loadedImage(path);
+    const auto [surface, isTooLarge] = _KXDecodeImageFile(path);
+    if (isTooLarge)
+        _KXReportError("%s: more than %u pixels", path, _KXMaximumImagePixels());
     if (!surface)
         return 0;
     const int components = surface->format->BytesPerPixel;
@@ -139,6 +112,9 @@ int KXTexture::_loadFromData(int width, int height, int internalFormat, unsigned
     _internalFormat = internalFormat;
     _format = format;
     _size = {static_cast<float>(width), static_cast<float>(height)};
+    if (!_hasOwnFilter)
+        _filter = _KXTextureMode == GL_NEAREST ? KXFilterNearest : KXFilterLinear;
+    _applySampling();
     return -1;
 }
 

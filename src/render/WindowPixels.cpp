@@ -4,17 +4,17 @@
 #include "core/ground/Endianness.h"
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Truncate.h"
+#include "image/ImageFile.h"
+#include "image/Surface.h"
 #include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
-#include "render/ImageFile.h"
 #include "render/KXRenderContext.h"
 #include "render/KXTexture.h"
 #include "render/KXWindow.h"
 #include "render/Pen.h"
 #include "render/PixelStore.h"
-#include "render/Surface.h"
 
 #include <SDL.h>
 #include <SDL_opengl.h>
@@ -183,6 +183,24 @@ unsigned char* KXWindow::copyPixels(int* width, int* height) {
     _readPixels(pixels, GL_RGBA);
     _flipPixels(pixels, GL_RGBA);
     return reinterpret_cast<unsigned char*>(pixels);
+}
+
+KXImage KXWindow::copyImage() {
+    int width = 0, height = 0;
+    _drawableSize(&width, &height);
+    if (width < 1 || height < 1) {
+        _KXReportError("Unable to copy the pixels of a closed window");
+        return {};
+    }
+    KXImage image(width, height);
+    if (!image.row(0))
+        return image;
+    _readPixels(reinterpret_cast<char*>(image.row(0)), GL_RGBA);
+    _flipPixels(reinterpret_cast<char*>(image.row(0)), GL_RGBA);
+    for (int y = 0; y < height; ++y) // what alpha a window holds is the platform's choice
+        for (int x = 0; x < width; ++x)
+            image.row(y)[x].a = 255;
+    return image;
 }
 
 int KXWindow::saveBuffer(const char* path, int powerOfTwo) {

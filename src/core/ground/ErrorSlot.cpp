@@ -5,8 +5,9 @@
 #include <cstdarg>
 #include <cstdio>
 
-// A fixed buffer rather than a heap block: failures before KXInit and after KXDeInit have a place to go.
-static constinit char _KXError[_KXErrorSize] = "";
+// A fixed buffer rather than a heap block: failures before KXInit and after KXDeInit have a place to go. One
+// for each thread: a game may load images beside its frames.
+static constinit thread_local char _KXError[_KXErrorSize] = "";
 
 const char* KXError() { return _KXError; }
 

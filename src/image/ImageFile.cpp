@@ -1,12 +1,55 @@
-#include "render/ImageFile.h"
+#include "image/ImageFile.h"
 
+#include "platform/MemoryBudget.h"
 #include "util/WholeFile.h"
 
+#include <Kobaltrix/KXImage.h>
+
 #include <SDL_error.h>
+#include <SDL_image.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
+#include <filesystem>
+#include <limits>
 #include <new>
+#include <system_error>
+#include <utility>
+
+static constinit std::atomic<std::uint32_t> maximumPixels = 1U << 27;
+
+void KXSetMaximumImagePixels(std::uint32_t pixels) { maximumPixels = pixels; }
+
+std::uint32_t _KXMaximumImagePixels() { return maximumPixels; }
+
+// Decoding may take four bytes a pixel, and the file itself in whatever form.
+template<class Decode>
+static _KXDecodedImage decoded(std::uintmax_t fileSize, const Decode& decode) {
+    constexpr std::size_t more = 1 << 20;
+    const std::uint32_t most = maximumPixels;
+    const auto file = static_cast<std::size_t>(std::min(fileSize, std::uintmax_t{1} << 40));
+    const _KXMemoryBudget budget(4 * std::size_t{most} + 16 * file + more);
+    _KXSurface surface(decode());
+    const std::uint64_t pixels = surface ? std::uint64_t(surface->w) * std::uint64_t(surface->h) : 0;
+    if (surface ? pixels <= most : !budget.exceeded())
+        return {std::move(surface), false};
+    return {nullptr, true};
+}
+
+_KXDecodedImage _KXDecodeImageFile(const char* path) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    return decoded(error ? 0 : size, [path] { return IMG_Load(path); });
+}
+
+_KXDecodedImage _KXDecodeImage(const void* bytes, std::size_t size) {
+    if (size > std::size_t{std::numeric_limits<int>::max()}) {
+        SDL_SetError("too many bytes");
+        return {nullptr, false};
+    }
+    return decoded(size, [=] { return IMG_Load_RW(SDL_RWFromConstMem(bytes, static_cast<int>(size)), 1); });
+}
 
 namespace {
 // What an encoder writes. It is called from C, through which no exception may pass.
@@ -32,7 +75,7 @@ public:
     Memory& operator=(const Memory&) = delete;
 
     SDL_RWops* stream() const { return _stream; }
-    const std::string& bytes() const { return _bytes; }
+    std::string& bytes() { return _bytes; }
     /// Encoders do not ask at every write whether it went well.
     bool isExhausted() const { return _exhausted; }
 
@@ -66,16 +109,25 @@ private:
 };
 } // namespace
 
-bool _KXStoreImage(const char* path, SDL_Surface& picture, int (*encode)(SDL_Surface*, SDL_RWops*, int),
-                   std::string& reason) {
+bool _KXEncodeImage(SDL_Surface& picture, int (*encode)(SDL_Surface*, SDL_RWops*, int), std::string& bytes,
+                    std::string& reason) {
     Memory memory;
     const bool encoded = memory.stream() && encode(&picture, memory.stream(), 0) == 0;
-    if (!encoded && !memory.isExhausted()) {
+    if (memory.isExhausted())
+        reason = std::make_error_code(std::errc::not_enough_memory).message();
+    else if (!encoded)
         reason = SDL_GetError();
+    else
+        bytes = std::move(memory.bytes());
+    return encoded && !memory.isExhausted();
+}
+
+bool _KXStoreImage(const char* path, SDL_Surface& picture, int (*encode)(SDL_Surface*, SDL_RWops*, int),
+                   std::string& reason) {
+    std::string bytes;
+    if (!_KXEncodeImage(picture, encode, bytes, reason))
         return false;
-    }
-    const std::error_code error = memory.isExhausted() ? std::make_error_code(std::errc::not_enough_memory)
-                                                       : _KXStoreFile(path, memory.bytes());
+    const std::error_code error = _KXStoreFile(path, bytes);
     if (error)
         reason = error.message();
     return !error;
