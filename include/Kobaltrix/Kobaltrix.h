@@ -10,7 +10,7 @@
 /// - Start and loop: KXCore.h (KXInit.h, KXLogicLoop.h, KXError.h, KXApplication.h, KXEvents.h,
 /// KXUIColors.h), KXTypes.h
 /// - Drawing: KXWindow.h, KXDisplay.h, KXRenderContext.h, KXTexture.h, KXDrawOptions.h, KXBlendMode.h,
-///   KXTextureCache.h, KXImage.h, KXDrawing.h, KXDrawBatch.h
+///   KXTextureCache.h, KXImage.h, KXDrawing.h, KXShapes.h, KXDrawBatch.h
 /// - Sprites and values in files: KXSprite.h, KXIO.h, KXSaveFile.h
 /// - Text: KXFont.h, KXUIGlobalFont.h
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
@@ -69,6 +69,7 @@
 #include <Kobaltrix/KXRecording.h>
 #include <Kobaltrix/KXRenderContext.h>
 #include <Kobaltrix/KXSaveFile.h>
+#include <Kobaltrix/KXShapes.h>
 #include <Kobaltrix/KXSound.h>
 #include <Kobaltrix/KXSprite.h>
 #include <Kobaltrix/KXString.h>

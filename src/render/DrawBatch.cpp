@@ -35,6 +35,7 @@ public:
     void fan(const KXPoint* points, int count, KXColor color) override;
     void leaveColor(KXColor color) override;
     void leaveLineWidth(float width) override;
+    void mesh(const _KXMeshCorner* corners, int count);
 
     bool isEmpty() const { return _runCount == 0; }
     /// Draws what was collected, and counts why.
@@ -118,6 +119,13 @@ _KXDrawSink& _KXCurrentSink() {
     if (!_KXCurrentPen.isPlain())
         return penSink;
     return _KXImmediateSink();
+}
+
+// At once it is a batch of its own: one that mostly has several triangles.
+void _KXDrawMesh(const _KXMeshCorner* corners, int count) {
+    batch.mesh(corners, count);
+    if (!isCollecting())
+        batch.drawIfAny();
 }
 
 void _KXFlushBatch(KXDrawFlushReason reason) {
@@ -224,6 +232,26 @@ void BatchSink::fan(const KXPoint* points, int count, KXColor color) {
         vertices[2] = vertices[3] = solidVertex(points[i + 1], color);
     }
     leaveColor(color);
+}
+
+void shade(_KXVertexRun& run) {
+    run.hasOneColor = false;
+    run.hasShades = true;
+}
+
+// Each triangle a quad whose second half is empty, as in a fan.
+void BatchSink::mesh(const _KXMeshCorner* corners, int count) {
+    for (const _KXMeshCorner* corner = corners; corner + 2 < corners + count; corner += 3) {
+        const _KXPaint paint = {_KXFill::Solid, 0, corner->color};
+        _KXVertex* const vertices = roomForQuads(1, paint);
+        for (int i = 0; i < 3; ++i)
+            vertices[i] = solidVertex(corner[i].position, _KXByteColor(corner[i].color));
+        vertices[3] = vertices[2];
+        if (!(vertices[0].color == vertices[1].color && vertices[0].color == vertices[2].color))
+            shade(*lastRun(false));
+    }
+    if (count > 0)
+        leaveColor(corners[count - 1].color);
 }
 
 // Where nothing was drawn, or it has left already, there is nothing to wait for.

@@ -55,6 +55,13 @@ _KXDrawSink& _KXCurrentSink();
 /// Draws quads the way that draws go now, and leaves the colour exactly as given.
 void _KXDrawQuads(const _KXQuad* quads, int count, _KXFill fill, unsigned texture, KXColor color,
                   bool showsEdges = false);
+/// A corner of a triangle with a colour of its own.
+struct _KXMeshCorner {
+    KXPoint position;
+    KXColor color;
+};
+/// Draws triangles of three corners each, the way that draws go now.
+void _KXDrawMesh(const _KXMeshCorner* corners, int count);
 /// Draws at once.
 _KXDrawSink& _KXImmediateSink();
 /// Has what is drawn at once look anew which points are in view.

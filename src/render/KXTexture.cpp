@@ -11,6 +11,7 @@
 #include "render/KXRenderContext.h"
 #include "render/Pen.h"
 #include "render/QuadStream.h"
+#include "render/View.h"
 
 #include <SDL_opengl.h>
 
@@ -230,6 +231,7 @@ void KXTexture::drawNineSlice(KXPoint position, KXSize size, int corner, float o
 // Half a turn about the x axis and up by the height: a target's first row is its top, as in an image.
 static void projectUpright(int width, int height) {
     glViewport(0, 0, width, height);
+    _KXPixelsPerUnit = 1;
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
     glOrtho(0, width, height, 0, -1, 1);

@@ -14,6 +14,7 @@
 #include "render/KXRenderContext.h"
 #include "render/Pen.h"
 #include "render/PictureFit.h"
+#include "render/View.h"
 
 #include <GL/glu.h>
 #include <SDL.h>
@@ -265,6 +266,8 @@ void KXWindow::setRenderContext() {
     size(); // a replay gives the window its size when it is asked for
     const _KXPixelBox picture = _pictureInPixels();
     glViewport(picture.left, picture.bottom, picture.width, picture.height);
+    const float units = logicalSize().width;
+    _KXPixelsPerUnit = units > 0 && picture.width > 0 ? static_cast<float>(picture.width) / units : 1;
     _applyProjection(); // may give the surface depth
     _KXBindSurface();
     _drawBars();

@@ -89,7 +89,10 @@ private:
 class MemoryCorners final : public Corners {
 public:
     MemoryCorners(const _KXVertex* vertices, ArrayScope& arrays);
-    void begin(const _KXVertexRun&) override { _KXCollectedLoad.addChange(); }
+    void begin(const _KXVertexRun& run) override {
+        _KXCollectedLoad.addChange();
+        _hasShades = run.hasShades;
+    }
     void draw(GLenum primitive, int first, int count, bool isPlain) override;
 
 private:
@@ -101,6 +104,7 @@ private:
     ArrayScope& _arrays;
     const _KXView _view = _KXView::now();
     std::optional<bool> _drawsPlainly;
+    bool _hasShades = false; // then a quad's first colour does not stand for it
 };
 
 // From how many quads on a stretch of alike ones is worth calls of its own: where OpenGL's state has to be
@@ -188,7 +192,7 @@ void MemoryCorners::draw(GLenum primitive, int first, int count, bool isPlain) {
     cut(
         first, count, cornersOf(primitive), stretchWorthState, [this](int i) { return _vertices[i].color; },
         [&](int from, int corners, bool isOneColor) {
-            if (isOneColor)
+            if (isOneColor && !_hasShades)
                 return drawInOneColor(primitive, from, corners, isPlain);
             _arrays.setColor(nullptr);
             drawCalls(primitive, from, corners);

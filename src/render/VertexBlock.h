@@ -25,6 +25,7 @@ struct _KXVertexRun {
     int first, count;
     _KXPen pen = {};
     bool hasOneColor = true;
+    bool hasShades = false; ///< Whether colours change within some of its quads.
 };
 
 /// Draws runs of corners in their order, the way that suits the driver. Bound textures, the colour and the

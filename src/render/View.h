@@ -27,3 +27,6 @@ public:
 private:
     float _xScale = 0, _x = 0, _yScale = 0, _y = 0; // onto the square from -1 to 1
 };
+
+/// How many pixels of the target a unit is, before matrices of the game's own.
+inline constinit float _KXPixelsPerUnit = 1;
