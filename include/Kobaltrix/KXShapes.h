@@ -82,8 +82,8 @@ KX_API void KXDrawCurve(KXPoint from, KXPoint control1, KXPoint control2, KXPoin
 /// A smooth curve through points (a Catmull-Rom spline); with `closed` one without a beginning. Limits as of
 /// KXDrawStroke().
 KX_API void KXDrawSpline(const KXPoint* points, int count, const KXStroke& stroke);
-/// A part of a circle's line. @param begin,end degrees; it runs clockwise from one to the other, the other
-/// way if the end is less. More than a turn is a whole circle.
+/// A part of a circle's line, clockwise from @a begin to @a end degrees, the other way if the end is less.
+/// More than a turn is a whole circle.
 KX_API void KXDrawArc(KXPoint centre, float radius, float begin, float end, const KXStroke& stroke);
 
 /// A filled polygon, also one that is not convex or crosses itself: what its line goes round is filled. Null,
@@ -93,11 +93,11 @@ KX_API void KXDrawPolygon(const KXPoint* points, int count, const KXShapePaint& 
 KX_API void KXDrawRoundedRect(KXRect rect, float radius, const KXShapePaint& paint);
 /// Its outline, whose middle runs along the rectangle's edges.
 KX_API void KXDrawRoundedRect(KXRect rect, float radius, const KXStroke& stroke);
-/// A filled ellipse. @param radii half its width and height.
+/// A filled ellipse. Its @a radii are half its width and height.
 KX_API void KXDrawEllipse(KXPoint centre, KXSize radii, const KXShapePaint& paint);
 /// Its outline.
 KX_API void KXDrawEllipse(KXPoint centre, KXSize radii, const KXStroke& stroke);
-/// A sector of a circle (a slice of a cake), or with a hole a part of a ring. @param innerRadius of the hole,
-/// 0 for none. @param begin,end as of KXDrawArc(); 0 and 360 for a whole ring.
+/// A sector of a circle (a slice of a cake), or with an @a innerRadius above 0 a part of a ring. It lies
+/// between @a begin and @a end as an arc does: 0 and 360 are the whole ring.
 KX_API void KXDrawSector(KXPoint centre, float innerRadius, float radius, float begin, float end,
                          const KXShapePaint& paint);

@@ -222,7 +222,7 @@ public:
     KX_INTERNAL int _densityNow();                 // thousandths, as the platform tells
     KX_INTERNAL void _setDensity(int thousandths); // as an event has told
     KX_INTERNAL bool _seesOtherDensity();
-    int _seenDensity = 0; // the platform's
+    KX_INTERNAL void _rememberDensity(int thousandths) { _seenDensity = thousandths; }
 
 private:
     KX_INTERNAL void _commonInit(const char* title, KXSize size, int resizable);
@@ -240,5 +240,6 @@ private:
     unsigned _graphicsContext = 0;
     int _depthBits = 0; // of the platform's own surface
     KXLogicalSize _logical;
-    int _density = 0; // to go by, in thousandths; 0 until somebody asks
+    int _seenDensity = 0; // the platform's
+    int _density = 0;     // to go by, in thousandths; 0 until somebody asks
 };

@@ -114,7 +114,7 @@ void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
     _graphicsContext = _KXAddGraphicsContext(_window, _context, this);
     _KXCurrentGraphicsContext = _graphicsContext; // creating a context has made it current
     _prepareContext(size);
-    _seenDensity = _densityNow();
+    _rememberDensity(_densityNow());
     if (previous)
         _KXMakeGraphicsContextCurrent(previous);
 }

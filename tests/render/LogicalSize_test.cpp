@@ -140,7 +140,7 @@ TEST_F(LogicalSize, MouseAndFingersAreInUnits) {
 TEST_F(LogicalSize, TellsOfAnotherDensity) {
     EXPECT_EQ(window->density(), 1);
     SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
-    window->_seenDensity = 500; // as if it came from a display of half as many pixels
+    window->_rememberDensity(500); // as if it came from a display of half as many pixels
     std::vector<float> told;
     KXTestUser user(*window, [&] {
         for (const KXInputEvent& event : KXInputEvents())
