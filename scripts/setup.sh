@@ -21,7 +21,7 @@ build_packages=(
     libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libftgl-dev libfreetype-dev libgl-dev libglu1-mesa-dev
     libgl1-mesa-dri libegl1 fonts-dejavu-core nlohmann-json3-dev
 )
-check_packages=(libgtest-dev clang-format xvfb openbox weston xdotool binutils dpkg-dev file doxygen)
+check_packages=(libgtest-dev clang-format xvfb openbox weston xdotool x11-utils binutils dpkg-dev file doxygen)
 
 say() { printf '%s\n' "$*"; }
 

@@ -128,9 +128,7 @@ int KXImage::loadFromMemory(const void* bytes, std::size_t size) {
     return -1;
 }
 
-// The pixels of an image as the platform takes them. Null, with a text in the platform's error, if it is
-// empty.
-static _KXSurface surfaceOf(const KXImage& image) {
+_KXSurface _KXSurfaceOf(const KXImage& image) {
     if (!image.row(0)) {
         SDL_SetError("the image is empty");
         return nullptr;
@@ -143,7 +141,7 @@ static _KXSurface surfaceOf(const KXImage& image) {
 
 int KXImage::writeToPNG(const char* path) const {
     std::string reason = "no path";
-    const _KXSurface surface = path ? surfaceOf(*this) : nullptr;
+    const _KXSurface surface = path ? _KXSurfaceOf(*this) : nullptr;
     if (surface && _KXStoreImage(path, *surface, IMG_SavePNG_RW, reason))
         return -1;
     _KXReportError("Unable to write a PNG file (%s): %s", path ? path : "",
@@ -155,7 +153,7 @@ unsigned char* KXImage::copyPNG(std::size_t* size) const {
     if (size)
         *size = 0;
     std::string bytes, reason = "no memory";
-    const _KXSurface surface = surfaceOf(*this);
+    const _KXSurface surface = _KXSurfaceOf(*this);
     const bool encoded = surface && _KXEncodeImage(*surface, IMG_SavePNG_RW, bytes, reason);
     void* const block = encoded ? std::malloc(bytes.size()) : nullptr;
     if (!block) {

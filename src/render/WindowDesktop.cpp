@@ -3,6 +3,7 @@
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Tape.h"
 #include "core/ground/Truncate.h"
+#include "image/Surface.h"
 
 #include <Kobaltrix/KXWindow.h>
 
@@ -35,6 +36,16 @@ void KXWindow::hide() { SDL_HideWindow(_window); }
 void KXWindow::show() { SDL_ShowWindow(_window); }
 
 void KXWindow::setTitle(const char* title) { SDL_SetWindowTitle(_window, title ? title : ""); }
+
+int KXWindow::setIcon(const KXImage& icon) {
+    const _KXSurface surface = _KXSurfaceOf(icon);
+    if (!_window || !surface) {
+        _KXReportError("The window cannot have that icon: %s", _window ? SDL_GetError() : "it is closed");
+        return 0;
+    }
+    SDL_SetWindowIcon(_window, surface.get());
+    return -1;
+}
 
 int KXWindow::getDisplayIndex() {
     return _KXAnswerTo(_KXQuestion::Display, [this] { return SDL_GetWindowDisplayIndex(_window); });

@@ -5,6 +5,7 @@
 #include <Kobaltrix/KXDisplay.h>
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXError.h>
+#include <Kobaltrix/KXImage.h>
 #include <Kobaltrix/KXKeyboard.h>
 #include <Kobaltrix/KXMouse.h>
 #include <Kobaltrix/KXTexture.h>
@@ -170,6 +171,15 @@ TEST_F(Desktop, AWindowCoversItsDisplayWithoutABorderAndIsMaximised) {
     window->setMaximumSize({250.5f, 200});
     window->setSize({900, 900});
     EXPECT_TRUE(becomesSized(250, 200)) << window->size().width;
+}
+
+TEST_F(Desktop, AWindowHasAnIcon) {
+    EXPECT_EQ(window->setIcon(KXImage()), 0);
+    EXPECT_STRNE(KXError(), "");
+    EXPECT_EQ(window->setIcon(KXImage(3, 2, KXRedColor)), -1) << KXError();
+    EXPECT_TRUE(becomes([] {
+        return std::system("xprop -name 'A window to click' _NET_WM_ICON | grep -q 'Icon (3 x 2)'") == 0;
+    }));
 }
 
 TEST_F(Desktop, SeveralWindowsAreVisibleAtOnce) {

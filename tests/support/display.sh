@@ -78,7 +78,7 @@ start_xvfb() {
 
 # Starts a window manager: without one no window really becomes fullscreen.
 start_window_manager() {
-    need openbox xdotool
+    need openbox xdotool xprop
     start_server openbox openbox --sm-disable
     wait_for openbox xdotool get_num_desktops
 }
