@@ -100,6 +100,16 @@ void benchSprites(Table& table) {
     table.compare(
         "20,000 sprites out of view", "a matrix for each", 0, count, [&] { drawOwn(*dot, unseen); },
         [&] { drawTextbook(*dot, unseen, 1); });
+    KXBeginDrawBatch();
+    table.compare(
+        "the same in a batch, not shown by a camera", "the same in a batch without one", 1, count,
+        [&] {
+            KXPushCamera({{benchWindow.width / 2, benchWindow.height / 2}, 1, 0, {{0, 0}, {-1, -1}}});
+            drawOwn(*dot, unseen);
+            KXPopCamera();
+        },
+        [&] { drawOwn(*dot, unseen); });
+    KXEndDrawBatch();
     const std::unique_ptr<KXTexture> sheet = plainTexture(64);
     std::vector<std::unique_ptr<KXSprite>> sprites = animatedSprites();
     KXBeginDrawBatch();

@@ -10,7 +10,7 @@
 /// - Start and loop: KXCore.h (KXInit.h, KXLogicLoop.h, KXError.h, KXApplication.h, KXEvents.h,
 /// KXUIColors.h), KXTypes.h
 /// - Drawing: KXWindow.h, KXDisplay.h, KXRenderContext.h, KXTexture.h, KXDrawOptions.h, KXBlendMode.h,
-///   KXTextureCache.h, KXImage.h, KXDrawing.h, KXShapes.h, KXDrawBatch.h
+///   KXCamera.h, KXTextureCache.h, KXImage.h, KXDrawing.h, KXShapes.h, KXDrawBatch.h
 /// - Sprites and values in files: KXSprite.h, KXIO.h, KXSaveFile.h
 /// - Text: KXFont.h, KXUIGlobalFont.h
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
@@ -30,6 +30,7 @@
 #include <Kobaltrix/KXApplication.h>
 #include <Kobaltrix/KXAudio.h>
 #include <Kobaltrix/KXBlendMode.h>
+#include <Kobaltrix/KXCamera.h>
 #include <Kobaltrix/KXClipboard.h>
 #include <Kobaltrix/KXClock.h>
 #include <Kobaltrix/KXCollision.h>

@@ -1,6 +1,7 @@
 #include "render/ClipScope.h"
 
 #include "core/ground/Truncate.h"
+#include "render/Camera.h"
 #include "render/GraphicsContext.h"
 
 #include <SDL_opengl.h>
@@ -25,7 +26,7 @@ int nearestWithin(float value, int low, int high) {
 }
 
 // The pixels that a rectangle covers; all of the viewport if part of it lies behind the eye.
-Pixels projected(KXRect rect) {
+Pixels projected(KXRect rect, const _KXCameraMap* camera) {
     GLint viewport[4];
     GLfloat modelView[16], projection[16];
     glGetIntegerv(GL_VIEWPORT, viewport);
@@ -34,8 +35,10 @@ Pixels projected(KXRect rect) {
     const Pixels all = {viewport[0], viewport[1], viewport[0] + viewport[2], viewport[1] + viewport[3]};
     Pixels box = {all.right, all.top, all.left, all.bottom};
     for (int corner = 0; corner < 4; ++corner) {
-        const GLfloat point[4] = {rect.origin.x + (corner & 1 ? rect.size.width : 0),
-                                  rect.origin.y + (corner & 2 ? rect.size.height : 0), 0, 1};
+        const KXPoint drawn = {rect.origin.x + (corner & 1 ? rect.size.width : 0),
+                               rect.origin.y + (corner & 2 ? rect.size.height : 0)};
+        const auto [x, y] = camera ? (*camera)(drawn) : drawn;
+        const GLfloat point[4] = {x, y, 0, 1};
         GLfloat seen[4], clip[4];
         multiply(modelView, point, seen);
         multiply(projection, seen, clip);
@@ -45,24 +48,29 @@ Pixels projected(KXRect rect) {
             return static_cast<float>(viewport[axis]) +
                    (clip[axis] / clip[3] + 1) / 2 * static_cast<float>(viewport[axis + 2]);
         };
-        const int x = nearestWithin(pixel(0), all.left, all.right);
-        const int y = nearestWithin(pixel(1), all.bottom, all.top);
-        box = {std::min(box.left, x), std::min(box.bottom, y), std::max(box.right, x), std::max(box.top, y)};
+        const int column = nearestWithin(pixel(0), all.left, all.right);
+        const int row = nearestWithin(pixel(1), all.bottom, all.top);
+        box = {std::min(box.left, column), std::min(box.bottom, row), std::max(box.right, column),
+               std::max(box.top, row)};
     }
     return box;
 }
+
+_KXClip within(const _KXClip& limit, Pixels box) {
+    if (limit.limits)
+        box = {std::max(box.left, limit.x), std::max(box.bottom, limit.y),
+               std::min(box.right, limit.x + limit.width), std::min(box.top, limit.y + limit.height)};
+    return {box.left, box.bottom, box.right - box.left, box.top - box.bottom, true};
+}
 } // namespace
+
+_KXClip _KXClipWithin(const _KXClip& limit, KXRect rect) { return within(limit, projected(rect, nullptr)); }
 
 _KXClipScope::_KXClipScope(KXRect rect) : _active(_KXCurrentGraphicsContext != 0) {
     if (!_active)
         return;
     _previous = _KXCurrentClip();
-    Pixels box = projected(rect);
-    if (_previous.limits)
-        box = {std::max(box.left, _previous.x), std::max(box.bottom, _previous.y),
-               std::min(box.right, _previous.x + _previous.width),
-               std::min(box.top, _previous.y + _previous.height)};
-    _KXSetClip({box.left, box.bottom, box.right - box.left, box.top - box.bottom, true});
+    _KXSetClip(within(_previous, projected(rect, _KXHasCamera ? &_KXCurrentCamera : nullptr)));
 }
 
 _KXClipScope::~_KXClipScope() {

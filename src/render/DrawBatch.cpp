@@ -1,6 +1,8 @@
 #include "render/DrawBatch.h"
 
 #include "core/ground/HeapGlobal.h"
+#include "render/Camera.h"
+#include "render/CameraSink.h"
 #include "render/DrawSink.h"
 #include "render/GLCheck.h"
 #include "render/VertexBlock.h"
@@ -92,6 +94,8 @@ public:
 static constinit PenSink penSink;
 
 void KXBeginDrawBatch() {
+    if (depth == 0)
+        _KXForgetWhatIsSeen(); // the game may have moved it
     if (depth < std::numeric_limits<int>::max())
         ++depth;
 }
@@ -105,7 +109,7 @@ void KXFlushDrawBatch() { _KXFlushBatch(KXDrawFlushRequest); }
 
 // Not where the game has polygons drawn as lines or points: shapes would show the edges between their
 // triangles.
-static bool isCollecting() {
+bool _KXIsCollecting() {
     if (depth == 0 || !batch.isEmpty())
         return depth != 0;
     GLint mode[2] = {GL_FILL, GL_FILL};
@@ -113,23 +117,30 @@ static bool isCollecting() {
     return mode[0] == GL_FILL && mode[1] == GL_FILL;
 }
 
-_KXDrawSink& _KXCurrentSink() {
-    if (isCollecting())
+_KXDrawSink& _KXCurrentSink() { return _KXHasCamera ? _KXCameraSink() : _KXSinkWithoutCamera(); }
+
+_KXDrawSink& _KXSinkWithoutCamera() {
+    if (_KXIsCollecting())
         return batch;
     if (!_KXCurrentPen.isPlain())
         return penSink;
     return _KXImmediateSink();
 }
 
-// At once it is a batch of its own: one that mostly has several triangles.
 void _KXDrawMesh(const _KXMeshCorner* corners, int count) {
+    (_KXHasCamera ? _KXDrawMeshSeen : _KXDrawMeshWithoutCamera)(corners, count);
+}
+
+// At once it is a batch of its own: one that mostly has several triangles.
+void _KXDrawMeshWithoutCamera(const _KXMeshCorner* corners, int count) {
     batch.mesh(corners, count);
-    if (!isCollecting())
+    if (!_KXIsCollecting())
         batch.drawIfAny();
 }
 
 void _KXFlushBatch(KXDrawFlushReason reason) {
     _KXForgetView();
+    _KXForgetWhatIsSeen();
     if (!batch.isEmpty())
         batch.flush(reason);
 }
@@ -139,6 +150,7 @@ void _KXDropBatch() { batch.drop(); }
 void _KXFreeBatch() {
     depth = 0;
     _KXFreePen();
+    _KXFreeCameras();
     batch.freeMemory();
 }
 

@@ -2,6 +2,8 @@
 
 #include "render/DrawStatistics.h"
 
+/// Whether draws are collected now.
+bool _KXIsCollecting();
 /// Draws what was collected. Costs one comparison if that is nothing.
 void _KXFlushBatch(KXDrawFlushReason reason);
 /// Forgets what was collected for a window that closes.

@@ -1,6 +1,7 @@
 #include "render/Pen.h"
 
 #include "core/ground/HeapGlobal.h"
+#include "render/Camera.h"
 #include "render/DrawStatistics.h"
 #include "render/GLFunctions.h"
 #include "render/KXRenderContext.h"
@@ -43,6 +44,7 @@ void _KXSetTargetPremultiplied(bool premultiplied) {
 void _KXSetTarget(KXRenderContext* target, bool premultiplied) {
     _KXCurrentRenderContext = target;
     _KXSetTargetPremultiplied(premultiplied);
+    _KXAimCamera();
 }
 
 void _KXFreePen() {

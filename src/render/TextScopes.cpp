@@ -1,5 +1,6 @@
 #include "render/TextScopes.h"
 
+#include "render/Camera.h"
 #include "render/DrawBatch.h"
 #include "render/Pen.h"
 
@@ -36,7 +37,10 @@ _KXPixelGrid _KXPixelGrid::now() {
 bool _KXGlyphScope::isOnPixels(KXPoint point) const {
     // A thousandth of a pixel changes no colour.
     const auto isWhole = [](float value) { return std::fabs(value - std::round(value)) < 1e-3f; };
-    return _grid.natural && isWhole(point.x + _grid.origin.x) && isWhole(point.y + _grid.origin.y);
+    if (_KXHasCamera)
+        point = _KXCurrentCamera(point);
+    return _grid.natural && (!_KXHasCamera || _KXCurrentCamera.isNatural()) &&
+           isWhole(point.x + _grid.origin.x) && isWhole(point.y + _grid.origin.y);
 }
 
 static bool blendsGlyphs() {
@@ -72,6 +76,8 @@ _KXPolygonTextScope::_KXPolygonTextScope(KXPoint origin) {
     _blend.use(_KXCurrentPen);
     glPushMatrix();
     glDisable(GL_TEXTURE_2D);
+    if (_KXHasCamera)
+        _KXMultiplyCamera();
     glRotatef(180, 1, 0, 0);
     glTranslatef(origin.x, -origin.y, 0);
 }

@@ -11,8 +11,12 @@ public:
     /// What is in view now. Where the plane is turned or seen in perspective, everything is taken to be.
     static _KXView now();
 
+    /// Where a point lies, on the square from -1 to 1 that is in view.
+    KXPoint operator()(KXPoint point) const { return {_xScale * point.x + _x, _yScale * point.y + _y}; }
+    /// Whether it is known what is in view.
+    bool isKnown() const { return _xScale != 0 && _yScale != 0; }
     bool contains(KXPoint point) const {
-        const float x = _xScale * point.x + _x, y = _yScale * point.y + _y;
+        const auto [x, y] = (*this)(point);
         return x >= -1 && x <= 1 && y >= -1 && y <= 1;
     }
     /// Whether each of some corners is in view.

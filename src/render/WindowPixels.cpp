@@ -6,6 +6,7 @@
 #include "core/ground/Truncate.h"
 #include "image/ImageFile.h"
 #include "image/Surface.h"
+#include "render/Camera.h"
 #include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
@@ -115,6 +116,7 @@ public:
 
 private:
     const _KXPenScope _pen;
+    const _KXNoCameraScope _noCamera;
     KXRenderContext* const _target = _KXCurrentRenderContext;
     GLint _framebuffer = 0;
 };

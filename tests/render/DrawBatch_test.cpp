@@ -5,6 +5,7 @@
 #include "render/ContextParts.h"
 #include "text/TextTest.h"
 
+#include <Kobaltrix/KXCamera.h>
 #include <Kobaltrix/KXFont.h>
 #include <Kobaltrix/KXLogicLoop.h>
 
@@ -38,11 +39,15 @@ struct DrawBatch : RenderTest {
 
     std::unique_ptr<KXTexture> texture = std::make_unique<KXTexture>();
     KXTexture other, target{width, height};
+    /// A smooth texture that is turned or not of its own size comes out a step of 255 apart in software, as
+    /// its neighbours in the call reach out of view or not.
+    int tolerance = 0;
     KXFont font{testFont(), KXAliasModeTexture};
 };
 
 void DrawBatch::scene(unsigned seed) {
     random.seed(seed);
+    tolerance = 0;
     loadNoise(*texture, 21, 13);
     KXSetTextureMode(2); // smooth
     loadNoise(other, 32, 32);
@@ -89,6 +94,17 @@ void DrawBatch::scene(unsigned seed) {
         },
         [&] { KXPushBlendMode(static_cast<KXBlendMode>(between(0, KXBlendErase))); },
         [&] { KXPopBlendMode(); },
+        [&] {
+            KXCamera camera;
+            camera.centre = point();
+            camera.zoom = between(0, 2) ? 1 : 0.613f + fraction(); // no borders of texels on middles of pixels
+            camera.rotation = between(0, 2) ? 0 : 360 * fraction();
+            tolerance |= camera.zoom != 1 || camera.rotation != 0;
+            if (!between(0, 3))
+                camera.area = {point(), {98, 40}};
+            KXPushCamera(camera);
+        },
+        [&] { KXPopCamera(); },
         [&] { target.setPremultiplied(between(0, 1)); },
         [&] { other.clear(); },
         [&] { target.setRenderContext(); },
@@ -97,7 +113,7 @@ void DrawBatch::scene(unsigned seed) {
     for (int call = between(1, 30); call > 0; --call)
         calls[between(0, static_cast<int>(std::size(calls)) - 1)]();
     for (int i = 0; i < 30; ++i)
-        KXPopBlendMode();
+        KXPopBlendMode(), KXPopCamera();
     showTarget();
     KXFlushDrawBatch();
 }
@@ -128,7 +144,7 @@ TEST_F(DrawBatch, RandomScenesLookTheSame) {
             KXBeginDrawBatch();
             scene(seed);
             EXPECT_EQ(leftBehind(), left) << seed;
-            ASSERT_EQ(differingPixels(expected, Image::of(*window)), 0) << seed;
+            ASSERT_EQ(differingPixels(expected, Image::of(*window), tolerance), 0) << seed;
             KXEndDrawBatch();
         }
     }

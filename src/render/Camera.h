@@ -1,0 +1,40 @@
+#pragma once
+
+#include <Kobaltrix/KXCamera.h>
+
+/// The map of a camera from its world to the target. What is near the centre stays exact, wherever that is.
+struct _KXCameraMap {
+    bool seesAnything = false;
+    float xx = 1, xy = 0, yx = 0, yy = 1;
+    KXPoint centre = {0, 0}, middle = {0, 0};
+
+    KXPoint operator()(KXPoint world) const {
+        const float x = world.x - centre.x, y = world.y - centre.y;
+        return {xx * x + xy * y + middle.x, yx * x + yy * y + middle.y};
+    }
+    /// Whether what has been upright and of natural size still is.
+    bool isNatural() const { return xx == 1 && yy == 1 && xy == 0 && yx == 0; }
+};
+
+/// Whether a camera is pushed; else all maps are needless.
+inline constinit bool _KXHasCamera = false;
+/// The map of the one that holds.
+inline constinit _KXCameraMap _KXCurrentCamera = {};
+
+/// Has the camera that holds look at the current target.
+void _KXAimCamera();
+/// The area of the camera that holds, in the target's units.
+KXRect _KXCameraArea();
+/// Forgets all cameras.
+void _KXFreeCameras();
+/// Multiplies the camera that holds onto OpenGL's current matrix.
+void _KXMultiplyCamera();
+
+/// No camera for as long as the scope lasts, for what the library does for itself.
+class _KXNoCameraScope {
+public:
+    _KXNoCameraScope();
+    ~_KXNoCameraScope();
+    _KXNoCameraScope(const _KXNoCameraScope&) = delete;
+    _KXNoCameraScope& operator=(const _KXNoCameraScope&) = delete;
+};
