@@ -55,6 +55,25 @@ TEST_F(Button, ShowsThePressThatClicksIt) {
     EXPECT_EQ(state(), "dark") << "whatever button is held";
 }
 
+// Wherever the user has put the window's edges.
+TEST_F(Button, IsClickedInTheUnitsOfALogicalSize) {
+    button.setText("OK");
+    window->setLogicalSize({{80, 100}}); // twice as large, in the middle
+    window->setRenderContext();
+    const KXPoint middle = window->pointFromUnits({15, 15});
+    EXPECT_EQ(middle.x, 80 + 30);
+    moveMouse(15, 15); // a bar
+    press();
+    EXPECT_EQ(button.clicked(KXMouseLeft), 0);
+    release();
+    EXPECT_EQ(button.clicked(KXMouseLeft), 0);
+    moveMouse(static_cast<int>(middle.x), static_cast<int>(middle.y));
+    press();
+    EXPECT_EQ(button.clicked(KXMouseLeft), 0);
+    release();
+    EXPECT_EQ(button.clicked(KXMouseLeft), -1);
+}
+
 TEST_F(Button, AToggleTurnsOnAndOff) {
     polled = &toggle;
     // Shows that it is on although no colour was chosen.
