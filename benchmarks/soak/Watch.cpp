@@ -49,11 +49,15 @@ bool Watch::report(const char* name) const {
         return std::chrono::duration<double, std::milli>(time).count();
     };
     const Held early = inTenths(1, 3), late = inTenths(7, 9);
-    const bool flat = late.kilobytes - early.kilobytes <= 1024 && late.descriptors == early.descriptors;
+    const bool seen = early.descriptors && late.descriptors;
+    const bool flat =
+        seen && late.kilobytes - early.kilobytes <= 1024 && late.descriptors == early.descriptors;
     std::printf("%s: %llu steps in %.0f s, the longest %.1f ms; %ld KB, at last %ld KB; %ld descriptors, at "
                 "last %ld%s\n",
                 name, static_cast<unsigned long long>(_done), milliseconds(Clock::now() - _first) / 1000,
                 milliseconds(_longest), early.kilobytes, late.kilobytes, early.descriptors, late.descriptors,
-                flat ? "" : ": it grows");
+                flat   ? ""
+                : seen ? ": it grows"
+                       : ": too few steps to tell");
     return flat;
 }
