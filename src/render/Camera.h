@@ -2,6 +2,8 @@
 
 #include <Kobaltrix/KXCamera.h>
 
+#include <cmath>
+
 /// The map of a camera from its world to the target. What is near the centre stays exact, wherever that is.
 struct _KXCameraMap {
     bool seesAnything = false;
@@ -12,6 +14,8 @@ struct _KXCameraMap {
         const float x = world.x - centre.x, y = world.y - centre.y;
         return {xx * x + xy * y + middle.x, yx * x + yy * y + middle.y};
     }
+    /// How large the world is seen; 1 where nothing is.
+    float zoom() const { return seesAnything ? std::hypot(xx, yx) : 1; }
     /// Whether what has been upright and of natural size still is.
     bool isNatural() const { return xx == 1 && yy == 1 && xy == 0 && yx == 0; }
 };

@@ -3,6 +3,7 @@
 #include "RenderTest.h"
 #include "render/ContextParts.h"
 
+#include <Kobaltrix/KXCamera.h>
 #include <Kobaltrix/KXDrawBatch.h>
 #include <Kobaltrix/KXPointMath.h>
 #include <Kobaltrix/KXShapes.h>
@@ -168,6 +169,20 @@ TEST_F(Shapes, ReachNeitherPixelsTheyDoNotCoverNorDrawWhatIsNoShape) {
     EXPECT_LT(boxOf(picture([&] { KXDrawStroke(sharp, 3, spike); }))[2], 66);
     spike.miterLimit = nan;
     EXPECT_LT(boxOf(picture([&] { KXDrawStroke(sharp, 3, spike); }))[2], 66);
+}
+
+TEST_F(Shapes, LookRoundAndSmoothThroughACamera) {
+    KXShapePaint paint;
+    paint.smooth = 1;
+    const Image natural = picture([&] { KXDrawEllipse({60, 50}, {40, 40}, paint); });
+    KXCamera camera;
+    camera.zoom = 100;
+    const Image seen = picture([&] {
+        KXPushCamera(camera);
+        KXDrawEllipse({0, 0}, {0.4f, 0.4f}, paint);
+        KXPopCamera();
+    });
+    EXPECT_EQ(seen.differing(natural, 3), 0);
 }
 
 TEST_F(Shapes, AreTheSameInABatchAndInATexture) {
