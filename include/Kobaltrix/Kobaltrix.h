@@ -11,6 +11,7 @@
 /// KXUIColors.h), KXTypes.h
 /// - Drawing: KXWindow.h, KXDisplay.h, KXRenderContext.h, KXTexture.h, KXDrawOptions.h, KXBlendMode.h,
 ///   KXCamera.h, KXTextureCache.h, KXImage.h, KXDrawing.h, KXShapes.h, KXDrawBatch.h
+/// - Maps of tiles: KXMap.h
 /// - Sprites and values in files: KXSprite.h, KXIO.h, KXSaveFile.h
 /// - Text: KXFont.h, KXUIGlobalFont.h
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
@@ -55,6 +56,7 @@
 #include <Kobaltrix/KXKeys.h>
 #include <Kobaltrix/KXLog.h>
 #include <Kobaltrix/KXLogicLoop.h>
+#include <Kobaltrix/KXMap.h>
 #include <Kobaltrix/KXMouse.h>
 #include <Kobaltrix/KXMusic.h>
 #include <Kobaltrix/KXNetworkBuffer.h>

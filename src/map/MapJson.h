@@ -1,0 +1,58 @@
+#pragma once
+
+#include <Kobaltrix/KXTypes.h>
+
+#include <nlohmann/json.hpp>
+
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+/// Why a map cannot be loaded. It never leaves this room.
+struct _KXMapFault {
+    std::string text;
+};
+
+/// A place in a JSON file that knows its way, to say what is wrong with it. Each operation throws a
+/// _KXMapFault if the value is not of the kind that is asked for.
+class _KXMapValue {
+public:
+    _KXMapValue(const nlohmann::json& json, std::string way) : _json(&json), _way(std::move(way)) {}
+
+    [[noreturn]] void fail(const std::string& what) const;
+
+    /// Whether there is such a member, and it is not null.
+    bool has(const char* key) const;
+    _KXMapValue member(const char* key) const;
+    std::vector<_KXMapValue> elements() const;
+    /// The same for a member; none if it is missing.
+    std::vector<_KXMapValue> elements(const char* key) const;
+
+    std::int64_t whole(std::int64_t least, std::int64_t most) const;
+    double number() const;
+    const std::string& text() const;
+    bool flag() const;
+
+    // Of a member, or what it is without one.
+    int integer(const char* key, int without, int least = 0,
+                int most = std::numeric_limits<int>::max()) const;
+    float number(const char* key, float without) const;
+    std::string text(const char* key, const char* without = "") const;
+    bool flag(const char* key, bool without) const;
+    /// "#RRGGBB", "#AARRGGBB", or nothing.
+    KXColor color(const char* key, KXColor without) const;
+    KXColor color() const;
+
+    /// The same place, with the name it has in the editor.
+    _KXMapValue named() const;
+    const nlohmann::json& json() const { return *_json; }
+    const std::string& way() const { return _way; }
+
+private:
+    const nlohmann::json* _json;
+    std::string _way;
+};
+
+/// A file's value. The JSON must outlive what is made of it.
+nlohmann::json _KXParseMapFile(const std::string& path);
