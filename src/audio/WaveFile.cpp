@@ -53,15 +53,16 @@ static bool aiffFormatIsSane(SDL_RWops* file, std::uint32_t) {
     return isSane(channels, std::ldexp(mantissa, exponent - 16383 - 31));
 }
 
-// Looks at every chunk of the given names.
-static bool chunksAreSane(SDL_RWops* file, Uint32 (*readLength)(SDL_RWops*),
+// Looks at every chunk of the given names. What the mixer takes for the place of the next one has to be taken
+// here, too: some of its readers skip a byte behind a chunk of odd length.
+static bool chunksAreSane(SDL_RWops* file, Uint32 (*readLength)(SDL_RWops*), bool areEven,
                           std::initializer_list<TrustedChunk> trusted) {
     // Whatever follows a chunk of no length is not read by the mixer either, and past the end all is zero.
     for (;;) {
         const std::uint32_t chunk = SDL_ReadLE32(file), length = readLength(file);
         if (length == 0)
             return true;
-        const Sint64 next = SDL_RWtell(file) + length;
+        const Sint64 next = SDL_RWtell(file) + length + (areEven ? length % 2 : 0);
         for (const auto& [name, isSane] : trusted)
             if (chunk == name && !isSane(file, length))
                 return false;
@@ -97,11 +98,11 @@ bool _KXAudioFileIsSane(const char* path, _KXAudioUse use) {
     const std::uint32_t content = SDL_ReadLE32(file.get());
     if (container == tag("RIFF") && content == tag("WAVE"))
         return use == _KXAudioUse::Sound
-                   ? chunksAreSane(file.get(), SDL_ReadLE32, {{tag("fmt "), waveFormatIsSane}})
-                   : chunksAreSane(file.get(), SDL_ReadLE32,
+                   ? chunksAreSane(file.get(), SDL_ReadLE32, true, {{tag("fmt "), waveFormatIsSane}})
+                   : chunksAreSane(file.get(), SDL_ReadLE32, false,
                                    {{tag("fmt "), waveFormatIsSane}, {tag("smpl"), waveLoopsAreSane}});
     if (container == tag("FORM") && (content == tag("AIFF") || content == tag("AIFC")))
-        return chunksAreSane(file.get(), SDL_ReadBE32, {{tag("COMM"), aiffFormatIsSane}});
+        return chunksAreSane(file.get(), SDL_ReadBE32, true, {{tag("COMM"), aiffFormatIsSane}});
     if (container == tag("OggS"))
         return vorbisIsSane(file.get());
     return container != tag("fLaC") || flacIsSane(file.get());

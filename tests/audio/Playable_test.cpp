@@ -97,6 +97,11 @@ TYPED_TEST(Playable, RefusesWhatIsNoSound) {
     for (const auto& [whole, at, bytes] : formats)
         EXPECT_FALSE(this->plays(std::string(whole).replace(at, bytes.size(), bytes)))
             << whole.substr(0, 4) << ' ' << at;
+    // A byte that counts for nobody lies behind a chunk of odd length, and what it hides is found.
+    const std::string odd("LIST\3\0\0\0abc\0", 12), oddName("NAME\0\0\0\3abc\0", 12);
+    EXPECT_FALSE(this->plays(std::string(wave).replace(24, 2, "\xE7\x03").insert(12, odd)));
+    EXPECT_FALSE(this->plays(std::string(aiffFile).replace(29, 1, "\x13").insert(12, oddName)));
+    EXPECT_TRUE(this->plays(std::string(aiffFile).insert(12, oddName)));
     EXPECT_TRUE(this->plays(flac));
     EXPECT_FALSE(this->plays(this->oggAt(this->ogg, 999)));
     EXPECT_STREQ(KXError(), "");
