@@ -1,11 +1,5 @@
 #include "WorldView.h"
 
-#if defined(__APPLE__)
-#include <OpenGL/gl.h>
-#else
-#include <GL/gl.h>
-#endif
-
 #include <cmath>
 #include <cstring>
 
@@ -115,9 +109,9 @@ void WorldView::step(const Picture& picture) {
 void WorldView::drawGlow(KXPoint at, float radius, KXColor color) {
     KXTexture& glow = _app.assets.picture("glow");
     const float scale = 2 * radius / glow.size().width / lightScale;
-    glow.setTint(color);
-    glow.draw(static_cast<int>((at.x - radius) / lightScale), static_cast<int>((at.y - radius) / lightScale),
-              color.a, scale, 0, 0, -1);
+    glow.draw({.position = {(at.x - radius) / lightScale, (at.y - radius) / lightScale},
+               .scale = {scale, scale},
+               .tint = color});
 }
 
 // Light adds up on a texture that begins as dark as the night.
@@ -128,8 +122,7 @@ void WorldView::drawLight(const Picture& picture) {
                                 : mixed({0.36f, 0.36f, 0.58f, 1}, {1, 0.95f, 0.9f, 1}, dawn);
     _light.setRenderContext();
     KXDrawRectFill({{0, 0}, _light.size()}, ambient);
-    KXFlushDrawBatch(); // before OpenGL of our own
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    KXPushBlendMode(KXBlendAdd);
     const float flicker = 1 + 0.04f * std::sin(static_cast<float>(_flicker) * 0.31f);
     if (picture.fuel > 0)
         drawGlow({World::fire.x, World::fire.y - 20}, (110 + 1.9f * picture.fuel) * flicker,
@@ -139,8 +132,8 @@ void WorldView::drawLight(const Picture& picture) {
             drawGlow({player.at.x, player.at.y - 24 - player.height}, 74 * flicker, {1, 0.85f, 0.54f, 0.55f});
     for (const Picture::Moth& moth : picture.moths)
         drawGlow({moth.at.x + 9, moth.at.y + 9}, 34, {0.95f, 0.9f, 0.75f, 0.6f * moth.light});
-    _light.unsetRenderContext(); // lets the glows out
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    KXPopBlendMode();
+    _light.unsetRenderContext();
 }
 
 void WorldView::drawPlayer(int index, const Picture::Player& player, bool blinks) {
@@ -178,11 +171,7 @@ void WorldView::draw(const Picture& picture) {
     }
     if (!fireDrawn)
         drawFire();
-    KXFlushDrawBatch();
-    glBlendFunc(GL_DST_COLOR, GL_ZERO); // what the light falls on
-    _light.draw(0, 0, 1.0f, static_cast<float>(lightScale), 0, 0, -1);
-    KXFlushDrawBatch();
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    _light.draw({.scale = {lightScale, lightScale}, .blend = KXBlendMultiply}); // what the light falls on
     for (std::size_t i = 0; i < picture.bats.size() && i < _bats.size(); ++i)
         _bats[i]->draw({picture.bats[i].at.x + batCorner.x, picture.bats[i].at.y + batCorner.y});
     for (std::size_t i = 0; i < picture.moths.size() && i < _moths.size(); ++i) {
