@@ -54,6 +54,7 @@ struct KXDrawStatistics {
     int textureBinds;   ///< Textures bound to draw with.
     int textureUploads; ///< Textures and glyphs handed to OpenGL, and textures cleared.
     int blendChanges;   ///< How often blending was changed for a #KXBlendMode; each begins a draw call.
+    int shaderChanges;  ///< How often a shader, or its values, were set; each begins a draw call.
     int culled;         ///< Quads, lines and shapes left out of a batch because a camera does not show them.
     int glyphs;         ///< Glyphs of #KXAliasModeTexture.
     int flushes;        ///< How often collected draws left.

@@ -14,6 +14,8 @@
 /// ship.draw(options);
 /// @endcode
 
+class KXShader;
+
 /// Which part is drawn, where and how. What is not set draws the whole as it is at (0, 0). C++20 has the
 /// names of a list stand in this order.
 ///
@@ -37,6 +39,8 @@ struct KXDrawOptions {
     KXColor tint = {1, 1, 1, 1};
     /// How it meets what is there.
     KXBlendMode blend = KXBlendInherited;
+    /// What it is drawn with instead of the one that is pushed, if any.
+    KXShader* shader = nullptr;
     /// The part, in pixels of the texture, or of the sprite's frame on show from its top left. What reaches
     /// past the edges is cut off, or of a texture shown as KXTexture::setWrap() says. A negative width or
     /// height reaches to the edge.

@@ -4,9 +4,9 @@
 #include <Kobaltrix/KXTypes.h>
 
 /// @file
-/// The mouse: position of the last motion event in points of the window it belongs to (in units of its logical
-/// size, of which the integers drop the fraction downward), buttons, and wheel notches. Everything changes only while KXLogicLoop() reads events, but that notches end with the frame, in
-/// KXPostLogicLoop().
+/// The mouse: position of the last motion event in points of the window it belongs to (in units of its
+/// logical size, of which the integers drop the fraction downward), buttons, and wheel notches. Everything
+/// changes only while KXLogicLoop() reads events, but that notches end with the frame, in KXPostLogicLoop().
 ///
 /// KXMouse() tells levels. KXMouseHeld(), KXMouseWentDown(), KXMouseWentUp(), KXMouseWheel() and
 /// KXMouseMotion() tell what happened in the step that is under way, and lose nothing: a click between two

@@ -178,12 +178,13 @@ public:
     KX_INTERNAL void _getPixel(int x, int y, float& r, float& g, float& b, float& a, int keepCache);
     KX_INTERNAL int _savePNG(const char* path);
     KX_INTERNAL bool _isUsableHere() const;
+    KX_INTERNAL unsigned _name() const { return _textureID; } // OpenGL's
     KX_INTERNAL SDL_Surface* _newSurface(); // the caller's; null with a text in the platform's error
 
 private:
     KX_INTERNAL void _forgetPixels();
-    KX_INTERNAL void _drawQuad(const KXRect& part, KXColor tint, KXBlendMode blend,
-                               const _KXAffine& placement, KXSize size);
+    KX_INTERNAL void _drawQuad(const KXRect& part, const KXDrawOptions& options, const _KXAffine& placement,
+                               KXSize size);
     KX_INTERNAL void _readBack(unsigned type, void* pixels);
     KX_INTERNAL void _applySampling();
 

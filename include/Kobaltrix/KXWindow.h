@@ -147,8 +147,9 @@ public:
     void show();
     /// Sets the title (UTF-8, copied; null for none).
     void setTitle(const char* title);
-    /// Sets the picture that the desktop shows for the window; it is copied. 32 by 32 to 256 by 256 pixels suit
-    /// most desktops. @return -1, or 0 with a text in KXError() if the image is empty or the window closed.
+    /// Sets the picture that the desktop shows for the window; it is copied. 32 by 32 to 256 by 256 pixels
+    /// suit most desktops. @return -1, or 0 with a text in KXError() if the image is empty or the window
+    /// closed.
     int setIcon(const KXImage& icon);
     /// Shows what was drawn; waits for the display's vertical sync where the platform grants it. What the
     /// surface holds afterwards is undefined: draw all of it anew.

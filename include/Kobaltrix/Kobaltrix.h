@@ -10,7 +10,7 @@
 /// - Start and loop: KXCore.h (KXInit.h, KXLogicLoop.h, KXError.h, KXApplication.h, KXEvents.h,
 /// KXUIColors.h), KXTypes.h
 /// - Drawing: KXWindow.h, KXDisplay.h, KXRenderContext.h, KXTexture.h, KXDrawOptions.h, KXBlendMode.h,
-///   KXCamera.h, KXTextureCache.h, KXImage.h, KXDrawing.h, KXShapes.h, KXDrawBatch.h
+///   KXCamera.h, KXShader.h, KXTextureCache.h, KXImage.h, KXDrawing.h, KXShapes.h, KXDrawBatch.h
 /// - Maps of tiles: KXMap.h
 /// - Sprites and values in files: KXSprite.h, KXIO.h, KXSaveFile.h
 /// - Text: KXFont.h, KXUIGlobalFont.h
@@ -72,6 +72,7 @@
 #include <Kobaltrix/KXRecording.h>
 #include <Kobaltrix/KXRenderContext.h>
 #include <Kobaltrix/KXSaveFile.h>
+#include <Kobaltrix/KXShader.h>
 #include <Kobaltrix/KXShapes.h>
 #include <Kobaltrix/KXSound.h>
 #include <Kobaltrix/KXSprite.h>

@@ -10,6 +10,7 @@ struct _KXContextParts {
     unsigned context; ///< The number of the context.
     _KXDriver driver;
     std::optional<unsigned> fillPrograms[3] = {}; ///< Made when wanted; 0 where the driver cannot run it.
+    unsigned whiteTexture = 0;                    ///< What shaders draw shapes with; 0 before the first.
     unsigned vertexBuffer = 0;                    ///< What the driver draws batches from; 0 before the first.
     std::size_t vertexBufferUsed = 0;             ///< How many bytes of it were written.
 };

@@ -5,6 +5,7 @@
 #include "render/CameraSink.h"
 #include "render/DrawSink.h"
 #include "render/GLCheck.h"
+#include "render/ShaderProgram.h"
 #include "render/VertexBlock.h"
 
 #include <SDL_opengl.h>
@@ -166,7 +167,12 @@ _KXVertexRun* BatchSink::lastRun(bool isLines) {
     return last && last->isLines == isLines ? last : nullptr;
 }
 
-_KXVertexRun& BatchSink::addRun(const _KXVertexRun& run) { return _block.get().runs[_runCount++] = run; }
+_KXVertexRun& BatchSink::addRun(const _KXVertexRun& run) {
+    _KXVertexRun& added = _block.get().runs[_runCount++] = run;
+    if (_KXCurrentShader)
+        added.shaderValues = _KXKeepShaderValues(*_KXCurrentShader);
+    return added;
+}
 
 _KXVertex* BatchSink::addTo(_KXVertexRun& run, int corners, KXColor color) {
     _KXVertex* const vertices = _block.get().vertices;
@@ -185,7 +191,9 @@ _KXVertex* BatchSink::roomForQuads(int count, const _KXPaint& paint) {
     const bool solid = fill == _KXFill::Solid;
     _KXVertexRun* run = lastRun(false);
     // Solid fills go along with any texture: they need none.
-    if (!run || !(solid || run->texture == 0 || run->texture == texture) || run->pen != _KXCurrentPen)
+    const bool fits = run && (_KXCurrentPen.shader ? run->texture == texture // which has white for them
+                                                   : solid || run->texture == 0 || run->texture == texture);
+    if (!fits || run->pen != _KXCurrentPen)
         run = &addRun({false, texture, solid, 0, _vertexCount, 0, _KXCurrentPen});
     run->hasSolid |= solid;
     if (!solid)
@@ -301,6 +309,7 @@ void BatchSink::draw() {
 
 void BatchSink::drop() {
     _vertexCount = _runCount = 0;
+    _KXForgetShaderValues();
     _leavings = {};
 }
 

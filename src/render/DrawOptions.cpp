@@ -43,7 +43,7 @@ static bool isWithinReach(const _KXAffine& placement, KXSize part) {
 }
 
 bool _KXPlacePart(const KXDrawOptions& options, KXSize part, _KXAffine& placement) {
-    const auto& [flip, position, origin, rotation, scale, tint, blend, source, size] = options;
+    const auto& [flip, position, origin, rotation, scale, tint, blend, shader, source, size] = options;
     const float width = size.width < 0 ? part.width : size.width,
                 height = size.height < 0 ? part.height : size.height;
     const float stretchX = width / part.width, stretchY = height / part.height;

@@ -40,6 +40,16 @@ static bool loadPrograms() {
            load(_KXGL.useProgram, "glUseProgram") && load(_KXGL.deleteProgram, "glDeleteProgram");
 }
 
+static bool loadShaders() {
+    return _KXGL.createProgram && load(_KXGL.getShaderiv, "glGetShaderiv") &&
+           load(_KXGL.getShaderInfoLog, "glGetShaderInfoLog") &&
+           load(_KXGL.getProgramInfoLog, "glGetProgramInfoLog") && load(_KXGL.uniform1i, "glUniform1i") &&
+           load(_KXGL.uniform1fv, "glUniform1fv") && load(_KXGL.uniform2fv, "glUniform2fv") &&
+           load(_KXGL.uniform4fv, "glUniform4fv") && load(_KXGL.uniformMatrix4fv, "glUniformMatrix4fv") &&
+           load(_KXGL.activeTexture, "glActiveTexture") &&
+           load(_KXGL.getUniformLocation, "glGetUniformLocation");
+}
+
 static bool loadBuffers() {
     return _KXGL.bindBuffer && load(_KXGL.genBuffers, "glGenBuffers") &&
            load(_KXGL.bufferData, "glBufferData") && load(_KXGL.mapBufferRange, "glMapBufferRange") &&
@@ -54,6 +64,8 @@ void _KXLoadGLFunctions() {
         _KXGL.blitFramebuffer = nullptr;
     if (!loadPrograms())
         _KXGL.createProgram = nullptr;
+    if (!loadShaders())
+        _KXGL.getUniformLocation = nullptr;
     load(_KXGL.bindBuffer, "glBindBuffer");
     if (!loadBuffers())
         _KXGL.genBuffers = nullptr;

@@ -29,6 +29,17 @@ struct _KXGLFunctions {
     PFNGLUSEPROGRAMPROC useProgram;
     PFNGLDELETEPROGRAMPROC deleteProgram;
 
+    PFNGLGETUNIFORMLOCATIONPROC getUniformLocation; // of those a game's own programs need
+    PFNGLGETSHADERIVPROC getShaderiv;
+    PFNGLGETSHADERINFOLOGPROC getShaderInfoLog;
+    PFNGLGETPROGRAMINFOLOGPROC getProgramInfoLog;
+    PFNGLUNIFORM1IPROC uniform1i;
+    PFNGLUNIFORM1FVPROC uniform1fv;
+    PFNGLUNIFORM2FVPROC uniform2fv;
+    PFNGLUNIFORM4FVPROC uniform4fv;
+    PFNGLUNIFORMMATRIX4FVPROC uniformMatrix4fv;
+    PFNGLACTIVETEXTUREPROC activeTexture;
+
     PFNGLBINDBUFFERPROC bindBuffer;
     PFNGLGENBUFFERSPROC genBuffers; // of those a batch is streamed with
     PFNGLBUFFERDATAPROC bufferData;

@@ -87,16 +87,17 @@ void KXTexture::setTint(KXColor tint) { _tint = tint; }
 KXColor KXTexture::tint() { return _tint; }
 
 // @param part in pixels. @param size what it is stretched to before it is placed.
-void KXTexture::_drawQuad(const KXRect& part, KXColor tint, KXBlendMode blend, const _KXAffine& placement,
+void KXTexture::_drawQuad(const KXRect& part, const KXDrawOptions& options, const _KXAffine& placement,
                           KXSize size) {
     const auto& [origin, extent] = part;
     const _KXTextureRect source = {origin.x / _size.width, origin.y / _size.height,
                                    (origin.x + extent.width) / _size.width,
                                    (origin.y + extent.height) / _size.height};
+    const KXColor tint = options.tint;
     const KXColor color = {_tint.r * tint.r, _tint.g * tint.g, _tint.b * tint.b, tint.a};
-    if (!_premultiplied && blend == KXBlendInherited)
+    if (!_premultiplied && options.blend == KXBlendInherited && !options.shader)
         return _KXDrawTexturedQuad(_textureID, source, color, placement, size.width, size.height);
-    const _KXPenScope pen(blend, _premultiplied);
+    const _KXPenScope pen(options.blend, _premultiplied, options.shader);
     const float product = _premultiplied ? color.a : 1;
     _KXDrawTexturedQuad(_textureID, source,
                         {color.r * product, color.g * product, color.b * product, color.a}, placement,
@@ -109,7 +110,7 @@ void KXTexture::draw(const KXDrawOptions& options) {
     _KXAffine placement;
     if (_isUsableHere() && _KXCutSource(options.source, _size, part, _wrap != KXWrapNone) &&
         _KXPlacePart(options, part.size, placement))
-        _drawQuad(part, options.tint, options.blend, placement, part.size);
+        _drawQuad(part, options, placement, part.size);
 }
 
 void KXTexture::setPremultiplied(int premultiplied) {
@@ -166,7 +167,9 @@ void KXTexture::draw(int sx1, int sy1, int sx2, int sy2, int width, int height, 
     const _KXAffine placement = transformed
                                     ? _KXPlacement(x, y, sourceWidth, sourceHeight, scale, rotation, flips)
                                     : _KXAffine{1, 0, static_cast<float>(x), 0, 1, static_cast<float>(y)};
-    _drawQuad(part, {1, 1, 1, opacity}, KXBlendInherited, placement,
+    KXDrawOptions options;
+    options.tint.a = opacity;
+    _drawQuad(part, options, placement,
               {width < 0 ? part.size.width : static_cast<float>(width),
                height < 0 ? part.size.height : static_cast<float>(height)});
 }

@@ -5,12 +5,14 @@
 #include "render/DrawStatistics.h"
 #include "render/GLFunctions.h"
 #include "render/KXRenderContext.h"
+#include "render/ShaderProgram.h"
 
 #include <utility>
 #include <vector>
 
 static constinit _KXHeapGlobal<std::vector<KXBlendMode>> pushed;
 
+static constinit _KXHeapGlobal<std::vector<const KXShader::Program*>> pushedShaders;
 static constinit _KXPenState state = {};
 
 // A mode and two bits. Where there is no mode but one of the bits, it is alpha.
@@ -19,6 +21,8 @@ static void makePen(const _KXPenState& of) {
     const int kind = 2 * state.fromProduct + state.intoProduct;
     const int mode = state.mode || !kind ? state.mode : KXBlendAlpha;
     _KXCurrentPen.blend = static_cast<unsigned char>(mode ? 4 * mode + kind : 0);
+    _KXCurrentShader = state.shader && state.shader->isUsableHere() ? state.shader : nullptr;
+    _KXCurrentPen.shader = _KXCurrentShader ? _KXCurrentShader->version : 0;
 }
 
 static KXBlendMode known(KXBlendMode mode) {
@@ -27,18 +31,49 @@ static KXBlendMode known(KXBlendMode mode) {
 
 void KXPushBlendMode(KXBlendMode mode) {
     pushed.get().push_back(state.mode);
-    makePen({known(mode), state.fromProduct, state.intoProduct});
+    makePen({known(mode), state.fromProduct, state.intoProduct, state.shader});
 }
 
 void KXPopBlendMode() {
     if (!pushed.find() || pushed.get().empty())
         return;
-    makePen({pushed.get().back(), state.fromProduct, state.intoProduct});
+    makePen({pushed.get().back(), state.fromProduct, state.intoProduct, state.shader});
     pushed.get().pop_back();
 }
 
+static void useShader(const KXShader::Program* shader) {
+    makePen({state.mode, state.fromProduct, state.intoProduct, shader});
+}
+
+void KXPushShader(KXShader* shader) {
+    pushedShaders.get().push_back(state.shader);
+    useShader(shader ? shader->_program() : nullptr);
+}
+
+void KXPopShader() {
+    if (!pushedShaders.find() || pushedShaders.get().empty())
+        return;
+    const KXShader::Program* const shader = pushedShaders.get().back();
+    pushedShaders.get().pop_back();
+    useShader(shader);
+}
+
+void _KXShaderHasChanged(const KXShader::Program& shader) {
+    if (state.shader == &shader)
+        useShader(&shader);
+}
+
+void _KXForgetShader(const KXShader::Program* shader) {
+    if (pushedShaders.find())
+        for (const KXShader::Program*& each : pushedShaders.get())
+            if (each == shader)
+                each = nullptr;
+    if (state.shader == shader)
+        useShader(nullptr);
+}
+
 void _KXSetTargetPremultiplied(bool premultiplied) {
-    makePen({state.mode, state.fromProduct, premultiplied});
+    makePen({state.mode, state.fromProduct, premultiplied, state.shader});
 }
 
 void _KXSetTarget(KXRenderContext* target, bool premultiplied) {
@@ -49,13 +84,15 @@ void _KXSetTarget(KXRenderContext* target, bool premultiplied) {
 
 void _KXFreePen() {
     pushed.free();
+    pushedShaders.free();
     makePen({});
 }
 
 _KXPenScope::_KXPenScope() : _previous(state) { makePen({}); }
 
-_KXPenScope::_KXPenScope(KXBlendMode mode, bool premultiplied) : _previous(state) {
-    makePen({known(mode) ? mode : state.mode, premultiplied, state.intoProduct});
+_KXPenScope::_KXPenScope(KXBlendMode mode, bool premultiplied, const KXShader* shader) : _previous(state) {
+    makePen({known(mode) ? mode : state.mode, premultiplied, state.intoProduct,
+             shader ? shader->_program() : state.shader});
 }
 
 _KXPenScope::~_KXPenScope() { makePen(_previous); }

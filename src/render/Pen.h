@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Kobaltrix/KXBlendMode.h>
+#include <Kobaltrix/KXShader.h>
 #include <Kobaltrix/KXTypes.h>
 
 class KXRenderContext;
@@ -9,13 +10,22 @@ class KXRenderContext;
 struct _KXPen {
     /// How colours mix, of what kind into what kind of target; 0 leaves that to the game's own OpenGL.
     unsigned char blend = 0;
+    /// The version of a shader and of its values; 0 without one.
+    unsigned shader = 0;
 
-    bool isPlain() const { return blend == 0; }
+    bool isPlain() const { return blend == 0 && shader == 0; }
     bool operator==(const _KXPen&) const = default;
 };
 
 /// The pen of what is drawn now.
 inline constinit _KXPen _KXCurrentPen = {};
+/// The shader of that pen, null without one.
+inline constinit const KXShader::Program* _KXCurrentShader = nullptr;
+
+/// A shader has other values than before.
+void _KXShaderHasChanged(const KXShader::Program& shader);
+/// A shader ends.
+void _KXForgetShader(const KXShader::Program* shader);
 
 /// Has the target count as one whose colours are multiplied by their alpha, or not.
 void _KXSetTargetPremultiplied(bool premultiplied);
@@ -29,6 +39,7 @@ struct _KXPenState {
     KXBlendMode mode = KXBlendInherited;
     /// Whether the colours of what is drawn, and those of the target, are multiplied by their alpha.
     bool fromProduct = false, intoProduct = false;
+    const KXShader::Program* shader = nullptr;
 };
 
 /// Another pen for as long as the scope lasts.
@@ -38,7 +49,7 @@ public:
     _KXPenScope();
     /// For what has a mode of its own. @param premultiplied whether its colours are multiplied by their
     /// alpha.
-    _KXPenScope(KXBlendMode mode, bool premultiplied);
+    _KXPenScope(KXBlendMode mode, bool premultiplied, const KXShader* shader);
     ~_KXPenScope();
     _KXPenScope(const _KXPenScope&) = delete;
     _KXPenScope& operator=(const _KXPenScope&) = delete;

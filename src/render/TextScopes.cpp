@@ -74,6 +74,8 @@ _KXGlyphScope::~_KXGlyphScope() {
 _KXPolygonTextScope::_KXPolygonTextScope(KXPoint origin) {
     _KXFlushBatch(KXDrawFlushText);
     _blend.use(_KXCurrentPen);
+    if (_KXCurrentShader)
+        _shader.emplace(_KXKeepShaderValues(*_KXCurrentShader), 0, _KXWantsProduct(_KXCurrentPen));
     glPushMatrix();
     glDisable(GL_TEXTURE_2D);
     if (_KXHasCamera)
@@ -83,12 +85,14 @@ _KXPolygonTextScope::_KXPolygonTextScope(KXPoint origin) {
 }
 
 _KXPolygonTextScope::~_KXPolygonTextScope() {
+    _shader.reset();
+    _KXForgetShaderValues();
     glEnable(GL_TEXTURE_2D);
     glPopMatrix();
 }
 
 void _KXPolygonTextScope::setColor(KXColor color) {
-    const float product = _KXWantsProduct(_KXCurrentPen) ? color.a : 1;
+    const float product = _KXWantsProduct(_KXCurrentPen) && !_shader ? color.a : 1;
     glColor4f(color.r * product, color.g * product, color.b * product, color.a);
 }
 

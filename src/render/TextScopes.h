@@ -1,8 +1,11 @@
 #pragma once
 
 #include "render/Pen.h"
+#include "render/ShaderProgram.h"
 
 #include <Kobaltrix/KXTypes.h>
+
+#include <optional>
 
 /// Where the game's matrices put things on the target's pixels.
 struct _KXPixelGrid {
@@ -45,4 +48,5 @@ public:
 
 private:
     _KXBlendScope _blend;
+    std::optional<_KXShaderScope> _shader;
 };

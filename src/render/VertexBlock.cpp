@@ -5,6 +5,7 @@
 #include "render/Driver.h"
 #include "render/FillProgram.h"
 #include "render/GLFunctions.h"
+#include "render/ShaderProgram.h"
 #include "render/VertexStream.h"
 #include "render/View.h"
 
@@ -311,11 +312,23 @@ bool drawProduct(const _KXVertexRun& run, Corners& corners) {
     return true;
 }
 
+void drawShaded(const _KXVertexRun& run, Corners& corners) {
+    const _KXShaderScope shader(run.shaderValues, run.texture, _KXWantsProduct(run.pen));
+    _KXDrawStatistics.textureBinds += run.texture != 0;
+    if (run.isLines)
+        glLineWidth(run.lineWidth);
+    corners.draw(run.isLines ? GL_LINES : GL_QUADS, run.first, run.count, false);
+}
+
 void drawRuns(const _KXVertex* vertices, const _KXVertexRun* runs, int runCount, Corners& corners) {
     _KXBlendScope blend;
     for (const _KXVertexRun* run = runs; run != runs + runCount; ++run) {
         corners.begin(*run);
         blend.use(run->pen);
+        if (run->pen.shader) {
+            drawShaded(*run, corners);
+            continue;
+        }
         if (_KXWantsProduct(run->pen) && drawProduct(*run, corners))
             continue;
         if (run->isLines) {

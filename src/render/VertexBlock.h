@@ -24,6 +24,7 @@ struct _KXVertexRun {
     float lineWidth;
     int first, count;
     _KXPen pen = {};
+    int shaderValues = 0; ///< The pen's, as they were.
     bool hasOneColor = true;
     bool hasShades = false; ///< Whether colours change within some of its quads.
 };

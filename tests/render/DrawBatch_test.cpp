@@ -8,6 +8,7 @@
 #include <Kobaltrix/KXCamera.h>
 #include <Kobaltrix/KXFont.h>
 #include <Kobaltrix/KXLogicLoop.h>
+#include <Kobaltrix/KXShader.h>
 
 namespace {
 struct DrawBatch : RenderTest {
@@ -43,6 +44,8 @@ struct DrawBatch : RenderTest {
     /// its neighbours in the call reach out of view or not.
     int tolerance = 0;
     KXFont font{testFont(), KXAliasModeTexture};
+    KXShader shader{"uniform vec4 extra;\n"
+                    "void main() { gl_FragColor = texture2D(kxTexture, kxPlace) * kxColor.bgra * extra; }"};
 };
 
 void DrawBatch::scene(unsigned seed) {
@@ -54,6 +57,7 @@ void DrawBatch::scene(unsigned seed) {
     KXSetTextureMode(1);
     target.clear();
     target.setPremultiplied(0);
+    shader.setColor("extra", {1, 1, 1, 1});
     font.setSize(10);
     window->unsetClip();
     fill({0.1f, 0.2f, 0.3f, 1});
@@ -97,7 +101,8 @@ void DrawBatch::scene(unsigned seed) {
         [&] {
             KXCamera camera;
             camera.centre = point();
-            camera.zoom = between(0, 2) ? 1 : 0.613f + fraction(); // no borders of texels on middles of pixels
+            camera.zoom =
+                between(0, 2) ? 1 : 0.613f + fraction(); // no borders of texels on middles of pixels
             camera.rotation = between(0, 2) ? 0 : 360 * fraction();
             tolerance |= camera.zoom != 1 || camera.rotation != 0;
             if (!between(0, 3))
@@ -105,6 +110,10 @@ void DrawBatch::scene(unsigned seed) {
             KXPushCamera(camera);
         },
         [&] { KXPopCamera(); },
+        [&] { KXPushShader(between(0, 2) ? &shader : nullptr); },
+        [&] { KXPopShader(); },
+        [&] { shader.setColor("extra", color()); },
+        [&] { any().draw({.position = point(), .tint = color(), .shader = &shader}); },
         [&] { target.setPremultiplied(between(0, 1)); },
         [&] { other.clear(); },
         [&] { target.setRenderContext(); },
@@ -113,7 +122,7 @@ void DrawBatch::scene(unsigned seed) {
     for (int call = between(1, 30); call > 0; --call)
         calls[between(0, static_cast<int>(std::size(calls)) - 1)]();
     for (int i = 0; i < 30; ++i)
-        KXPopBlendMode(), KXPopCamera();
+        KXPopBlendMode(), KXPopCamera(), KXPopShader();
     showTarget();
     KXFlushDrawBatch();
 }
