@@ -45,8 +45,8 @@ public:
     /// -1 if it can be drawn with, 0 if not.
     int isUsable() const;
 
-    /// Sets a value; all are 0 at first. In a batch each draw has the values of its time, and a change begins
-    /// another draw call. @param name of a uniform of the source, here a `float`.
+    /// Sets a `float`; all values are 0 at first. In a batch each draw has the values of its time, and a
+    /// change begins another draw call. @param name of a uniform of the source. @param value any.
     /// @return -1 on success, 0 with a text in KXError() if there is no such name: what a program does not
     /// use, the driver strikes out.
     int setFloat(const char* name, float value);
@@ -54,7 +54,8 @@ public:
     int setPoint(const char* name, KXPoint value);
     /// Sets a `vec4`, of red, green, blue and alpha. @return as setFloat().
     int setColor(const char* name, KXColor value);
-    /// Sets a `mat4`. @param values sixteen, column by column. Null counts as an unknown name.
+    /// Sets a `mat4`. @param name as of setFloat(). @param values sixteen, column by column. Null counts as
+    /// an unknown name.
     /// @return as setFloat().
     int setMatrix(const char* name, const float* values);
     /// Sets a `sampler2D` to a texture of the same window, which must live as long as it is drawn with; null
