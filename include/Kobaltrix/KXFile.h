@@ -31,6 +31,7 @@ KX_API int KXRemoveDirectory(const char* path);
 /// The paths of everything in a folder, each @a path with a name behind it, "." and ".." included, in
 /// byte-wise order; empty if @a path is no folder that can be read. Files and folders look alike: ask
 /// KXIsDirectory().
+/// Throws std::bad_alloc rather than leaving something out.
 /// @return the caller's own list, of temporary strings (so cut to 1023 bytes): never free them, and copy them
 ///   to keep them longer than the current logic step.
 KX_API std::list<char*> KXDirectoryContents(const char* path);

@@ -233,7 +233,6 @@ public:
 
 private:
     struct KX_INTERNAL Contents;
-    KX_INTERNAL KXSpriteAnimationInfo& _infoFor(const char* name);
     KX_INTERNAL void _findCurrentInfo();
     KX_INTERNAL KXTexture* _texture();
     KX_INTERNAL void _takeState(const KXSprite& other);

@@ -156,7 +156,8 @@ public:
 
     /// Makes the texture the target of drawing, in its own pixels, y downward. Afterwards call
     /// unsetRenderContext() and the window's setRenderContext(). An empty texture, or one whose window is
-    /// closed, changes nothing and leaves a text in KXError().
+    /// closed, changes nothing and leaves a text in KXError(). Where the driver cannot draw into it, there is
+    /// a text, too, and what is drawn is lost.
     void setRenderContext() override;
     /// Stops drawing into the texture; there is then no target until a window is made the target again. It
     /// changes nothing if the texture is not the target.

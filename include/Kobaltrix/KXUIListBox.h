@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 /// @file
 /// A list of texts that scrolls and of which the user selects one.
@@ -100,6 +101,7 @@ public:
     void setKnobColor(float r, float g, float b, float a);       ///< Of the part of the bar that is dragged.
 
     // Used by the library itself.
+    KX_INTERNAL void _setRows(std::vector<std::string> rows);
     KX_INTERNAL void _showTextsAsTheyAre();
 
 private:

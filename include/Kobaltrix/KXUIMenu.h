@@ -143,7 +143,8 @@ public:
                              int key);
     /// Adds a menu as an entry; from now on it belongs to this menu, so it must come from new. Deleting it
     /// takes it out again. One that is in a menu already moves here, to the end; null, this menu itself and a
-    /// menu that this one is in are ignored.
+    /// menu that this one is in are ignored. Throws std::bad_alloc when memory is exhausted; it then belongs
+    /// to whom it did before.
     void addSubMenu(KXUIMenu* subMenu);
     /// Adds a line between entries. It does nothing when it is clicked but close the menu.
     void addDivider();
@@ -167,7 +168,7 @@ public:
 
 private:
     struct KX_INTERNAL Walk;
-    KX_INTERNAL void _addEntry(std::unique_ptr<_KXUIMenuBase> entry);
+    KX_INTERNAL void _addEntry(_KXUIMenuBase& entry);
     KX_INTERNAL void _openOrCloseByClick();
     KX_INTERNAL void _drawEntries();
 

@@ -231,6 +231,7 @@ public:
 
 private:
     KX_INTERNAL void _commonInit(const char* title, KXSize size, int resizable);
+    KX_INTERNAL void _register();
     KX_INTERNAL void _prepareContext(KXSize size);
     KX_INTERNAL void _applyProjection();
     KX_INTERNAL void _fitDepthSurface();

@@ -1,6 +1,7 @@
 #include "input/InputText.h"
 
-#include <Kobaltrix/KXKeyboard.h>
+#include "input/Keyboard.h"
+
 #include <Kobaltrix/KXPads.h>
 #include <Kobaltrix/KXString.h>
 
@@ -74,7 +75,7 @@ int padFrom(std::string_view word) {
 std::string textOf(const KXInput& input) {
     switch (input.kind) {
     case KXInputKindKey:
-        return std::string("key ") + KXKeyName(input.number);
+        return "key " + _KXKeyNameText(input.number);
     case KXInputKindPosition:
         return "position " + nameIn(positionNames, input.number);
     case KXInputKindMouseButton:

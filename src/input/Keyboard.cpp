@@ -290,7 +290,7 @@ static std::string nameInTable(int key) {
     return (key >= KXKeyPad0 && key <= KXKeyPad9 ? "Num Pad " : "") + std::string(keys[key].name);
 }
 
-const char* KXKeyName(int key) {
+std::string _KXKeyNameText(int key) {
     std::string name;
     if (isKey(key))
         name = nameInTable(key);
@@ -298,8 +298,10 @@ const char* KXKeyName(int key) {
         name = SDL_GetScancodeName(scancode(key - firstOfPositions));
     else if (key > firstOfCharacters && key <= firstOfCharacters + lastCharacter)
         _KXAppendCharacter(name, static_cast<char32_t>(key - firstOfCharacters));
-    return KXTempString("%s", name.empty() ? unknown : name.c_str());
+    return name.empty() ? unknown : name;
 }
+
+const char* KXKeyName(int key) { return KXTempString("%s", _KXKeyNameText(key).c_str()); }
 
 int KXKeyFromName(const char* name) {
     if (!name || std::strcmp(name, unknown) == 0)

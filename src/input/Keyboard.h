@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <string>
 
 inline constexpr int _KXKeyCount = KXKeyRightControl + 1; ///< Of the tables, in which 0 is no key.
 
@@ -47,6 +48,9 @@ void _KXUnsetKey(int keycode);
 /// Whether what is typed now is no text but a shortcut. On some layouts Control and Alt make AltGr, which
 /// types; modifiers are taken as the last key event had them.
 bool _KXIsShortcutHeld();
+
+/// What KXKeyName() gives; it throws where that is null.
+std::string _KXKeyNameText(int key);
 
 /// The one query behind all others. @a downTable says who asks: the game or the text-entry widgets.
 int _KXKey(int key, int once, std::int32_t* downTable, int repeat);

@@ -23,9 +23,11 @@ KXNetworkClient::~KXNetworkClient() = default;
 
 // A connection has begun.
 void KXNetworkClient::_take(int socket) {
+    _KXSocketOwner owner(socket); // until there is memory for the connection
     if (const int silence = limits().keepAliveMilliseconds; silence >= 0)
         _KXKeepAlive(socket, std::max(silence / 1000, 1));
     _members->connection = std::make_unique<_KXConnection>(socket);
+    owner.release();
     _members->state = KXNetworkConnected;
 }
 

@@ -4,6 +4,7 @@
 #include "net/Connection.h"
 #include "net/StoredBuffers.h"
 #include "net/Turn.h"
+#include "util/KXString.h"
 
 #include <Kobaltrix/KXString.h>
 
@@ -35,13 +36,15 @@ KXNetworkServer::KXNetworkServer() { throw std::bad_alloc(); }
 KXNetworkServer::KXNetworkServer(const char* address, int port, int maxClients, int, int backlog) {
     _KXSocketAddress own;
     const bool found = _KXFindAddress(address, port, own);
-    _members = std::make_unique<Members>(_KXOpenSocket(own));
-    const int listener = _members->listener.get();
+    _KXSocketOwner opened(_KXOpenSocket(own));
+    const int listener = opened.get();
     if (listener == -1)
         fail("Unable to intialize server socket");
     _KXMakeNonBlocking(listener);
     if (maxClients < 0 || maxClients > mostClients)
         throw std::bad_alloc();
+    _members = std::make_unique<Members>(listener);
+    opened.release();
     _members->clients.resize(static_cast<std::size_t>(maxClients));
     if (!found || !_KXBind(listener, own))
         fail("Couldn't bind the socket.");
@@ -68,7 +71,8 @@ int KXNetworkServer::checkForIncomingConnections() {
             continue;
         if (const int silence = limits().keepAliveMilliseconds; silence >= 0)
             _KXKeepAlive(socket.get(), std::max(silence / 1000, 1));
-        *slot = std::make_unique<_KXConnection>(socket.release());
+        *slot = std::make_unique<_KXConnection>(socket.get());
+        socket.release(); // not before there is memory for the connection
         (*slot)->peer = peer;
         (*slot)->lastSpoken = _members->turn.now();
         return static_cast<int>(slot - _members->clients.begin());
@@ -209,7 +213,7 @@ std::vector<int> KXNetworkServer::clientIDList() const {
 }
 
 char* KXNetworkServer::IPAddress() const {
-    return _members->listener.get() == 0 ? nullptr : strdup(_KXAddressText(_members->own).c_str());
+    return _members->listener.get() == 0 ? nullptr : _KXCopyForCaller(_KXAddressText(_members->own));
 }
 
 bool KXNetworkServer::refuseAddress(const char* address) {

@@ -126,6 +126,7 @@ bool _KXUseDepthSurface(int width, int height) {
     glGetIntegerv(GL_ALPHA_BITS, &alphaBits);
     const DepthSurface surface = makeSurface(width, height, alphaBits == 0);
     if (_KXGL.checkFramebufferStatus(GL_FRAMEBUFFER) != GL_FRAMEBUFFER_COMPLETE) {
+        glGetError(); // out of memory: told here, not by the next check that finds it
         destroy(surface);
         return false;
     }

@@ -64,6 +64,7 @@ static unsigned makeProgram(_KXFillProgram which) {
     _KXGL.getProgramiv(program, GL_LINK_STATUS, &linked);
     if (linked)
         return program;
+    glGetError(); // out of memory: told here, not by the next check that finds it
     _KXGL.deleteProgram(program);
     return 0;
 }

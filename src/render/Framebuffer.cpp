@@ -12,6 +12,8 @@ unsigned _KXCreateFramebuffer(unsigned texture, unsigned* status) {
     _KXGL.bindFramebuffer(GL_FRAMEBUFFER, framebuffer);
     _KXGL.framebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
     *status = _KXGL.checkFramebufferStatus(GL_FRAMEBUFFER);
+    if (*status != GL_FRAMEBUFFER_COMPLETE)
+        glGetError(); // out of memory: told here, not by the next check that finds it
     return framebuffer;
 }
 

@@ -2,21 +2,24 @@
 
 #include <SDL_video.h>
 
-#include <string>
+#include <cstdio>
 
+// Nothing here may fail for want of memory: other windows draw by these functions, too.
 template<class Function>
-static bool load(Function& function, const std::string& name) {
-    function = reinterpret_cast<Function>(SDL_GL_GetProcAddress(name.c_str()));
+static bool load(Function& function, const char* name, const char* suffix = "") {
+    char full[64];
+    std::snprintf(full, sizeof full, "%s%s", name, suffix);
+    function = reinterpret_cast<Function>(SDL_GL_GetProcAddress(full));
     return function != nullptr;
 }
 
 // Under their present names, or those of the extension they come from.
-static bool loadFramebuffers(const std::string& suffix) {
-    return load(_KXGL.genFramebuffers, "glGenFramebuffers" + suffix) &&
-           load(_KXGL.deleteFramebuffers, "glDeleteFramebuffers" + suffix) &&
-           load(_KXGL.bindFramebuffer, "glBindFramebuffer" + suffix) &&
-           load(_KXGL.framebufferTexture2D, "glFramebufferTexture2D" + suffix) &&
-           load(_KXGL.checkFramebufferStatus, "glCheckFramebufferStatus" + suffix);
+static bool loadFramebuffers(const char* suffix) {
+    return load(_KXGL.genFramebuffers, "glGenFramebuffers", suffix) &&
+           load(_KXGL.deleteFramebuffers, "glDeleteFramebuffers", suffix) &&
+           load(_KXGL.bindFramebuffer, "glBindFramebuffer", suffix) &&
+           load(_KXGL.framebufferTexture2D, "glFramebufferTexture2D", suffix) &&
+           load(_KXGL.checkFramebufferStatus, "glCheckFramebufferStatus", suffix);
 }
 
 // Loaders may give functions that the driver does not have, so it is asked. Framebuffer objects of this kind

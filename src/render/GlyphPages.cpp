@@ -40,6 +40,7 @@ static std::vector<unsigned char> pixelsOf(const Layout& layout, int width, int 
     return pixels;
 }
 
+// 0 if the driver cannot hold it.
 static unsigned makeTexture(const Layout& layout, int side) {
     const std::vector<unsigned char> empty = pixelsOf(layout, side, side, nullptr, 0);
     unsigned texture = 0;
@@ -51,7 +52,7 @@ static unsigned makeTexture(const Layout& layout, int side) {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, layout.filter);
     glTexImage2D(GL_TEXTURE_2D, 0, layout.internalFormat, side, side, 0, layout.format, GL_UNSIGNED_BYTE,
                  empty.data());
-    return texture;
+    return _KXHeldTexture(texture, side);
 }
 
 int _KXGlyphPages::largestSide() {
@@ -60,12 +61,23 @@ int _KXGlyphPages::largestSide() {
     return side;
 }
 
-void _KXGlyphPages::add(int side) {
+static void destroy(const _KXGlyphPage& page) {
+    if (page.hasSharp())
+        glDeleteTextures(1, &page.sharp);
+    glDeleteTextures(1, &page.smooth);
+}
+
+bool _KXGlyphPages::add(int side) {
     _pages.reserve(_pages.size() + 1);
     _KXGlyphPage page = {};
     page.smooth = makeTexture(smooth, side);
-    page.sharp = _KXCurrentDriver == _KXDriver::Software ? makeTexture(sharp, side) : page.smooth;
-    _pages.push_back(page);
+    page.sharp =
+        page.smooth && _KXCurrentDriver == _KXDriver::Software ? makeTexture(sharp, side) : page.smooth;
+    if (page.smooth && page.sharp)
+        _pages.push_back(page);
+    else
+        destroy(page);
+    return page.smooth && page.sharp;
 }
 
 void _KXGlyphPages::upload(int x, int y, int width, int height, const unsigned char* bitmap, int pitch) {
@@ -84,10 +96,7 @@ void _KXGlyphPages::clear() {
     if (_pages.empty())
         return;
     _KXFlushBatch(KXDrawFlushTextureChange);
-    for (const _KXGlyphPage& page : _pages) {
-        if (page.hasSharp())
-            glDeleteTextures(1, &page.sharp);
-        glDeleteTextures(1, &page.smooth);
-    }
+    for (const _KXGlyphPage& page : _pages)
+        destroy(page);
     _pages.clear();
 }

@@ -22,8 +22,8 @@ public:
     bool empty() const { return _pages.empty(); }
     /// The page that was added last.
     _KXGlyphPage last() const { return _pages.back(); }
-    /// Adds an empty square page.
-    void add(int side);
+    /// Adds an empty square page. False if the driver cannot hold it.
+    bool add(int side);
     /// Copies a bitmap of opacities onto the last page. @param pitch bytes from one row of the bitmap to the
     /// next.
     void upload(int x, int y, int width, int height, const unsigned char* bitmap, int pitch);

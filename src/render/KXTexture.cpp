@@ -258,9 +258,12 @@ void KXTexture::setRenderContext() {
     _clearFBOID();
     unsigned status = 0;
     _framebufferID = _KXCreateFramebuffer(_textureID, &status);
-    if (status != GL_FRAMEBUFFER_COMPLETE)
+    if (status != GL_FRAMEBUFFER_COMPLETE) {
         std::printf("Fatal error. Framebutter not complete! texID: %d -> fboID: %d (%x)\n",
                     static_cast<int>(_textureID), static_cast<int>(_framebufferID), status);
+        _KXReportError("The driver cannot draw into the texture: its framebuffer is not complete (%x)",
+                       status);
+    }
     _forgetPixels();
 
     projectUpright(static_cast<int>(_size.width), static_cast<int>(_size.height));

@@ -32,15 +32,15 @@ static Items* itemsOf(const char* path) {
     if (!path || !cache)
         return nullptr;
     const auto found = cache->find(std::string_view(path));
-    return found == cache->end() ? nullptr : &found->second;
+    return found == cache->end() || found->second.empty() ? nullptr : &found->second;
 }
 
 void _KXTextureCacheAdd(char const* path, _KXTextureCacheItem* item) {
     std::unique_ptr<_KXTextureCacheItem> owned(item);
     Items& items = _KXTextureCache.get()[path];
-    if (!items.empty())
-        ++_KXTextureCacheGeneration;
     items.push_back(std::move(owned));
+    if (items.size() > 1)
+        ++_KXTextureCacheGeneration;
 }
 
 _KXTextureCacheItem* _KXTextureCacheGet(const char* path) {
@@ -68,8 +68,9 @@ KXTexture* KXTextureCacheLoad(const char* path) {
     }
     auto texture = std::make_unique<KXTexture>(path);
     auto item = std::make_unique<_KXTextureCacheItem>(texture.get(), _KXCurrentWindowRenderContext);
+    KXTexture* const loaded = texture.release(); // the item has taken it over
     _KXTextureCacheAdd(path, item.release());
-    return texture.release(); // the item has taken it over
+    return loaded;
 }
 
 void KXTextureCachePurge() {

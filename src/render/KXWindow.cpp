@@ -107,16 +107,26 @@ void KXWindow::_commonInit(const char* title, KXSize size, int resizable) {
         throw std::bad_alloc();
     }
 
+    try {
+        _register();
+    } catch (const std::bad_alloc&) {
+        _closePlatformWindow();
+        _KXMakeGraphicsContextCurrent(previous);
+        throw;
+    }
+    _prepareContext(size);
+    _rememberDensity(_densityNow());
+    if (previous)
+        _KXMakeGraphicsContextCurrent(previous);
+}
+
+void KXWindow::_register() {
     _id = _KXLastWindowID = SDL_GetWindowID(_window);
     if (!_windowsMap)
         _windowsMap = new std::map<unsigned, KXWindow*>;
     (*_windowsMap)[_id] = this;
     _graphicsContext = _KXAddGraphicsContext(_window, _context, this);
     _KXCurrentGraphicsContext = _graphicsContext; // creating a context has made it current
-    _prepareContext(size);
-    _rememberDensity(_densityNow());
-    if (previous)
-        _KXMakeGraphicsContextCurrent(previous);
 }
 
 int KXWindow::setVerticalSync(KXVerticalSync sync) {
@@ -151,7 +161,7 @@ void KXWindow::_closePlatformWindow() {
         return;
     // A texture of this window that is drawn into stops being a target: its framebuffer ends with the
     // context.
-    if (_KXCurrentRenderContext && _KXCurrentGraphicsContext == _graphicsContext) {
+    if (_graphicsContext && _KXCurrentRenderContext && _KXCurrentGraphicsContext == _graphicsContext) {
         _KXCurrentRenderContext->unsetRenderContext();
         _KXSetTarget(nullptr, false);
     }
@@ -162,6 +172,8 @@ void KXWindow::_closePlatformWindow() {
     _window = nullptr;
     _context = nullptr;
     _graphicsContext = 0;
+    if (!_windowsMap)
+        return; // there was no memory for it
     _windowsMap->erase(_id);
     if (_windowsMap->empty()) {
         delete _windowsMap;

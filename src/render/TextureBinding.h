@@ -16,3 +16,14 @@ public:
 private:
     GLint _previous = 0;
 };
+
+/// The texture that is bound and was given pixels, if the driver holds them. If not it is deleted, and 0.
+inline unsigned _KXHeldTexture(unsigned texture, int width) {
+    GLint held = 0;
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &held);
+    if (texture && held == width)
+        return texture;
+    glGetError(); // out of memory: told here, not by the next check that finds it
+    glDeleteTextures(1, &texture);
+    return 0;
+}

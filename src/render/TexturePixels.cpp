@@ -50,13 +50,7 @@ unsigned upload(int width, int height, int internalFormat, unsigned format, cons
     glGenTextures(1, &texture);
     glBindTexture(GL_TEXTURE_2D, texture);
     glTexImage2D(GL_TEXTURE_2D, 0, internalFormat, width, height, 0, format, GL_UNSIGNED_BYTE, data);
-    GLint held = 0;
-    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &held);
-    if (held == width)
-        return texture;
-    glGetError(); // out of memory: told here, not by the next check that finds it
-    glDeleteTextures(1, &texture);
-    return 0;
+    return _KXHeldTexture(texture, width);
 }
 
 // The surface's pixels, moved together where its rows end with padding.

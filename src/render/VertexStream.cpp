@@ -19,10 +19,19 @@ _KXStreamRoom _KXMapVertexStream(std::size_t bytes) {
     }
     const std::size_t offset = context.vertexBufferUsed;
     context.vertexBufferUsed += bytes;
-    return {_KXGL.mapBufferRange(GL_ARRAY_BUFFER, static_cast<GLintptr>(offset),
-                                 static_cast<GLsizeiptr>(bytes),
-                                 GL_MAP_WRITE_BIT | GL_MAP_INVALIDATE_RANGE_BIT | GL_MAP_UNSYNCHRONIZED_BIT),
-            offset};
+    void* const room =
+        _KXGL.mapBufferRange(GL_ARRAY_BUFFER, static_cast<GLintptr>(offset), static_cast<GLsizeiptr>(bytes),
+                             GL_MAP_WRITE_BIT | GL_MAP_INVALIDATE_RANGE_BIT | GL_MAP_UNSYNCHRONIZED_BIT);
+    if (!room) {
+        glGetError();                        // out of memory: told here, not by the next check that finds it
+        context.vertexBufferUsed = capacity; // another buffer is asked for next time
+    }
+    return {room, offset};
 }
 
-bool _KXUnmapVertexStream() { return _KXGL.unmapBuffer(GL_ARRAY_BUFFER) == GL_TRUE; }
+bool _KXUnmapVertexStream() {
+    const bool isThere = _KXGL.unmapBuffer(GL_ARRAY_BUFFER) == GL_TRUE;
+    if (!isThere)
+        glGetError();
+    return isThere;
+}

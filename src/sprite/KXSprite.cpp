@@ -1,11 +1,9 @@
 #include "sprite/KXSprite.h"
 
 #include "core/ground/Truncate.h"
-
-#include <Kobaltrix/KXString.h>
+#include "util/KXString.h"
 
 #include <cstdio>
-#include <cstring>
 #include <iterator>
 #include <string_view>
 #include <utility>
@@ -22,7 +20,7 @@ static void erase(auto& map, const char* name) {
 static char* nameAtIndex(const auto& map, int i) {
     if (i < 0 || static_cast<std::size_t>(i) >= map.size())
         return nullptr;
-    return strdup(std::next(map.begin(), i)->first.c_str());
+    return _KXCopyForCaller(std::next(map.begin(), i)->first.c_str());
 }
 
 // The entry is written under its new name and then erased under the old one. Where both are the same name,
@@ -77,7 +75,7 @@ void KXSprite::_takeState(const KXSprite& other) {
 KXSprite::~KXSprite() = default;
 
 char* KXSprite::textureName() const {
-    return _contents->textureName ? strdup(_contents->textureName->c_str()) : nullptr;
+    return _contents->textureName ? _KXCopyForCaller(_contents->textureName->c_str()) : nullptr;
 }
 
 void KXSprite::setTextureName(const char* name) {
@@ -112,14 +110,6 @@ void KXSprite::_findCurrentInfo() {
     _currentInfo = _getInfoWithName(Contents::pointerTo(_contents->currentAnimation));
 }
 
-KXSpriteAnimationInfo& KXSprite::_infoFor(const char* name) {
-    if (KXSpriteAnimationInfo* info = _getInfoWithName(name))
-        return *info;
-    KXSpriteAnimationInfo& info = _contents->animations[name];
-    _findCurrentInfo();
-    return info;
-}
-
 bool KXSprite::_validateFrameIndex(int i, const char* name) const {
     const KXSpriteAnimationInfo* info = _getInfoWithName(name);
     return info && info->_validateFrameIndex(i);
@@ -140,8 +130,14 @@ void KXSprite::addAnimation(const char* name) {
 void KXSprite::addFrameInfo(const char* name, KXRect bounds, int duration) {
     if (!name)
         return;
-    KXSpriteAnimationInfo& info = _infoFor(name);
-    info.insertFrameInfo(info.numberOfFrames(), duration, bounds);
+    if (KXSpriteAnimationInfo* info = _getInfoWithName(name)) {
+        info->insertFrameInfo(info->numberOfFrames(), duration, bounds);
+        return;
+    }
+    KXSpriteAnimationInfo created; // there is none without a frame
+    created.insertFrameInfo(0, duration, bounds);
+    _contents->animations.emplace(name, std::move(created));
+    _findCurrentInfo();
 }
 
 void KXSprite::insertFrameInfo(int i, const char* name, KXRect bounds, int duration) {
@@ -241,7 +237,7 @@ KXSprite* KXSprite::clone() const {
     copy->setRotation(_rotation);
     for (const auto& [name, info] : _contents->animations) {
         copy->addAnimation(name.c_str());
-        KXSpriteAnimationInfo& copied = copy->_infoFor(name.c_str());
+        KXSpriteAnimationInfo& copied = *copy->_getInfoWithName(name.c_str());
         if (info.numberOfFrames() > 0)
             copied = info;
         else

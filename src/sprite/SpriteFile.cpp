@@ -12,6 +12,7 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace {
 // Lists may go on past the end of the file, but no further than this many records of all of them together: a
@@ -154,17 +155,21 @@ int KXSprite::load(const char* path) {
     if (reader.number() < 1) // the version; later ones begin with the same fields
         return -1;
 
+    KXSprite read; // what there is stays if memory runs out
     const int nameLength = reader.number();
-    setTextureName(nameLength < 1 ? nullptr : reader.text(nameLength).c_str());
-    _clearBoundingBoxes();
+    read.setTextureName(nameLength < 1 ? nullptr : reader.text(nameLength).c_str());
     const int boxes = reader.number();
     for (int i = 0; reader.hasRecord(i, boxes); ++i) {
         const std::string name = reader.text();
-        addBoundingBox(name.c_str(), reader.rect());
+        read.addBoundingBox(name.c_str(), reader.rect());
     }
-    _clearAnimations();
     const int animations = reader.number();
     for (int i = 0; reader.hasRecord(i, animations); ++i)
-        readAnimation(reader, *this);
+        readAnimation(reader, read);
+    _contents->textureName = std::move(read._contents->textureName);
+    _contents->boundingBoxes = std::move(read._contents->boundingBoxes);
+    _contents->animations = std::move(read._contents->animations);
+    _knownTexture = nullptr;
+    _findCurrentInfo();
     return -1;
 }

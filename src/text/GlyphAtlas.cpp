@@ -73,21 +73,26 @@ FTGlyph* _KXGlyphAtlas::makeGlyph(FT_GlyphSlot slot) {
     if (std::max(extent.width, extent.height) > _KXGlyphPages::largestSide() - 2 * padding)
         return nullptr;
     auto glyph = std::make_unique<AtlasGlyph>(slot);
-    if (FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0 || slot->bitmap.pixel_mode != FT_PIXEL_MODE_GRAY ||
-        slot->bitmap.width == 0 || slot->bitmap.rows == 0)
+    const FT_Error error = FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL);
+    if (error == FT_Err_Out_Of_Memory)
+        return nullptr;
+    if (error != 0 || slot->bitmap.pixel_mode != FT_PIXEL_MODE_GRAY || slot->bitmap.width == 0 ||
+        slot->bitmap.rows == 0)
         return glyph.release();
-    const Place place = store(slot->bitmap, slot->face->size->metrics.y_ppem);
-    glyph->setInk(place.page, place.rect,
+    const std::optional<Place> place = store(slot->bitmap, slot->face->size->metrics.y_ppem);
+    if (!place)
+        return nullptr;
+    glyph->setInk(place->page, place->rect,
                   {static_cast<float>(slot->bitmap_left), static_cast<float>(slot->bitmap_top)},
                   {static_cast<float>(slot->bitmap.width), static_cast<float>(slot->bitmap.rows)});
     return glyph.release();
 }
 
-// Uploads a bitmap to the next free place.
-_KXGlyphAtlas::Place _KXGlyphAtlas::store(const FT_Bitmap& bitmap, int fontSize) {
+// Uploads a bitmap to the next free place. None if the driver has none.
+std::optional<_KXGlyphAtlas::Place> _KXGlyphAtlas::store(const FT_Bitmap& bitmap, int fontSize) {
     const int width = static_cast<int>(bitmap.width), height = static_cast<int>(bitmap.rows);
-    if (!hasRoom(width, height))
-        addPage(width, height, fontSize);
+    if (!hasRoom(width, height) && !addPage(width, height, fontSize))
+        return std::nullopt;
     _pages.upload(_x, _y, width, height, bitmap.buffer, bitmap.pitch);
     const auto texel = [side = static_cast<float>(_side)](int pixels) {
         return static_cast<float>(pixels) / side;
@@ -111,13 +116,15 @@ bool _KXGlyphAtlas::hasRoom(int width, int height) {
 }
 
 // Adds a page for many glyphs of the usual size, or for one that is larger.
-void _KXGlyphAtlas::addPage(int width, int height, int fontSize) {
+bool _KXGlyphAtlas::addPage(int width, int height, int fontSize) {
     constexpr int largestUsualSide = 1024;
     const int usual = std::min(10 * fontSize, largestUsualSide);
     const int needed = std::max({width + 2 * padding, height + 2 * padding, usual});
     const int side = std::min(KXNearestPowerOfTwo(needed), _KXGlyphPages::largestSide());
-    _pages.add(side);
+    if (!_pages.add(side))
+        return false;
     _side = side;
     _x = _y = padding;
     _shelfHeight = 0;
+    return true;
 }

@@ -5,6 +5,7 @@
 
 #include <FTGL/ftgl.h>
 
+#include <optional>
 #include <vector>
 
 /// The glyphs that a face renders, in the order of the text and in FTGL's coordinates: y points up, the
@@ -19,7 +20,8 @@ inline constinit std::vector<_KXGlyphQuad>* _KXRenderedGlyphs = nullptr;
 class _KXGlyphAtlas {
 public:
     /// Makes the glyph that the face has just loaded; needs a current OpenGL context and changes none of its
-    /// state. Null if no texture can hold it.
+    /// state. Null if it cannot be drawn or no texture can hold it; it is asked for again when it is next
+    /// drawn.
     FTGlyph* makeGlyph(FT_GlyphSlot slot);
     /// Deletes the textures; the context they were made in must be current.
     void clear() { _pages.clear(); }
@@ -29,9 +31,9 @@ private:
         _KXGlyphPage page;
         _KXTextureRect rect;
     };
-    Place store(const FT_Bitmap& bitmap, int fontSize);
+    std::optional<Place> store(const FT_Bitmap& bitmap, int fontSize);
     bool hasRoom(int width, int height);
-    void addPage(int width, int height, int fontSize);
+    bool addPage(int width, int height, int fontSize);
 
     _KXGlyphPages _pages;
     int _side = 0;        // of the last page, the one being filled

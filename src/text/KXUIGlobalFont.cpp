@@ -2,15 +2,15 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Truncate.h"
+#include "util/KXString.h"
 
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 
 static int roundedUp(float value) { return _KXTruncate(std::ceil(value)); }
 
 int KXUISetGlobalFont(const char* path, KXAliasMode mode, int size, KXPoint offset) {
-    char* copy = path ? strdup(path) : nullptr; // before the old one is freed: it may be the same text
+    char* copy = path ? _KXCopyForCaller(path) : nullptr; // before the old one is freed: it may be the same
     std::free(_KXUIGlobalFontPath);
     _KXUIGlobalFontPath = copy;
     _KXUIGlobalFontMode = mode;

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <numeric>
 #include <string_view>
+#include <utility>
 
 // Three periods and not the sign that holds all three, which many fonts of games lack.
 static constexpr const char* ellipsis = "...";
@@ -81,11 +82,14 @@ std::string _KXTextEndThatFits(const KXFont& font, const char* original, float w
     return ellipsis + text.substr(within ? _KXNextCharacter(text, begin) : begin);
 }
 
-bool _KXFittedText::isFor(const KXFont& font, const std::string& text, float width) {
-    if (_fontRevision == font._currentRevision() && _width == width && _text == text)
-        return true;
+bool _KXFittedText::isFor(const KXFont& font, const std::string& text, float width) const {
+    return _fontRevision == font._currentRevision() && _width == width && _text == text;
+}
+
+// Of the four only the text may lack memory, and then all stay as they were.
+void _KXFittedText::keep(const KXFont& font, const std::string& text, float width, std::string shown) {
     _text = text;
+    _shown = std::move(shown);
     _width = width;
     _fontRevision = font._currentRevision();
-    return false;
 }

@@ -25,14 +25,14 @@ public:
     /// What @a fit, one of the functions above, makes of a text; called again only where something changed.
     template<class Fit>
     const char* of(const KXFont& font, const std::string& text, float width, Fit fit) {
-        if (isFor(font, text, width))
-            return _shown.c_str();
-        _shown = fit(text.c_str(), width);
+        if (!isFor(font, text, width))
+            keep(font, text, width, fit(text.c_str(), width));
         return _shown.c_str();
     }
 
 private:
-    bool isFor(const KXFont& font, const std::string& text, float width);
+    bool isFor(const KXFont& font, const std::string& text, float width) const;
+    void keep(const KXFont& font, const std::string& text, float width, std::string shown);
 
     std::string _text, _shown;
     float _width = -1;

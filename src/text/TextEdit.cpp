@@ -91,9 +91,9 @@ bool _KXTextEdit::replace(std::size_t begin, std::size_t end, std::string_view t
     const std::string_view old = std::string_view(_text).substr(begin, end - begin);
     const bool changes = old != text;
     if (changes) {
-        _length += _KXCountCharacters(text);
-        _length -= _KXCountCharacters(old);
-        _text.replace(begin, end - begin, text);
+        const std::size_t length = _length + _KXCountCharacters(text) - _KXCountCharacters(old);
+        _text.replace(begin, end - begin, text); // throws if memory is exhausted
+        _length = length;
     }
     place(begin + text.size(), begin + text.size());
     return changes;

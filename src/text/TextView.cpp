@@ -19,14 +19,16 @@ void _KXTextView::update(const _KXTextEdit& edit, KXFont* font, float width, boo
                      masked,
                      follows};
     _edit = &edit;
-    if (key == _key)
+    if (_isLaidOut && key == _key)
         return;
+    _isLaidOut = false;
     _key = key;
     if (font && follows)
         scroll();
     else
         _first = 0;
     layOut();
+    _isLaidOut = true;
 }
 
 // The width of the character at a position, drawn closer to its successor where the font says so.
@@ -102,5 +104,7 @@ _KXTextView::Hit _KXTextView::hit(float x) const {
 float _KXTextView::xOf(std::size_t position) const {
     const auto stop = std::lower_bound(_stops.begin(), _stops.end(), position,
                                        [](const Stop& s, std::size_t p) { return s.position < p; });
+    if (_stops.empty())
+        return 0;
     return stop == _stops.end() ? _stops.back().x : stop->x;
 }

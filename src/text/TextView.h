@@ -55,6 +55,7 @@ private:
     Hit hit(float x) const;
 
     Key _key = {};
+    bool _isLaidOut = false;            // for the key; a font that runs out of memory may throw in the middle
     const _KXTextEdit* _edit = nullptr; // while update() or a hit() right after it runs
     std::size_t _first = 0;
     std::vector<Stop> _stops;

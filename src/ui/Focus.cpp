@@ -21,8 +21,16 @@ struct Owners {
 
 static constinit Owners owners;
 
+static void letGoOfKeyboard() {
+    owners.keyboard = nullptr;
+    owners.keyboardIsOnItsWay = owners.composing = false;
+}
+
 _KXFocus::~_KXFocus() {
-    giveUpKeyboard();
+    if (hasKeyboard()) {
+        letGoOfKeyboard();
+        _KXEndTextInput();
+    }
     for (_KXFocus** owner : {&owners.pointer, &owners.stop, &owners.stopBefore})
         if (*owner == this)
             *owner = nullptr;
@@ -44,10 +52,10 @@ void _KXFocus::takeKeyboard() {
 void _KXFocus::giveUpKeyboard() {
     if (!hasKeyboard())
         return;
-    owners.keyboard = nullptr;
-    owners.keyboardIsOnItsWay = owners.composing = false;
-    keyboardLost(_KXTakeTypedText());
+    const std::string typed = _KXTakeTypedText();
+    letGoOfKeyboard();
     _KXEndTextInput();
+    keyboardLost(typed);
 }
 
 bool _KXFocus::isTypedTo() {

@@ -5,6 +5,9 @@
 
 #include <Kobaltrix/KXDrawing.h>
 
+#include <new>
+#include <utility>
+
 KXUIButton::KXUIButton()
     : _normalBackgroundColor(_KXUIBackroundColor),
       _depressedBackgroundColor(_KXUIBackgroundColor_Interaction), _borderColor(_KXUIBorderColor),
@@ -17,8 +20,14 @@ KXUIButton::~KXUIButton() = default;
 int KXUIButton::setText(const char* text) {
     if (!text || !_fontInUse())
         return 0;
-    _text = std::make_unique<std::string>(text);
-    setSize({-1, -1});
+    auto other = std::make_unique<std::string>(text);
+    std::swap(_text, other);
+    try {
+        setSize({-1, -1});
+    } catch (const std::bad_alloc&) { // it was not measured
+        std::swap(_text, other);
+        throw;
+    }
     return -1;
 }
 

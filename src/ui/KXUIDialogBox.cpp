@@ -9,6 +9,8 @@
 #include <Kobaltrix/KXUIButton.h>
 
 #include <algorithm>
+#include <new>
+#include <utility>
 
 KXUIDialogBox::KXUIDialogBox()
     : _buttonIndexClicked(-1),
@@ -41,8 +43,14 @@ void KXUIDialogBox::setWindowID(unsigned id) {
 
 void KXUIDialogBox::setMessage(const char* text) {
     constexpr std::size_t longest = 512;
-    _message = _KXFirstBytes(text ? text : "", longest);
-    resize();
+    std::string other(_KXFirstBytes(text ? text : "", longest));
+    std::swap(_message, other);
+    try {
+        resize();
+    } catch (const std::bad_alloc&) { // it was not measured
+        std::swap(_message, other);
+        throw;
+    }
 }
 
 void KXUIDialogBox::addButton(const char* text) {
@@ -57,7 +65,12 @@ void KXUIDialogBox::addButton(const char* text) {
     button->setText(text ? text : "");
     button->setWindowID(windowID());
     _buttons.push_back(std::move(button));
-    resize();
+    try {
+        resize();
+    } catch (const std::bad_alloc&) {
+        _buttons.pop_back();
+        throw;
+    }
 }
 
 void KXUIDialogBox::setPadding(int padding) {

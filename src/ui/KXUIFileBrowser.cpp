@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <new>
+#include <utility>
 
 namespace {
 std::string quoted(const std::string& name) { return "\"" + name + "\""; }
@@ -110,37 +112,50 @@ const char* KXUIFileBrowser::message() const { return KXTempString("%s", _state-
 
 const char* KXUIFileBrowser::path() const { return _state->hasChosen ? textOut(_state->chosen) : nullptr; }
 
+// What there is to say about a folder; empty for nothing.
+static std::string messageFor(const _KXFolderListing& listing) {
+    if (listing.error == ENOENT || listing.error == ENOTDIR)
+        return "There is no such folder.";
+    if (listing.error)
+        return std::string("This folder cannot be read: ") + std::strerror(listing.error);
+    if (!listing.entries.empty())
+        return "";
+    return listing.hasOthers ? "Nothing in this folder is listed." : "This folder is empty.";
+}
+
 /// Lists the folder, with the entry of a name selected if there is one. @return 0, or the system's error.
 int KXUIFileBrowser::State::read(const std::string& select) {
-    dropQuestion();
-    list.clear();
     _KXFolderListing listing = _KXReadFolder(folder, filter);
+    std::string aboutIt = messageFor(listing);
+    std::vector<std::string> rows;
+    rows.reserve(listing.entries.size());
+    for (const _KXFolderListing::Entry& entry : listing.entries)
+        rows.push_back(rowFor(entry));
+    dropQuestion(); // the last that may lack memory
+    list._setRows(std::move(rows));
     entries = std::move(listing.entries);
-    for (const _KXFolderListing::Entry& entry : entries)
-        list.add(rowFor(entry).c_str());
+    message = std::move(aboutIt);
     const auto found = select.empty()
                            ? entries.end()
                            : std::find_if(entries.begin(), entries.end(),
                                           [&](const _KXFolderListing::Entry& e) { return e.name == select; });
     if (found != entries.end())
         list.setSelectedIndex(static_cast<int>(found - entries.begin()));
-    if (listing.error == ENOENT || listing.error == ENOTDIR)
-        message = "There is no such folder.";
-    else if (listing.error)
-        message = std::string("This folder cannot be read: ") + std::strerror(listing.error);
-    else if (entries.empty())
-        message = listing.hasOthers ? "Nothing in this folder is listed." : "This folder is empty.";
-    else
-        message.clear();
     return listing.error;
 }
 
 void KXUIFileBrowser::State::enter(const std::string& path, const std::string& select) {
-    folder = path;
+    std::string before = path;
+    folder.swap(before);
+    try {
+        if (isShown)
+            read(select);
+    } catch (const std::bad_alloc&) {
+        folder.swap(before);
+        throw;
+    }
     if (!saves)
         putName(""); // it named a file of the folder before
-    if (isShown)
-        read(select);
 }
 
 void KXUIFileBrowser::State::goUp() {

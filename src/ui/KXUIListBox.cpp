@@ -6,6 +6,7 @@
 #include <Kobaltrix/KXString.h>
 
 #include <climits>
+#include <utility>
 
 KXUIListBox::KXUIListBox()
     : _backgroundColor(_KXUIBackroundColor), _borderColor(_KXUIBorderColor), _textColor(_KXUITextColor),
@@ -104,6 +105,12 @@ int KXUIListBox::scrollTo(int index) {
 int KXUIListBox::selectionChanged() const { return _state->changed ? -1 : 0; }
 
 int KXUIListBox::activatedIndex() const { return _state->activated; }
+
+/// Lists other rows than before, none of them selected.
+void KXUIListBox::_setRows(std::vector<std::string> rows) {
+    clear();
+    _state->rows = std::move(rows);
+}
 
 /// Takes braces for text, for rows that are names of files.
 void KXUIListBox::_showTextsAsTheyAre() {

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <utility>
 
 /// Goes through the entries that a menu has now while what it calls removes entries, adds some, deletes the
@@ -107,11 +108,24 @@ void KXUIMenu::setWindowID(unsigned id) {
         entry->setWindowID(id);
 }
 
-void KXUIMenu::_addEntry(std::unique_ptr<_KXUIMenuBase> entry) {
-    _entries.push_back(std::move(entry));
-    _entries.back()->_owner = this;
-    _entries.back()->setParent(this);
-    _entries.back()->setWindowID(windowID());
+/// Owns an entry from now on, unless memory runs out.
+void KXUIMenu::_addEntry(_KXUIMenuBase& entry) {
+    _KXUIMenuBase* const parent = entry._parent;
+    _entries.emplace_back();
+    try {
+        entry.setParent(this);
+        _entries.back().reset(&entry);
+        entry._owner = this;
+        entry.setWindowID(windowID());
+        resize();
+        entry.resize();
+    } catch (const std::bad_alloc&) { // it was not measured
+        static_cast<void>(_entries.back().release());
+        _entries.pop_back();
+        entry._owner = nullptr;
+        entry.setParent(parent);
+        throw;
+    }
 }
 
 void KXUIMenu::addMenuItemWithName(const char* name, void (*callback)(void*), void* context) {
@@ -124,8 +138,8 @@ void KXUIMenu::addMenuItemWithName(const char* name, void (*callback)(void*), vo
     item->_colors = _colors;
     if (!_fontPath.empty() && _fontInUse() != _KXUIGlobalFont)
         item->setFont(_fontPath.c_str(), _fontAliasMode);
-    _addEntry(std::move(item));
-    resize();
+    _addEntry(*item);
+    static_cast<void>(item.release());
 }
 
 void KXUIMenu::addSubMenu(KXUIMenu* subMenu) {
@@ -143,9 +157,18 @@ void KXUIMenu::addSubMenu(KXUIMenu* subMenu) {
         subMenu->setFont(_fontPath.c_str(), _fontAliasMode);
         subMenu->setFontSize(size);
     }
-    _addEntry(subMenu->_owner ? subMenu->_owner->_takeOut(subMenu) : std::unique_ptr<_KXUIMenuBase>(subMenu));
-    resize();
-    subMenu->resize();
+    KXUIMenu* const owner = subMenu->_owner;
+    if (owner)
+        static_cast<void>(owner->_takeOut(subMenu).release());
+    try {
+        _addEntry(*subMenu);
+    } catch (const std::bad_alloc&) {
+        if (owner) {
+            owner->_entries.emplace_back(subMenu); // where there is a place for it
+            subMenu->_owner = owner;
+        }
+        throw;
+    }
 }
 
 void KXUIMenu::addDivider() { addMenuItemWithName(nullptr, nullptr, nullptr); }

@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <string>
+#include <utility>
 
 const int _KXUIWidget::KXUIWidgetStateNormal;
 const int _KXUIWidget::KXUIWidgetStateHover;
@@ -95,9 +97,10 @@ void _KXUIWidget::click(int button) {
 void _KXUIWidget::draw() {}
 
 int _KXUIWidget::setFont(const char* path, KXAliasMode mode) {
-    _fontPath = std::string(path ? path : ""); // a copy of its own first: it may be the old one
+    std::string copy = path ? path : ""; // before the old one goes: it may be the same
+    _font = _KXGlobalFontCache ? _KXGlobalFontCache->fontAtPath(copy.c_str(), mode, _fontSize) : nullptr;
+    _fontPath = std::move(copy);
     _fontAliasMode = mode;
-    _font = _KXGlobalFontCache ? _KXGlobalFontCache->fontAtPath(_fontPath.c_str(), mode, _fontSize) : nullptr;
     _fontGeneration = _KXGlobalFontGeneration;
     return _font ? -1 : 0;
 }

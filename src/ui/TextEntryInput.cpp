@@ -44,10 +44,13 @@ int _KXTextEntryEditor::countClicks() {
 void _KXTextEntryEditor::compose(std::string text) {
     if (text == composition && text.empty())
         return;
+    if (!text.empty()) {
+        _KXTextEdit together = edit;
+        together.setMaximumLength(static_cast<std::size_t>(-1));
+        together.insert(text.c_str());
+        composed = std::move(together);
+    }
     composition = std::move(text);
-    composed = edit;
-    composed.setMaximumLength(static_cast<std::size_t>(-1));
-    composed.insert(composition.c_str());
 }
 
 void _KXTextEntryEditor::keyboardTaken() {
@@ -56,8 +59,8 @@ void _KXTextEntryEditor::keyboardTaken() {
 }
 
 void _KXTextEntryEditor::keyboardLost(const std::string& typed) {
-    unreportedChange |= edit.insert(typed.c_str());
     compose({});
+    unreportedChange |= edit.insert(typed.c_str());
 }
 
 KXUITextEntry::~KXUITextEntry() = default;

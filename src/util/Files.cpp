@@ -2,11 +2,11 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "platform/EmptyFolder.h"
+#include "platform/FolderReader.h"
+#include "util/KXString.h"
 
-#include <Kobaltrix/KXString.h>
-
-#include <cstdlib>
 #include <filesystem>
+#include <new>
 #include <set>
 #include <string>
 #include <string_view>
@@ -19,11 +19,7 @@ int KXFileExists(const char* path) {
     return path && fs::exists(path, error) ? -1 : 0;
 }
 
-int KXIsDirectory(const char* path) {
-    std::error_code error;
-    const fs::directory_iterator folder(path ? path : "", error);
-    return error ? 0 : -1;
-}
+int KXIsDirectory(const char* path) { return _KXFolderReader(path ? path : "").error() ? 0 : -1; }
 
 int KXRemoveFile(const char* path) {
     std::error_code error;
@@ -49,18 +45,19 @@ int KXRemoveDirectory(const char* path) {
 }
 
 std::list<char*> KXDirectoryContents(const char* path) {
-    std::error_code error;
     std::list<char*> contents;
-    fs::directory_iterator entry(path ? path : "", error);
-    if (error)
+    _KXFolderReader folder(path ? path : "");
+    if (folder.error())
         return contents;
     std::set<std::string> names = {".", ".."};
-    for (; entry != fs::directory_iterator(); entry.increment(error))
-        names.insert(entry->path().filename().string());
+    while (const char* name = folder.next())
+        names.insert(name);
     const bool endsWithSlash = std::string_view(path).ends_with('/');
-    for (const std::string& name : names)
-        if (char* full = KXTempString(endsWithSlash ? "%s%s" : "%s/%s", path, name.c_str()))
-            contents.push_back(full);
+    for (const std::string& name : names) {
+        contents.push_back(KXTempString(endsWithSlash ? "%s%s" : "%s/%s", path, name.c_str()));
+        if (!contents.back()) // a list without it would pass for whole
+            throw std::bad_alloc();
+    }
     return contents;
 }
 
@@ -76,18 +73,10 @@ int KXMakeDirectory(const char* path) {
     return 0;
 }
 
-// A block for the caller to free.
-static char* copyOf(std::string_view text) {
-    char* copy = static_cast<char*>(std::malloc(text.size() + 1));
-    if (copy)
-        copy[text.copy(copy, text.size())] = 0;
-    return copy;
-}
-
 char* KXGetFilename(const char* path) {
     const std::string_view text = path ? path : "/";
     const std::size_t begin = text.rfind('/') + 1; // 0 without one
-    return text.ends_with('/') ? nullptr : copyOf(text.substr(begin));
+    return text.ends_with('/') ? nullptr : _KXCopyForCaller(text.substr(begin));
 }
 
 const char* KXAppendPath(const char* a, const char* b) {
@@ -105,11 +94,12 @@ char* KXGetContainingPathOf(const char* path) {
     if (rest.ends_with('/'))
         rest.remove_suffix(1);
     const std::size_t slash = rest.rfind('/');
-    return slash == std::string_view::npos ? nullptr : copyOf(rest.substr(0, slash + 1));
+    return slash == std::string_view::npos ? nullptr : _KXCopyForCaller(rest.substr(0, slash + 1));
 }
 
 char* KXGetExtension(const char* path) {
     const std::string_view text = path ? path : "";
     const std::size_t dot = text.rfind('.');
-    return dot == std::string_view::npos || text.ends_with('.') ? nullptr : copyOf(text.substr(dot + 1));
+    return dot == std::string_view::npos || text.ends_with('.') ? nullptr
+                                                                : _KXCopyForCaller(text.substr(dot + 1));
 }

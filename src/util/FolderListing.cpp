@@ -1,5 +1,6 @@
 #include "util/FolderListing.h"
 
+#include "platform/FolderReader.h"
 #include "util/TextOrder.h"
 
 #include <algorithm>
@@ -21,9 +22,9 @@ struct SortedEntry {
 };
 
 // A link that leads nowhere is a name that is taken, so it is listed, as a file.
-fs::file_type typeOf(const fs::directory_entry& entry) {
+fs::file_type typeOf(const fs::path& entry) {
     std::error_code error;
-    const fs::file_type type = entry.status(error).type();
+    const fs::file_type type = fs::status(entry, error).type();
     return error || type == fs::file_type::not_found ? fs::file_type::regular : type;
 }
 
@@ -62,10 +63,10 @@ bool _KXFileFilter::matchesExtension(const std::string& name) const {
 _KXFolderListing _KXReadFolder(const std::string& path, const _KXFileFilter& filter) {
     _KXFolderListing listing;
     std::vector<SortedEntry> halves[2];
-    std::error_code error;
-    for (fs::directory_iterator entry(path, error), end; entry != end; entry.increment(error)) {
-        std::string name = entry->path().filename().string();
-        const fs::file_type type = typeOf(*entry);
+    _KXFolderReader folder(path.c_str());
+    while (const char* const next = folder.next()) {
+        std::string name = next;
+        const fs::file_type type = typeOf(fs::path(path) / name);
         if (isListed(filter, name, type)) {
             const bool isFolder = type == fs::file_type::directory;
             halves[isFolder ? 0 : 1].push_back(
@@ -74,7 +75,7 @@ _KXFolderListing _KXReadFolder(const std::string& path, const _KXFileFilter& fil
             listing.hasOthers = true;
         }
     }
-    listing.error = error.value();
+    listing.error = folder.error();
     listing.entries.reserve(halves[0].size() + halves[1].size());
     for (std::vector<SortedEntry>& half : halves) {
         std::sort(half.begin(), half.end(),

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 namespace {
 // The head of a temporary string's block; the text handed out follows it in the same allocation.
@@ -65,6 +66,14 @@ char* _KXMakeString(int size) {
     if (string)
         string[0] = 0;
     return string;
+}
+
+char* _KXCopyForCaller(std::string_view text) {
+    char* copy = static_cast<char*>(std::malloc(text.size() + 1));
+    if (!copy)
+        throw std::bad_alloc();
+    copy[text.copy(copy, text.size())] = 0;
+    return copy;
 }
 
 std::string_view _KXTextIn(const char* bytes, std::size_t size) {

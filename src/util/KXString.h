@@ -12,6 +12,9 @@ void _KXCleanTempStrings();
 /// or when memory is exhausted.
 char* _KXMakeString(int size);
 
+/// A copy of a text, for the caller to free(). Throws std::bad_alloc, because null means that there is none.
+char* _KXCopyForCaller(std::string_view text);
+
 /// The text at the start of @a size bytes, which it may fill without a terminator.
 std::string_view _KXTextIn(const char* bytes, std::size_t size);
 

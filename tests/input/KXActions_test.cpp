@@ -1,7 +1,6 @@
 // Actions: their edges are those of "any of the inputs is held", and files of them are read whole or not.
 
 #include "support/Allocations.h"
-#include "support/Denied.h"
 #include "support/TemporaryFolder.h"
 
 #include "InputTest.h"
@@ -197,16 +196,6 @@ TEST_F(Actions, BadFilesChangeNothing) {
         EXPECT_EQ(load(before.substr(0, length)), length && before[length - 1] == '\n' ? -1 : 0) << length;
     for (const char* path : {static_cast<const char*>(nullptr), "", "no/such/file", folder.path().c_str()})
         EXPECT_EQ(actions.load(path) + actions.save(path), 0);
-}
-
-TEST_F(Actions, AFileIsReplacedWholeOrNotAtAll) {
-    load("jump: key Space\n");
-    const std::string target = folder.write("target", "as it was");
-    const auto save = [&] { return actions.save(target.c_str()); };
-    EXPECT_EQ((FullDisk(5), save()), 0);
-    EXPECT_EQ(contentOf(target), "as it was");
-    EXPECT_EQ(save(), -1);
-    EXPECT_EQ(contentOf(target), saved());
 }
 
 TEST_F(Actions, WhatCannotBeIsRefused) {

@@ -22,9 +22,9 @@ using namespace std::string_literals;
 
 inline const std::string marker = "_KXEOB\0"s;
 
-/// A block that was handed out, which is freed.
+/// A block that was handed out, which is freed; nothing for null.
 inline std::string take(char* block, std::size_t length) {
-    const std::string bytes(block, length);
+    const std::string bytes(block ? block : "", block ? length : 0);
     std::free(block);
     return bytes;
 }

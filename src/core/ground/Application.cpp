@@ -4,15 +4,19 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <new>
 #include <string>
+#include <utility>
 
 constinit const char* KXApplicationName = nullptr;
 constinit const char* KXExecutablePath = nullptr;
 constinit const char* KXBundlePath = nullptr;
 
 static void replaceText(const char*& text, const char* replacement) {
-    std::free(const_cast<char*>(text));
-    text = replacement ? strdup(replacement) : nullptr;
+    char* const copy = replacement ? strdup(replacement) : nullptr;
+    if (replacement && !copy) // null would say that there is none
+        throw std::bad_alloc();
+    std::free(const_cast<char*>(std::exchange(text, copy)));
 }
 
 void _KXForgetApplicationPaths() {

@@ -182,6 +182,10 @@ bool _KXReadRecordingFile(const char* path, _KXReadRecording& recording) {
             return false;
         }
     }
+    if (file.bad()) {
+        _KXReportError("Unable to read the recording at %s to its end", path);
+        return false;
+    }
     if (!parser.hasBegun()) {
         _KXReportError("%s:%u: the recording is cut off", path, parser.line() + 1);
         return false;
