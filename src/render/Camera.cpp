@@ -1,7 +1,6 @@
-#include "render/Camera.h"
+#include "render/CameraMap.h"
 
 #include "core/ground/HeapGlobal.h"
-#include "render/CameraSink.h"
 #include "render/Clip.h"
 #include "render/ClipScope.h"
 #include "render/KXRenderContext.h"

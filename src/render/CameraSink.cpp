@@ -1,7 +1,7 @@
-#include "render/CameraSink.h"
+#include "render/DrawSink.h"
 
 #include "core/ground/HeapGlobal.h"
-#include "render/Camera.h"
+#include "render/CameraMap.h"
 #include "render/Clip.h"
 #include "render/DrawBatch.h"
 #include "render/View.h"

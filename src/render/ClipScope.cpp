@@ -1,7 +1,7 @@
 #include "render/ClipScope.h"
 
 #include "core/ground/Truncate.h"
-#include "render/Camera.h"
+#include "render/CameraMap.h"
 #include "render/GraphicsContext.h"
 
 #include <SDL_opengl.h>

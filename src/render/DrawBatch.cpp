@@ -1,8 +1,7 @@
 #include "render/DrawBatch.h"
 
 #include "core/ground/HeapGlobal.h"
-#include "render/Camera.h"
-#include "render/CameraSink.h"
+#include "render/CameraMap.h"
 #include "render/DrawSink.h"
 #include "render/GLCheck.h"
 #include "render/ShaderProgram.h"

@@ -1,7 +1,7 @@
 #include "render/Pen.h"
 
 #include "core/ground/HeapGlobal.h"
-#include "render/Camera.h"
+#include "render/CameraMap.h"
 #include "render/DrawStatistics.h"
 #include "render/GLFunctions.h"
 #include "render/KXRenderContext.h"

@@ -1,6 +1,6 @@
 #include "render/ShapeMesh.h"
 
-#include "render/Camera.h"
+#include "render/CameraMap.h"
 #include "render/DrawSink.h"
 #include "render/Pen.h"
 #include "render/View.h"

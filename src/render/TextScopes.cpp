@@ -1,6 +1,6 @@
 #include "render/TextScopes.h"
 
-#include "render/Camera.h"
+#include "render/CameraMap.h"
 #include "render/DrawBatch.h"
 #include "render/Pen.h"
 

@@ -6,7 +6,7 @@
 #include "core/ground/Truncate.h"
 #include "image/ImageFile.h"
 #include "image/Surface.h"
-#include "render/Camera.h"
+#include "render/CameraMap.h"
 #include "render/DrawBatch.h"
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"

@@ -4,6 +4,9 @@
 
 #include <cmath>
 
+class _KXDrawSink;
+struct _KXMeshCorner;
+
 /// The map of a camera from its world to the target. What is near the centre stays exact, wherever that is.
 struct _KXCameraMap {
     bool seesAnything = false;
@@ -42,3 +45,13 @@ public:
     _KXNoCameraScope(const _KXNoCameraScope&) = delete;
     _KXNoCameraScope& operator=(const _KXNoCameraScope&) = delete;
 };
+
+/// Has a camera look at what is drawn, and hands on to the sink that would be there without it.
+_KXDrawSink& _KXCameraSink();
+/// The way that draws go without a camera.
+_KXDrawSink& _KXSinkWithoutCamera();
+/// The same for triangles.
+void _KXDrawMeshSeen(const _KXMeshCorner* corners, int count);
+void _KXDrawMeshWithoutCamera(const _KXMeshCorner* corners, int count);
+/// Has it look anew which part of the target is to be seen.
+void _KXForgetWhatIsSeen();
