@@ -17,9 +17,7 @@ bool _KXIsDrawn(float number) { return std::abs(number) <= 1e9f; }
 
 bool _KXIsDrawn(KXPoint point) { return _KXIsDrawn(point.x) && _KXIsDrawn(point.y); }
 
-float _KXUnitsPerPixel() {
-    return 1 / (_KXPixelsPerUnit * (_KXHasCamera ? _KXCurrentCamera.zoom() : 1));
-}
+float _KXUnitsPerPixel() { return 1 / (_KXPixelsPerUnit * (_KXHasCamera ? _KXCurrentCamera.zoom() : 1)); }
 
 // In a mode of another name two layers may be more than one.
 bool _KXCoversWhatItOverlaps() { return _KXCurrentPen.isPlain(); }
