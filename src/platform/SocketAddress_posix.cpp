@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstring>
+#include <memory>
 
 #include <arpa/inet.h>
 #include <netdb.h>
@@ -50,13 +51,14 @@ _KXSocketAddress _KXFromSystem(const sockaddr_storage& system) {
 
 static std::vector<_KXSocketAddress> find(const char* host, int port, int flags) {
     std::vector<_KXSocketAddress> addresses;
-    addrinfo hints = {}, *list = nullptr;
+    addrinfo hints = {}, *found = nullptr;
     hints.ai_family = AF_UNSPEC;
     hints.ai_socktype = SOCK_STREAM;
     hints.ai_flags = flags;
-    if (port < 0 || port > 65535 || getaddrinfo(host, nullptr, &hints, &list) != 0)
+    if (port < 0 || port > 65535 || getaddrinfo(host, nullptr, &hints, &found) != 0)
         return addresses;
-    for (const addrinfo* each = list; each; each = each->ai_next) {
+    const std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> list(found, freeaddrinfo);
+    for (const addrinfo* each = found; each; each = each->ai_next) {
         if (each->ai_family != AF_INET && each->ai_family != AF_INET6)
             continue;
         sockaddr_storage system = {};
@@ -64,7 +66,6 @@ static std::vector<_KXSocketAddress> find(const char* host, int port, int flags)
         addresses.push_back(_KXFromSystem(system));
         addresses.back().port = static_cast<std::uint16_t>(port);
     }
-    freeaddrinfo(list);
     return addresses;
 }
 

@@ -139,6 +139,8 @@ bool overlapAt(double time, const KXRect& moving, KXPoint by, const KXRect& stil
 double firstOverlap(const KXRect& moving, KXPoint by, const KXRect& still) {
     std::vector<double> times = {0, 1};
     const auto add = [&times](double from, double extent, double way, double low, double high) {
+        if (way == 0)
+            return;
         for (const double time : {(low - from - extent) / way, (high - from) / way})
             if (time > 0 && time < 1)
                 times.push_back(time);
