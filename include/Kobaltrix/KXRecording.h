@@ -39,7 +39,7 @@ KX_API void KXIgnoreRecordingVariables(int ignore);
 
 /// Begins a recording from here on, after ending what was recorded or replayed until now. Nothing counts as
 /// held or owed, and the C library's random numbers begin anew, so the game has to begin anew as well.
-/// @param path the file, which is replaced.
+/// @param path the file, which is replaced. One that is there stays as PATH.before until this one is whole.
 /// @return -1, or 0 with a text in KXError().
 KX_API int KXBeginRecording(const char* path);
 /// Begins to replay a recording that KXBeginRecording() made at the same place in the game.

@@ -258,6 +258,18 @@ TEST_F(RecordingTest, DamagedFilesAreRefusedWithTheirLine) {
     EXPECT_EQ(KXRecordingStateNow(), KXRecordingNone);
 }
 
+TEST_F(RecordingTest, ReplacesAnotherWhenItIsWhole) {
+    const std::string path = file, before = path + ".before";
+    std::ofstream(path) << "kept";
+    EXPECT_EQ(KXBeginRecording(path.c_str()), -1);
+    EXPECT_EQ(contentOf(before), "kept");
+    KXEndRecording();
+    EXPECT_FALSE(KXFileExists(before.c_str()));
+    EXPECT_EQ(contentOf(path).substr(0, 9), "kobaltrix");
+    EXPECT_EQ(KXBeginRecording((path + "/in a file").c_str()), 0);
+    EXPECT_EQ(contentOf(path).substr(0, 9), "kobaltrix");
+}
+
 TEST_F(RecordingTest, EndsWhereTheDiskIsFull) {
     const char* const full = "/dev/full";
     if (!KXFileExists(full))

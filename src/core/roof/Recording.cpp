@@ -24,9 +24,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -37,6 +39,7 @@ struct Run {
     std::unique_ptr<_KXPlayer> player;
     _KXRandomTrace random;
     std::uint64_t steps = 0;
+    std::string before;          ///< Where the recording lies that this one replaces; empty for none.
     std::uint64_t stopAt = 0;    ///< The step to end a replay at, 0 for none.
     std::string picture;         ///< To keep then.
     bool hasPicture = false;     ///< Whether it was kept.
@@ -146,16 +149,29 @@ static bool readNumber(const char* name, std::uint64_t& number) {
     return false;
 }
 
+// A recording grows as the game goes on, and what is there of it counts when the game falls. So the one
+// before it stays until it is whole. The name of that; empty if there is none.
+static std::string setAside(const std::string& path) {
+    std::error_code error;
+    const std::string before = path + ".before";
+    const bool isThere = std::filesystem::is_regular_file(path, error);
+    return isThere && std::rename(path.c_str(), before.c_str()) == 0 ? before : "";
+}
+
 // @param pixelsEvery unless the environment says of which pictures a hash is kept.
 static int beginRecording(const char* path, std::uint64_t pixelsEvery) {
     KXEndRecording();
     if (!readNumber("KOBALTRIX_RECORD_PIXELS", pixelsEvery))
         return 0;
+    const std::string before = setAside(path ? path : "");
     std::ofstream file(path ? path : "", std::ios::binary | std::ios::trunc);
     if (!file) {
         _KXReportError("Unable to write a recording at %s", path ? path : "(null)");
+        if (!before.empty())
+            std::rename(before.c_str(), path);
         return 0;
     }
+    run().before = before;
     run().player.reset();
     run().recorder = std::make_unique<_KXRecorder>(std::move(file), pixelsEvery);
     const unsigned seed = newSeed();
@@ -190,8 +206,11 @@ static void end() {
     const bool replayed = _KXIsReplaying();
     letGo();
     state = KXRecordingNone;
-    if (run().recorder)
+    if (run().recorder) {
         run().recorder->end();
+        if (run().recorder->isGood() && !run().before.empty())
+            std::remove(run().before.c_str());
+    }
     run().recorder.reset();
     run().isWholeProcess = false;
     run().stopAt = 0;
