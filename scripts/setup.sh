@@ -15,6 +15,8 @@ if [[ -r /proc/meminfo ]]; then
 fi
 if ((jobs < 1)); then jobs=1; fi
 export CMAKE_BUILD_PARALLEL_LEVEL=$jobs CTEST_PARALLEL_LEVEL=$jobs
+# Without this, ccache does not keep what is compiled with precompiled headers.
+export CCACHE_SLOPPINESS=pch_defines,time_macros
 
 build_packages=(
     g++ cmake ninja-build pkg-config ccache
