@@ -4,7 +4,7 @@
 
 /// @file
 /// How what is drawn meets what is there: for one draw (KXDrawOptions::blend) or for all that follows,
-/// shapes, text and widgets too.
+/// shapes, text and widgets too. Needs the thread that owns the OpenGL context.
 
 /// How colours mix. "Opacity" is the alpha of what is drawn, 0.0 to 1.0; with 0 nothing changes, but for
 /// #KXBlendReplace. What becomes of the target's own alpha is told where it counts: in a texture, see

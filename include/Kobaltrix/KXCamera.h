@@ -5,7 +5,8 @@
 /// @file
 /// Cameras: a world that is larger than the window, drawn where a camera looks. What is pushed holds for
 /// everything that the library draws, in windows and textures, at once and in a batch; OpenGL's matrices stay
-/// what they are, and so does what a game draws by OpenGL itself.
+/// what they are, and so does what a game draws by OpenGL itself. Needs the thread that owns the OpenGL
+/// context.
 ///
 /// @code
 /// KXPushCamera(camera);

@@ -3,7 +3,8 @@
 #include <Kobaltrix/KXTypes.h>
 
 /// @file
-/// The displays of the desktop, and the modes that each can be in.
+/// The displays of the desktop, and the modes that each can be in. Needs the thread that called KXInit(); a
+/// recording keeps what is answered.
 
 /// A mode of a display. Its size is in the platform's screen coordinates, as windows have it.
 struct KXDisplayMode {

@@ -18,7 +18,8 @@
 /// are degrees, clockwise on screen; 0 points right. Round shapes have as many corners as it takes to look
 /// round at the target's density. Where a number is none, infinite or above a thousand million, nothing is
 /// drawn. Each pixel of a shape is drawn once, so what is not opaque stays even where a line crosses itself.
-/// Every call leaves OpenGL's current colour changed; without a window nothing is drawn.
+/// Every call leaves OpenGL's current colour changed; without a window nothing is drawn. Needs the thread
+/// that owns the OpenGL context; throws std::bad_alloc, with nothing drawn, when memory is exhausted.
 
 /// How the colour of a shape runs.
 enum KXGradient : int {

@@ -38,11 +38,9 @@ void drawBox(KXImage& image, const _KXBox& box, KXPixel pixel) {
 // Hands over the rows that an image at (x, y) shares with another: both pixels, and how many.
 template<class EachRow>
 void forSharedRows(KXImage& image, const KXImage& other, int x, int y, const EachRow& eachRow) {
-    // An end beyond what an int holds lies beyond the image, too.
-    const auto end = [](int from, int extent) { return _KXTruncate(static_cast<double>(from) + extent); };
     const _KXBox shared =
-        _KXBox{x, y, end(x, other.width()), end(y, other.height())}.within(image.width(), image.height());
-    for (int row = shared.top; row < shared.bottom && shared.left < shared.right; ++row)
+        _KXBox::at(x, y, other.width(), other.height()).within(image.width(), image.height());
+    for (int row = shared.top; row < shared.bottom && !shared.isEmpty(); ++row)
         eachRow(image.row(row) + shared.left, other.row(row - y) + (shared.left - x),
                 shared.right - shared.left);
 }
@@ -50,7 +48,7 @@ void forSharedRows(KXImage& image, const KXImage& other, int x, int y, const Eac
 
 void KXImage::fill(KXRect rect, KXColor color) {
     const _KXBox box = _KXBox::of(rect).within(_width, _height);
-    for (int y = box.top; y < box.bottom && box.left < box.right; ++y)
+    for (int y = box.top; y < box.bottom && !box.isEmpty(); ++y)
         std::fill(row(y) + box.left, row(y) + box.right, KXPixelOf(color));
 }
 

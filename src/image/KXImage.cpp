@@ -1,5 +1,6 @@
 #include <Kobaltrix/KXImage.h>
 
+#include "core/ground/ColorByte.h"
 #include "core/ground/ErrorSlot.h"
 #include "image/Box.h"
 #include "image/ImageFile.h"
@@ -12,12 +13,8 @@
 #include <new>
 #include <utility>
 
-static std::uint8_t byteOf(float channel) {
-    return channel > 0 ? static_cast<std::uint8_t>(std::min(channel, 1.0f) * 255 + 0.5f) : std::uint8_t{0};
-}
-
 KXPixel KXPixelOf(KXColor color) {
-    return {byteOf(color.r), byteOf(color.g), byteOf(color.b), byteOf(color.a)};
+    return {_KXColorByte(color.r), _KXColorByte(color.g), _KXColorByte(color.b), _KXColorByte(color.a)};
 }
 
 KXColor KXColorOf(KXPixel pixel) { return KXMakeColori(pixel.r, pixel.g, pixel.b, pixel.a); }

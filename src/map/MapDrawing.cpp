@@ -41,9 +41,11 @@ int _KXTileInfo::idAt(int id, double milliseconds) const {
     return animation.back().id;
 }
 
-KXSize _KXTileset::sizeOf(int id) const {
-    const _KXTileInfo* const info = isCollection() ? infoOf(id) : nullptr;
-    return info ? info->size : tileSize;
+KXSize _KXTileset::reach() const {
+    float side = std::max(tileSize.width, tileSize.height);
+    for (const auto& [id, tile] : tiles) // of a collection
+        side = std::max({side, tile.size.width, tile.size.height});
+    return {side + std::fabs(offset.x), side + std::fabs(offset.y)};
 }
 
 namespace {
@@ -85,20 +87,7 @@ void Painter::draw(int layer) {
 
 void Painter::drawTiles(const _KXTileGrid& grid) {
     const auto [width, height] = _map.tileSize;
-    // Tiles may be larger than their cells, and reach up and to the right of them.
-    double wide = 0, high = 0;
-    for (const _KXTileset& set : _map.tilesets) {
-        const float side = std::max(set.tileSize.width, set.tileSize.height); // they may be turned
-        wide = std::max(wide, double{side} + std::fabs(set.offset.x));
-        high = std::max(high, double{side} + std::fabs(set.offset.y));
-        for (const auto& [id, tile] : set.tiles)
-            if (tile.size.width > 0) { // of a collection
-                wide = std::max(wide, double{std::max(tile.size.width, tile.size.height)} +
-                                          std::fabs(set.offset.x));
-                high = std::max(high, double{std::max(tile.size.width, tile.size.height)} +
-                                          std::fabs(set.offset.y));
-            }
-    }
+    const double wide = _map.reach.width, high = _map.reach.height;
     const KXPoint corner = _part.origin + (_position - _part.origin - _shift); // in the layer's own pixels
     constexpr int most = 16384;
     const auto cell = [](double at, double side) { return _KXTruncate(std::floor(at / side)); };

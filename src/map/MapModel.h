@@ -23,6 +23,10 @@ public:
         return block ? (*block)[indexOf(column, row)] : 0;
     }
     void set(int column, int row, std::uint32_t cell);
+    /// What the blocks cover, from the first to behind the last cell.
+    int left = 0, top = 0, right = 0, bottom = 0;
+
+private:
     /// A block of cells, counted in blocks; null if it is empty.
     const Cells* blockAt(int x, int y) const {
         const auto found = _blocks.find(keyOf(x, y));
@@ -31,10 +35,6 @@ public:
     static std::size_t indexOf(int column, int row) {
         return static_cast<std::size_t>((row & (side - 1)) * side + (column & (side - 1)));
     }
-    /// What the blocks cover, from the first to behind the last cell.
-    int left = 0, top = 0, right = 0, bottom = 0;
-
-private:
     static std::uint64_t keyOf(int x, int y) {
         return std::uint64_t{static_cast<std::uint32_t>(x)} << 32 | static_cast<std::uint32_t>(y);
     }
@@ -85,7 +85,8 @@ struct _KXTileset {
         const auto found = tiles.find(id);
         return found == tiles.end() ? nullptr : &found->second;
     }
-    KXSize sizeOf(int id) const;
+    /// How far its tiles reach up and to the right of their cells, however they are turned.
+    KXSize reach() const;
 };
 
 /// What belongs to a layer beside what a game sees of it.
@@ -105,6 +106,7 @@ struct _KXMapState {
     std::vector<KXMapLayer> layers = {};
     std::vector<_KXMapLayerData> data = {}; ///< One for each layer.
     std::vector<_KXTileset> tilesets = {};
+    KXSize reach = {0, 0}; ///< The largest of the sets.
     std::vector<KXMapObject> objects = {};
     double milliseconds = 0;
 

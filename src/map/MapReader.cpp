@@ -1,5 +1,6 @@
 #include "map/MapReader.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace {
@@ -50,6 +51,8 @@ void Reader::read(const _KXMapValue& root) {
     _isInfinite = root.flag("infinite", false);
     for (const _KXMapValue& value : root.elements("tilesets")) {
         _map.tilesets.push_back(_KXReadTileset(value, _file));
+        const KXSize reach = _map.tilesets.back().reach();
+        _map.reach = {std::max(_map.reach.width, reach.width), std::max(_map.reach.height, reach.height)};
         const std::size_t count = _map.tilesets.size();
         if (count > 1 && _map.tilesets[count - 2].firstNumber >= _map.tilesets.back().firstNumber)
             value.member("firstgid").fail("must be greater than the one before");

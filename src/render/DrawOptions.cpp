@@ -1,7 +1,8 @@
 #include "render/DrawOptions.h"
 
+#include "render/Reach.h"
+
 #include <algorithm>
-#include <cmath>
 
 bool _KXCutSource(const KXRect& source, KXSize picture, KXRect& part, bool goesOn) {
     const auto& [origin, size] = source;
@@ -30,15 +31,11 @@ static _KXAffine flipped(KXFlip flip, float width, float height) {
     }
 }
 
-// Whether a part of some size stays where a float can tell a pixel from the next thousand.
 static bool isWithinReach(const _KXAffine& placement, KXSize part) {
-    constexpr float farthest = 1e9f;
     for (const float x : {0.0f, part.width})
-        for (const float y : {0.0f, part.height}) {
-            const KXPoint corner = placement(x, y);
-            if (!(std::abs(corner.x) <= farthest && std::abs(corner.y) <= farthest))
+        for (const float y : {0.0f, part.height})
+            if (!_KXIsWithinReach(placement(x, y)))
                 return false;
-        }
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "render/CameraMap.h"
 #include "render/DrawSink.h"
 #include "render/Pen.h"
+#include "render/Reach.h"
 #include "render/View.h"
 
 #include <Kobaltrix/KXPointMath.h>
@@ -12,10 +13,6 @@
 #include <cmath>
 #include <numbers>
 #include <utility>
-
-bool _KXIsDrawn(float number) { return std::abs(number) <= 1e9f; }
-
-bool _KXIsDrawn(KXPoint point) { return _KXIsDrawn(point.x) && _KXIsDrawn(point.y); }
 
 float _KXUnitsPerPixel() { return 1 / (_KXPixelsPerUnit * (_KXHasCamera ? _KXCurrentCamera.zoom() : 1)); }
 
@@ -27,6 +24,33 @@ int _KXCornersOfCircle(float radius) {
     const float pixels = std::max(1.0f, radius / _KXUnitsPerPixel());
     const float corners = std::ceil(std::numbers::pi_v<float> / std::acos(1 - mostError / pixels));
     return static_cast<int>(std::clamp(corners, 8.0f, 512.0f));
+}
+
+_KXContour _KXArc(KXPoint centre, KXSize radii, float begin, float end, int pieces) {
+    _KXContour line;
+    for (int i = 0; i <= pieces; ++i) {
+        const KXPoint way =
+            KXTurned({1, 0}, KXLerp(begin, end, static_cast<float>(i) / static_cast<float>(pieces)));
+        line.push_back(centre + KXPoint{way.x * radii.width, way.y * radii.height});
+    }
+    return line;
+}
+
+_KXContour _KXEllipse(KXPoint centre, KXSize radii) {
+    const KXSize size = {std::abs(radii.width), std::abs(radii.height)};
+    _KXContour line = _KXArc(centre, size, 0, 360, _KXCornersOfCircle(std::max(size.width, size.height)));
+    line.pop_back(); // where it began
+    return line;
+}
+
+_KXContour _KXWithoutRepeats(const _KXContour& line, bool closed) {
+    _KXContour result;
+    for (const KXPoint& point : line)
+        if (result.empty() || result.back() != point)
+            result.push_back(point);
+    while (closed && result.size() > 1 && result.front() == result.back())
+        result.pop_back();
+    return result;
 }
 
 bool _KXIsClockwise(const _KXContour& contour) {
@@ -47,12 +71,11 @@ struct Covered {
 using Triangle = std::array<Covered, 3>;
 
 Covered between(const Covered& a, const Covered& b, float t) {
-    return {a.at + (b.at - a.at) * t, a.coverage + (b.coverage - a.coverage) * t};
+    return {KXLerp(a.at, b.at, t), KXLerp(a.coverage, b.coverage, t)};
 }
 
 KXColor between(KXColor a, KXColor b, float t) {
-    const auto mix = [t](float from, float to) { return from + (to - from) * t; };
-    return {mix(a.r, b.r), mix(a.g, b.g), mix(a.b, b.b), mix(a.a, b.a)};
+    return {KXLerp(a.r, b.r, t), KXLerp(a.g, b.g, t), KXLerp(a.b, b.b, t), KXLerp(a.a, b.a, t)};
 }
 
 // Gives triangles their colours, and hands them on.
@@ -61,8 +84,8 @@ public:
     explicit Painter(const KXShapePaint& paint) : _paint(paint) {
         const KXPoint way = paint.to - paint.from;
         _length = KXLength(way);
-        _isPlain = paint.gradient == KXGradientNone || !(_length > 0) || !_KXIsDrawn(paint.from) ||
-                   !_KXIsDrawn(paint.to);
+        _isPlain = paint.gradient == KXGradientNone || !(_length > 0) || !_KXIsWithinReach(paint.from) ||
+                   !_KXIsWithinReach(paint.to);
         if (_isPlain && paint.gradient != KXGradientNone)
             _paint.color = paint.endColor; // which begins at once
         _way = _length > 0 ? way / (_length * _length) : KXPoint{0, 0};
@@ -166,20 +189,9 @@ KXPoint moved(const _KXContour& contour, std::size_t i, float distance) {
     return at + normal * (distance / std::max(0.5f, cosine));
 }
 
-// Corners that lie in the same place have no edge between them.
-_KXContour withoutRepeats(const _KXContour& contour) {
-    _KXContour result;
-    for (const KXPoint& point : contour)
-        if (result.empty() || result.back() != point)
-            result.push_back(point);
-    while (result.size() > 1 && result.front() == result.back())
-        result.pop_back();
-    return result;
-}
-
 // The fringe of half a pixel to both sides of a border, and what is left within it.
 _KXContour fringe(const _KXContour& border, Painter& painter) {
-    const _KXContour contour = withoutRepeats(border);
+    const _KXContour contour = _KXWithoutRepeats(border, true); // else there are edges of no length
     const std::size_t count = contour.size();
     if (count < 3)
         return {};

@@ -15,11 +15,15 @@ bool _KXCoversWhatItOverlaps();
 /// How many corners a whole circle has, to look round.
 int _KXCornersOfCircle(float radius);
 
-/// Whether a number is one that shapes are drawn for.
-bool _KXIsDrawn(float number);
-/// The same of both numbers of a point.
-bool _KXIsDrawn(KXPoint point);
+/// The line of a part of an ellipse, both its ends included. @param begin,end degrees, clockwise on screen.
+/// @param pieces straight ones that it consists of.
+_KXContour _KXArc(KXPoint centre, KXSize radii, float begin, float end, int pieces);
+/// The line of a whole ellipse, as round as it has to look.
+_KXContour _KXEllipse(KXPoint centre, KXSize radii);
 
+/// A line without the points that are equal to the one before; of a closed one the last comes before the
+/// first.
+_KXContour _KXWithoutRepeats(const _KXContour& line, bool closed);
 /// Whether a contour goes clockwise on screen.
 bool _KXIsClockwise(const _KXContour& contour);
 

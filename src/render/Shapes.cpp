@@ -2,6 +2,7 @@
 
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
+#include "render/Reach.h"
 #include "render/ShapeMesh.h"
 #include "render/Stroke.h"
 
@@ -9,23 +10,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace {
 constexpr int mostPoints = 65536;
 
 bool areDrawn(const KXPoint* points, int count) {
     return points && count > 0 && count <= mostPoints &&
-           std::all_of(points, points + count, [](KXPoint point) { return _KXIsDrawn(point); });
-}
-
-// Part of an ellipse's line, both ends included, in so many pieces.
-void addArc(_KXContour& line, KXPoint centre, KXSize radii, float begin, float end, int pieces) {
-    for (int i = 0; i <= pieces; ++i) {
-        const float degrees = begin + (end - begin) * static_cast<float>(i) / static_cast<float>(pieces);
-        const KXPoint way = KXTurned({1, 0}, degrees);
-        line.push_back(centre + KXPoint{way.x * radii.width, way.y * radii.height});
-    }
+           std::all_of(points, points + count, [](KXPoint point) { return _KXIsWithinReach(point); });
 }
 
 int piecesOf(float radius, float degrees) {
@@ -33,17 +24,14 @@ int piecesOf(float radius, float degrees) {
     return std::max(1, static_cast<int>(std::ceil(whole * std::min(1.0f, std::abs(degrees) / 360))));
 }
 
-_KXContour ellipse(KXPoint centre, KXSize radii) {
-    _KXContour line;
-    const KXSize size = {std::abs(radii.width), std::abs(radii.height)};
-    addArc(line, centre, size, 0, 360, piecesOf(std::max(size.width, size.height), 360));
-    line.pop_back(); // where it began
-    return line;
+void addArc(_KXContour& line, KXPoint centre, float radius, float begin, float end) {
+    const _KXContour arc = _KXArc(centre, {radius, radius}, begin, end, piecesOf(radius, end - begin));
+    line.insert(line.end(), arc.begin(), arc.end());
 }
 
 bool isEllipse(KXPoint centre, KXSize radii) {
-    return _KXIsDrawn(centre) && _KXIsDrawn(radii.width) && _KXIsDrawn(radii.height) && radii.width != 0 &&
-           radii.height != 0;
+    return _KXIsWithinReach(centre) && _KXIsWithinReach(radii.width) && _KXIsWithinReach(radii.height) &&
+           radii.width != 0 && radii.height != 0;
 }
 
 _KXContour roundedRect(KXRect rect, float radius) {
@@ -53,18 +41,17 @@ _KXContour roundedRect(KXRect rect, float radius) {
     const float corner = radius > 0 ? std::min(radius, most) : 0;
     if (!(corner > 0))
         return {{left, top}, {right, top}, {right, bottom}, {left, bottom}};
-    const int pieces = piecesOf(corner, 90);
     _KXContour line;
-    addArc(line, {right - corner, bottom - corner}, {corner, corner}, 0, 90, pieces);
-    addArc(line, {left + corner, bottom - corner}, {corner, corner}, 90, 180, pieces);
-    addArc(line, {left + corner, top + corner}, {corner, corner}, 180, 270, pieces);
-    addArc(line, {right - corner, top + corner}, {corner, corner}, 270, 360, pieces);
+    addArc(line, {right - corner, bottom - corner}, corner, 0, 90);
+    addArc(line, {left + corner, bottom - corner}, corner, 90, 180);
+    addArc(line, {left + corner, top + corner}, corner, 180, 270);
+    addArc(line, {right - corner, top + corner}, corner, 270, 360);
     return line;
 }
 
 bool isRect(KXRect rect) {
-    return _KXIsDrawn(rect.origin) && rect.size.width > 0 && rect.size.height > 0 &&
-           _KXIsDrawn(rect.size.width) && _KXIsDrawn(rect.size.height);
+    return _KXIsWithinReach(rect.origin) && rect.size.width > 0 && rect.size.height > 0 &&
+           _KXIsWithinReach(rect.size.width) && _KXIsWithinReach(rect.size.height);
 }
 
 KXPoint onCurve(const KXPoint (&p)[4], float t) {
@@ -129,15 +116,15 @@ void KXDrawSpline(const KXPoint* points, int count, const KXStroke& stroke) {
 
 void KXDrawArc(KXPoint centre, float radius, float begin, float end, const KXStroke& stroke) {
     KX_GL_CHECK("KXDrawArc");
-    if (!_KXCurrentGraphicsContext || !isEllipse(centre, {radius, radius}) || !_KXIsDrawn(begin) ||
-        !_KXIsDrawn(end))
+    if (!_KXCurrentGraphicsContext || !isEllipse(centre, {radius, radius}) || !_KXIsWithinReach(begin) ||
+        !_KXIsWithinReach(end))
         return;
     if (std::abs(end - begin) >= 360)
-        return _KXDrawStrokeOf(ellipse(centre, {radius, radius}), closed(stroke));
+        return _KXDrawStrokeOf(_KXEllipse(centre, {radius, radius}), closed(stroke));
     KXStroke open = stroke;
     open.closed = 0;
     _KXContour line;
-    addArc(line, centre, {radius, radius}, begin, end, piecesOf(radius, end - begin));
+    addArc(line, centre, std::abs(radius), begin, end);
     _KXDrawStrokeOf(line, open);
 }
 
@@ -162,37 +149,36 @@ void KXDrawRoundedRect(KXRect rect, float radius, const KXStroke& stroke) {
 void KXDrawEllipse(KXPoint centre, KXSize radii, const KXShapePaint& paint) {
     KX_GL_CHECK("KXDrawEllipse");
     if (_KXCurrentGraphicsContext && isEllipse(centre, radii))
-        _KXFillConvex(ellipse(centre, radii), paint);
+        _KXFillConvex(_KXEllipse(centre, radii), paint);
 }
 
 void KXDrawEllipse(KXPoint centre, KXSize radii, const KXStroke& stroke) {
     KX_GL_CHECK("KXDrawEllipse");
     if (_KXCurrentGraphicsContext && isEllipse(centre, radii))
-        _KXDrawStrokeOf(ellipse(centre, radii), closed(stroke));
+        _KXDrawStrokeOf(_KXEllipse(centre, radii), closed(stroke));
 }
 
 void KXDrawSector(KXPoint centre, float innerRadius, float radius, float begin, float end,
                   const KXShapePaint& paint) {
     KX_GL_CHECK("KXDrawSector");
-    if (!_KXCurrentGraphicsContext || !isEllipse(centre, {radius, radius}) || !_KXIsDrawn(innerRadius) ||
-        !_KXIsDrawn(begin) || !_KXIsDrawn(end) || begin == end)
+    if (!_KXCurrentGraphicsContext || !isEllipse(centre, {radius, radius}) ||
+        !_KXIsWithinReach(innerRadius) || !_KXIsWithinReach(begin) || !_KXIsWithinReach(end) || begin == end)
         return;
     const float outer = std::abs(radius), inner = std::clamp(innerRadius, 0.0f, outer);
     if (inner >= outer)
         return;
     if (std::abs(end - begin) >= 360) {
-        _KXContours rings = {ellipse(centre, {outer, outer})};
+        _KXContours rings = {_KXEllipse(centre, {outer, outer})};
         if (inner > 0)
-            rings.push_back(ellipse(centre, {inner, inner}));
+            rings.push_back(_KXEllipse(centre, {inner, inner}));
         if (rings.size() == 2)
             std::reverse(rings[1].begin(), rings[1].end()); // a hole goes the other way round
         return _KXFillContours(rings, paint);
     }
     _KXContour line;
-    const int pieces = piecesOf(outer, end - begin);
-    addArc(line, centre, {outer, outer}, begin, end, pieces);
+    addArc(line, centre, outer, begin, end);
     if (inner > 0)
-        addArc(line, centre, {inner, inner}, end, begin, pieces);
+        addArc(line, centre, inner, end, begin);
     else
         line.push_back(centre);
     _KXFillContours({line}, paint);

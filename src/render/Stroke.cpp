@@ -1,19 +1,18 @@
 #include "render/Stroke.h"
 
+#include "render/Reach.h"
 #include "render/ShapeMesh.h"
 
 #include <Kobaltrix/KXPointMath.h>
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace {
 // The pieces that a line consists of, each convex. Together they are the line; they overlap.
 class Pieces {
 public:
-    Pieces(const KXStroke& stroke, float width)
-        : _stroke(stroke), _half(width / 2), _corners(_KXCornersOfCircle(_half)) {}
+    Pieces(const KXStroke& stroke, float width) : _stroke(stroke), _half(width / 2) {}
 
     void addSegment(KXPoint from, KXPoint to) {
         const KXPoint side = sideOf(KXNormalized(to - from));
@@ -55,15 +54,7 @@ public:
 
 private:
     KXPoint sideOf(KXPoint way) const { return {-way.y * _half, way.x * _half}; }
-    void addCircle(KXPoint centre) {
-        _KXContour circle;
-        for (int i = 0; i < _corners; ++i) {
-            const float angle =
-                2 * std::numbers::pi_v<float> * static_cast<float>(i) / static_cast<float>(_corners);
-            circle.push_back(centre + KXPoint{std::cos(angle), std::sin(angle)} * _half);
-        }
-        add(std::move(circle));
-    }
+    void addCircle(KXPoint centre) { add(_KXEllipse(centre, {_half, _half})); }
     // All go the same way round: then they are one where they overlap.
     void add(_KXContour piece) {
         if (!_KXIsClockwise(piece))
@@ -73,30 +64,19 @@ private:
 
     const KXStroke& _stroke;
     const float _half;
-    const int _corners;
     _KXContours _pieces;
 };
-
-_KXContour distinct(const _KXContour& points, bool closed) {
-    _KXContour line;
-    for (const KXPoint& point : points)
-        if (line.empty() || line.back() != point)
-            line.push_back(point);
-    while (closed && line.size() > 1 && line.back() == line.front())
-        line.pop_back();
-    return line;
-}
 } // namespace
 
 void _KXDrawStrokeOf(const _KXContour& points, const KXStroke& stroke) {
-    if (!(stroke.width > 0) || !_KXIsDrawn(stroke.width))
+    if (!(stroke.width > 0) || !_KXIsWithinReach(stroke.width))
         return;
     const float thinnest = _KXUnitsPerPixel(), width = std::max(stroke.width, thinnest);
     KXShapePaint paint(stroke.color);
     paint.color.a *= stroke.width / width; // thinner than a pixel is paler
     paint.smooth = stroke.smooth;
 
-    const _KXContour line = distinct(points, stroke.closed != 0);
+    const _KXContour line = _KXWithoutRepeats(points, stroke.closed != 0);
     const std::size_t count = line.size();
     const bool closed = stroke.closed && count > 2;
     Pieces pieces(stroke, width);

@@ -3,6 +3,7 @@
 #include "render/KXTexture.h"
 
 #include "core/ground/ErrorSlot.h"
+#include "image/Box.h"
 #include "render/DrawBatch.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
@@ -10,8 +11,6 @@
 #include "render/TextureBinding.h"
 
 #include <SDL_opengl.h>
-
-#include <algorithm>
 
 KXTexture::KXTexture(const KXImage& image) {
     _commonInit();
@@ -38,13 +37,9 @@ int KXTexture::setPart(const KXImage& image, int x, int y) {
         _KXReportError("Unable to set pixels of a texture that is empty or whose window is closed");
         return 0;
     }
-    const auto end = [](int from, int extent, float most) {
-        return static_cast<int>(
-            std::min(static_cast<long long>(from) + extent, static_cast<long long>(most)));
-    };
-    const int left = std::max(x, 0), right = end(x, image.width(), _size.width);
-    const int top = std::max(y, 0), bottom = end(y, image.height(), _size.height);
-    if (left >= right || top >= bottom)
+    const _KXBox part = _KXBox::at(x, y, image.width(), image.height())
+                            .within(static_cast<int>(_size.width), static_cast<int>(_size.height));
+    if (part.isEmpty())
         return -1;
     _KXFlushBatch(KXDrawFlushTextureChange);
     ++_KXDrawStatistics.textureUploads;
@@ -52,8 +47,8 @@ int KXTexture::setPart(const KXImage& image, int x, int y) {
     const _KXTextureBindingScope binding(_textureID);
     const _KXTightPixelStore tight;
     glPixelStorei(GL_UNPACK_ROW_LENGTH, image.width());
-    glTexSubImage2D(GL_TEXTURE_2D, 0, left, top, right - left, bottom - top, GL_RGBA, GL_UNSIGNED_BYTE,
-                    image.row(top - y) + (left - x));
+    glTexSubImage2D(GL_TEXTURE_2D, 0, part.left, part.top, part.right - part.left, part.bottom - part.top,
+                    GL_RGBA, GL_UNSIGNED_BYTE, image.row(part.top - y) + (part.left - x));
     return -1;
 }
 
