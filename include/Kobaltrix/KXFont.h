@@ -3,6 +3,7 @@
 #include <Kobaltrix/KXTypes.h>
 
 #include <memory>
+#include <vector>
 
 /// @file
 /// Text from TrueType and OpenType files, and the cache that shares fonts between widgets.
@@ -18,6 +19,7 @@
 /// so a plain closing brace ahead of a span spoils that span.
 
 class FTFont;
+class _KXTypeface;
 
 // The destructor is not virtual: a class derived from this one is deleted through its own type.
 #if defined(__GNUC__) || defined(__clang__)
@@ -84,13 +86,20 @@ public:
     /// @param c the colour outside of colour spans. @param format null prints nothing.
     void print(KXPoint p, KXColor c, const char* format, ...) KX_PRINTF(4, 5);
 
+    /// Adds a font that layouts (KXTextLayout.h) ask for what this one does not have, after those that were
+    /// added before. Its file counts, at the size of this one, and not its own fallbacks; it may be deleted
+    /// then. What this class prints and measures stays as it is.
+    void addFallback(const KXFont& font);
+
     // Used by the library itself.
     KX_INTERNAL void _printPlain(KXPoint p, KXColor c, const char* text);
     KX_INTERNAL KXAliasMode _aliasModeInUse() const;
     KX_INTERNAL unsigned _currentRevision() const;
+    KX_INTERNAL const std::vector<std::shared_ptr<_KXTypeface>>& _typefacesInUse() const;
 
 private:
     struct Offsets;
+    struct Sources;
     KX_INTERNAL bool _canPrint() const;
     KX_INTERNAL KXPoint _originOf(KXPoint p) const;
 
@@ -99,6 +108,7 @@ private:
     unsigned _revision;
     std::unique_ptr<FTFont> _font;
     std::unique_ptr<Offsets> _offsets;
+    std::unique_ptr<Sources> _sources;
 };
 
 #if defined(__GNUC__) || defined(__clang__)

@@ -13,7 +13,7 @@
 ///   KXCamera.h, KXShader.h, KXTextureCache.h, KXImage.h, KXDrawing.h, KXShapes.h, KXDrawBatch.h
 /// - Maps of tiles: KXMap.h
 /// - Sprites and values in files: KXSprite.h, KXIO.h, KXSaveFile.h
-/// - Text: KXFont.h, KXUIGlobalFont.h
+/// - Text: KXFont.h, KXTextLayout.h, KXUIGlobalFont.h
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
 ///   KXActions.h, KXInputEvents.h, KXClipboard.h
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
@@ -77,6 +77,7 @@
 #include <Kobaltrix/KXSound.h>
 #include <Kobaltrix/KXSprite.h>
 #include <Kobaltrix/KXString.h>
+#include <Kobaltrix/KXTextLayout.h>
 #include <Kobaltrix/KXTexture.h>
 #include <Kobaltrix/KXTextureCache.h>
 #include <Kobaltrix/KXTimer.h>

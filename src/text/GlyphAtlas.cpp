@@ -40,67 +40,95 @@ public:
         : FTGlyph(slot),
           _advance(static_cast<double>(slot->advance.x) / 64, static_cast<double>(slot->advance.y) / 64) {}
 
-    /// Gives the glyph ink: a part of a page. @a left and @a top place it against the pen.
-    void setInk(const _KXGlyphPage& page, const _KXTextureRect& source, KXPoint leftTop, KXSize size) {
-        _page = page;
-        _source = source;
-        _leftTop = leftTop;
-        _size = size;
-    }
+    void setInk(const _KXGlyphInk& ink) { _ink = ink; }
 
     const FTPoint& Render(const FTPoint& pen, int) override {
-        if (_page.smooth && _KXRenderedGlyphs) {
+        if (_ink.page.smooth && _KXRenderedGlyphs) {
             // On whole pixels, where the glyph is sharp.
-            const float left = std::floor(pen.Xf() + _leftTop.x), top = std::floor(pen.Yf() + _leftTop.y);
-            const float right = left + _size.width, bottom = top - _size.height;
+            const float left = std::floor(pen.Xf() + _ink.leftTop.x),
+                        top = std::floor(pen.Yf() + _ink.leftTop.y);
+            const float right = left + _ink.size.width, bottom = top - _ink.size.height;
             _KXRenderedGlyphs->push_back(
-                {_page, {{left, top}, {left, bottom}, {right, bottom}, {right, top}}, _source});
+                {_ink.page, {{left, top}, {left, bottom}, {right, bottom}, {right, top}}, _ink.source});
         }
         return _advance;
     }
 
 private:
     FTPoint _advance;
-    _KXGlyphPage _page = {}; // none without ink
-    _KXTextureRect _source = {};
-    KXPoint _leftTop = {0, 0};
-    KXSize _size = {0, 0};
+    _KXGlyphInk _ink;
 };
 } // namespace
 
 FTGlyph* _KXGlyphAtlas::makeGlyph(FT_GlyphSlot slot) {
-    const Extent extent = extentOf(slot);
-    if (std::max(extent.width, extent.height) > _KXGlyphPages::largestSide() - 2 * padding)
+    auto glyph = std::make_unique<AtlasGlyph>(slot); // before the slot holds pixels
+    const std::optional<_KXGlyphInk> ink = makeInk(slot, nullptr);
+    if (!ink)
         return nullptr;
-    auto glyph = std::make_unique<AtlasGlyph>(slot);
-    const FT_Error error = FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL);
-    if (error == FT_Err_Out_Of_Memory)
-        return nullptr;
-    if (error != 0 || slot->bitmap.pixel_mode != FT_PIXEL_MODE_GRAY || slot->bitmap.width == 0 ||
-        slot->bitmap.rows == 0)
-        return glyph.release();
-    const std::optional<Place> place = store(slot->bitmap, slot->face->size->metrics.y_ppem);
-    if (!place)
-        return nullptr;
-    glyph->setInk(place->page, place->rect,
-                  {static_cast<float>(slot->bitmap_left), static_cast<float>(slot->bitmap_top)},
-                  {static_cast<float>(slot->bitmap.width), static_cast<float>(slot->bitmap.rows)});
+    glyph->setInk(*ink);
     return glyph.release();
 }
 
+namespace {
+struct DoneGlyph {
+    void operator()(FT_Glyph glyph) const { FT_Done_Glyph(glyph); }
+};
+using Glyph = std::unique_ptr<FT_GlyphRec_, DoneGlyph>;
+} // namespace
+
+// A glyph grown by what the stroker draws around it. Null where it has no outline.
+static Glyph grownGlyph(FT_GlyphSlot slot, FT_Stroker stroker) {
+    FT_Glyph glyph = nullptr;
+    if (slot->format != FT_GLYPH_FORMAT_OUTLINE || FT_Get_Glyph(slot, &glyph) != 0)
+        return nullptr;
+    if (FT_Glyph_StrokeBorder(&glyph, stroker, 0, 1) != 0 ||
+        FT_Glyph_To_Bitmap(&glyph, FT_RENDER_MODE_NORMAL, nullptr, 1) != 0) {
+        FT_Done_Glyph(glyph);
+        return nullptr;
+    }
+    return Glyph(glyph);
+}
+
+std::optional<_KXGlyphInk> _KXGlyphAtlas::makeInk(FT_GlyphSlot slot, FT_Stroker stroker) {
+    const Extent extent = extentOf(slot);
+    if (std::max(extent.width, extent.height) > _KXGlyphPages::largestSide() - 2 * padding)
+        return std::nullopt;
+    const int fontSize = slot->face->size->metrics.y_ppem;
+    if (stroker) {
+        const Glyph glyph = grownGlyph(slot, stroker);
+        if (!glyph)
+            return _KXGlyphInk();
+        const auto* pixels = reinterpret_cast<FT_BitmapGlyph>(glyph.get());
+        return store(pixels->bitmap, {static_cast<float>(pixels->left), static_cast<float>(pixels->top)},
+                     fontSize);
+    }
+    const FT_Error error = FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL);
+    if (error == FT_Err_Out_Of_Memory)
+        return std::nullopt;
+    if (error != 0 || slot->bitmap.pixel_mode != FT_PIXEL_MODE_GRAY)
+        return _KXGlyphInk();
+    return store(slot->bitmap, {static_cast<float>(slot->bitmap_left), static_cast<float>(slot->bitmap_top)},
+                 fontSize);
+}
+
 // Uploads a bitmap to the next free place. None if the driver has none.
-std::optional<_KXGlyphAtlas::Place> _KXGlyphAtlas::store(const FT_Bitmap& bitmap, int fontSize) {
+std::optional<_KXGlyphInk> _KXGlyphAtlas::store(const FT_Bitmap& bitmap, KXPoint leftTop, int fontSize) {
     const int width = static_cast<int>(bitmap.width), height = static_cast<int>(bitmap.rows);
+    if (width == 0 || height == 0)
+        return _KXGlyphInk();
     if (!hasRoom(width, height) && !addPage(width, height, fontSize))
         return std::nullopt;
     _pages.upload(_x, _y, width, height, bitmap.buffer, bitmap.pitch);
     const auto texel = [side = static_cast<float>(_side)](int pixels) {
         return static_cast<float>(pixels) / side;
     };
-    const Place place = {_pages.last(), {texel(_x), texel(_y), texel(_x + width), texel(_y + height)}};
+    const _KXGlyphInk ink = {_pages.last(),
+                             {texel(_x), texel(_y), texel(_x + width), texel(_y + height)},
+                             leftTop,
+                             {static_cast<float>(width), static_cast<float>(height)}};
     _x += width + padding;
     _shelfHeight = std::max(_shelfHeight, height);
-    return place;
+    return ink;
 }
 
 // Whether the last page can hold the glyph at the pen, which moves to a new shelf where this one is full.

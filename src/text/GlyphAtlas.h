@@ -4,6 +4,7 @@
 #include "render/QuadStream.h"
 
 #include <FTGL/ftgl.h>
+#include <freetype/ftstroke.h>
 
 #include <optional>
 #include <vector>
@@ -11,6 +12,15 @@
 /// The glyphs that a face renders, in the order of the text and in FTGL's coordinates: y points up, the
 /// baseline's start is (0, 0).
 inline constinit std::vector<_KXGlyphQuad>* _KXRenderedGlyphs = nullptr;
+
+/// What a glyph shows: a part of a page, placed against the pen. Without a texture it shows nothing, as a
+/// blank.
+struct _KXGlyphInk {
+    _KXGlyphPage page = {};
+    _KXTextureRect source = {};
+    KXPoint leftTop = {0, 0}; ///< From the pen, y upward.
+    KXSize size = {0, 0};
+};
 
 /// The textures that a face's glyphs are drawn from, filled shelf by shelf as glyphs are first used.
 ///
@@ -23,15 +33,14 @@ public:
     /// state. Null if it cannot be drawn or no texture can hold it; it is asked for again when it is next
     /// drawn.
     FTGlyph* makeGlyph(FT_GlyphSlot slot);
+    /// The same for what a glyph shows. None where makeGlyph() gives null.
+    /// @param stroker the glyph is grown by what it draws around it; null for the glyph as it is.
+    std::optional<_KXGlyphInk> makeInk(FT_GlyphSlot slot, FT_Stroker stroker);
     /// Deletes the textures; the context they were made in must be current.
     void clear() { _pages.clear(); }
 
 private:
-    struct Place {
-        _KXGlyphPage page;
-        _KXTextureRect rect;
-    };
-    std::optional<Place> store(const FT_Bitmap& bitmap, int fontSize);
+    std::optional<_KXGlyphInk> store(const FT_Bitmap& bitmap, KXPoint leftTop, int fontSize);
     bool hasRoom(int width, int height);
     bool addPage(int width, int height, int fontSize);
 

@@ -9,6 +9,7 @@
 #include "text/ColorEscapes.h"
 #include "text/Face.h"
 #include "text/GlyphAtlas.h"
+#include "text/Typeface.h"
 #include "util/Utf8.h"
 
 #include <cmath>
@@ -24,6 +25,13 @@ struct KXFont::Offsets {
     std::map<float, KXPoint> bySize;
 };
 
+// What layouts draw with. It is opened when the first of them asks.
+struct KXFont::Sources {
+    std::vector<std::shared_ptr<const _KXFontSource>> all; // its own first
+    _KXTypefaces typefaces = {};
+    int size = -1; // of the typefaces
+};
+
 static constexpr std::size_t textSize = 1024;
 static constinit unsigned lastRevision = 0;
 
@@ -31,7 +39,8 @@ KXFont::KXFont() { throw std::bad_alloc(); }
 
 KXFont::KXFont(const char* path, int mode)
     : _size(0), _aliasMode(mode == KXAliasModePolygon ? KXAliasModePolygon : KXAliasModeTexture),
-      _revision(++lastRevision), _font(_KXOpenFace(path, _aliasMode)), _offsets(new Offsets) {
+      _revision(++lastRevision), _font(_KXOpenFace(path, _aliasMode)), _offsets(new Offsets),
+      _sources(new Sources{{std::make_shared<_KXFontSource>(_KXFontSource{path ? path : "", ""})}}) {
     KXFont::setSize(10);
 }
 
@@ -62,6 +71,24 @@ KXAliasMode KXFont::_aliasModeInUse() const { return _aliasMode; }
 /// A number that no other font has had, nor this one at an earlier size: what was measured at another one
 /// must be measured anew.
 unsigned KXFont::_currentRevision() const { return _revision; }
+
+void KXFont::addFallback(const KXFont& font) {
+    _sources->all.push_back(font._sources->all.front());
+    _sources->size = -1;
+}
+
+/// Its own at its size and the fallbacks', those that could be opened.
+const _KXTypefaces& KXFont::_typefacesInUse() const {
+    if (_sources->size == _size)
+        return _sources->typefaces;
+    _KXTypefaces typefaces;
+    for (const auto& source : _sources->all)
+        if (auto typeface = _KXTypeface::open(source, _size))
+            typefaces.push_back(std::move(typeface));
+    _sources->typefaces = std::move(typefaces);
+    _sources->size = _size;
+    return _sources->typefaces;
+}
 
 void KXFont::setRenderingOffsetForSize(int size, KXPoint offset) {
     _offsets->bySize[static_cast<float>(size)] = offset;

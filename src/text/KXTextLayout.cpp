@@ -1,0 +1,317 @@
+#include <Kobaltrix/KXTextLayout.h>
+
+#include "render/GLCheck.h"
+#include "render/GraphicsContext.h"
+#include "render/TextScopes.h"
+#include "text/ColorEscapes.h"
+#include "text/TextRows.h"
+#include "util/Utf8.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <tuple>
+
+static constexpr std::size_t longestText = 1'000'000;
+
+namespace {
+/// Bytes of the text in a colour of their own.
+struct Span {
+    std::uint32_t begin, end;
+    KXColor color;
+};
+
+/// Quads in one colour.
+struct Stretch {
+    std::size_t end;
+    const Span* span; // null for the colour that is drawn with
+};
+
+/// The quads of all glyphs, as they are or grown.
+struct Layer {
+    std::vector<_KXGlyphQuad> quads = {};
+    std::vector<std::uint32_t> offsets = {}; // of each in the text
+    std::vector<Stretch> stretches = {};
+
+    void draw(const _KXGlyphScope& scope, KXPoint at, KXColor color, bool takesSpans,
+              std::uint32_t before) const;
+};
+} // namespace
+
+struct _KXTextParts {
+    std::string given;
+    KXTextOptions options;
+    _KXTypefaces typefaces;
+    std::string text = {};
+    std::vector<Span> spans = {};
+    _KXPlacedText placed = {};
+    unsigned context = 0; // that the layers were made for
+    Layer letters = {}, outlines = {};
+
+    const _KXTextRow* rowOf(int index) const;
+    const _KXTextRow& rowAt(float y) const;
+    Layer layerOf(std::uint32_t grown) const;
+    void makeLayers();
+};
+
+static bool isOver(float value, float most) { return !(value > 0) || value > most; }
+
+static std::uint32_t outlineOf(const KXTextOptions& options) {
+    constexpr float most = 64;
+    return options.outline > 0 ? static_cast<std::uint32_t>(std::min(options.outline, most) * 64) : 0;
+}
+
+static KXTextOptions soundOptions(const KXTextOptions& given, const _KXTypeface& typeface) {
+    constexpr float farthest = 1e6f, widestSpacing = 100;
+    KXTextOptions options = given;
+    if (isOver(options.width, farthest))
+        options.width = 0;
+    if (isOver(options.height, farthest))
+        options.height = 0;
+    if (isOver(options.lineSpacing, widestSpacing))
+        options.lineSpacing = 1;
+    if (isOver(options.tabWidth, farthest))
+        options.tabWidth = 8 * typeface.blankWidth();
+    return options;
+}
+
+static bool areEqual(const KXTextOptions& a, const KXTextOptions& b) {
+    const auto tie = [](const KXTextOptions& o) {
+        return std::tie(o.width, o.height, o.align, o.verticalAlign, o.direction, o.lineSpacing, o.maxLines,
+                        o.tabWidth, o.plain, o.outline, o.outlineColor.r, o.outlineColor.g, o.outlineColor.b,
+                        o.outlineColor.a, o.shadow.x, o.shadow.y, o.shadowColor.r, o.shadowColor.g,
+                        o.shadowColor.b, o.shadowColor.a);
+    };
+    return tie(a) == tie(b);
+}
+
+// Takes the codes of colour spans out of what is shown.
+static void readText(_KXTextParts& parts) {
+    const _KXLegibleText legible(parts.given.c_str());
+    const char* position = legible.get();
+    _KXColorSpan span;
+    while (!parts.options.plain && _KXNextColorSpan(position, span)) {
+        parts.text += span.plain;
+        const auto begin = static_cast<std::uint32_t>(parts.text.size());
+        parts.text += span.text;
+        parts.spans.push_back({begin, static_cast<std::uint32_t>(parts.text.size()), span.color});
+    }
+    parts.text += position;
+}
+
+KXTextLayout::KXTextLayout() = default;
+KXTextLayout::KXTextLayout(const KXFont& font, const char* text, const KXTextOptions& options) {
+    layOut(font, text, options);
+}
+KXTextLayout::~KXTextLayout() {
+    KX_GL_CHECK("KXTextLayout::~KXTextLayout");
+    _parts.reset(); // the last one with a font deletes its glyphs
+}
+KXTextLayout::KXTextLayout(KXTextLayout&&) noexcept = default;
+KXTextLayout& KXTextLayout::operator=(KXTextLayout&&) noexcept = default;
+
+void KXTextLayout::layOut(const KXFont& font, const char* text, const KXTextOptions& options) {
+    const _KXTypefaces& typefaces = font._typefacesInUse();
+    if (!text)
+        text = "";
+    if (_parts && _parts->given == text && areEqual(_parts->options, options) &&
+        _parts->typefaces == typefaces)
+        return;
+    auto parts = std::make_unique<_KXTextParts>(_KXTextParts{
+        std::strlen(text) > longestText ? _KXFirstBytes(text, longestText) : text, options, typefaces});
+    readText(*parts);
+    if (!typefaces.empty())
+        parts->placed = _KXPlaceText(_KXShapeText(parts->text, typefaces, options.direction), typefaces,
+                                     soundOptions(options, *typefaces.front()));
+    _parts = std::move(parts);
+}
+
+static _KXGlyphQuad quadOf(const _KXGlyphInk& ink, KXPoint pen) {
+    // On whole pixels, where the glyph is sharp.
+    const float left = std::floor(pen.x + ink.leftTop.x), top = std::ceil(pen.y - ink.leftTop.y);
+    const float right = left + ink.size.width, bottom = top + ink.size.height;
+    return {ink.page, {{left, top}, {left, bottom}, {right, bottom}, {right, top}}, ink.source};
+}
+
+Layer _KXTextParts::layerOf(std::uint32_t grown) const {
+    Layer layer;
+    for (const _KXPlacedGlyph& glyph : placed.glyphs) {
+        const _KXGlyphInk& ink = typefaces[glyph.typeface]->ink(glyph.index, grown);
+        if (!ink.page.smooth)
+            continue;
+        layer.quads.push_back(quadOf(ink, glyph.pen));
+        layer.offsets.push_back(glyph.offset);
+        const auto behind =
+            std::upper_bound(spans.begin(), spans.end(), glyph.offset,
+                             [](std::uint32_t offset, const Span& span) { return offset < span.begin; });
+        const Span* const span =
+            behind != spans.begin() && glyph.offset < behind[-1].end ? &behind[-1] : nullptr;
+        if (layer.stretches.empty() || layer.stretches.back().span != span)
+            layer.stretches.push_back({0, span});
+        layer.stretches.back().end = layer.quads.size();
+    }
+    return layer;
+}
+
+// Once for each window that it is drawn in: the glyphs are that window's.
+void _KXTextParts::makeLayers() {
+    if (context == _KXCurrentGraphicsContext)
+        return;
+    const std::uint32_t outline = outlineOf(options);
+    Layer grown = outline ? layerOf(outline) : Layer();
+    letters = layerOf(0);
+    outlines = std::move(grown);
+    context = _KXCurrentGraphicsContext;
+}
+
+void Layer::draw(const _KXGlyphScope& scope, KXPoint at, KXColor color, bool takesSpans,
+                 std::uint32_t before) const {
+    constexpr int most = 64;
+    _KXGlyphQuad moved[most];
+    const bool isSharp = scope.isOnPixels(at);
+    std::size_t i = 0;
+    for (const Stretch& stretch : stretches) {
+        int taken = 0;
+        const auto handOn = [&] {
+            _KXDrawGlyphQuads(moved, taken, takesSpans && stretch.span ? stretch.span->color : color,
+                              isSharp);
+            taken = 0;
+        };
+        for (; i < stretch.end; ++i) {
+            if (offsets[i] >= before)
+                continue;
+            _KXGlyphQuad& quad = moved[taken] = quads[i];
+            for (KXPoint& corner : quad.corners)
+                corner = {corner.x + at.x, corner.y + at.y};
+            if (++taken == most)
+                handOn();
+        }
+        handOn();
+    }
+}
+
+void KXTextLayout::draw(KXPoint p, KXColor c) const { drawUpTo(p, c, std::numeric_limits<int>::max()); }
+
+void KXTextLayout::drawUpTo(KXPoint p, KXColor c, int index) const {
+    KX_GL_CHECK("KXTextLayout::drawUpTo");
+    if (!_parts || !_KXCurrentGraphicsContext || !std::isfinite(p.x) || !std::isfinite(p.y))
+        return;
+    _parts->makeLayers();
+    const auto before = static_cast<std::uint32_t>(std::max(0, index));
+    const KXTextOptions& options = _parts->options;
+    const auto faded = [&](KXColor color) { return KXColor{color.r, color.g, color.b, color.a * c.a}; };
+    const _KXGlyphScope scope;
+    if (options.shadowColor.a > 0 && std::isfinite(options.shadow.x) && std::isfinite(options.shadow.y)) {
+        const KXPoint at = {p.x + options.shadow.x, p.y + options.shadow.y};
+        const Layer& layer = outlineOf(options) ? _parts->outlines : _parts->letters;
+        layer.draw(scope, at, faded(options.shadowColor), false, before);
+    }
+    _parts->outlines.draw(scope, p, faded(options.outlineColor), false, before);
+    _parts->letters.draw(scope, p, c, true, before);
+    _KXLeaveColor(c);
+}
+
+KXSize KXTextLayout::size() const { return _parts ? _parts->placed.size : KXZeroSize; }
+const char* KXTextLayout::text() const { return _parts ? _parts->text.c_str() : ""; }
+int KXTextLayout::isCut() const { return _parts && _parts->placed.isCut ? -1 : 0; }
+int KXTextLayout::lineCount() const { return _parts ? static_cast<int>(_parts->placed.rows.size()) : 0; }
+
+KXTextLine KXTextLayout::line(int index) const {
+    if (index < 0 || index >= lineCount())
+        return {KXZeroRect, 0, 0, 0};
+    return _parts->placed.rows[static_cast<std::size_t>(index)].line;
+}
+
+// The row that a caret at an index stands on. There must be one.
+const _KXTextRow* _KXTextParts::rowOf(int index) const {
+    const auto behind =
+        std::upper_bound(placed.rows.begin(), placed.rows.end(), index,
+                         [](int wanted, const _KXTextRow& row) { return wanted < row.line.begin; });
+    return behind == placed.rows.begin() ? placed.rows.data() : &behind[-1];
+}
+
+const _KXTextRow& _KXTextParts::rowAt(float y) const {
+    const auto behind =
+        std::upper_bound(placed.rows.begin(), placed.rows.end(), y,
+                         [](float wanted, const _KXTextRow& row) { return wanted < row.line.rect.origin.y; });
+    return behind == placed.rows.begin() ? placed.rows.front() : behind[-1];
+}
+
+KXTextHit KXTextLayout::hit(KXPoint point) const {
+    if (lineCount() == 0)
+        return {0, 0, 0};
+    const _KXTextRow& row = _parts->rowAt(point.y);
+    const auto& stops = _parts->placed.stops;
+    const auto distance = [&](const _KXTextStop& stop) {
+        return std::max({0.0f, stop.left - point.x, point.x - stop.right});
+    };
+    const auto nearest = std::min_element(
+        stops.begin() + row.firstStop, stops.begin() + row.endStop,
+        [&](const _KXTextStop& a, const _KXTextStop& b) { return distance(a) < distance(b); });
+    if (row.firstStop == row.endStop)
+        return {row.line.begin, row.line.begin, 0};
+    const float y = point.y - row.line.rect.origin.y;
+    const bool isInside =
+        point.x >= nearest->left && point.x <= nearest->right && y >= 0 && y <= row.line.rect.size.height;
+    const bool isLeft = point.x < (nearest->left + nearest->right) / 2;
+    return {nearest->begin, isLeft == nearest->isRightToLeft ? nearest->end : nearest->begin,
+            isInside ? -1 : 0};
+}
+
+KXRect KXTextLayout::caret(int index) const {
+    if (lineCount() == 0)
+        return KXZeroRect;
+    const _KXTextRow& row = *_parts->rowOf(index);
+    const auto first = _parts->placed.stops.begin() + row.firstStop,
+               last = _parts->placed.stops.begin() + row.endStop;
+    // The one that the index is in; those of a line lie in the order of the text.
+    const auto behind = std::upper_bound(
+        first, last, index, [](int wanted, const _KXTextStop& stop) { return wanted < stop.begin; });
+    float x = row.edge;
+    if (first != last) {
+        const _KXTextStop& stop = behind == first ? *first : behind[-1];
+        const bool isBehind = index >= stop.end;
+        x = isBehind == stop.isRightToLeft ? stop.left : stop.right;
+    }
+    if (!isOver(_parts->options.width, 1e6f))
+        x = std::clamp(x, 0.0f, _parts->options.width); // blanks at a line's end stand outside
+    return {{x, row.line.rect.origin.y}, {0, row.line.rect.size.height}};
+}
+
+int KXTextLayout::selection(int begin, int end, KXRect* rects, int most) const {
+    if (lineCount() == 0 || begin >= end)
+        return 0;
+    int count = 0;
+    KXRect open = KXZeroRect;
+    const auto close = [&] {
+        if (open.size.width <= 0)
+            return;
+        if (rects && count < most)
+            rects[count] = open;
+        ++count;
+        open = KXZeroRect;
+    };
+    const auto isNear = [](float a, float b) { return std::fabs(a - b) < 0.01f; };
+    const _KXTextRow* const behind = _parts->placed.rows.data() + _parts->placed.rows.size();
+    for (const _KXTextRow* row = _parts->rowOf(begin); row != behind && row->line.begin < end; ++row) {
+        for (std::uint32_t i = row->firstStop; i < row->endStop; ++i) {
+            const _KXTextStop& stop = _parts->placed.stops[i];
+            if (stop.end <= begin || stop.begin >= end)
+                continue;
+            const KXRect rect = {{stop.left, row->line.rect.origin.y},
+                                 {stop.right - stop.left, row->line.rect.size.height}};
+            const bool follows = open.size.width > 0 && isNear(stop.left, open.origin.x + open.size.width);
+            const bool precedes = open.size.width > 0 && isNear(stop.right, open.origin.x);
+            if (!follows && !precedes) {
+                close();
+                open = rect;
+                continue;
+            }
+            open.origin.x = std::min(open.origin.x, rect.origin.x);
+            open.size.width += rect.size.width;
+        }
+        close();
+    }
+    return count;
+}

@@ -1,0 +1,140 @@
+#include "text/Typeface.h"
+
+#include "core/ground/HeapGlobal.h"
+#include "render/GraphicsContext.h"
+
+#include <freetype/tttables.h>
+#include <hb-ft.h>
+#include <hb.h>
+
+#include <algorithm>
+#include <cmath>
+#include <new>
+
+// As KXFont loads its glyphs: hinting would bend the outlines to the pixels, and advances to whole ones.
+static constexpr FT_Int32 loadFlags = FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP;
+
+static constinit _KXHeapGlobal<std::vector<std::weak_ptr<_KXTypeface>>> opened;
+
+static std::shared_ptr<FT_LibraryRec_> sharedLibrary() {
+    static constinit _KXHeapGlobal<std::weak_ptr<FT_LibraryRec_>> kept;
+    std::shared_ptr<FT_LibraryRec_> library = kept.get().lock();
+    if (library)
+        return library;
+    FT_Library made = nullptr;
+    if (FT_Init_FreeType(&made) != 0)
+        throw std::bad_alloc();
+    library.reset(made, FT_Done_FreeType);
+    kept.get() = library;
+    return library;
+}
+
+std::shared_ptr<_KXTypeface> _KXTypeface::open(const std::shared_ptr<const _KXFontSource>& source, int size) {
+    auto& all = opened.get();
+    std::erase_if(all, [](const auto& typeface) { return typeface.expired(); });
+    for (const auto& typeface : all)
+        if (const auto found = typeface.lock();
+            found->_size == size &&
+            (found->_source == source || (source->bytes.empty() && found->_source->bytes.empty() &&
+                                          found->_source->path == source->path)))
+            return found;
+    std::shared_ptr<_KXTypeface> made(new _KXTypeface(source));
+    if (size <= 0 || !made->load(size))
+        return nullptr;
+    all.push_back(made);
+    return made;
+}
+
+_KXTypeface::_KXTypeface(std::shared_ptr<const _KXFontSource> source)
+    : _source(std::move(source)), _library(sharedLibrary()) {}
+
+_KXTypeface::~_KXTypeface() {
+    for (const auto& glyphs : _glyphs) {
+        const _KXGraphicsContextScope scope(glyphs->context, _KXWithoutContext::HaveNone);
+        glyphs->atlas.clear();
+    }
+    if (_shaper)
+        hb_font_destroy(_shaper);
+    if (_face)
+        FT_Done_Face(_face);
+}
+
+bool _KXTypeface::load(int size) {
+    const std::string& bytes = _source->bytes;
+    const FT_Error error =
+        bytes.empty() ? FT_New_Face(_library.get(), _source->path.c_str(), 0, &_face)
+                      : FT_New_Memory_Face(_library.get(), reinterpret_cast<const FT_Byte*>(bytes.data()),
+                                           static_cast<FT_Long>(bytes.size()), 0, &_face);
+    if (error != 0) {
+        _face = nullptr;
+        return false;
+    }
+    if (FT_Set_Char_Size(_face, 0, size * 64, 72, 72) != 0)
+        return false;
+    _size = size;
+    _shaper = hb_ft_font_create_referenced(_face);
+    hb_ft_font_set_load_flags(_shaper, loadFlags);
+    measure();
+    return true;
+}
+
+void _KXTypeface::measure() {
+    _capHeight = 0.7f * ascent();
+    const auto* table = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(_face, FT_SFNT_OS2));
+    if (table && table->version >= 2 && table->version != 0xFFFF && table->sCapHeight > 0)
+        _capHeight = static_cast<float>(FT_MulFix(table->sCapHeight, _face->size->metrics.y_scale)) / 64;
+    else if (const FT_UInt h = FT_Get_Char_Index(_face, 'H'); h && FT_Load_Glyph(_face, h, loadFlags) == 0)
+        _capHeight = static_cast<float>(_face->glyph->metrics.horiBearingY) / 64;
+    if (FT_Load_Char(_face, ' ', loadFlags) == 0)
+        _blankWidth = static_cast<float>(_face->glyph->advance.x) / 64;
+}
+
+bool _KXTypeface::has(std::uint32_t character) const { return FT_Get_Char_Index(_face, character) != 0; }
+
+static float wholePixels(FT_Pos length) { return std::ceil(static_cast<float>(length) / 64); }
+
+float _KXTypeface::ascent() const { return wholePixels(_face->size->metrics.ascender); }
+float _KXTypeface::descent() const { return wholePixels(-_face->size->metrics.descender); }
+float _KXTypeface::gap() const {
+    const FT_Size_Metrics& metrics = _face->size->metrics;
+    return std::max(0.0f, wholePixels(metrics.height - metrics.ascender + metrics.descender));
+}
+
+// What was made in a context that is gone has ended with it.
+_KXTypeface::ContextGlyphs& _KXTypeface::glyphsHere() {
+    for (const auto& glyphs : _glyphs)
+        if (glyphs->context == _KXCurrentGraphicsContext)
+            return *glyphs;
+    std::erase_if(_glyphs, [](const auto& glyphs) {
+        if (_KXWindowOfGraphicsContext(glyphs->context))
+            return false;
+        const _KXGraphicsContextScope scope(glyphs->context, _KXWithoutContext::HaveNone);
+        glyphs->atlas.clear();
+        return true;
+    });
+    _glyphs.push_back(std::make_unique<ContextGlyphs>());
+    _glyphs.back()->context = _KXCurrentGraphicsContext;
+    return *_glyphs.back();
+}
+
+const _KXGlyphInk& _KXTypeface::ink(std::uint32_t glyph, std::uint32_t grown) {
+    ContextGlyphs& here = glyphsHere();
+    const std::uint64_t key = std::uint64_t{grown} << 32 | glyph;
+    const auto found = here.inks.find(key);
+    if (found != here.inks.end())
+        return found->second;
+    return here.inks.emplace(key, makeInk(here.atlas, glyph, grown)).first->second;
+}
+
+_KXGlyphInk _KXTypeface::makeInk(_KXGlyphAtlas& atlas, std::uint32_t glyph, std::uint32_t grown) {
+    if (FT_Load_Glyph(_face, glyph, loadFlags) != 0)
+        return {};
+    FT_Stroker made = nullptr;
+    if (grown && FT_Stroker_New(_library.get(), &made) != 0)
+        return {};
+    const std::unique_ptr<FT_StrokerRec_, decltype(&FT_Stroker_Done)> stroker(made, FT_Stroker_Done);
+    if (stroker)
+        FT_Stroker_Set(made, grown, FT_STROKER_LINECAP_ROUND, FT_STROKER_LINEJOIN_ROUND, 0);
+    const auto ink = atlas.makeInk(_face->glyph, made);
+    return ink.value_or(_KXGlyphInk());
+}
