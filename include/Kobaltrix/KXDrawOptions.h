@@ -13,6 +13,8 @@
 /// options.position = at;
 /// ship.draw(options);
 /// @endcode
+///
+/// Drawing needs the thread that owns the OpenGL context; where something comes to lie is told on any.
 
 class KXShader;
 

@@ -115,7 +115,8 @@ struct KXMapObject {
     KXMapProperties properties;  ///< Its own, and those of its tile that it does not set itself.
 };
 
-/// A map. Made, used and deleted on one thread. It can be moved, not copied.
+/// A map. Made, used and deleted on one thread, that which owns the OpenGL context where it is drawn. It can
+/// be moved, not copied.
 ///
 /// Layers are numbered from the back to the front, from 0. A number that is none has no tiles and draws
 /// nothing. Memory: 4 bytes for each cell of every block of 32 by 32 that has a tile; empty blocks take none.

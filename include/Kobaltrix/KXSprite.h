@@ -241,6 +241,9 @@ private:
     KX_INTERNAL KXPlacedBox _placedRect(const KXRect& rect, const KXDrawOptions& options) const;
     KX_INTERNAL bool _hasBox(const char* name) const;
 
+    KX_INTERNAL Contents& _own();              // made when there are none yet
+    KX_INTERNAL const Contents& _held() const; // empty ones if there are none
+
     std::unique_ptr<Contents> _contents;
     int32_t _currentFrame;
     KXTimer _frameTimer;

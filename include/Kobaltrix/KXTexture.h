@@ -63,11 +63,11 @@ public:
     /// first).
     ///
     /// A target that half-transparent things are drawn into, over nothing, wants this: drawn into the window
-    /// afterwards it gives what drawing straight into the window would have given, within a step of 255.
-    /// Without, its colours are covered a second time there, dark and thin. What is drawn into it stores
-    /// colours so and the alpha of all layers together (#KXBlendAlpha, also where the game has blending of
-    /// its own); what it is drawn as is heeded in every #KXBlendMode. Empty it with clear() first. getPixel()
-    /// and writeToPNG() give what is stored. It changes no pixel.
+    /// afterwards it gives what drawing straight into the window would have given, within a step of 255 where
+    /// up to three such things lie on each other. Without, its colours are covered a second time there, dark
+    /// and thin. What is drawn into it stores colours so and the alpha of all layers together (#KXBlendAlpha,
+    /// also where the game has blending of its own); what it is drawn as is heeded in every #KXBlendMode.
+    /// Empty it with clear() first. getPixel() and writeToPNG() give what is stored. It changes no pixel.
     void setPremultiplied(int premultiplied);
     /// Whether its colours count as multiplied by their alpha: -1 or 0.
     int isPremultiplied() const;

@@ -3,16 +3,15 @@
 #include "render/ContextParts.h"
 #include "render/GLFunctions.h"
 
-static void attach(GLuint program, GLenum kind, const char* source) {
+// @param source in two pieces.
+static void attach(GLuint program, GLenum kind, const char* const (&source)[2]) {
     const GLuint shader = _KXGL.createShader(kind);
-    _KXGL.shaderSource(shader, 1, &source, nullptr);
+    _KXGL.shaderSource(shader, 2, source, nullptr);
     _KXGL.compileShader(shader);
     _KXGL.attachShader(program, shader);
     _KXGL.deleteShader(shader); // with the program
 }
 
-// With the second, software draws upright quads its fast way. It knows just this shape: one texture, one
-// multiplication, and the place on the texture before the colour, which is therefore no gl_FrontColor.
 static constexpr char mixedCorners[] =
     "varying float fill;\n"
     "void main() {\n"
@@ -21,36 +20,30 @@ static constexpr char mixedCorners[] =
     "    gl_TexCoord[0] = gl_TextureMatrix[0] * vec4(gl_MultiTexCoord0.xy, 0.0, 1.0);\n"
     "    fill = gl_MultiTexCoord0.z;\n"
     "}\n";
+static constexpr char mixedColor[] = "uniform sampler2D image;\n"
+                                     "varying float fill;\n"
+                                     "void main() {\n"
+                                     "    vec4 color = gl_Color;\n"
+                                     "    if (fill > 0.5)\n"
+                                     "        color *= texture2D(image, gl_TexCoord[0].xy);\n";
+// With the second, software draws upright quads its fast way. It knows just this shape: one texture, one
+// multiplication, and the place on the texture before the colour, which is therefore no gl_FrontColor.
 static constexpr struct {
-    const char *vertexShader, *fragmentShader;
-} sources[] = {{mixedCorners, "uniform sampler2D image;\n"
-                              "varying float fill;\n"
-                              "void main() {\n"
-                              "    vec4 texel = vec4(1.0);\n"
-                              "    if (fill > 0.5)\n"
-                              "        texel = texture2D(image, gl_TexCoord[0].xy);\n"
-                              "    gl_FragColor = texel * gl_Color;\n"
-                              "}\n"},
-               {"varying vec4 color;\n"
-                "void main() {\n"
-                "    gl_Position = ftransform();\n"
-                "    gl_TexCoord[0] = gl_TextureMatrix[0] * vec4(gl_MultiTexCoord0.xy, 0.0, 1.0);\n"
-                "    color = gl_Color;\n"
-                "}\n",
-                "uniform sampler2D image;\n"
-                "varying vec4 color;\n"
-                "void main() {\n"
-                "    gl_FragColor = texture2D(image, gl_TexCoord[0].xy) * color;\n"
-                "}\n"},
-               {mixedCorners, "uniform sampler2D image;\n"
-                              "varying float fill;\n"
-                              "void main() {\n"
-                              "    vec4 texel = vec4(1.0);\n"
-                              "    if (fill > 0.5)\n"
-                              "        texel = texture2D(image, gl_TexCoord[0].xy);\n"
-                              "    vec4 color = texel * gl_Color;\n"
-                              "    gl_FragColor = vec4(color.rgb * color.a, color.a);\n"
-                              "}\n"}};
+    const char *vertexShader[2], *fragmentShader[2];
+} sources[] = {
+    {{mixedCorners, ""}, {mixedColor, "    gl_FragColor = color;\n}\n"}},
+    {{"varying vec4 color;\n"
+      "void main() {\n"
+      "    gl_Position = ftransform();\n",
+      "    gl_TexCoord[0] = gl_TextureMatrix[0] * vec4(gl_MultiTexCoord0.xy, 0.0, 1.0);\n"
+      "    color = gl_Color;\n"
+      "}\n"},
+     {"uniform sampler2D image;\n"
+      "varying vec4 color;\n",
+      "void main() {\n"
+      "    gl_FragColor = texture2D(image, gl_TexCoord[0].xy) * color;\n"
+      "}\n"}},
+    {{mixedCorners, ""}, {mixedColor, "    gl_FragColor = vec4(color.rgb * color.a, color.a);\n}\n"}}};
 
 static unsigned makeProgram(_KXFillProgram which) {
     if (!_KXGL.createProgram)

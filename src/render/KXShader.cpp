@@ -94,6 +94,7 @@ GLuint makeProgram(const char* source) {
         _KXReportError("Unable to make a shader: %s",
                        complaint(logOf(program, _KXGL.getProgramInfoLog)).c_str());
     }
+    glGetError(); // out of memory: told here, not by the next check that finds it
     _KXGL.deleteProgram(program);
     return 0;
 }

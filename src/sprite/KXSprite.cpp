@@ -35,17 +35,17 @@ static void rename(auto& map, const char* from, const char* to) {
     map.erase(found);
 }
 
+// Without contents a sprite is an empty one: so it can be moved from where there is no memory.
 KXSprite::KXSprite()
-    : _contents(std::make_unique<Contents>()), _currentFrame(0), _frameTimer(0), _alpha(1), _scale(1),
-      _rotation(0), _currentInfo(nullptr), _knownTexture(nullptr), _knownTextureWindow(nullptr),
-      _knownTextureGeneration(0) {}
+    : _currentFrame(0), _frameTimer(0), _alpha(1), _scale(1), _rotation(0), _currentInfo(nullptr),
+      _knownTexture(nullptr), _knownTextureWindow(nullptr), _knownTextureGeneration(0) {}
 
 KXSprite::KXSprite(const KXSprite& other) : KXSprite() { *this = other; }
 
 KXSprite::KXSprite(KXSprite&& other) noexcept : KXSprite() { *this = std::move(other); }
 
 KXSprite& KXSprite::operator=(const KXSprite& other) {
-    auto contents = std::make_unique<Contents>(*other._contents);
+    auto contents = std::make_unique<Contents>(other._held());
     _contents = std::move(contents);
     _takeState(other);
     return *this;
@@ -54,11 +54,21 @@ KXSprite& KXSprite::operator=(const KXSprite& other) {
 KXSprite& KXSprite::operator=(KXSprite&& other) noexcept {
     if (this == &other)
         return *this;
-    KXSprite fresh;
-    _contents = std::exchange(other._contents, std::move(fresh._contents));
+    _contents = std::move(other._contents);
     _takeState(other);
-    other._takeState(fresh);
+    other._takeState(KXSprite());
     return *this;
+}
+
+KXSprite::Contents& KXSprite::_own() {
+    if (!_contents)
+        _contents = std::make_unique<Contents>();
+    return *_contents;
+}
+
+const KXSprite::Contents& KXSprite::_held() const {
+    static const Contents none;
+    return _contents ? *_contents : none;
 }
 
 // All but the contents, which are there already.
@@ -75,16 +85,16 @@ void KXSprite::_takeState(const KXSprite& other) {
 KXSprite::~KXSprite() = default;
 
 char* KXSprite::textureName() const {
-    return _contents->textureName ? _KXCopyForCaller(_contents->textureName->c_str()) : nullptr;
+    return _held().textureName ? _KXCopyForCaller(_held().textureName->c_str()) : nullptr;
 }
 
 void KXSprite::setTextureName(const char* name) {
-    _contents->textureName = Contents::copyOf(name);
+    _own().textureName = Contents::copyOf(name);
     _knownTexture = nullptr;
 }
 
 void KXSprite::setTexturePath(const char* path) {
-    _contents->texturePath = Contents::copyOf(path);
+    _own().texturePath = Contents::copyOf(path);
     _knownTexture = nullptr;
 }
 
@@ -101,13 +111,15 @@ void KXSprite::setRotation(int rotation) { _rotation = rotation; }
 int KXSprite::rotation() const { return _rotation; }
 
 KXSpriteAnimationInfo* KXSprite::_getInfoWithName(const char* name) const {
+    if (!_contents)
+        return nullptr;
     const auto found = find(_contents->animations, name);
     return found == _contents->animations.end() ? nullptr : &found->second;
 }
 
 // Belongs after everything that adds, moves or removes an animation.
 void KXSprite::_findCurrentInfo() {
-    _currentInfo = _getInfoWithName(Contents::pointerTo(_contents->currentAnimation));
+    _currentInfo = _getInfoWithName(Contents::pointerTo(_held().currentAnimation));
 }
 
 bool KXSprite::_validateFrameIndex(int i, const char* name) const {
@@ -116,11 +128,11 @@ bool KXSprite::_validateFrameIndex(int i, const char* name) const {
 }
 
 void KXSprite::_clearAnimations() {
-    _contents->animations.clear();
+    _own().animations.clear();
     _findCurrentInfo();
 }
 
-void KXSprite::_clearBoundingBoxes() { _contents->boundingBoxes.clear(); }
+void KXSprite::_clearBoundingBoxes() { _own().boundingBoxes.clear(); }
 
 void KXSprite::addAnimation(const char* name) {
     if (!_getInfoWithName(name))
@@ -136,7 +148,7 @@ void KXSprite::addFrameInfo(const char* name, KXRect bounds, int duration) {
     }
     KXSpriteAnimationInfo created; // there is none without a frame
     created.insertFrameInfo(0, duration, bounds);
-    _contents->animations.emplace(name, std::move(created));
+    _own().animations.emplace(name, std::move(created));
     _findCurrentInfo();
 }
 
@@ -174,17 +186,17 @@ int KXSprite::animationLoops(const char* name) const {
     return info ? info->loops() : 0;
 }
 
-int KXSprite::numberOfAnimations() const { return static_cast<int>(_contents->animations.size()); }
+int KXSprite::numberOfAnimations() const { return static_cast<int>(_held().animations.size()); }
 
-char* KXSprite::animationAtIndex(int i) const { return nameAtIndex(_contents->animations, i); }
+char* KXSprite::animationAtIndex(int i) const { return nameAtIndex(_held().animations, i); }
 
 void KXSprite::renameAnimation(const char* from, const char* to) {
-    rename(_contents->animations, from, to);
+    rename(_own().animations, from, to);
     _findCurrentInfo();
 }
 
 void KXSprite::removeAnimation(const char* name) {
-    erase(_contents->animations, name);
+    erase(_own().animations, name);
     _findCurrentInfo();
 }
 
@@ -204,38 +216,36 @@ KXSize KXSprite::fullSize(const char* name) const {
 
 void KXSprite::addBoundingBox(const char* name, KXRect box) {
     if (name)
-        _contents->boundingBoxes.insert_or_assign(name, box);
+        _own().boundingBoxes.insert_or_assign(name, box);
 }
 
 void KXSprite::setBoundingBox(const char* name, KXRect box) { addBoundingBox(name, box); }
 
 bool KXSprite::_hasBox(const char* name) const {
-    return find(_contents->boundingBoxes, name) != _contents->boundingBoxes.end();
+    return find(_held().boundingBoxes, name) != _held().boundingBoxes.end();
 }
 
 KXRect KXSprite::boundingBoxNamed(const char* name) const {
-    const auto found = find(_contents->boundingBoxes, name);
-    return found == _contents->boundingBoxes.end() ? KXZeroRect : found->second;
+    const auto found = find(_held().boundingBoxes, name);
+    return found == _held().boundingBoxes.end() ? KXZeroRect : found->second;
 }
 
-int KXSprite::numberOfBoundingBoxes() const { return static_cast<int>(_contents->boundingBoxes.size()); }
+int KXSprite::numberOfBoundingBoxes() const { return static_cast<int>(_held().boundingBoxes.size()); }
 
-char* KXSprite::boundingBoxAtIndex(int i) const { return nameAtIndex(_contents->boundingBoxes, i); }
+char* KXSprite::boundingBoxAtIndex(int i) const { return nameAtIndex(_held().boundingBoxes, i); }
 
-void KXSprite::renameBoundingBox(const char* from, const char* to) {
-    rename(_contents->boundingBoxes, from, to);
-}
+void KXSprite::renameBoundingBox(const char* from, const char* to) { rename(_own().boundingBoxes, from, to); }
 
-void KXSprite::removeBoundingBox(const char* name) { erase(_contents->boundingBoxes, name); }
+void KXSprite::removeBoundingBox(const char* name) { erase(_own().boundingBoxes, name); }
 
 KXSprite* KXSprite::clone() const {
     auto copy = std::make_unique<KXSprite>();
-    copy->_contents->textureName = _contents->textureName;
-    copy->_contents->texturePath = _contents->texturePath;
+    copy->_own().textureName = _held().textureName;
+    copy->_own().texturePath = _held().texturePath;
     copy->setAlpha(_alpha);
     copy->setScale(_scale);
     copy->setRotation(_rotation);
-    for (const auto& [name, info] : _contents->animations) {
+    for (const auto& [name, info] : _held().animations) {
         copy->addAnimation(name.c_str());
         KXSpriteAnimationInfo& copied = *copy->_getInfoWithName(name.c_str());
         if (info.numberOfFrames() > 0)
@@ -248,9 +258,9 @@ KXSprite* KXSprite::clone() const {
 
 void KXSprite::print() const {
     std::printf("Animation: %p\n", static_cast<const void*>(this));
-    std::printf("Texture name: %s\n", Contents::printable(Contents::pointerTo(_contents->textureName)));
-    std::printf("Number of animations: %lu\n", static_cast<unsigned long>(_contents->animations.size()));
-    for (const auto& [name, info] : _contents->animations) {
+    std::printf("Texture name: %s\n", Contents::printable(Contents::pointerTo(_held().textureName)));
+    std::printf("Number of animations: %lu\n", static_cast<unsigned long>(_held().animations.size()));
+    for (const auto& [name, info] : _held().animations) {
         std::printf(" - Animation: %s\n", name.c_str());
         std::printf("      Frames: %d\n", info.numberOfFrames());
         for (int k = 0; k < info.numberOfFrames(); ++k) {
@@ -264,9 +274,8 @@ void KXSprite::print() const {
                         _KXTruncate(bounds.size.height));
         }
     }
-    std::printf("Number of bounding boxes: %lu\n",
-                static_cast<unsigned long>(_contents->boundingBoxes.size()));
-    for (const auto& [name, box] : _contents->boundingBoxes) {
+    std::printf("Number of bounding boxes: %lu\n", static_cast<unsigned long>(_held().boundingBoxes.size()));
+    for (const auto& [name, box] : _held().boundingBoxes) {
         std::printf(" - Bounding box: %s\n", name.c_str());
         std::printf("               : %s\n", Contents::printable(KXRectToString(box)));
     }

@@ -95,14 +95,14 @@ int KXSprite::writeToFile(const char* path) const {
     FILE* const file = saved.stream();
     fwrite(magic.data(), 1, magic.size(), file);
     KXPutL(version, file);
-    putName(_contents->textureName.value_or(""), file);
+    putName(_held().textureName.value_or(""), file);
     KXPutL(numberOfBoundingBoxes(), file);
-    for (const auto& [name, box] : _contents->boundingBoxes) {
+    for (const auto& [name, box] : _held().boundingBoxes) {
         putName(name, file);
         KXPutRect(box, file);
     }
     KXPutL(numberOfAnimations(), file);
-    for (const auto& [name, info] : _contents->animations) {
+    for (const auto& [name, info] : _held().animations) {
         putName(name, file);
         KXPutL(info.numberOfFrames(), file);
         for (int i = 0; i < info.numberOfFrames(); ++i) {
@@ -166,9 +166,9 @@ int KXSprite::load(const char* path) {
     const int animations = reader.number();
     for (int i = 0; reader.hasRecord(i, animations); ++i)
         readAnimation(reader, read);
-    _contents->textureName = std::move(read._contents->textureName);
-    _contents->boundingBoxes = std::move(read._contents->boundingBoxes);
-    _contents->animations = std::move(read._contents->animations);
+    _own().textureName = std::move(read._own().textureName);
+    _own().boundingBoxes = std::move(read._own().boundingBoxes);
+    _own().animations = std::move(read._own().animations);
     _knownTexture = nullptr;
     _findCurrentInfo();
     return -1;

@@ -11,7 +11,7 @@
 #include <limits>
 
 void KXSprite::setAnimation(const char* name) {
-    _contents->currentAnimation = Contents::copyOf(name);
+    _own().currentAnimation = Contents::copyOf(name);
     _findCurrentInfo();
     if (!name)
         return;
@@ -24,13 +24,13 @@ void KXSprite::setAnimation(const char* name) {
 }
 
 const char* KXSprite::currentAnimation() const {
-    return KXTempString("%s", Contents::printable(Contents::pointerTo(_contents->currentAnimation)));
+    return KXTempString("%s", Contents::printable(Contents::pointerTo(_held().currentAnimation)));
 }
 
 int KXSprite::currentFrameIndex() const { return _currentFrame; }
 
 void KXSprite::poll() {
-    if (!_contents->currentAnimation || animationFinished() || !_frameTimer.tick())
+    if (!_held().currentAnimation || animationFinished() || !_frameTimer.tick())
         return;
     if (_currentFrame < std::numeric_limits<int>::max())
         ++_currentFrame;
@@ -68,9 +68,9 @@ KXTexture* KXSprite::_texture() {
     _knownTexture = nullptr;
     // Without a folder the name alone is the path: a file found by its bare name lies in the working
     // directory, and so does its texture.
-    const char* const name = _contents->textureName->c_str();
-    const char* path = _contents->texturePath ? KXTempString("%s/%s", _contents->texturePath->c_str(), name)
-                                              : KXTempString("%s", name);
+    const char* const name = _held().textureName->c_str();
+    const char* path = _held().texturePath ? KXTempString("%s/%s", _held().texturePath->c_str(), name)
+                                           : KXTempString("%s", name);
     KXTexture* const texture = KXTextureCacheLoad(path);
     _knownTextureGeneration = _KXTextureCacheGeneration;
     _knownTextureWindow = _KXCurrentWindowRenderContext;
@@ -86,10 +86,10 @@ KXRect KXSprite::_frameOnShow() const {
 }
 
 void KXSprite::draw(KXPoint at) {
-    if (!_contents->textureName)
+    if (!_held().textureName)
         return;
     KXTexture* const texture = _texture();
-    if (!texture || !_contents->currentAnimation)
+    if (!texture || !_held().currentAnimation)
         return;
     const KXRect bounds = _frameOnShow();
     texture->draw(_KXTruncate(bounds.origin.x), _KXTruncate(bounds.origin.y),
@@ -115,7 +115,7 @@ bool KXSprite::_placed(KXDrawOptions& options, KXRect& part) const {
 }
 
 void KXSprite::draw(const KXDrawOptions& options) {
-    if (!_contents->textureName)
+    if (!_held().textureName)
         return;
     KXTexture* const texture = _texture();
     KXDrawOptions all = options;

@@ -1,7 +1,10 @@
 // On a display with two pixels to a point.
 
+#include <Kobaltrix/KXCamera.h>
 #include <Kobaltrix/KXDrawing.h>
+#include <Kobaltrix/KXFont.h>
 #include <Kobaltrix/KXGeometry.h>
+#include <Kobaltrix/KXShader.h>
 #include <Kobaltrix/KXString.h>
 #include <Kobaltrix/KXUIButton.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
@@ -55,6 +58,26 @@ TEST_F(HighDensity, WholeMultiplesAreOfPixels) {
     EXPECT_TRUE(KXEqualRects(window->pictureRect(), {{12.5f, 12.5f}, {375, 275}}));
     KXDrawRectFill({{10, 20}, {30, 40}}, KXRedColor);
     expectBox(Image::of(*window), {75, 125, 225, 325});
+}
+
+TEST_F(HighDensity, OutlinedTextIsSeenByCamerasAndShaders) {
+    KXFont font(testFont(), KXAliasModePolygon);
+    font.setSize(20);
+    KXShader swapped("void main() { gl_FragColor = kxColor.bgra; }");
+    const Image plain = picture([&] { font.print({40, 60}, KXRedColor, "To"); });
+    for (const auto& [camera, scale] :
+         {std::pair(KXCamera{{190, 140}, 1, 0, {{0, 0}, {-1, -1}}}, 1), // 10 points to the top left
+          std::pair(KXCamera{{110, 95}, 2, 0, {{0, 0}, {-1, -1}}}, 2)}) {
+        const Image seen = picture([&] {
+            KXPushCamera(camera), KXPushShader(&swapped);
+            font.print({30, 50}, KXBlueColor, "To");
+            KXPopShader(), KXPopCamera();
+        });
+        const Box from = boxOf(plain), to = boxOf(seen);
+        EXPECT_NEAR(to[2] - to[0], scale * (from[2] - from[0]), 2);
+        EXPECT_NEAR(to[3] - to[1], scale * (from[3] - from[1]), 2);
+        EXPECT_EQ(differingPixels(plain, seen) == 0, scale == 1);
+    }
 }
 
 TEST_F(HighDensity, ACopyHasTheSizeInPointsAndDisturbsNothing) {

@@ -210,6 +210,8 @@ TEST_F(Maps, FaultsNameTheirPlace) {
          ": tilesets[0].firstgid: must be from 1 to 268435455"},
         {write(R"({"type": "objectgroup", "name": "o", "objects": [{"id": 1, "name": "a", "x": "b"}]})"),
          ": layers[0] (o).objects[0] (a).x: must be a number"},
+        {write(R"({"type": "objectgroup", "name": "o", "objects": [{"id": 1, "template": "a.tx"}]})"),
+         ".template: objects of templates cannot be loaded; detach them in the editor"},
         {write(
              R"({"type": "objectgroup", "objects": [{"properties": [{"name": "c", "type": "color", "value": "red"}]}]})"),
          ".properties[0].value: must be a colour, #RRGGBB or #AARRGGBB"},

@@ -3,12 +3,15 @@
 #include "render/DrawBatch.h"
 
 #include "render/ContextParts.h"
+#include "render/GLFunctions.h"
 #include "text/TextTest.h"
 
 #include <Kobaltrix/KXCamera.h>
+#include <Kobaltrix/KXError.h>
 #include <Kobaltrix/KXFont.h>
 #include <Kobaltrix/KXLogicLoop.h>
 #include <Kobaltrix/KXShader.h>
+#include <Kobaltrix/KXShapes.h>
 
 namespace {
 struct DrawBatch : RenderTest {
@@ -35,6 +38,13 @@ struct DrawBatch : RenderTest {
         window->setRenderContext();
         target.draw(0, 0, 0.5f, 1.0f, 0, 0, -1);
     }
+    static std::unique_ptr<KXShader> makeShader() {
+        return std::make_unique<KXShader>(
+            "uniform vec4 extra; void main() {\n"
+            "    gl_FragColor = texture2D(kxTexture, kxPlace) * kxColor.bgra * extra;\n"
+            "}");
+    }
+    void expectSameScenes(unsigned count);
     /// Some of everything that draws or changes what drawing depends on, always the same for a seed.
     void scene(unsigned seed);
 
@@ -43,9 +53,8 @@ struct DrawBatch : RenderTest {
     /// A smooth texture that is turned or not of its own size comes out a step of 255 apart in software, as
     /// its neighbours in the call reach out of view or not.
     int tolerance = 0;
-    KXFont font{testFont(), KXAliasModeTexture};
-    KXShader shader{"uniform vec4 extra;\n"
-                    "void main() { gl_FragColor = texture2D(kxTexture, kxPlace) * kxColor.bgra * extra; }"};
+    KXFont font{testFont(), KXAliasModeTexture}, polygons{testFont(), KXAliasModePolygon};
+    std::unique_ptr<KXShader> shader = makeShader();
 };
 
 void DrawBatch::scene(unsigned seed) {
@@ -57,8 +66,9 @@ void DrawBatch::scene(unsigned seed) {
     KXSetTextureMode(1);
     target.clear();
     target.setPremultiplied(0);
-    shader.setColor("extra", {1, 1, 1, 1});
+    shader->setColor("extra", {1, 1, 1, 1});
     font.setSize(10);
+    polygons.setSize(15);
     window->unsetClip();
     fill({0.1f, 0.2f, 0.3f, 1});
     const int variation = between(0, 15);
@@ -84,6 +94,19 @@ void DrawBatch::scene(unsigned seed) {
         [&] { KXDrawLine(point(), point(), color()); },
         [&] { font.print(point(), color(), "Score {C1,0.5,0,1}%d{EC} points", between(0, 9999)); },
         [&] { font.setSize(between(8, 12)); },
+        [&] { polygons.print(point(), color(), "Outline"); },
+        [&] {
+            const KXPoint points[] = {point(), point(), point(), point()};
+            KXStroke stroke(9 * fraction(), color());
+            stroke.join = static_cast<KXLineJoin>(between(0, 2));
+            stroke.smooth = between(0, 1);
+            between(0, 1) ? KXDrawStroke(points, 4, stroke) : KXDrawSpline(points, 4, stroke);
+            KXShapePaint paint(color());
+            paint.gradient = static_cast<KXGradient>(between(0, 2));
+            paint.to = point();
+            paint.smooth = between(0, 1);
+            between(0, 1) ? KXDrawPolygon(points, 4, paint) : KXDrawEllipse(point(), other.size(), paint);
+        },
         [&] { window->setClipTo(rect(20, 5, between(10, 300), 50)); },
         [&] { window->unsetClip(); },
         [&] {
@@ -110,10 +133,10 @@ void DrawBatch::scene(unsigned seed) {
             KXPushCamera(camera);
         },
         [&] { KXPopCamera(); },
-        [&] { KXPushShader(between(0, 2) ? &shader : nullptr); },
+        [&] { KXPushShader(between(0, 2) ? shader.get() : nullptr); },
         [&] { KXPopShader(); },
-        [&] { shader.setColor("extra", color()); },
-        [&] { any().draw({.position = point(), .tint = color(), .shader = &shader}); },
+        [&] { shader->setColor("extra", color()); },
+        [&] { any().draw({.position = point(), .tint = color(), .shader = shader.get()}); },
         [&] { target.setPremultiplied(between(0, 1)); },
         [&] { other.clear(); },
         [&] { target.setRenderContext(); },
@@ -142,8 +165,8 @@ std::array<float, 10> leftBehind() {
 
 constexpr _KXDriver drivers[] = {_KXDriver::Software, _KXDriver::Hardware};
 
-TEST_F(DrawBatch, RandomScenesLookTheSame) {
-    for (unsigned seed = 0; seed < 300; ++seed) {
+void DrawBatch::expectSameScenes(unsigned count) {
+    for (unsigned seed = 0; seed < count; ++seed) {
         _KXSetCurrentDriver(drivers[seed % 2]);
         scene(seed);
         const Image expected = Image::of(*window);
@@ -157,6 +180,17 @@ TEST_F(DrawBatch, RandomScenesLookTheSame) {
             KXEndDrawBatch();
         }
     }
+}
+
+TEST_F(DrawBatch, RandomScenesLookTheSame) { expectSameScenes(300); }
+
+TEST_F(DrawBatch, RandomScenesLookTheSameWithoutPrograms) {
+    _KXGL.createProgram = nullptr; // until the next window
+    _KXGL.getUniformLocation = nullptr;
+    shader = makeShader();
+    EXPECT_EQ(shader->isUsable(), 0);
+    EXPECT_STREQ(KXError(), "Unable to make a shader: the driver has none");
+    expectSameScenes(60);
 }
 
 TEST_F(DrawBatch, DriversThatDrawInSoftwareAreKnownByName) {

@@ -2,6 +2,7 @@
 
 #include "render/KXTextureCache.h"
 #include "render/RenderTest.h"
+#include "support/Allocations.h"
 
 #include <malloc.h>
 
@@ -118,7 +119,13 @@ TEST_F(SpriteDrawing, CopiesAndMovesGoOn) {
     copy = *&copy;
     expectSame(assigned);
     expectSame(sprite);
-    KXSprite moved(std::move(sprite));
+    KXSprite moved;
+    EXPECT_EQ(allocationsOf([&] {
+                  KXSprite another(std::move(sprite));
+                  moved = std::move(another);
+              }),
+              0U)
+        << "or moving could end the program";
     expectSame(moved);
     copy = std::move(moved);
     copy = std::move(*&copy);
