@@ -1,41 +1,35 @@
 #include "Canvas.h"
 
-#include <SDL_image.h>
-
 #include <cmath>
 
-Canvas::Canvas(int width, int height, Color background)
-    : _width(width), _height(height),
-      _pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), background) {}
-
-std::size_t Canvas::index(int x, int y) const {
-    return static_cast<std::size_t>(y) * static_cast<std::size_t>(_width) + static_cast<std::size_t>(x);
+static KXColor colorOf(Color color) {
+    const auto channel = [color](int shift) { return static_cast<int>(color >> shift & 0xff); };
+    return KXMakeColori(channel(24), channel(16), channel(8), channel(0));
 }
 
-Color& Canvas::at(int x, int y) {
-    if (x < 0 || y < 0 || x >= _width || y >= _height)
-        return _outside;
-    return _pixels[index(x, y)];
+Canvas::Canvas(int width, int height, Color background) : _image(width, height, colorOf(background)) {}
+
+Color Canvas::at(int x, int y) const {
+    const KXPixel pixel = KXPixelOf(_image.getPixel(x, y));
+    return Color{pixel.r} << 24 | Color{pixel.g} << 16 | Color{pixel.b} << 8 | Color{pixel.a};
 }
+
+void Canvas::set(int x, int y, Color color) { _image.setPixel(x, y, colorOf(color)); }
 
 void Canvas::fillRect(int x, int y, int width, int height, Color color) {
-    for (int row = y; row < y + height; ++row)
-        for (int column = x; column < x + width; ++column)
-            at(column, row) = color;
+    const auto whole = [](int value) { return static_cast<float>(value); };
+    _image.fill({{whole(x), whole(y)}, {whole(width), whole(height)}}, colorOf(color));
 }
 
 void Canvas::stamp(int x, int y, const std::vector<std::string_view>& rows, Color (*palette)(char)) {
     for (std::size_t row = 0; row < rows.size(); ++row)
         for (std::size_t column = 0; column < rows[row].size(); ++column)
             if (rows[row][column] != ' ')
-                at(x + static_cast<int>(column), y + static_cast<int>(row)) = palette(rows[row][column]);
+                set(x + static_cast<int>(column), y + static_cast<int>(row), palette(rows[row][column]));
 }
 
 void Canvas::paste(int x, int y, const Canvas& from, bool mirrored) {
-    for (int row = 0; row < from._height; ++row)
-        for (int column = 0; column < from._width; ++column)
-            at(x + (mirrored ? from._width - 1 - column : column), y + row) =
-                from._pixels[from.index(column, row)];
+    _image.paste(mirrored ? from._image.flipped(KXFlipLeftRight) : from._image, x, y);
 }
 
 // Each letter is five rows of three pixels, one octal digit a row.
@@ -57,24 +51,13 @@ int Canvas::write(int x, int y, std::string_view text, Color color) {
         for (int row = 0; row < 5; ++row)
             for (int column = 0; column < 3; ++column)
                 if (glyph(letter) >> (3 * (4 - row) + 2 - column) & 1)
-                    at(x + column, y + row) = color;
+                    set(x + column, y + row, color);
         x += 4;
     }
     return x;
 }
 
-bool Canvas::save(const std::string& path) const {
-    SDL_Surface* surface = SDL_CreateRGBSurfaceWithFormat(0, _width, _height, 32, SDL_PIXELFORMAT_RGBA8888);
-    if (!surface)
-        return false;
-    for (int y = 0; y < _height; ++y)
-        for (int x = 0; x < _width; ++x)
-            reinterpret_cast<Color*>(static_cast<char*>(surface->pixels) + y * surface->pitch)[x] =
-                _pixels[index(x, y)];
-    const bool saved = IMG_SavePNG(surface, path.c_str()) == 0;
-    SDL_FreeSurface(surface);
-    return saved;
-}
+bool Canvas::save(const std::string& path) const { return _image.writeToPNG(path.c_str()) != 0; }
 
 Color mix(Color a, Color b, double share) {
     Color result = 0;

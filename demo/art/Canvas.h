@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstddef>
+#include <Kobaltrix/KXImage.h>
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -14,10 +15,12 @@ class Canvas {
 public:
     Canvas(int width, int height, Color background = 0);
 
-    int width() const { return _width; }
-    int height() const { return _height; }
-    /// The pixel at (x, y); outside the picture a pixel that nobody sees.
-    Color& at(int x, int y);
+    int width() const { return _image.width(); }
+    int height() const { return _image.height(); }
+    /// The pixel at (x, y); none outside the picture.
+    Color at(int x, int y) const;
+    /// Sets a pixel, unless it lies outside.
+    void set(int x, int y, Color color);
     void fillRect(int x, int y, int width, int height, Color color);
     /// Stamps rows of characters, each one looked up in a palette; spaces stay as they are.
     void stamp(int x, int y, const std::vector<std::string_view>& rows, Color (*palette)(char));
@@ -29,11 +32,7 @@ public:
     bool save(const std::string& path) const;
 
 private:
-    std::size_t index(int x, int y) const;
-
-    int _width, _height;
-    std::vector<Color> _pixels;
-    Color _outside = 0;
+    KXImage _image;
 };
 
 /// A mixture of two colours: a at 0, b at 1.

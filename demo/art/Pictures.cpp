@@ -30,12 +30,12 @@ void drawSky(Canvas& canvas) {
         const int x = static_cast<int>(seed >> 16) % canvas.width();
         seed = seed * 1103515245u + 12345u;
         const int y = static_cast<int>(seed >> 16) % 100;
-        canvas.at(x, y) = mix(canvas.at(x, y), 0xffffffff, 0.7 - y / 200.0);
+        canvas.set(x, y, mix(canvas.at(x, y), 0xffffffff, 0.7 - y / 200.0));
     }
     for (int y = -26; y <= 26; ++y)
         for (int x = -26; x <= 26; ++x)
             if (x * x + y * y < 26 * 26)
-                canvas.at(300 + x, 150 + y) = mix(sun, glow, (y + 26) / 70.0);
+                canvas.set(300 + x, 150 + y, mix(sun, glow, (y + 26) / 70.0));
 }
 
 void drawTree(Canvas& canvas, int x, int y, int size, Color color) {
@@ -83,11 +83,11 @@ Canvas drawPanel() {
     }
     for (const int x : {0, 23})
         for (const int y : {0, 23})
-            canvas.at(x, y) = 0;
+            canvas.set(x, y, 0);
     for (const int x : {2, 19})
         for (const int y : {2, 19}) {
             canvas.fillRect(x, y, 3, 3, ink);
-            canvas.at(x + 1, y + 1) = sun;
+            canvas.set(x + 1, y + 1, sun);
         }
     return canvas;
 }
@@ -100,7 +100,7 @@ Canvas drawLogo() {
     for (int x = 0; x < canvas.width(); ++x) // letters glow from below
         for (int y = 0; y < 5; ++y)
             if (canvas.at(x, y) == sun)
-                canvas.at(x, y) = mix(sun, glow, y / 5.0);
+                canvas.set(x, y, mix(sun, glow, y / 5.0));
     return canvas;
 }
 
@@ -112,7 +112,7 @@ Canvas drawGlow() {
         for (int x = 0; x < side; ++x) {
             const double distance = std::hypot(x - 31.5, y - 31.5) / 32;
             const double light = std::fmax(0, 1 - std::ceil(distance * rings) / rings);
-            canvas.at(x, y) = 0xffffff00u | static_cast<Color>(std::lround(255 * light));
+            canvas.set(x, y, 0xffffff00u | static_cast<Color>(std::lround(255 * light)));
         }
     return canvas;
 }
@@ -122,7 +122,7 @@ Canvas drawMoon() {
     for (int y = 0; y < 16; ++y)
         for (int x = 0; x < 16; ++x)
             if (std::hypot(x - 7.5, y - 7.5) < 7.5 && std::hypot(x - 11.5, y - 5.5) > 6.5)
-                canvas.at(x, y) = mix(paper, sun, y / 16.0);
+                canvas.set(x, y, mix(paper, sun, y / 16.0));
     return canvas;
 }
 

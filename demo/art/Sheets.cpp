@@ -148,9 +148,9 @@ Canvas drawMothSheet() {
             if (size == 3 && std::abs(i) < 2)
                 continue;
             const Color color = mothColor(std::abs(i) == size ? 'g' : 'y');
-            sheet.at(x + 3 + i, 3) = sheet.at(x + 3, 3 + i) = color;
+            sheet.set(x + 3 + i, 3, color), sheet.set(x + 3, 3 + i, color);
             if (std::abs(i) < size)
-                sheet.at(x + 3 + i, 3 + i) = sheet.at(x + 3 + i, 3 - i) = color;
+                sheet.set(x + 3 + i, 3 + i, color), sheet.set(x + 3 + i, 3 - i, color);
         }
     return sheet;
 }

@@ -2,6 +2,8 @@
 
 #include "Pictures.h"
 
+#include <Kobaltrix/KXError.h>
+
 #include <cstdio>
 
 int main(int argc, char** argv) {
@@ -28,7 +30,7 @@ int main(int argc, char** argv) {
     for (const auto& [name, draw] : pictures) {
         const std::string path = std::string(argv[1]) + "/" + name + ".png";
         if (!draw().save(path)) {
-            std::fprintf(stderr, "kobaltrix_art: %s: cannot be written\n", path.c_str());
+            std::fprintf(stderr, "kobaltrix_art: %s\n", KXError());
             return 1;
         }
     }
