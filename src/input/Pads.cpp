@@ -218,6 +218,15 @@ void _KXTakePads(std::uint32_t time) {
     }
 }
 
+void _KXLookForPads(std::uint32_t time) {
+    if (!isRunning())
+        return;
+    for (Pad& pad : pads)
+        if (pad.connected && !(pad.controller && SDL_GameControllerGetAttached(pad.controller)))
+            closePad(pad, time);
+    _KXTakePads(time);
+}
+
 void _KXLosePad(std::int32_t instance, std::uint32_t time) {
     Pad* const pad = padWith(instance);
     if (!pad)

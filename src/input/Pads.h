@@ -18,6 +18,8 @@ inline bool _KXIsOfJoystick(const SDL_Event& event) {
 bool _KXIsPad(std::int32_t instance);
 /// A pad may have come: takes all that are there and have no number yet, while numbers last.
 void _KXTakePads(std::uint32_t time);
+/// Looks who is there: pads that a replay brought, or that went unheard, have gone, and others may have come.
+void _KXLookForPads(std::uint32_t time);
 /// A pad has gone, and what was held on it goes up.
 void _KXLosePad(std::int32_t instance, std::uint32_t time);
 /// The pad has got another layout: nothing of it counts as held until it tells anew.

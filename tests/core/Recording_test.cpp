@@ -258,6 +258,39 @@ TEST_F(RecordingTest, DamagedFilesAreRefusedWithTheirLine) {
     EXPECT_EQ(KXRecordingStateNow(), KXRecordingNone);
 }
 
+TEST_F(RecordingTest, WhatItHeldAndItsPadsEndWithIt) {
+    int held = 0;
+    KXTestUser user(0, [&held] { held |= KXPadConnected(1) & KXKeyHeld(KXKeyA); });
+    const auto replayToItsEnd = [&, this] {
+        held = 0;
+        EXPECT_EQ(KXBeginReplay(file.c_str()), -1) << KXError();
+        for (int i = 0; i < 100 && KXRecordingStateNow() == KXRecordingReplays; ++i)
+            user.step();
+    };
+    EXPECT_EQ(KXInitPads() & KXBeginRecording(file.c_str()), -1);
+    {
+        KXTestPad first, second;
+        user.hold(KXKeyA);
+        user.step(3);
+        EXPECT_EQ(KXPadConnected(1), -1);
+        KXEndRecording();
+    }
+    user.release(KXKeyA);
+    user.step();
+    EXPECT_EQ(KXPadConnected(KXAnyPad), 0);
+    KXTestPad pad; // comes where nobody listens
+    replayToItsEnd();
+    EXPECT_EQ(held, -1);
+    user.step();
+    EXPECT_EQ(KXPadConnected(1) | KXKeyHeld(KXKeyA) | KXKey(KXKeyA, 1), 0);
+    EXPECT_STREQ(KXPadName(0), "Test Pad") << "the one that is there";
+    // A game may fall in the middle of an answer about pads.
+    const std::string whole = text();
+    write(whole.substr(0, whole.find('\n', whole.find("pad-added")) + 1));
+    replayToItsEnd();
+    EXPECT_EQ(KXRecordingStateNow(), KXRecordingReplayed);
+}
+
 TEST_F(RecordingTest, ReplacesAnotherWhenItIsWhole) {
     const std::string path = file, before = path + ".before";
     std::ofstream(path) << "kept";

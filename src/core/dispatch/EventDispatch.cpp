@@ -211,8 +211,8 @@ static void dispatchReplayed() {
     for (SDL_Event event; SDL_PollEvent(&event); _KXFreeEvent(event))
         quits |= event.type == SDL_QUIT;
     bool counts = false;
-    for (SDL_Event event; _KXRunningEventTape->give(event, counts);)
-        take(event, counts);
+    for (SDL_Event event; _KXRunningEventTape && _KXRunningEventTape->give(event, counts);)
+        take(event, counts); // which asks the tape, and may end it
     if (quits)
         _KXAppQuitRequested = -1;
 }

@@ -91,6 +91,7 @@ int KXLogicLoop() {
     if (_KXLogicCurrentCycles == 0)
         return 0;
     _KXBeginInputStep();
+    _KXLeaveReplay();
     _KXDispatchEvents();
     _KXTellInputStep();
     _KXRecordStep();

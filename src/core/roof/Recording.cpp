@@ -7,6 +7,7 @@
 #include "core/roof/Player.h"
 #include "core/roof/Recorder.h"
 #include "input/InputState.h"
+#include "input/Pads.h"
 #include "input/StepInput.h"
 #include "platform/VideoDriver.h"
 #include "render/KXTexture.h"
@@ -49,6 +50,7 @@ struct Run {
 constinit _KXHeapGlobal<Run> runKept;
 constinit KXRecordingState state = KXRecordingNone;
 constinit bool ignoresEnvironment = false;
+constinit bool replayHasEnded = false; // and no step has been the user's since
 
 Run& run() { return runKept.get(); }
 
@@ -57,6 +59,13 @@ void letGo() {
     _KXRunningEventTape = nullptr;
     _KXTraceOfRandom = nullptr;
     _KXBeforeSwap = nullptr;
+}
+
+// The clocks are others now. The rest waits for a step: whoever asks the tape may be going through pads or
+// keys.
+void goOnWithTheWorld() {
+    replayHasEnded = true;
+    KXResetLogicLoop();
 }
 
 // The process is to end, with everything that the game has written.
@@ -75,7 +84,7 @@ void finish(KXRecordingState how, const char* what, unsigned line) {
                        static_cast<unsigned long long>(run().steps), line,
                        other.empty() ? "" : (", which is of " + other).c_str(), what);
     if (!run().isWholeProcess)
-        return KXResetLogicLoop(); // the clocks are others now
+        return goOnWithTheWorld();
     if (apart)
         std::fprintf(stderr, "%s\n", KXError());
     else
@@ -112,6 +121,7 @@ void beforeSwap(KXWindow& window) {
 
 // Both ways begin alike: with nothing held, nothing owed and random numbers from a seed.
 void begin(unsigned seed) {
+    _KXLeaveReplay();
     run().steps = 0;
     run().random = {};
     run().random.begins = [](KXRandomState& generator) {
@@ -133,6 +143,16 @@ unsigned newSeed() {
     return static_cast<unsigned>(now ^ (now >> 32) ^ static_cast<std::uint64_t>(_KXTimeOfDay()));
 }
 } // namespace
+
+void _KXLeaveReplay() {
+    if (!std::exchange(replayHasEnded, false))
+        return;
+    _KXReleaseEverything();
+    _KXInputState rested;
+    rested.mousePosition = _KXTakeInputState().mousePosition;
+    _KXPutInputState(rested);
+    _KXLookForPads(_KXTicks());
+}
 
 void KXIgnoreRecordingVariables(int ignore) { ignoresEnvironment = ignore != 0; }
 
@@ -215,7 +235,7 @@ static void end() {
     run().isWholeProcess = false;
     run().stopAt = 0;
     if (replayed)
-        KXResetLogicLoop(); // the clocks are others now
+        goOnWithTheWorld();
 }
 
 // The replay of a whole process ends with the game: behind the recording's last line, if it is as it was.
