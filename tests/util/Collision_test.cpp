@@ -184,6 +184,7 @@ TEST(Collision, ASweepStopsAtTheFirstTouch) {
         }
         const KXPoint into = sweep.normal * -0.001f, along = {into.y * 100, into.x * 100};
         EXPECT_LT(KXDot(sweep.normal, by), 0);
+        EXPECT_FALSE(sweep.time > 0.001f && overlapAt(0, {sweep.position, moving.size}, none, still));
         EXPECT_TRUE(KXSweepRect({sweep.position, moving.size}, along, still).hit == 0);
         const KXPoint inside = sweep.position + into + by * 1e-4f;
         EXPECT_TRUE(scale != 1 || KXRectsMeet({inside, moving.size}, still));
