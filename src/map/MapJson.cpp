@@ -104,7 +104,7 @@ _KXMapValue _KXMapValue::named() const {
     return {*_json, name.empty() ? _way : _way + " (" + name + ")"};
 }
 
-Json _KXParseMapFile(const std::string& path) {
+static Json parse(const std::string& path) {
     if (path.ends_with(".tsx") || path.ends_with(".tmx") || path.ends_with(".tx"))
         throw _KXMapFault{path + ": is XML; save it as JSON in the editor"};
     std::string content;
@@ -119,3 +119,16 @@ Json _KXParseMapFile(const std::string& path) {
         throw _KXMapFault{path + ": is no valid JSON: " + what};
     }
 }
+
+// What no editor nests so deeply is left to the other library.
+static void makeEmpty(Json& json, int deepest = 200) {
+    if (deepest == 0 || !json.is_structured())
+        return;
+    for (Json& element : json)
+        makeEmpty(element, deepest - 1);
+    json.clear();
+}
+
+_KXMapDocument::_KXMapDocument(const std::string& path) : json(parse(path)) {}
+
+_KXMapDocument::~_KXMapDocument() { makeEmpty(json); }

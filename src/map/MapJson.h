@@ -54,5 +54,13 @@ private:
     std::string _way;
 };
 
-/// A file's value. The JSON must outlive what is made of it.
-nlohmann::json _KXParseMapFile(const std::string& path);
+/// What a file holds; it must outlive what is made of it. JSON with something in it asks for memory when it
+/// is destroyed, and ends the process without: so it is emptied from the inside.
+struct _KXMapDocument {
+    explicit _KXMapDocument(const std::string& path);
+    ~_KXMapDocument();
+    _KXMapDocument(const _KXMapDocument&) = delete;
+    _KXMapDocument& operator=(const _KXMapDocument&) = delete;
+
+    nlohmann::json json;
+};

@@ -121,6 +121,6 @@ std::string _KXMapPathBeside(const std::string& file, const std::string& path) {
 }
 
 void _KXReadMap(const std::string& path, std::uint32_t mostCells, _KXMapState& map) {
-    const nlohmann::json json = _KXParseMapFile(path);
-    Reader(path, mostCells, map).read({json, path + ": "});
+    const _KXMapDocument document(path);
+    Reader(path, mostCells, map).read({document.json, path + ": "});
 }

@@ -140,8 +140,8 @@ _KXTileset _KXReadTileset(const _KXMapValue& value, const std::string& file) {
         set = readSet(value, file);
     } else {
         const std::string path = _KXMapPathBeside(file, value.text("source"));
-        const nlohmann::json json = _KXParseMapFile(path);
-        const _KXMapValue outside(json, path + ": ");
+        const _KXMapDocument document(path);
+        const _KXMapValue outside(document.json, path + ": ");
         if (outside.text("type", "tileset") != "tileset")
             outside.member("type").fail("is no set of tiles");
         set = readSet(outside, path);

@@ -48,9 +48,11 @@ void Connecting::_beginAttempts(std::uint64_t now) {
     while (!_connected && !_addresses.empty() && (_attempts.empty() || now >= _nextAttempt)) {
         const _KXSocketAddress address = _addresses.front();
         _addresses.pop_front();
-        auto attempt = std::make_unique<_KXSocketOwner>(_KXOpenSocket(address));
-        if (attempt->get() == -1)
+        _KXSocketOwner opened(_KXOpenSocket(address)); // until there is memory for the attempt
+        if (opened.get() == -1)
             continue;
+        auto attempt = std::make_unique<_KXSocketOwner>(opened.get());
+        opened.release();
         const _KXConnecting outcome = _KXBeginConnecting(attempt->get(), address);
         _nextAttempt = now + patience;
         if (outcome == _KXConnecting::done)

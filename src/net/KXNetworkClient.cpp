@@ -75,11 +75,15 @@ KXNetworkState KXNetworkClient::state() const { return _members->state; }
 
 void KXNetworkClient::poll() {
     if (_members->connecting) {
-        _members->state = _members->connecting->poll();
-        if (_members->state == KXNetworkConnected)
-            _take(_members->connecting->release());
-        if (_members->state != KXNetworkLookingUp && _members->state != KXNetworkConnecting)
-            _members->connecting.reset();
+        const KXNetworkState state = _members->connecting->poll();
+        _members->state = state;
+        if (state == KXNetworkConnected) {
+            const int socket = _members->connecting->release();
+            _end(KXNetworkConnectionLost); // unless there is memory for it
+            _take(socket);
+        } else if (state != KXNetworkLookingUp && state != KXNetworkConnecting) {
+            _end(state);
+        }
     }
     if (connected() && !_members->connection->flush())
         _end(KXNetworkConnectionLost);

@@ -161,6 +161,7 @@ TEST_F(Refusals, WhatIsSavedIsOldOrNew) {
         {"sprite", [&] { return sprite.writeToFile(path.c_str()); }},
         {"actions", [&] { return actions.save(path.c_str()); }},
         {"PNG", [&] { return texture->writeToPNG(path.c_str()); }},
+        {"image", [&] { return KXImage(20, 10).writeToPNG(path.c_str()); }},
         {"BMP", [&] { return window->saveBuffer(path.c_str(), 0); }},
     };
     for (const auto& [name, save] : rows)
@@ -180,6 +181,8 @@ TEST_F(Refusals, WhatIsLoadedIsWholeOrRefused) {
     actions.save(controls.c_str());
     const std::pair<const char*, std::function<int()>> rows[] = {
         {"picture", [&] { return KXTexture(picture.c_str()).size().width > 0; }},
+        {"image", [&] { return KXImage().load(picture.c_str()); }},
+        {"map", [&] { return KXMap().load(PROJECT "/examples/assets/meadow.tmj"); }},
         {"cache", [&] { return KXTextureCacheLoad(picture.c_str()) != nullptr; }},
         {"actions", [&] { return KXActions().load(controls.c_str()); }},
         {"sound", [&] { return !KXSound(sound.c_str()).isPlaying(); }},
@@ -206,8 +209,31 @@ TEST_F(Refusals, MessagesArriveOrTheConnectionEnds) {
             throw std::bad_alloc();
         return -1;
     };
-    for (long* kind : {&memory, &calls})
+    // While the game polls, with all limits.
+    const auto inTurns = [] {
+        KXNetworkServer server("127.0.0.1", 0, 2, 0, 2);
+        KXNetworkClient client;
+        server.setLimits(KXNetworkLimitsForStrangers());
+        client.setLimits(KXNetworkLimitsForStrangers());
+        client.beginConnecting("127.0.0.1", portOf(server));
+        KXNetworkBuffer message("hello", 5);
+        for (bool sent = false; client.state() <= KXNetworkConnected; SDL_Delay(1)) {
+            client.poll();
+            server.poll();
+            server.checkForIncomingConnections();
+            if (client.connected() && !std::exchange(sent, true))
+                client.send(&message);
+            if (take(server.receiveNext(nullptr)))
+                server.sendBufferToClient(0, &message);
+            if (take(client.receiveNext()))
+                return -1;
+        }
+        throw std::bad_alloc();
+    };
+    for (long* kind : {&memory, &calls}) {
         refuseEach(*kind, "messages", exchange);
+        refuseEach(*kind, "messages in turns", inTurns);
+    }
 }
 
 TEST_F(Refusals, WhatTheDriverDeniesIsDrawnOnceItCan) {
