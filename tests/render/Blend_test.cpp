@@ -75,6 +75,14 @@ TEST_F(Blend, EachModeAsItsFormulaSays) {
             EXPECT_NEAR(shown.b, 255 * b, 1.6f) << mode << ' ' << &way - ways;
         }
     }
+    EXPECT_EQ(picture([&] {
+                  KXPushBlendMode(KXBlendReplace), KXPushBlendMode(KXBlendAdd), KXPopBlendMode();
+                  paint({0.2f, 0, 0, 0});
+                  KXPopBlendMode();
+              })
+                  .at(0, 0)
+                  .r,
+              51);
     glBlendFunc(GL_ONE, GL_ZERO); // the game's own way, when nothing is pushed any more
     EXPECT_EQ(picture([&] { paint({0.2f, 0, 0, 0}); }).at(0, 0).r, 51);
     EXPECT_EQ(state(GL_BLEND_DST)[0], GL_ZERO);

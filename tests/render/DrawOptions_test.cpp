@@ -82,6 +82,7 @@ TEST_F(DrawOptions, DefaultsEdgesAndNonsense) {
     const std::pair<KXDrawOptions, Box> rows[] = {
         {{.position = {3, 4}, .source = {{-5, 10}, {infinite, 90}}},
          {3, 4, 3 + width, 7}}, // cut at the edges
+        {{.position = {3, 4}, .source = {{-5, -3}, {12, 9}}}, {3, 4, 10, 10}},
         {{.position = {20, 20}, .scale = {-1, -2}}, {0, 0, 20, 20}},
         {{.flip = KXFlipLeftRight, .position = {20, 20}}, {20, 20, 41, 33}},
         {{.position = {20, 20}, .origin = {1, 1}, .size = {42, 26}}, {18, 18, 60, 44}}, // origin in pixels
