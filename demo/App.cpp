@@ -9,11 +9,12 @@ static std::string besideExecutable(const char* name) {
 }
 
 App::App(const Options& wanted)
-    : options(wanted), window("Ember Night", Style::windowSize, 0), assets(besideExecutable("assets")),
+    : options(wanted), window("Ember Night", Style::windowSize, -1), assets(besideExecutable("assets")),
       audio(assets),
       _settingsFile(options.save.empty() && options.keepsSettings() ? besideExecutable("ember-night.save")
                                                                     : options.save) {
     KXInitializeLog("ember-night.log", 0);
+    window.setLogicalSize({Style::windowSize, KXScalingLetterbox, Style::ink}); // however large the window is
     window.setRenderContext();
     if (!KXFileExists(assets.path("font.ttf"))) {
         std::fprintf(stderr,
@@ -56,10 +57,8 @@ void App::settingsChanged() {
 void App::stepSwitches() {
     if (KXUIFocusedTextEntry() || !actions.wentDown(Controls::fullscreen))
         return;
-    if (window.isFullscreen())
-        window.exitFullscreen();
-    else
-        window.enterFullscreen();
+    if (!window.setFullscreen(window.isFullscreen() ? KXFullscreenOff : KXFullscreenBorderless))
+        KXLog("game", "%s", KXError());
 }
 
 void App::draw(Scene& scene) {

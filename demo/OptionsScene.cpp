@@ -20,10 +20,14 @@ OptionsScene::OptionsScene(App& app) : _app(app) {
     _name.setMaximumLength(20);
     _name.setText(app.settings.name.c_str());
     _controls.setText("Keys and pads...");
-    _controls.setOrigin({360, 282});
+    _controls.setOrigin({360, 278});
+    tellShakes();
+    _shakes.setOrigin({360, 312});
     _back.setText("Back");
-    _back.setOrigin({370, 340});
+    _back.setOrigin({370, 348});
 }
+
+void OptionsScene::tellShakes() { _shakes.setText(_app.settings.shakes ? "On" : "Off"); }
 
 std::unique_ptr<Scene> OptionsScene::step() {
     const bool typing = _name.isFocused();
@@ -34,6 +38,11 @@ std::unique_ptr<Scene> OptionsScene::step() {
         _app.audio.setVolumes(_sounds.value(), _music.value());
         if (!KXMouse(KXMouseLeft))
             _app.audio.play(Effect::Click);
+    }
+    if (_shakes.clicked(KXMouseLeft)) {
+        _app.settings.shakes = !_app.settings.shakes;
+        tellShakes();
+        _app.audio.play(Effect::Click);
     }
     const bool controls = _controls.clicked(KXMouseLeft) != 0, back = _back.clicked(KXMouseLeft) != 0;
     if (!controls && !back && (typing || !Controls::menuLeaves()))
@@ -51,15 +60,14 @@ void OptionsScene::draw() {
     drawBackdrop(_app);
     _app.assets.picture("panel").drawNineSlice({220, 90}, {360, 300}, 8);
     Style::printCentred(400, 108, 24, Style::gold, "Options");
-    const char* const labels[] = {"Sounds", "Music", "Name", "Controls"};
-    float y = 162;
-    for (const char* label : labels) {
-        KXUIGlobalFontPrint({250, y}, Style::paper, label);
-        y += 40;
-    }
+    const char* const labels[] = {"Sounds", "Music", "Name", "Controls", "Shaking"};
+    constexpr float heights[] = {162, 202, 242, 282, 316};
+    for (int i = 0; i < 5; ++i)
+        KXUIGlobalFontPrint({250, heights[i]}, Style::paper, labels[i]);
     _sounds.draw();
     _music.draw();
     _name.draw();
     _controls.draw();
+    _shakes.draw();
     _back.draw();
 }

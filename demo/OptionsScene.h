@@ -10,8 +10,9 @@ public:
     void draw() override;
 
 private:
+    void tellShakes();
     App& _app;
     KXUISlider _sounds, _music;
     KXUITextEntry _name;
-    KXUIButton _controls, _back;
+    KXUIButton _controls, _shakes, _back;
 };

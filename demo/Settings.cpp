@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 
-static constexpr long fileVersion = 2;
+static constexpr long fileVersion = 3;
 
 int Settings::enterScore(const std::string& who, int points) {
     const auto place = std::find_if(scores.begin(), scores.end(),
@@ -28,7 +28,7 @@ void Settings::load(const std::string& path) {
     if (!file)
         return;
     const long version = KXGetL(file);
-    if (version == 1 || version == fileVersion) {
+    if (version >= 1 && version <= fileVersion) {
         int sounds = static_cast<int>(KXGetL(file)), music = static_cast<int>(KXGetL(file));
         KXClampi(&sounds, 0, 128);
         KXClampi(&music, 0, 128);
@@ -36,6 +36,7 @@ void Settings::load(const std::string& path) {
         musicVolume = music;
         if (version == 1)
             KXGetL(file); // whether a pad steered, which the controls say now
+        shakes = version < 3 || KXGetL(file) != 0;
         name = readString(file);
         const long count = KXGetL(file);
         for (long i = 0; i < count && i < static_cast<long>(mostScores) && !std::feof(file); ++i) {
@@ -51,7 +52,8 @@ void Settings::load(const std::string& path) {
 void Settings::save(const std::string& path) const {
     KXSaveFile saved(path.c_str());
     FILE* const file = saved.stream();
-    for (long value : {fileVersion, static_cast<long>(soundVolume), static_cast<long>(musicVolume)})
+    for (long value :
+         {fileVersion, static_cast<long>(soundVolume), static_cast<long>(musicVolume), long{shakes}})
         KXPutL(value, file);
     KXPutString(name.c_str(), file);
     KXPutL(static_cast<long>(scores.size()), file);

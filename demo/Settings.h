@@ -13,6 +13,7 @@ struct Settings {
 
     int soundVolume = 96; ///< 0 to 128.
     int musicVolume = 64; ///< 0 to 128.
+    bool shakes = true;   ///< Whether the world shakes when a keeper is hurt.
     std::string name = "Keeper";
     std::vector<Score> scores; ///< The best first.
 

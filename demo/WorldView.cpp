@@ -74,6 +74,7 @@ void WorldView::happened(const Event& event) {
         break;
     case Event::Hurt:
         _particles.burst(event.at, 16, 2, Style::rose);
+        _shaking = 16;
         break;
     default:
         break;
@@ -104,6 +105,7 @@ void WorldView::step(const Picture& picture) {
     if (picture.fuel > 0 && _emberTimer.tick())
         _particles.ember({World::fire.x, World::fire.y - 20});
     ++_flicker;
+    _shaking -= _shaking > 0;
 }
 
 void WorldView::drawGlow(KXPoint at, float radius, KXColor color) {
@@ -142,9 +144,24 @@ void WorldView::drawPlayer(int index, const Picture::Player& player, bool blinks
     _players[index].draw({player.at.x + playerCorner.x, player.at.y + playerCorner.y - player.height});
 }
 
+// The world as a camera sees it that shakes and comes to rest; what is written over it stays where it is.
 void WorldView::draw(const Picture& picture) {
     drawLight(picture);
     _app.window.setRenderContext();
+    KXCamera camera;
+    camera.centre = KXPoint{Style::windowSize.width, Style::windowSize.height} / 2;
+    if (_app.settings.shakes && _shaking > 0) {
+        const auto strength = static_cast<float>(_shaking), turn = strength * 1.9f;
+        camera.centre += {strength * std::sin(turn) / 4, strength * std::cos(turn) / 5};
+        camera.zoom = 1 + strength / 1000; // so that no edge comes into view
+    }
+    KXPushCamera(camera);
+    drawWorld(picture);
+    KXPopCamera();
+    drawStatus(picture);
+}
+
+void WorldView::drawWorld(const Picture& picture) {
     _app.assets.picture("background").draw(0, 0, 1.0f, 2.0f, 0, 0, -1);
     const float fireScale = 1.4f + 3.0f * picture.fuel / 100;
     _fire.setScale(fireScale);
@@ -179,7 +196,6 @@ void WorldView::draw(const Picture& picture) {
         _moths[i]->draw(picture.moths[i].at);
     }
     _particles.draw();
-    drawStatus(picture);
 }
 
 void WorldView::drawStatus(const Picture& picture) {

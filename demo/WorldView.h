@@ -19,6 +19,7 @@ public:
 
 private:
     void happened(const Event& event);
+    void drawWorld(const Picture& picture);
     void drawLight(const Picture& picture);
     void drawGlow(KXPoint at, float radius, KXColor color);
     void drawPlayer(int index, const Picture::Player& player, bool blinks);
@@ -33,5 +34,5 @@ private:
     KXTexture _light; ///< How bright it is where, in half of the window's resolution.
     Particles _particles;
     KXTimer _emberTimer;
-    int _flicker = 0;
+    int _flicker = 0, _shaking = 0;
 };

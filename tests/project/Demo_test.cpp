@@ -132,12 +132,15 @@ TEST_F(Demo, SettingsAndScoresAreKept) {
         Keeper keeper(game);
         keeper.clicks({{400, 380}, {400, 252}}); // the options; the name
         keeper.types("ilse");
-        keeper.click({400, 352});
+        keeper.clicks({{370, 320}, {400, 352}}); // whether the world shakes; back
     };
     options.save = folder / "game.save";
     enterName();
     const std::string kept = contentOf(folder / "game.save");
     EXPECT_NE(kept.find("ilse"), std::string::npos);
+    Settings settings;
+    settings.load(options.save);
+    EXPECT_FALSE(settings.shakes);
     options.save = folder / "cut.save";
     for (std::size_t length : {std::size_t(0), std::size_t(5), kept.size() / 2, kept.size() - 1}) {
         folder.write("cut.save", kept.substr(0, length)); // what is cut off is forgotten, no more

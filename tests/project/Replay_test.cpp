@@ -50,7 +50,7 @@ private:
         if (below(3) == 0)
             below(2) ? _user.hold(key) : _user.release(key);
         if (below(10) == 0)
-            _user.move({place(800), place(500)});
+            _user.move({place(400), place(250)});
         if (below(10) == 0)
             below(2) ? _user.hold(KXMouseLeft) : _user.release(KXMouseLeft);
         if (below(50) == 0)
@@ -58,7 +58,7 @@ private:
         if (below(300) == 0)
             resize();
     }
-    // As a window manager does. Pictures of a corner are soon drawn.
+    // As a window manager does. Small pictures are soon drawn.
     void resize() { _user.resize({200 + place(200), 100 + place(150)}); }
 
     static constexpr KXKeyNumber keys[] = {KXKeyLeft, KXKeyRight, KXKeyUp, KXKeyDown, KXKeySpace, KXKeyReturn,
