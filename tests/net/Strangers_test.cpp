@@ -143,6 +143,15 @@ TEST_F(Strangers, NoSendWaitsForThemAndTheSlowAreLetGo) {
     set(&KXNetworkLimits::outgoingBytes, -1);
     EXPECT_EQ(server._sendBufferToClient(1, "x", 1), 0);
     EXPECT_FALSE(server.isClientConnected(1));
+    // What waits goes first, though there is room already for what comes behind it.
+    set(&KXNetworkLimits::outgoingBytes, 16 << 20);
+    const RawPeer reader(server);
+    server._sendBufferToClient(reader.id, large.data(), 8 << 20);
+    std::string got = reader.receive(1 << 20);
+    server._sendBufferToClient(reader.id, "more", 4);
+    for (const std::size_t length = large.size() + 4; got.size() < length; server.poll())
+        got += reader.receive(std::min<std::size_t>(length - got.size(), 100'000));
+    EXPECT_TRUE(got == large + "more");
 }
 
 TEST_F(Strangers, TheSilentAreLetGo) {
