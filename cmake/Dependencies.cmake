@@ -4,7 +4,7 @@ find_package(PkgConfig REQUIRED)
 find_package(nlohmann_json REQUIRED) # headers alone, for the sources of the library and of kxsprite
 # NAME=MODULE: what pkg-config knows as MODULE is the target PkgConfig::NAME. Installed files repeat this list.
 set(kobaltrix_modules SDL2=sdl2 SDL2_image=SDL2_image SDL2_mixer=SDL2_mixer FTGL=ftgl FreeType=freetype2
-                       HarfBuzz=harfbuzz FriBidi=fribidi Unibreak=libunibreak ZLIB=zlib ZSTD=libzstd)
+                       HarfBuzz=harfbuzz FriBidi=fribidi Unibreak=libunibreak Fontconfig=fontconfig ZLIB=zlib ZSTD=libzstd)
 foreach(pair IN LISTS kobaltrix_modules)
   string(REPLACE "=" ";" pair ${pair})
   list(GET pair 0 name)

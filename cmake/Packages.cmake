@@ -43,7 +43,7 @@ input, sound, widgets and network messages for games in C++.
 This package holds the headers, the static library, the kit for tests, the
 files for CMake and pkg-config, and kxsprite, which makes sprite files.")
 set(development_packages libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libftgl-dev libfreetype-dev libharfbuzz-dev
-                         libfribidi-dev libunibreak-dev zlib1g-dev libzstd-dev libgl-dev
+                         libfribidi-dev libunibreak-dev libfontconfig-dev zlib1g-dev libzstd-dev libgl-dev
                          "libglu1-mesa-dev | libglu-dev")
 list(JOIN development_packages ", " development_packages)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "libkobaltrix (= ${PROJECT_VERSION}), ${development_packages}")

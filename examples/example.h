@@ -80,11 +80,11 @@ public:
         return KXTempString("%s/assets/%s", KXExecutablePath ? KXExecutablePath : ".", name);
     }
 
-    /// The path of a font.
-    static const char* font() {
-        const char* path = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
-        if (!KXFileExists(path))
-            end(1, path, "is missing. It comes with the package fonts-dejavu-core.");
+    /// The path of an installed font. A temporary string.
+    static const char* font(const char* name = "DejaVu Sans", const char* package = "fonts-dejavu-core") {
+        const char* path = KXFindFont(name);
+        if (!path)
+            end(1, name, KXTempString("is missing. It comes with the package %s.", package));
         return path;
     }
 

@@ -2,6 +2,7 @@
 
 #include <Kobaltrix/KXTypes.h>
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -39,6 +40,9 @@ public:
     /// @param path the font file; only read. @param mode a #KXAliasMode, others count as
     /// #KXAliasModeTexture.
     KXFont(const char* path, int mode);
+    /// The same for the content of a font file that lies in memory, which is copied. What is no font gives an
+    /// object as a missing file does.
+    KXFont(const void* bytes, std::size_t size, int mode);
     /// There is no font without a file: throws std::bad_alloc.
     KXFont();
     ~KXFont();
@@ -100,15 +104,16 @@ public:
 private:
     struct Offsets;
     struct Sources;
+    KX_INTERNAL KXFont(std::unique_ptr<Sources> sources, int mode);
     KX_INTERNAL bool _canPrint() const;
     KX_INTERNAL KXPoint _originOf(KXPoint p) const;
 
     int _size;
     KXAliasMode _aliasMode;
     unsigned _revision;
+    std::unique_ptr<Sources> _sources; // which the face reads from
     std::unique_ptr<FTFont> _font;
     std::unique_ptr<Offsets> _offsets;
-    std::unique_ptr<Sources> _sources;
 };
 
 #if defined(__GNUC__) || defined(__clang__)
@@ -120,3 +125,14 @@ private:
 KX_API void KXClearGUIFontCache();
 /// Number of fonts in the cache, those that could not be opened included; 0 before KXInit().
 KX_API int KXGUIFontCacheSize();
+/// The font for a file, a mode and a size in the window that is the render context: loaded when it is first
+/// asked for, and the same one from then on. It belongs to the cache, lives until KXClearGUIFontCache(), and
+/// is shared with widgets: leave its size as it is. Null outside of KXInit() and KXDeInit() or, with
+/// "Unable to load font and add it to the global cache.", when memory is exhausted.
+KX_API KXFont* KXCachedFont(const char* path, KXAliasMode mode, int size);
+
+/// The file of an installed font by its name, such as "DejaVu Sans", "DejaVu Sans:bold", or one of "sans",
+/// "serif" and "monospace" for what the system has as such. Only where fontconfig knows the system's fonts.
+/// The first search may take long; keep the path.
+/// @return a temporary string. Null, with a message in KXError(), if there is no such font.
+KX_API const char* KXFindFont(const char* name);

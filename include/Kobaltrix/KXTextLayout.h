@@ -72,7 +72,7 @@ struct KXTextLine {
 
 /// What lies at a point.
 struct KXTextHit {
-    int character; ///< The index of the character in the nearest line that is nearest, or of the line's end.
+    int character; ///< The index of the character in the nearest line that is nearest.
     int caret;     ///< The index of the nearest place for a caret: before or behind that character.
     int inside;    ///< -1 if the point is on the character, 0 if beside it.
 };
@@ -88,7 +88,9 @@ public:
     /// Lays a text out, see layOut().
     KXTextLayout(const KXFont& font, const char* text, const KXTextOptions& options = KXTextOptions());
     ~KXTextLayout();
+    /// Takes the other's text, which is left without.
     KXTextLayout(KXTextLayout&& other) noexcept;
+    /// The same.
     KXTextLayout& operator=(KXTextLayout&& other) noexcept;
 
     /// Lays another text out, or the same in another way. Costs a comparison while all is as it was, so it
@@ -98,11 +100,12 @@ public:
     /// std::bad_alloc when memory is exhausted and is as it was then.
     /// @param font at its size; its rendering offset and #KXAliasMode do not count. @param text UTF-8, no
     /// format; cut to a million bytes. Bytes that are no UTF-8 are question marks, null is an empty text.
+    /// @param options how; copied.
     void layOut(const KXFont& font, const char* text, const KXTextOptions& options = KXTextOptions());
 
     /// Draws it with the top left of its box at @a p. Batches take it; on whole pixels it is sharpest.
-    /// Leaves OpenGL's colour at @a c. Without a window nothing is drawn.
-    /// @param c the colour outside of colour spans.
+    /// Letters outside of colour spans are in @a c, which OpenGL's colour is left at. Without a window
+    /// nothing is drawn.
     void draw(KXPoint p, KXColor c) const;
     /// The same with nothing but the characters before an index, as if somebody typed: the others keep their
     /// room.
@@ -125,8 +128,8 @@ public:
     /// a line was wrapped that is at the beginning of the next. An index outside is moved to the end that is
     /// nearer.
     KXRect caret(int index) const;
-    /// The rectangles of a selected range, line by line. @param rects room for @a most of them; may be null
-    /// with 0. @return how many there are, which may be more.
+    /// The rectangles of a selected range, line by line: how many there are. @a rects has room for @a most of
+    /// them, and may be null.
     int selection(int begin, int end, KXRect* rects, int most) const;
 
 private:

@@ -10,7 +10,8 @@ namespace {
 template<class Base>
 class Face final : public Base {
 public:
-    explicit Face(const char* path) : Base(path), _opened(Base::Error() == 0) {
+    template<class... Source>
+    explicit Face(Source... source) : Base(source...), _opened(Base::Error() == 0) {
         // As FTGL's own texture font loads its glyphs: hinting would bend the outlines to the pixels.
         if (usesTextures && _opened)
             Base::GlyphLoadFlags(FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP);
@@ -82,10 +83,14 @@ private:
 };
 } // namespace
 
-std::unique_ptr<FTFont> _KXOpenFace(const char* path, KXAliasMode mode) {
-    if (!path)
-        path = "";
-    if (mode == KXAliasModePolygon)
-        return std::make_unique<Face<FTPolygonFont>>(path);
-    return std::make_unique<Face<FTFont>>(path);
+template<class Base>
+static std::unique_ptr<FTFont> open(const _KXFontSource& source) {
+    if (source.bytes.empty())
+        return std::make_unique<Face<Base>>(source.path.c_str());
+    return std::make_unique<Face<Base>>(reinterpret_cast<const unsigned char*>(source.bytes.data()),
+                                        source.bytes.size());
+}
+
+std::unique_ptr<FTFont> _KXOpenFace(const _KXFontSource& source, KXAliasMode mode) {
+    return mode == KXAliasModePolygon ? open<FTPolygonFont>(source) : open<FTFont>(source);
 }

@@ -64,3 +64,7 @@ void KXClearGUIFontCache() {
 }
 
 int KXGUIFontCacheSize() { return _KXGlobalFontCache ? _KXGlobalFontCache->numberOfFonts() : 0; }
+
+KXFont* KXCachedFont(const char* path, KXAliasMode mode, int size) {
+    return _KXGlobalFontCache ? _KXGlobalFontCache->fontAtPath(path, mode, size) : nullptr;
+}

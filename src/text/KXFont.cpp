@@ -30,6 +30,10 @@ struct KXFont::Sources {
     std::vector<std::shared_ptr<const _KXFontSource>> all; // its own first
     _KXTypefaces typefaces = {};
     int size = -1; // of the typefaces
+
+    static std::unique_ptr<Sources> of(const _KXFontSource& source) {
+        return std::unique_ptr<Sources>(new Sources{{std::make_shared<_KXFontSource>(source)}});
+    }
 };
 
 static constexpr std::size_t textSize = 1024;
@@ -37,12 +41,17 @@ static constinit unsigned lastRevision = 0;
 
 KXFont::KXFont() { throw std::bad_alloc(); }
 
-KXFont::KXFont(const char* path, int mode)
+KXFont::KXFont(std::unique_ptr<Sources> sources, int mode)
     : _size(0), _aliasMode(mode == KXAliasModePolygon ? KXAliasModePolygon : KXAliasModeTexture),
-      _revision(++lastRevision), _font(_KXOpenFace(path, _aliasMode)), _offsets(new Offsets),
-      _sources(new Sources{{std::make_shared<_KXFontSource>(_KXFontSource{path ? path : "", ""})}}) {
+      _revision(++lastRevision), _sources(std::move(sources)),
+      _font(_KXOpenFace(*_sources->all.front(), _aliasMode)), _offsets(new Offsets) {
     KXFont::setSize(10);
 }
+
+KXFont::KXFont(const char* path, int mode) : KXFont(Sources::of({path ? path : "", ""}), mode) {}
+
+KXFont::KXFont(const void* bytes, std::size_t size, int mode)
+    : KXFont(Sources::of({"", bytes ? std::string(static_cast<const char*>(bytes), size) : ""}), mode) {}
 
 KXFont::~KXFont() {
     KX_GL_CHECK("KXFont::~KXFont");

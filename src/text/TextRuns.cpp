@@ -64,12 +64,20 @@ static void readCharacters(_KXShapedText& shaped, std::string_view text) {
     shaped.offsets.push_back(static_cast<std::uint32_t>(text.size()));
 }
 
+// libunibreak ends the program at half a flag and takes the last code point of the first plane for the end.
+static std::uint32_t breakableAs(std::uint32_t character) {
+    const bool isFlag = character >= 0x1F1E6 && character <= 0x1F1FF;
+    return isFlag || character == 0xFFFF ? 'a' : character;
+}
+
 static void findBreaks(_KXShapedText& shaped) {
     static const bool initialised = (init_linebreak(), true);
     static_cast<void>(initialised);
     shaped.breaks.resize(shaped.size());
-    if (!shaped.characters.empty())
-        set_linebreaks_utf32(shaped.characters.data(), shaped.size(), "", shaped.breaks.data());
+    std::vector<std::uint32_t> known(shaped.size());
+    std::transform(shaped.characters.begin(), shaped.characters.end(), known.begin(), breakableAs);
+    if (!known.empty())
+        set_linebreaks_utf32(known.data(), known.size(), "", shaped.breaks.data());
 }
 
 static bool endsLine(std::uint32_t character) {

@@ -16,7 +16,7 @@ build/game
 if configure_game "$here/game" refused -DCOMPONENTS=static -DLIBRARY=Kobaltrix::Static >refused.log 2>&1; then
     fail "The static library was found without what it links."
 fi
-tr -s ' \n' ' ' <refused.log | grep -qF 'links what is missing here: sdl2 SDL2_image SDL2_mixer ftgl freetype2 harfbuzz fribidi libunibreak zlib libzstd' ||
+tr -s ' \n' ' ' <refused.log | grep -qF 'links what is missing here: sdl2 SDL2_image SDL2_mixer ftgl freetype2 harfbuzz fribidi libunibreak fontconfig zlib libzstd' ||
     fail "$(<refused.log)"
 IFS=. read -r major minor _ <<<"$VERSION"
 for wrong in "-DCOMPONENTS=shared;sounds" "-DCOMPONENTS=shared;test" "-DWANTED=$major.$((minor + 1))" "-DWANTED=$((major + 1))"; do

@@ -24,6 +24,6 @@ links_static test-static
 
 # Who links everything statically is told of everything.
 libs=" $(pkg-config --static --libs kobaltrix) "
-for name in Kobaltrix SDL2 SDL2_image SDL2_mixer ftgl freetype harfbuzz fribidi unibreak z zstd GL GLU; do
+for name in Kobaltrix SDL2 SDL2_image SDL2_mixer ftgl freetype harfbuzz fribidi unibreak fontconfig z zstd GL GLU; do
     [[ $libs == *" -l$name "* ]] || fail "-l$name is not in:$libs"
 done

@@ -92,8 +92,8 @@ struct House {
     void follow(const std::string& from, const std::string& name, const std::string& what) {
         static const std::regex openGL("GL/.*|OpenGL/gl.*|SDL_opengl.*"),
             system(
-                R"((?!SDL|FTGL/|freetype/|(hb|hb-ft|fribidi|linebreak|limits|stdint|stdio|stdlib|string|zlib|zstd)\.h).*\.h)"); // not of all
-                                                                                                                                // systems
+                R"((?!SDL|FTGL/|freetype/|fontconfig/|(hb|hb-ft|fribidi|linebreak|limits|stdint|stdio|stdlib|string|zlib|zstd)\.h).*\.h)"); // not of all
+                                                                                                                                            // systems
         const std::string to = (name.rfind("Kobaltrix/", 0) == 0 ? "include/" : "src/") + name;
         const std::string here = roomOf(from), there = roomOf(to);
         if (files.count(to)) {

@@ -58,6 +58,7 @@ TEST_F(TextLayout, LinesEndWhereWordsDo) {
                  {"a {C1,0,0,1}red b{EC}ig apple", 5, 0, "a red |big |apple|"},
                  {"{C1,0,0,1}x{EC}", 0, 0, "{C1,0,0,1}x{EC}|", -1},
                  {"\xFFx\xC3", 0, 0, "?x?|"},
+                 {"\U0001F1EB\U0001F1F7 \uFFFF a", 3, 0, "\U0001F1EB\U0001F1F7 |\uFFFF a|"}, // a flag
                  {"one two", 6, 1, "one t|"}, // and the ellipsis
                  {"one two", 7, 1, "one two|"},
                  {"one two", 5, 1, "one|"}, // no blank before it
@@ -200,6 +201,21 @@ TEST_F(TextLayout, ShapesJoinsAndFallsBack) {
     EXPECT_EQ(boxOf(ink(mono, "ש"))[3] - boxOf(ink(mono, "ש"))[1],
               boxOf(ink(sans, "ש"))[3] - boxOf(ink(sans, "ש"))[1]);
     EXPECT_EQ(KXTextLayout(KXFont("/no/such/font.ttf", KXAliasModeTexture), "x").lineCount(), 0);
+    // The same font from memory, by its name, from the cache.
+    const std::string bytes = contentOf(testFont());
+    KXFont packed(bytes.data(), bytes.size(), KXAliasModeTexture);
+    packed.setSize(20);
+    EXPECT_EQ(ink(packed, "Été").pixels, ink(sans, "Été").pixels);
+    const auto printed = [&](KXFont& font) {
+        return picture([&] { font.print({4, 4}, white, "x"); }).pixels;
+    };
+    EXPECT_EQ(printed(packed), printed(sans));
+    EXPECT_EQ(KXFont("garbage", 7, KXAliasModeTexture).setSize(9) + KXFont(nullptr, 9, 1).getSize(), 0);
+    EXPECT_STREQ(KXFindFont("dejavu sans"), testFont());
+    for (const char* none : {"No Such Font", "", ":bold", "%s", static_cast<const char*>(nullptr)})
+        EXPECT_EQ(KXFindFont(none), nullptr);
+    EXPECT_EQ(KXCachedFont(testFont(), KXAliasModeTexture, 9),
+              KXCachedFont(testFont(), KXAliasModeTexture, 9));
     // A caption is in the middle of its button by its capitals; an outline reaches around, a shadow falls.
     KXTextOptions options;
     options.height = 100;
