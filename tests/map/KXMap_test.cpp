@@ -113,6 +113,7 @@ TEST_F(Maps, CellsAreTheSameHoweverTheyArePacked) {
             << layer;
         EXPECT_EQ(idAt(map, 2, 1), -1) << "it is in no set";
         EXPECT_EQ(map.tileAt(0, {8.5f, 3.9f}).id, 1);
+        EXPECT_EQ(map.tileAt(0, {-0.5f, 0}).tileset, -1) << "left of the map";
         EXPECT_EQ(map.tileAt(0, 2, 0).flips, 7);
         EXPECT_EQ(map.tileAt(0, 1, 1).flips, KXTileFlipHorizontal) << "another bit is for other maps";
     }
