@@ -145,7 +145,8 @@ TEST_F(Maps, InfiniteMapsReachInAllDirections) {
                 idAt(map, 0, 0) == -1);
     const KXMapLayer& layer = map.layers()[0];
     EXPECT_TRUE(layer.visible == 0 && layer.opacity == 0.25f && layer.offset == (KXPoint{4, -8}));
-    EXPECT_EQ(map.tileAt(0, {-16 * 4 + 4, -32 * 4 - 8}).id, 0);
+    EXPECT_EQ(map.tileAt(0, {-15 * 4 + 4, -32 * 4 - 8}).id, 1);
+    EXPECT_EQ(map.slide({{150, 29}, {1, 1}}, {20, 0}, 0).position.x, 163);
     EXPECT_EQ(map.setTile(0, -5, 700, {0, 3, KXTileFlipDiagonal}), -1);
     EXPECT_TRUE(idAt(map, -5, 700) == 3 && map.tileAt(0, -5, 700).flips == KXTileFlipDiagonal);
     EXPECT_EQ(map.setTile(0, -5, 700, KXTile()), -1);

@@ -76,6 +76,9 @@ TEST_F(Camera, PointsGoThereAndBack) {
     const KXRect bounds = KXCameraBounds(camera);
     EXPECT_EQ((std::array{bounds.origin.x, bounds.origin.y, bounds.size.width, bounds.size.height}),
               (std::array{7.5f, 15.0f, 5.0f, 10.0f}));
+    camera.rotation = -45;
+    const KXSize turned = KXCameraBounds(camera).size;
+    EXPECT_NEAR(turned.width + 2 * turned.height, 3 * 10.607f, 0.01f);
     for (const KXCamera& blind :
          {KXCamera{{0, 0}, 0, 0, {{0, 0}, {-1, -1}}}, KXCamera{{0, 0}, -1, 0, {{0, 0}, {-1, -1}}},
           KXCamera{{NAN, 0}, 1, 0, {{0, 0}, {-1, -1}}}, KXCamera{{0, 0}, 1, INFINITY, {{0, 0}, {-1, -1}}},

@@ -3,6 +3,7 @@
 #include <Kobaltrix/KXShader.h>
 
 #include "RenderTest.h"
+#include "render/GLFunctions.h"
 #include "text/TextTest.h"
 
 #include <Kobaltrix/KXDrawBatch.h>
@@ -53,6 +54,9 @@ TEST_F(Shader, FindsWhatIsDrawnAndItsValues) {
         [&] { texture.draw(0, 0, 1.0f, 32.0f, 0, 0, -1); },
     };
     EXPECT_EQ(drawn(stretched), expected);
+    _KXGL.activeTexture(GL_TEXTURE1);
+    EXPECT_EQ(state(GL_TEXTURE_BINDING_2D)[0], 0) << "as it was";
+    _KXGL.activeTexture(GL_TEXTURE0);
     for (const auto& draw : {pushed[0], pushed[1], pushed[3]})
         EXPECT_EQ(drawn([&] { KXPushShader(&shader), draw(), KXPopShader(); }), expected);
     EXPECT_EQ(drawn([&] {

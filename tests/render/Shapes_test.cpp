@@ -30,6 +30,18 @@ const KXPoint zigzag[] = {{20, 80}, {40, 20}, {60, 80}, {80, 20}, {100, 80}};
 
 constexpr float pi = std::numbers::pi_v<float>;
 
+TEST_F(Shapes, ClosedLinesAreJoinedWhereTheyBegan) {
+    KXStroke outline(10, {1, 1, 1, 1});
+    outline.closed = 1;
+    EXPECT_EQ(
+        picture([&] {
+            KXDrawStroke(std::array{KXPoint{20, 20}, KXPoint{60, 20}, KXPoint{60, 60}}.data(), 3, outline);
+        })
+            .at(13, 17)
+            .g,
+        255);
+}
+
 TEST_F(Shapes, CoverTheirAreas) {
     const KXPoint corner[] = {{20, 80}, {20, 20}, {80, 20}}, repeated[] = {{20, 20}, {20, 20}, {80, 20}},
                   row[] = {{20, 50}, {40, 50}, {60, 50}, {80, 50}};
