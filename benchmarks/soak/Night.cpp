@@ -40,11 +40,25 @@ std::vector<std::vector<SDL_Event>> readEvents(const std::string& recording) {
     return steps;
 }
 
+// Small pictures are soon drawn. In a window that is smaller by this the game is as much smaller, and so are
+// the ways of the mouse.
+constexpr int shrinkage = 4;
+
+void shrink(SDL_Event& event) {
+    if (event.type == SDL_MOUSEMOTION) {
+        event.motion.x /= shrinkage;
+        event.motion.y /= shrinkage;
+    } else if (event.type == SDL_MOUSEBUTTONDOWN || event.type == SDL_MOUSEBUTTONUP) {
+        event.button.x /= shrinkage;
+        event.button.y /= shrinkage;
+    }
+}
+
 class SoakedGame : public Game {
 public:
-    // Pictures of a corner are soon drawn.
     SoakedGame(const Options& options, Watch& watch) : Game(options), _watch(watch) {
-        KXTestUser(app.window.id()).resize({200, 120});
+        const KXSize size = app.window.size();
+        KXTestUser(app.window.id()).resize({size.width / shrinkage, size.height / shrinkage});
     }
 
     void step() override {
@@ -70,6 +84,7 @@ public:
         for (SDL_Event event : events) {
             if (Uint32* const window = _KXWindowOf(event); window && *window)
                 *window = app.window.id();
+            shrink(event);
             SDL_PushEvent(&event);
         }
         frame();
