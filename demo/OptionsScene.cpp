@@ -3,6 +3,8 @@
 #include "ControlsScene.h"
 #include "TitleScene.h"
 
+#include <utility>
+
 static void place(KXUISlider& slider, float y, int value) {
     constexpr int loudest = 128;
     slider.setSize({190, 20});
@@ -60,10 +62,10 @@ void OptionsScene::draw() {
     drawBackdrop(_app);
     _app.assets.picture("panel").drawNineSlice({220, 90}, {360, 300}, 8);
     Style::printCentred(400, 108, 24, Style::gold, "Options");
-    const char* const labels[] = {"Sounds", "Music", "Name", "Controls", "Shaking"};
-    constexpr float heights[] = {162, 202, 242, 282, 316};
-    for (int i = 0; i < 5; ++i)
-        KXUIGlobalFontPrint({250, heights[i]}, Style::paper, labels[i]);
+    constexpr std::pair<const char*, float> labels[] = {
+        {"Sounds", 162}, {"Music", 202}, {"Name", 242}, {"Controls", 282}, {"Shaking", 316}};
+    for (const auto& [label, y] : labels)
+        KXUIGlobalFontPrint({250, y}, Style::paper, label);
     _sounds.draw();
     _music.draw();
     _name.draw();

@@ -56,7 +56,7 @@ struct KXTextOptions {
     int maxLines = 0;   ///< A longer text is cut there, and an ellipsis shows it; 0 for no limit.
     float tabWidth = 0; ///< From one tab stop to the next; 0 for eight blanks.
     int plain = 0;      ///< Non-zero for no colour spans: braces are braces, as for what players type.
-    float outline = 0;  ///< Pixels that an outline reaches around the letters; 0 for none, at most 64.
+    float outline = 0;  ///< How far an outline reaches around the letters; 0 for none, at most 64.
     KXColor outlineColor = {0, 0, 0, 1}; ///< Its alpha is multiplied by that of the colour drawn with.
     KXPoint shadow = {0, 0};             ///< How far a shadow lies from the text.
     KXColor shadowColor = {0, 0, 0, 0};  ///< The same; a shadow without alpha is none.
@@ -105,7 +105,8 @@ public:
 
     /// Draws it with the top left of its box at @a p. Batches take it; on whole pixels it is sharpest.
     /// Letters outside of colour spans are in @a c, which OpenGL's colour is left at. Without a window
-    /// nothing is drawn.
+    /// nothing is drawn. The first time in a window, and after the text was laid out anew, it asks for
+    /// memory: throws std::bad_alloc, with nothing drawn, when that is exhausted.
     void draw(KXPoint p, KXColor c) const;
     /// The same with nothing but the characters before an index, as if somebody typed: the others keep their
     /// room.
@@ -128,8 +129,9 @@ public:
     /// a line was wrapped that is at the beginning of the next. An index outside is moved to the end that is
     /// nearer.
     KXRect caret(int index) const;
-    /// The rectangles of a selected range, line by line: how many there are. @a rects has room for @a most of
-    /// them, and may be null.
+    /// Writes the rectangles of what lies from one index to before another, line by line from the top, and
+    /// more than one for a line where directions mix. @a rects has room for @a most; it may be null.
+    /// @return how many there are, which may be more than there was room for.
     int selection(int begin, int end, KXRect* rects, int most) const;
 
 private:

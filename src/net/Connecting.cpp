@@ -33,7 +33,7 @@ bool Connecting::_lookUp() {
 // Whether one has come to its end.
 bool Connecting::_checkAttempts() {
     for (auto attempt = _attempts.begin(); attempt != _attempts.end();) {
-        const _KXConnecting outcome = _KXCheckConnecting((*attempt)->get());
+        const _KXConnecting outcome = _KXCheckConnecting(attempt->get());
         if (outcome == _KXConnecting::done) {
             _connected = std::move(*attempt);
             return true;
@@ -45,15 +45,13 @@ bool Connecting::_checkAttempts() {
 
 void Connecting::_beginAttempts(std::uint64_t now) {
     constexpr std::uint64_t patience = 300 * nanosecondsPerMillisecond;
-    while (!_connected && !_addresses.empty() && (_attempts.empty() || now >= _nextAttempt)) {
+    while (_connected.get() == -1 && !_addresses.empty() && (_attempts.empty() || now >= _nextAttempt)) {
         const _KXSocketAddress address = _addresses.front();
         _addresses.pop_front();
-        _KXSocketOwner opened(_KXOpenSocket(address)); // until there is memory for the attempt
-        if (opened.get() == -1)
+        _KXSocketOwner attempt(_KXOpenSocket(address));
+        if (attempt.get() == -1)
             continue;
-        auto attempt = std::make_unique<_KXSocketOwner>(opened.get());
-        opened.release();
-        const _KXConnecting outcome = _KXBeginConnecting(attempt->get(), address);
+        const _KXConnecting outcome = _KXBeginConnecting(attempt.get(), address);
         _nextAttempt = now + patience;
         if (outcome == _KXConnecting::done)
             _connected = std::move(attempt);
@@ -71,11 +69,11 @@ KXNetworkState Connecting::poll() {
         return KXNetworkNameUnknown;
     if (!_checkAttempts())
         _beginAttempts(now);
-    if (_connected)
+    if (_connected.get() != -1)
         return KXNetworkConnected;
     if (_attempts.empty() && _addresses.empty())
         return KXNetworkNobodyThere;
     return isLate ? KXNetworkTimedOut : KXNetworkConnecting;
 }
 
-int Connecting::release() { return _connected->release(); }
+int Connecting::release() { return _connected.release(); }

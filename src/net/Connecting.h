@@ -7,8 +7,8 @@
 
 #include <cstdint>
 #include <deque>
-#include <memory>
 #include <string>
+#include <vector>
 
 /// A connection that is being made while the game goes on.
 ///
@@ -35,7 +35,7 @@ private:
     _KXNameLookup _lookup;
     bool _isFound = false;
     std::deque<_KXSocketAddress> _addresses; // not tried yet
-    std::vector<std::unique_ptr<_KXSocketOwner>> _attempts;
+    std::vector<_KXSocketOwner> _attempts;
     std::uint64_t _nextAttempt = 0;
-    std::unique_ptr<_KXSocketOwner> _connected;
+    _KXSocketOwner _connected{-1};
 };

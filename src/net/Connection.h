@@ -6,14 +6,15 @@
 #include <Kobaltrix/KXNetworkLimits.h>
 
 #include <cstdint>
+#include <utility>
 
 class KXNetworkBuffer;
 
 /// A connection with what waits to leave by it.
 class _KXConnection {
 public:
-    _KXConnection() : _KXConnection(-1) {}
-    explicit _KXConnection(int socket) : _socket(socket) {}
+    _KXConnection() : _KXConnection(_KXSocketOwner(-1)) {}
+    explicit _KXConnection(_KXSocketOwner socket) : _socket(std::move(socket)) {}
 
     int socket() const { return _socket.get(); }
     /// Gives the socket up without closing it.

@@ -6,6 +6,7 @@
 #include "net/Turn.h"
 
 #include <algorithm>
+#include <utility>
 
 // There is only one connection, and its bytes are stored under this key.
 static constexpr int key = 0;
@@ -23,11 +24,10 @@ KXNetworkClient::~KXNetworkClient() = default;
 
 // A connection has begun.
 void KXNetworkClient::_take(int socket) {
-    _KXSocketOwner owner(socket); // until there is memory for the connection
+    _KXSocketOwner owner(socket);
     if (const int silence = limits().keepAliveMilliseconds; silence >= 0)
         _KXKeepAlive(socket, std::max(silence / 1000, 1));
-    _members->connection = std::make_unique<_KXConnection>(socket);
-    owner.release();
+    _members->connection = std::make_unique<_KXConnection>(std::move(owner));
     _members->state = KXNetworkConnected;
 }
 

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <new>
 #include <set>
+#include <utility>
 
 // More than a process may have descriptors.
 static constexpr int mostClients = 1 << 20;
@@ -71,8 +72,7 @@ int KXNetworkServer::checkForIncomingConnections() {
             continue;
         if (const int silence = limits().keepAliveMilliseconds; silence >= 0)
             _KXKeepAlive(socket.get(), std::max(silence / 1000, 1));
-        *slot = std::make_unique<_KXConnection>(socket.get());
-        socket.release(); // not before there is memory for the connection
+        *slot = std::make_unique<_KXConnection>(std::move(socket));
         (*slot)->peer = peer;
         (*slot)->lastSpoken = _members->turn.now();
         return static_cast<int>(slot - _members->clients.begin());

@@ -2,6 +2,8 @@
 
 #include "platform/Sockets.h"
 
+#include <utility>
+
 /// The calls of the platform that a stranger can make fail. Tests put failing ones in.
 struct _KXSocketCalls {
     int (*send)(int socket, const void* data, int length);
@@ -24,14 +26,13 @@ public:
         if (_socket != -1)
             _KXCloseSocket(_socket);
     }
-    _KXSocketOwner(const _KXSocketOwner&) = delete;
-    _KXSocketOwner& operator=(const _KXSocketOwner&) = delete;
-    int get() const { return _socket; }
-    int release() {
-        const int socket = _socket;
-        _socket = -1;
-        return socket;
+    _KXSocketOwner(_KXSocketOwner&& other) noexcept : _socket(other.release()) {}
+    _KXSocketOwner& operator=(_KXSocketOwner&& other) noexcept {
+        std::swap(_socket, other._socket);
+        return *this;
     }
+    int get() const { return _socket; }
+    int release() { return std::exchange(_socket, -1); }
 
 private:
     int _socket;

@@ -3,7 +3,7 @@
 #include "render/ContextParts.h"
 #include "render/GLFunctions.h"
 
-// @param source in two pieces.
+// @param source in two pieces, which are one text.
 static void attach(GLuint program, GLenum kind, const char* const (&source)[2]) {
     const GLuint shader = _KXGL.createShader(kind);
     _KXGL.shaderSource(shader, 2, source, nullptr);
@@ -34,15 +34,17 @@ static constexpr struct {
     {{mixedCorners, ""}, {mixedColor, "    gl_FragColor = color;\n}\n"}},
     {{"varying vec4 color;\n"
       "void main() {\n"
-      "    gl_Position = ftransform();\n",
+      "    gl_Position = ftransform();\n"
       "    gl_TexCoord[0] = gl_TextureMatrix[0] * vec4(gl_MultiTexCoord0.xy, 0.0, 1.0);\n"
       "    color = gl_Color;\n"
-      "}\n"},
+      "}\n",
+      ""},
      {"uniform sampler2D image;\n"
-      "varying vec4 color;\n",
+      "varying vec4 color;\n"
       "void main() {\n"
       "    gl_FragColor = texture2D(image, gl_TexCoord[0].xy) * color;\n"
-      "}\n"}},
+      "}\n",
+      ""}},
     {{mixedCorners, ""}, {mixedColor, "    gl_FragColor = vec4(color.rgb * color.a, color.a);\n}\n"}}};
 
 static unsigned makeProgram(_KXFillProgram which) {

@@ -12,9 +12,8 @@ class Face final : public Base {
 public:
     template<class... Source>
     explicit Face(Source... source) : Base(source...), _opened(Base::Error() == 0) {
-        // As FTGL's own texture font loads its glyphs: hinting would bend the outlines to the pixels.
         if (usesTextures && _opened)
-            Base::GlyphLoadFlags(FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP);
+            Base::GlyphLoadFlags(_KXGlyphLoadFlags); // FTGL's own texture font has the same
     }
     ~Face() override { forgetGlyphs(); }
 

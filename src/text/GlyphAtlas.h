@@ -13,6 +13,9 @@
 /// baseline's start is (0, 0).
 inline constinit std::vector<_KXGlyphQuad>* _KXRenderedGlyphs = nullptr;
 
+/// How all glyphs are loaded: hinting would bend the outlines to the pixels, and advances to whole ones.
+inline constexpr FT_Int32 _KXGlyphLoadFlags = FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP;
+
 /// What a glyph shows: a part of a page, placed against the pen. Without a texture it shows nothing, as a
 /// blank.
 struct _KXGlyphInk {

@@ -55,6 +55,8 @@ struct _KXTextParts {
     void makeLayers();
 };
 
+static constexpr float farthest = 1e6f;
+
 static bool isOver(float value, float most) { return !(value > 0) || value > most; }
 
 static std::uint32_t outlineOf(const KXTextOptions& options) {
@@ -63,7 +65,7 @@ static std::uint32_t outlineOf(const KXTextOptions& options) {
 }
 
 static KXTextOptions soundOptions(const KXTextOptions& given, const _KXTypeface& typeface) {
-    constexpr float farthest = 1e6f, widestSpacing = 100;
+    constexpr float widestSpacing = 100;
     KXTextOptions options = given;
     if (isOver(options.width, farthest))
         options.width = 0;
@@ -274,7 +276,7 @@ KXRect KXTextLayout::caret(int index) const {
         const bool isBehind = index >= stop.end;
         x = isBehind == stop.isRightToLeft ? stop.left : stop.right;
     }
-    if (!isOver(_parts->options.width, 1e6f))
+    if (!isOver(_parts->options.width, farthest))
         x = std::clamp(x, 0.0f, _parts->options.width); // blanks at a line's end stand outside
     return {{x, row.line.rect.origin.y}, {0, row.line.rect.size.height}};
 }

@@ -37,11 +37,11 @@ private:
     void findRows();
     void cutLastRow();
 
-    void placeRow(const Row& row, float boxWidth);
+    void placeRow(Row row, float boxWidth);
     void findPieces(const Row& row);
     void orderPieces();
     float startOf(const Row& row, float boxWidth) const;
-    void justify(const Row& row);
+    void justify(Row& row);
     float placePiece(const Piece& piece, float x);
     float placeEllipsis(const Row& row, float x);
     void placeGlyphs(const Piece& piece, float x);
@@ -212,7 +212,7 @@ float Rows::startOf(const Row& row, float boxWidth) const {
 }
 
 // Widens blanks, or where there are none what a line may end with; none before the last tab.
-void Rows::justify(const Row& row) {
+void Rows::justify(Row& row) {
     const float rest = _options.width - row.width;
     if (_options.align != KXTextAlignJustified || row.endsParagraph || rest <= 0)
         return;
@@ -231,8 +231,9 @@ void Rows::justify(const Row& row) {
             _widths[gap] += rest / static_cast<float>(gaps.size());
         return !gaps.empty();
     };
-    if (!widen([&](std::uint32_t i, std::uint32_t) { return _shaped.roles[i] == _KXTextRole::Blank; }))
-        widen([&](std::uint32_t, std::uint32_t next) { return _shaped.mayBreakBefore(next); });
+    if (widen([&](std::uint32_t i, std::uint32_t) { return _shaped.roles[i] == _KXTextRole::Blank; }) ||
+        widen([&](std::uint32_t, std::uint32_t next) { return _shaped.mayBreakBefore(next); }))
+        row.width = _options.width;
 }
 
 // Places for carets, evenly in the width of what is drawn as one.
@@ -299,19 +300,13 @@ float Rows::placeEllipsis(const Row& row, float x) {
     return x;
 }
 
-void Rows::placeRow(const Row& row, float boxWidth) {
+void Rows::placeRow(Row row, float boxWidth) {
     findPieces(row);
     orderPieces();
     justify(row);
-    const bool isJustified = _options.align == KXTextAlignJustified && !row.endsParagraph;
-    float width = 0;
-    for (std::uint32_t i = row.begin; i < row.blanks; ++i)
-        width += _widths[i];
-    Row shown = row;
-    shown.width = isJustified ? width : row.width;
     const std::size_t firstGlyph = _placed.glyphs.size();
     const auto firstStop = static_cast<std::uint32_t>(_placed.stops.size());
-    const float start = startOf(shown, boxWidth);
+    const float start = startOf(row, boxWidth);
     float x = start, left = start;
     for (const Piece& piece : _pieces) {
         const bool hangs = !piece.isEllipsis && piece.begin >= row.blanks;
@@ -322,15 +317,15 @@ void Rows::placeRow(const Row& row, float boxWidth) {
     std::sort(_placed.stops.begin() + firstStop, _placed.stops.end(),
               [](const _KXTextStop& a, const _KXTextStop& b) { return a.begin < b.begin; });
     _KXTextRow placed = {};
-    placed.line = {{{left, 0}, {shown.width, 0}},
+    placed.line = {{{left, 0}, {row.width, 0}},
                    0,
                    static_cast<int>(_shaped.offsets[row.begin]),
                    static_cast<int>(_shaped.offsets[row.end])};
-    placed.edge = row.level % 2 ? left + shown.width : left;
+    placed.edge = row.level % 2 ? left + row.width : left;
     placed.firstStop = firstStop;
     placed.endStop = static_cast<std::uint32_t>(_placed.stops.size());
     placeVertically(placed, firstGlyph);
-    _placed.size.width = std::max(_placed.size.width, shown.width);
+    _placed.size.width = std::max(_placed.size.width, row.width);
     _placed.rows.push_back(placed);
 }
 

@@ -21,8 +21,10 @@ std::uint32_t _KXShapedText::afterCluster(std::uint32_t character) const {
     return character;
 }
 
+static hb_unicode_funcs_t* unicode() { return hb_unicode_funcs_get_default(); }
+
 static hb_unicode_general_category_t categoryOf(std::uint32_t character) {
-    return hb_unicode_general_category(hb_unicode_funcs_get_default(), character);
+    return hb_unicode_general_category(unicode(), character);
 }
 
 static bool isMark(std::uint32_t character) {
@@ -157,8 +159,7 @@ private:
 std::uint16_t Shaper::typefaceFor(std::uint32_t begin, std::uint32_t end) const {
     const std::uint32_t* const text = _shaped.characters.data();
     const auto has = [&](std::size_t typeface, std::uint32_t character) {
-        return hb_unicode_general_category(hb_unicode_funcs_get_default(), character) ==
-                   HB_UNICODE_GENERAL_CATEGORY_FORMAT ||
+        return categoryOf(character) == HB_UNICODE_GENERAL_CATEGORY_FORMAT ||
                _typefaces[typeface]->has(character);
     };
     for (const std::uint32_t last : {end, begin + 1})
@@ -184,8 +185,7 @@ void Shaper::findScripts(const _KXTextParagraph& paragraph) {
     hb_script_t last = HB_SCRIPT_COMMON;
     std::size_t without = 0; // at the start, of no script yet
     for (std::size_t i = 0; i < _kinds.size(); ++i) {
-        const hb_script_t own =
-            hb_unicode_script(hb_unicode_funcs_get_default(), _shaped.characters[paragraph.begin + i]);
+        const hb_script_t own = hb_unicode_script(unicode(), _shaped.characters[paragraph.begin + i]);
         if (own != HB_SCRIPT_COMMON && own != HB_SCRIPT_INHERITED && own != HB_SCRIPT_UNKNOWN) {
             last = own;
             for (; without < i && _kinds[without].script == HB_SCRIPT_COMMON; ++without)
@@ -260,8 +260,7 @@ static void findStops(_KXShapedText& shaped) {
     for (std::uint32_t i = 0; i < shaped.size(); ++i) {
         const std::uint32_t before = i == 0 ? 0 : shaped.characters[i - 1];
         const bool joins = shaped.roles[i] == _KXTextRole::Inner &&
-                           (before == joiner ||
-                            hb_unicode_combining_class(hb_unicode_funcs_get_default(), before) == virama);
+                           (before == joiner || hb_unicode_combining_class(unicode(), before) == virama);
         shaped.stops[i] =
             !joins && (shaped.roles[i] != _KXTextRole::Inner || !goesWithTheOneBefore(shaped.characters[i]));
     }

@@ -11,9 +11,6 @@
 #include <cmath>
 #include <new>
 
-// As KXFont loads its glyphs: hinting would bend the outlines to the pixels, and advances to whole ones.
-static constexpr FT_Int32 loadFlags = FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP;
-
 static constinit _KXHeapGlobal<std::vector<std::weak_ptr<_KXTypeface>>> opened;
 
 static std::shared_ptr<FT_LibraryRec_> sharedLibrary() {
@@ -73,7 +70,7 @@ bool _KXTypeface::load(int size) {
         return false;
     _size = size;
     _shaper = hb_ft_font_create_referenced(_face);
-    hb_ft_font_set_load_flags(_shaper, loadFlags);
+    hb_ft_font_set_load_flags(_shaper, _KXGlyphLoadFlags);
     measure();
     return true;
 }
@@ -83,9 +80,10 @@ void _KXTypeface::measure() {
     const auto* table = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(_face, FT_SFNT_OS2));
     if (table && table->version >= 2 && table->version != 0xFFFF && table->sCapHeight > 0)
         _capHeight = static_cast<float>(FT_MulFix(table->sCapHeight, _face->size->metrics.y_scale)) / 64;
-    else if (const FT_UInt h = FT_Get_Char_Index(_face, 'H'); h && FT_Load_Glyph(_face, h, loadFlags) == 0)
+    else if (const FT_UInt h = FT_Get_Char_Index(_face, 'H');
+             h && FT_Load_Glyph(_face, h, _KXGlyphLoadFlags) == 0)
         _capHeight = static_cast<float>(_face->glyph->metrics.horiBearingY) / 64;
-    if (FT_Load_Char(_face, ' ', loadFlags) == 0)
+    if (FT_Load_Char(_face, ' ', _KXGlyphLoadFlags) == 0)
         _blankWidth = static_cast<float>(_face->glyph->advance.x) / 64;
 }
 
@@ -127,7 +125,7 @@ const _KXGlyphInk& _KXTypeface::ink(std::uint32_t glyph, std::uint32_t grown) {
 }
 
 _KXGlyphInk _KXTypeface::makeInk(_KXGlyphAtlas& atlas, std::uint32_t glyph, std::uint32_t grown) {
-    if (FT_Load_Glyph(_face, glyph, loadFlags) != 0)
+    if (FT_Load_Glyph(_face, glyph, _KXGlyphLoadFlags) != 0)
         return {};
     FT_Stroker made = nullptr;
     if (grown && FT_Stroker_New(_library.get(), &made) != 0)

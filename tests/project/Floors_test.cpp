@@ -90,10 +90,10 @@ struct House {
     }
 
     void follow(const std::string& from, const std::string& name, const std::string& what) {
-        static const std::regex openGL("GL/.*|OpenGL/gl.*|SDL_opengl.*"),
-            system(
-                R"((?!SDL|FTGL/|freetype/|fontconfig/|(hb|hb-ft|fribidi|linebreak|limits|stdint|stdio|stdlib|string|zlib|zstd)\.h).*\.h)"); // not of all
-                                                                                                                                            // systems
+        static const std::regex openGL("GL/.*|OpenGL/gl.*|SDL_opengl.*");
+        static const std::regex system( // what not all systems have
+            R"((?!SDL|FTGL/|freetype/|fontconfig/)"
+            R"(|(hb|hb-ft|fribidi|linebreak|limits|stdint|stdio|stdlib|string|zlib|zstd)\.h).*\.h)");
         const std::string to = (name.rfind("Kobaltrix/", 0) == 0 ? "include/" : "src/") + name;
         const std::string here = roomOf(from), there = roomOf(to);
         if (files.count(to)) {

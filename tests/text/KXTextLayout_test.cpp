@@ -31,6 +31,9 @@ struct TextLayout : TextTest {
         }
         return lines;
     }
+    Image ink(const KXFont& font, const char* text, const KXTextOptions& options = KXTextOptions()) {
+        return picture([&] { KXTextLayout(font, text, options).draw({4, 4}, white); });
+    }
     KXFont mono{monoPath().c_str(), KXAliasModeTexture}, sans{testFont(), KXAliasModeTexture};
 };
 
@@ -168,6 +171,14 @@ TEST_F(TextLayout, LooksAsAFontPrintsIt) {
                   KXPopCamera();
               }).pixels,
               printed.pixels);
+    const auto inTexture = [this](auto show) {
+        KXTexture target(320, 200);
+        target.setRenderContext();
+        show();
+        window->setRenderContext();
+        return picture([&] { target.draw(0, 0, 0); }).pixels;
+    };
+    EXPECT_EQ(inTexture(draw), inTexture([&] { sans.print({9, 30 + above}, white, "sharp 12 жук"); }));
     const auto another = makeWindow({320, 200}); // whose glyphs are others
     EXPECT_EQ(picture(draw, another.get()).pixels, printed.pixels);
     window->setRenderContext();
@@ -180,9 +191,6 @@ TEST_F(TextLayout, LooksAsAFontPrintsIt) {
 }
 
 TEST_F(TextLayout, ShapesJoinsAndFallsBack) {
-    const auto ink = [&](const KXFont& font, const char* text, KXTextOptions options = {}) {
-        return picture([&] { KXTextLayout(font, text, options).draw({4, 4}, white); });
-    };
     // Hebrew stands in reverse, brackets and all; marks sit on their letters; Arabic letters join.
     KXTextOptions toRight;
     toRight.direction = KXTextDirectionLeftToRight;
@@ -201,7 +209,9 @@ TEST_F(TextLayout, ShapesJoinsAndFallsBack) {
     EXPECT_EQ(boxOf(ink(mono, "ש"))[3] - boxOf(ink(mono, "ש"))[1],
               boxOf(ink(sans, "ש"))[3] - boxOf(ink(sans, "ש"))[1]);
     EXPECT_EQ(KXTextLayout(KXFont("/no/such/font.ttf", KXAliasModeTexture), "x").lineCount(), 0);
-    // The same font from memory, by its name, from the cache.
+}
+
+TEST_F(TextLayout, FontsComeFromMemoryByNameAndFromTheCache) {
     const std::string bytes = contentOf(testFont());
     KXFont packed(bytes.data(), bytes.size(), KXAliasModeTexture);
     packed.setSize(20);
@@ -214,8 +224,14 @@ TEST_F(TextLayout, ShapesJoinsAndFallsBack) {
     EXPECT_STREQ(KXFindFont("dejavu sans"), testFont());
     for (const char* none : {"No Such Font", "", ":bold", "%s", static_cast<const char*>(nullptr)})
         EXPECT_EQ(KXFindFont(none), nullptr);
-    EXPECT_EQ(KXCachedFont(testFont(), KXAliasModeTexture, 9),
-              KXCachedFont(testFont(), KXAliasModeTexture, 9));
+    KXFont* const cached = KXCachedFont(testFont(), KXAliasModeTexture, 9);
+    ASSERT_NE(cached, nullptr);
+    EXPECT_EQ(cached->getSize(), 9);
+    EXPECT_EQ(KXCachedFont(testFont(), KXAliasModeTexture, 9), cached);
+    EXPECT_NE(KXCachedFont(testFont(), KXAliasModeTexture, 8), cached);
+}
+
+TEST_F(TextLayout, StandsInTheMiddleIsOutlinedAndThrowsAShadow) {
     // A caption is in the middle of its button by its capitals; an outline reaches around, a shadow falls.
     KXTextOptions options;
     options.height = 100;
