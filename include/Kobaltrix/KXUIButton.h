@@ -3,11 +3,12 @@
 #include <Kobaltrix/KXUIWidget.h>
 
 #include <memory>
-#include <string>
 
 /// @file
 /// Push buttons, and buttons that flip between off and on. Both are polled with clicked() and drawn with
 /// draw(), and copy the user-interface colours of KXSetUIColor() when they are made.
+
+class _KXCaption;
 
 /// A rectangular push button with a one-line caption.
 ///
@@ -15,6 +16,7 @@
 /// again. The size is that of the caption's ink and the padding on both sides, while the first letter stands
 /// a little to the right of the padding, so captions nearly touch the right border. For more room make the
 /// button wider with setSize({rect().size.width + 4, -1}), or widen KXUIWidgetInnerPadding for all widgets.
+/// Captions in the middle of their button come with #KXUICaptionsLaidOut.
 class KX_API KXUIButton : public _KXUIWidget {
 public:
     /// A button without caption and size. setFont() fetches its font at 9 points.
@@ -22,8 +24,8 @@ public:
     ~KXUIButton() override;
 
     /// Sets the caption and fits the size to it. @param text copied. A caption is used as a format without
-    /// arguments ("%%" prints one percent sign, but is measured as two) and may hold colour spans, see
-    /// KXFont.
+    /// arguments ("%%" prints one percent sign, but is measured as two), unless captions are laid out, and
+    /// may hold colour spans, see KXFont.
     /// @return -1; 0 with nothing changed when @a text is null or the button has no font.
     int setText(const char* text);
     /// Sets the extent in pixels. A width or height of -1 is fitted to the caption; without a font or a
@@ -55,7 +57,7 @@ private:
     KXColor _depressedBackgroundColor;
     KXColor _borderColor;
     KXColor _textColor;
-    std::unique_ptr<std::string> _text; // null without a caption
+    std::unique_ptr<_KXCaption> _caption; // null without a caption
 };
 
 /// What a toggle button shows.

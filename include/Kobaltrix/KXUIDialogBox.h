@@ -1,15 +1,16 @@
 #pragma once
 
+#include <Kobaltrix/KXTextLayout.h>
 #include <Kobaltrix/KXUIWidget.h>
 
 #include <memory>
-#include <string>
 #include <vector>
 
 /// @file
 /// A message with buttons to answer it.
 
 class KXUIButton;
+class _KXCaption;
 
 /// A box with a message and push buttons, sized to hold both.
 ///
@@ -21,6 +22,9 @@ class KXUIButton;
 /// (X - W - padding, Y - padding), where (X, Y) is the box's corner and W its width: beside the box, one upon
 /// another, where the topmost takes the click. To have them elsewhere, move them through button() once the
 /// last is added; whatever calls resize() places them anew, and moving the box does not move them.
+///
+/// With #KXUICaptionsLaidOut the buttons stand in a row at the bottom right within the box, and go where it
+/// goes, and the message may have lines.
 class KX_API KXUIDialogBox : public _KXUIWidget {
 public:
     /// A box without message and buttons: black on white, padding 2.
@@ -32,13 +36,22 @@ public:
     int setFont(const char* path, KXAliasMode mode) override;
     /// Like _KXUIWidget::setFontSize(), also for the buttons, and lays the box out anew, with any font.
     int setFontSize(int size) override;
+    /// Moves the box.
+    void setOrigin(KXPoint origin) override;
+    /// Sets the extent in pixels, until something calls resize().
+    void setSize(KXSize size) override;
     /// Also for the buttons. See _KXUIWidget::setWindowID().
     void setWindowID(unsigned id) override;
 
     /// Sets the message. @param text copied, the first 512 bytes of it; null for none. A message is used as a
     /// format without arguments ("%%" prints one percent sign, but is measured as two) and may hold colour
-    /// spans, see KXFont.
+    /// spans, see KXFont. With captions that are laid out it is no format, and of any length.
     void setMessage(const char* text);
+    /// Wraps a message that is laid out at a width, or that of the buttons' row where that is wider. The box
+    /// is as wide as the widest line needs. 0, as at the start, wraps nothing.
+    void setMessageWidth(float width);
+    /// Where the lines of a message that is laid out stand; at first #KXTextAlignStart.
+    void setMessageAlign(KXTextAlign align);
     /// Adds a button that belongs to the box; without a font does nothing. A font that was given to the box
     /// is the button's too, at the same size. @param text the caption, copied; null is an empty one.
     void addButton(const char* text);
@@ -72,8 +85,13 @@ public:
 
 private:
     KX_INTERNAL void _placeButtons();
+    KX_INTERNAL void _placeButtonsInside();
+    KX_INTERNAL void _layOut(const KXFont& font);
+    KX_INTERNAL KXSize _rowSize() const;
 
-    std::string _message;
+    std::unique_ptr<_KXCaption> _message;
+    float _messageWidth;
+    KXTextAlign _messageAlign;
     int32_t _buttonIndexClicked;
     std::vector<std::unique_ptr<KXUIButton>> _buttons;
     int32_t _padding;

@@ -15,6 +15,7 @@
 /// the whole menu.
 
 class KXUIMenu;
+class _KXCaption;
 
 /// What a menu and its entries have in common: a caption, colours and the menu they belong to.
 class KX_API _KXUIMenuBase : public _KXUIWidget {
@@ -31,7 +32,8 @@ public:
 
     /// Thickness of the borders in pixels, 1.
     int borderSize() const;
-    /// Pixels that the caption is wide, truncated; 0 without a font or a caption.
+    /// Pixels that the caption is wide, truncated, or rounded up if it is laid out; 0 without a font or a
+    /// caption.
     int itemWidth() const;
 
     void setBackgroundNormalColor(float r, float g, float b, float a); ///< Of this entry only, as are all.
@@ -54,11 +56,11 @@ private:
         KXColor normal, hover, open, border, text;
     };
     KX_INTERNAL void _setLabel(const std::string& text);
-    KX_INTERNAL void _printLabel() const;
+    KX_INTERNAL void _drawLabel(float free) const;
     KX_INTERNAL bool _takesClicks();
 
     _KXUIMenuBase* _parent;
-    std::unique_ptr<std::string> _label; // null without a caption
+    std::unique_ptr<_KXCaption> _label; // null without a caption
     int32_t _borderSize;
     Colors _colors;
     KXUIMenu* _owner;                      // whose entries it is among; null for those of the game
@@ -104,14 +106,14 @@ private:
 /// Acting on an entry closes all menus above it. After a click elsewhere it stays open: call close().
 ///
 /// The mark of a sub-menu covers the last pixels of its row, and with the padding of 3 it cuts the widest
-/// caption of the column: let the title of a sub-menu end with three blanks, or set KXUIWidgetInnerPadding to
-/// {8, 3} before menus are made.
+/// caption of the column: let the title of a sub-menu end with three blanks, set KXUIWidgetInnerPadding to
+/// {8, 3} before menus are made, or have captions laid out (#KXUICaptionsLaidOut), which have room beside it.
 class KX_API KXUIMenu : public _KXUIMenuBase {
 public:
     /// A closed menu at (0, 0), as large as its title. @param title copied, the first 254 bytes of it; null
     /// for none. A title, like the names of entries, is used as a format without arguments ("%%" prints one
-    /// percent sign, but is measured as two) and may hold colour spans, see KXFont. Throws std::bad_alloc
-    /// when memory is exhausted.
+    /// percent sign, but is measured as two), unless captions are laid out, and may hold colour spans, see
+    /// KXFont. Throws std::bad_alloc when memory is exhausted.
     explicit KXUIMenu(const char* title);
     /// A closed menu without a title and of no size, until it gets entries.
     KXUIMenu();

@@ -17,7 +17,7 @@
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
 ///   KXActions.h, KXInputEvents.h, KXClipboard.h
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
-///   KXUITextEntry.h, KXUIFileBrowser.h
+///   KXUITextEntry.h, KXUIFileBrowser.h, KXUITheme.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkLimits.h, KXNetworkBuffer.h
@@ -93,6 +93,7 @@
 #include <Kobaltrix/KXUIMenu.h>
 #include <Kobaltrix/KXUISlider.h>
 #include <Kobaltrix/KXUITextEntry.h>
+#include <Kobaltrix/KXUITheme.h>
 #include <Kobaltrix/KXUIWidget.h>
 #include <Kobaltrix/KXVector3D.h>
 #include <Kobaltrix/KXWindow.h>

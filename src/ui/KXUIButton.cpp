@@ -1,7 +1,7 @@
 #include <Kobaltrix/KXUIButton.h>
 
 #include "core/ground/UIColors.h"
-#include "text/KXUIGlobalFont.h"
+#include "ui/Caption.h"
 
 #include <Kobaltrix/KXDrawing.h>
 
@@ -20,20 +20,20 @@ KXUIButton::~KXUIButton() = default;
 int KXUIButton::setText(const char* text) {
     if (!text || !_fontInUse())
         return 0;
-    auto other = std::make_unique<std::string>(text);
-    std::swap(_text, other);
+    auto other = std::make_unique<_KXCaption>(text);
+    std::swap(_caption, other);
     try {
         setSize({-1, -1});
     } catch (const std::bad_alloc&) { // it was not measured
-        std::swap(_text, other);
+        std::swap(_caption, other);
         throw;
     }
     return -1;
 }
 
 void KXUIButton::setSize(KXSize size) {
-    if (_text && _fontInUse() && (size.width == -1 || size.height == -1)) {
-        const KXSize ideal = _idealSizeForText(_text->c_str());
+    if (_caption && _fontInUse() && (size.width == -1 || size.height == -1)) {
+        const KXSize ideal = _idealSizeForText(_caption->text());
         if (size.width == -1)
             size.width = ideal.width;
         if (size.height == -1)
@@ -44,7 +44,7 @@ void KXUIButton::setSize(KXSize size) {
 
 int KXUIButton::setFontSize(int size) {
     const int result = _KXUIWidget::setFontSize(size);
-    if (_text && _fontInUse())
+    if (_caption && _fontInUse())
         setSize({-1, -1});
     return result;
 }
@@ -76,8 +76,6 @@ void KXUIButton::_drawWithBackgroundColor(KXColor background) {
     const KXRect box = rect();
     KXDrawRectFill(box, background);
     KXDrawRect(box, _borderColor);
-    const KXPoint text = {box.origin.x + KXUIWidgetInnerPadding.width,
-                          box.origin.y + KXUIWidgetInnerPadding.height};
-    if (_text)
-        _KXUIGlobalFontPrint(_fontInUse(), text, _textColor, _text->c_str());
+    if (_caption)
+        _caption->drawLine(_fontInUse(), box, KXUIWidgetInnerPadding, _textColor, KXTextAlignCentre);
 }

@@ -1,7 +1,8 @@
 #include <Kobaltrix/KXUIDialogBox.h>
 
 #include "core/ground/Truncate.h"
-#include "text/KXUIGlobalFont.h"
+#include "ui/Caption.h"
+#include "ui/Theme.h"
 #include "util/Utf8.h"
 
 #include <Kobaltrix/KXDrawing.h>
@@ -9,11 +10,12 @@
 #include <Kobaltrix/KXUIButton.h>
 
 #include <algorithm>
+#include <cmath>
 #include <new>
 #include <utility>
 
 KXUIDialogBox::KXUIDialogBox()
-    : _buttonIndexClicked(-1),
+    : _messageWidth(0), _messageAlign(KXTextAlignStart), _buttonIndexClicked(-1),
       _padding(2), _backgroundColor{1, 1, 1, 1}, _textColor{0, 0, 0, 1}, _borderColor{0, 0, 0, 1} {}
 
 KXUIDialogBox::~KXUIDialogBox() = default;
@@ -43,7 +45,10 @@ void KXUIDialogBox::setWindowID(unsigned id) {
 
 void KXUIDialogBox::setMessage(const char* text) {
     constexpr std::size_t longest = 512;
-    std::string other(_KXFirstBytes(text ? text : "", longest));
+    if (!text)
+        text = "";
+    auto other = std::make_unique<_KXCaption>(
+        _KXCaptionsAreLaidOut() ? std::string(text) : std::string(_KXFirstBytes(text, longest)));
     std::swap(_message, other);
     try {
         resize();
@@ -51,6 +56,25 @@ void KXUIDialogBox::setMessage(const char* text) {
         std::swap(_message, other);
         throw;
     }
+}
+
+void KXUIDialogBox::setMessageWidth(float width) {
+    _messageWidth = width;
+    resize();
+}
+
+void KXUIDialogBox::setMessageAlign(KXTextAlign align) { _messageAlign = align; }
+
+void KXUIDialogBox::setOrigin(KXPoint origin) {
+    _KXUIWidget::setOrigin(origin);
+    if (_KXCaptionsAreLaidOut())
+        _placeButtonsInside();
+}
+
+void KXUIDialogBox::setSize(KXSize size) {
+    _KXUIWidget::setSize(size);
+    if (_KXCaptionsAreLaidOut())
+        _placeButtonsInside();
 }
 
 void KXUIDialogBox::addButton(const char* text) {
@@ -121,8 +145,9 @@ void KXUIDialogBox::draw() {
     KXDrawRectFill(box, _backgroundColor);
     KXDrawRect(box, _borderColor);
     const float padding = static_cast<float>(_padding);
-    _KXUIGlobalFontPrint(_fontInUse(), {box.origin.x + padding, box.origin.y + padding}, _textColor,
-                         _message.c_str());
+    if (_message)
+        _message->drawLines(_fontInUse(), {box.origin.x + padding, box.origin.y + padding},
+                            box.size.width - 2 * padding, _textColor, _messageAlign);
     for (const auto& button : _buttons)
         button->draw();
 }
@@ -131,7 +156,9 @@ void KXUIDialogBox::resize() {
     const KXFont* const font = _fontInUse();
     if (!font)
         return;
-    const KXSize text = font->stringBounds(_message.c_str());
+    if (_KXCaptionsAreLaidOut())
+        return _layOut(*font);
+    const KXSize text = font->stringBounds(_message ? _message->text() : "");
     const double padding = _padding;
     int rowWidth = 0, rowHeight = 0;
     for (const auto& button : _buttons) {
@@ -144,6 +171,38 @@ void KXUIDialogBox::resize() {
     const double height = static_cast<double>(rowHeight) + _KXTruncate(text.height) + 2 * padding;
     setSize({static_cast<float>(width), static_cast<float>(height)});
     _placeButtons();
+}
+
+// What the buttons take up beside each other.
+KXSize KXUIDialogBox::_rowSize() const {
+    KXSize row = KXZeroSize;
+    for (const auto& button : _buttons) {
+        const KXSize size = button->rect().size;
+        row.width += size.width + (row.width > 0 ? static_cast<float>(_padding) : 0);
+        row.height = std::max(row.height, size.height);
+    }
+    return row;
+}
+
+// The message, and below it the row of buttons, which may make the lines of the message longer.
+void KXUIDialogBox::_layOut(const KXFont& font) {
+    const float padding = static_cast<float>(_padding);
+    const KXSize row = _rowSize();
+    const float width = _messageWidth > 0 ? std::max(std::ceil(_messageWidth), row.width) : 0;
+    const KXSize text = _message ? _message->sizeOfLines(font, width) : KXZeroSize;
+    const float gap = text.height > 0 && row.height > 0 ? padding : 0;
+    setSize({std::max(text.width, row.width) + 2 * padding, text.height + gap + row.height + 2 * padding});
+}
+
+void KXUIDialogBox::_placeButtonsInside() {
+    const auto [origin, size] = rect();
+    const float padding = static_cast<float>(_padding), bottom = origin.y + size.height - padding;
+    float x = origin.x + size.width - padding - _rowSize().width;
+    for (const auto& button : _buttons) {
+        const KXSize each = button->rect().size;
+        button->setOrigin({x, bottom - each.height});
+        x += each.width + padding;
+    }
 }
 
 void KXUIDialogBox::_placeButtons() {

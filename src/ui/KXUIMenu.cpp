@@ -2,6 +2,8 @@
 
 #include "core/ground/Truncate.h"
 #include "text/KXUIGlobalFont.h"
+#include "ui/Caption.h"
+#include "ui/Theme.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>
@@ -10,6 +12,9 @@
 #include <memory>
 #include <new>
 #include <utility>
+
+// What the mark of a sub-menu takes of its row.
+static constexpr float markWidth = 6;
 
 /// Goes through the entries that a menu has now while what it calls removes entries, adds some, deletes the
 /// menu or goes through the same menu again. It lives on the stack of a poll; menus tell all walks of theirs.
@@ -186,14 +191,18 @@ void KXUIMenu::resize() {
         return setSize({100, 100});
     const float frame = 2 * KXUIWidgetInnerPadding.width + 2 * static_cast<float>(_borderSize);
     const float height =
-        _idealSizeForText(_label ? _label->c_str() : "").height + 2 * static_cast<float>(_borderSize);
+        _idealSizeForText(_label ? _label->text() : "").height + 2 * static_cast<float>(_borderSize);
     if (!_parent)
         setSize({frame + static_cast<float>(itemWidth()), height});
     int widest = 0;
     for (const auto& entry : _entries)
         widest = std::max(widest, entry->itemWidth());
+    const bool hasMark = std::any_of(_entries.begin(), _entries.end(), [](const auto& entry) {
+        return dynamic_cast<const KXUIMenu*>(entry.get()) != nullptr;
+    });
+    const float mark = hasMark && _KXCaptionsAreLaidOut() ? markWidth : 0;
     for (const auto& entry : _entries)
-        entry->setSize({frame + static_cast<float>(widest), height});
+        entry->setSize({frame + static_cast<float>(widest) + mark, height});
 }
 
 void KXUIMenu::layout() {
@@ -246,9 +255,9 @@ void KXUIMenu::draw() {
     KXDrawRectFill({corner, {size.width, border}}, _colors.border);
     KXDrawRectFill({corner, {border, size.height}}, _colors.border);
     KXDrawRectFill({{corner.x + size.width - border, corner.y}, {border, size.height}}, _colors.border);
-    _printLabel();
+    _drawLabel(_parent ? markWidth : 0);
     if (_parent)
-        KXDrawRectFill({{corner.x + size.width - 6, corner.y}, {5, size.height}}, _colors.border);
+        KXDrawRectFill({{corner.x + size.width - markWidth, corner.y}, {5, size.height}}, _colors.border);
     if (_open)
         _drawEntries();
     else if (!_parent)

@@ -1,7 +1,8 @@
 #include <Kobaltrix/KXUIMenu.h>
 
 #include "core/ground/Truncate.h"
-#include "text/KXUIGlobalFont.h"
+#include "ui/Caption.h"
+#include "ui/Theme.h"
 #include "util/Utf8.h"
 
 #include <Kobaltrix/KXDrawing.h>
@@ -31,7 +32,10 @@ int _KXUIMenuBase::borderSize() const { return _borderSize; }
 
 int _KXUIMenuBase::itemWidth() const {
     const KXFont* const font = _fontInUse();
-    return font && _label ? _KXTruncate(font->stringBounds(_label->c_str()).width) : 0;
+    if (!font || !_label)
+        return 0;
+    return _KXTruncate(_KXCaptionsAreLaidOut() ? _KXCaption::widthOf(*font, _label->text())
+                                               : font->stringBounds(_label->text()).width);
 }
 
 void _KXUIMenuBase::setBackgroundNormalColor(float r, float g, float b, float a) {
@@ -66,16 +70,19 @@ void _KXUIMenuBase::setParent(_KXUIMenuBase* parent) {
 
 void _KXUIMenuBase::_setLabel(const std::string& text) {
     constexpr std::size_t longest = 254;
-    _label = std::make_unique<std::string>(_KXFirstBytes(text.c_str(), longest));
+    _label = std::make_unique<_KXCaption>(std::string(_KXFirstBytes(text.c_str(), longest)));
 }
 
-void _KXUIMenuBase::_printLabel() const {
-    const KXPoint corner = rect().origin;
+/// Draws the caption, which leaves a width free on the right if it is laid out.
+void _KXUIMenuBase::_drawLabel(float free) const {
+    if (!_label)
+        return;
+    KXRect box = rect();
+    box.size.width -= free;
     const float border = static_cast<float>(_borderSize);
-    const KXPoint text = {corner.x + border + KXUIWidgetInnerPadding.width,
-                          corner.y + border + KXUIWidgetInnerPadding.height};
-    if (_label)
-        _KXUIGlobalFontPrint(_fontInUse(), text, _colors.text, _label->c_str());
+    _label->drawLine(_fontInUse(), box,
+                     {border + KXUIWidgetInnerPadding.width, border + KXUIWidgetInnerPadding.height},
+                     _colors.text, KXTextAlignLeft);
 }
 
 /// Whether the row is on screen for a click that ends now. The title of a menu overlaps its first row by the
@@ -146,7 +153,7 @@ void _KXUIMenuItem::draw() {
     KXDrawRectFill({{corner.x + border, corner.y}, {size.width - 2 * border, size.height}},
                    _label && mouseOver() ? _colors.hover : _colors.normal);
     if (_label)
-        return _printLabel();
+        return _drawLabel(0);
     const KXPoint line = {static_cast<float>(_KXTruncate(corner.x + border)),
                           static_cast<float>(_KXTruncate(corner.y + size.height * 0.5))};
     KXDrawRectFill({line, {size.width - 2 * border, 1}}, _colors.text);

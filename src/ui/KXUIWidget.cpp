@@ -4,7 +4,9 @@
 #include "input/PressEdge.h"
 #include "text/FontCache.h"
 #include "text/KXUIGlobalFont.h"
+#include "ui/Caption.h"
 #include "ui/Focus.h"
+#include "ui/Theme.h"
 
 #include <Kobaltrix/KXInputEvents.h>
 #include <Kobaltrix/KXMouse.h>
@@ -128,7 +130,9 @@ KXSize _KXUIWidget::_idealSizeForText(const char* text) const {
     KXFont* const font = _fontInUse();
     if (!font)
         return KXZeroSize;
-    return {std::ceil(font->stringBounds(text).width) + 2 * KXUIWidgetInnerPadding.width,
+    const float width = _KXCaptionsAreLaidOut() ? _KXCaption::widthOf(*font, text)
+                                                : std::ceil(font->stringBounds(text).width);
+    return {width + 2 * KXUIWidgetInnerPadding.width,
             std::ceil(font->ascender()) + 2 * KXUIWidgetInnerPadding.height};
 }
 

@@ -185,8 +185,13 @@ TEST_F(WidgetsOfAWindow, OneIsWorkedInItsOwnAlone) {
 TEST_F(EveryWidget, ASteadyFrameAllocatesNothing) {
     entry.focus();
     const auto frame = [&] { poll(), drawAll(); };
-    frame();
-    frame();
-    EXPECT_EQ(allocationsOf(frame), 0u);
+    for (const KXUICaptions captions : {KXUICaptionsLaidOut, KXUICaptionsPrinted}) {
+        KXUITheme theme;
+        theme.captions = captions;
+        KXUISetTheme(theme);
+        frame();
+        frame();
+        EXPECT_EQ(allocationsOf(frame), 0u);
+    }
 }
 } // namespace

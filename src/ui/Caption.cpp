@@ -1,0 +1,51 @@
+#include "ui/Caption.h"
+
+#include "text/KXUIGlobalFont.h"
+#include "ui/Theme.h"
+#include "ui/WholePixels.h"
+
+#include <cmath>
+
+float _KXCaption::widthOf(const KXFont& font, const char* text) {
+    return text && *text ? std::ceil(KXTextLayout(font, text).size().width) : 0;
+}
+
+KXSize _KXCaption::sizeOfLines(const KXFont& font, float width) const {
+    if (_text.empty())
+        return KXZeroSize;
+    KXTextOptions options;
+    options.width = width;
+    const KXSize size = KXTextLayout(font, text(), options).size();
+    return {std::ceil(size.width), std::ceil(size.height)};
+}
+
+void _KXCaption::drawLine(KXFont* font, KXRect box, KXSize inset, KXColor color, KXTextAlign align) {
+    const auto [left, top] = box.origin;
+    if (!_KXCaptionsAreLaidOut())
+        return _KXUIGlobalFontPrint(font, {left + inset.width, top + inset.height}, color, text());
+    const KXRect room = _KXRectBetween(_KXWholePixel(left + inset.width), _KXWholePixel(top),
+                                       _KXWholePixel(left + box.size.width - inset.width),
+                                       _KXWholePixel(top + box.size.height));
+    if (!font || room.size.width <= 0 || room.size.height <= 0)
+        return;
+    KXTextOptions options;
+    options.width = room.size.width;
+    options.height = room.size.height;
+    options.align = align;
+    options.verticalAlign = KXTextMiddle;
+    options.maxLines = 1;
+    _layout.layOut(*font, text(), options);
+    _layout.draw(room.origin, color);
+}
+
+void _KXCaption::drawLines(KXFont* font, KXPoint corner, float width, KXColor color, KXTextAlign align) {
+    if (!_KXCaptionsAreLaidOut())
+        return _KXUIGlobalFontPrint(font, corner, color, text());
+    if (!font || !(width > 0))
+        return;
+    KXTextOptions options;
+    options.width = width;
+    options.align = align;
+    _layout.layOut(*font, text(), options);
+    _layout.draw({std::floor(corner.x), std::floor(corner.y)}, color);
+}

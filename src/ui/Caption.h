@@ -1,0 +1,29 @@
+#pragma once
+
+#include <Kobaltrix/KXTextLayout.h>
+
+#include <string>
+
+/// A text on a widget, printed or laid out as the theme has it. Laid out it is measured once: a frame in
+/// which nothing has changed costs a comparison.
+class _KXCaption {
+public:
+    explicit _KXCaption(std::string text) : _text(std::move(text)) {}
+    const char* text() const { return _text.c_str(); }
+
+    /// Pixels that a text is wide in one line, laid out, rounded up.
+    static float widthOf(const KXFont& font, const char* text);
+    /// The whole pixels that it takes up, laid out and wrapped at a width; 0 wraps nothing. None without
+    /// text.
+    KXSize sizeOfLines(const KXFont& font, float width) const;
+
+    /// Draws it as one line in a box: printed at @a inset from its top left, or laid out between what
+    /// @a inset leaves at both sides, in the middle of the whole height.
+    void drawLine(KXFont* font, KXRect box, KXSize inset, KXColor color, KXTextAlign align);
+    /// Draws it from a corner on: printed as one line, or laid out and wrapped at a width.
+    void drawLines(KXFont* font, KXPoint corner, float width, KXColor color, KXTextAlign align);
+
+private:
+    std::string _text;
+    KXTextLayout _layout;
+};
