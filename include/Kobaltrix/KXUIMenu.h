@@ -56,6 +56,7 @@ private:
         KXColor normal, hover, open, border, text;
     };
     KX_INTERNAL void _setLabel(const std::string& text);
+    KX_INTERNAL Colors _drawnColors() const;
     KX_INTERNAL void _drawLabel(float free) const;
     KX_INTERNAL bool _takesClicks();
 

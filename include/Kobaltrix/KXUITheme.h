@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Kobaltrix/KXPlatform.h>
+#include <Kobaltrix/KXTypes.h>
 
 /// @file
 /// What all widgets have in common in their looks, in one struct. What a widget can be given by itself, its
@@ -26,9 +26,20 @@ enum KXUICaptions : int {
     KXUICaptionsLaidOut = 1
 };
 
+/// How tooltips look, and when; see _KXUIWidget::setTooltip().
+struct KXUITooltipTheme {
+    int delay = 500;   ///< Milliseconds that the pointer rests before one is shown.
+    float width = 240; ///< What lines are wrapped at, and no more than there is room; 0 for that.
+    KXColor background = {1, 1, 0.88f, 1}; ///< Of the box.
+    KXColor border = {0, 0, 0, 1};         ///< Around it.
+    KXColor text = {0, 0, 0, 1};           ///< Outside of colour spans.
+};
+
 /// How widgets look. What it begins with is how they look without a theme.
 struct KXUITheme {
     KXUICaptions captions = KXUICaptionsPrinted; ///< How captions and messages come to their places.
+    float disabledOpacity = 0.4f;                ///< What is left of the opacity of disabled widgets.
+    KXUITooltipTheme tooltip;                    ///< How tooltips look.
 };
 
 /// Gives all widgets a theme. Those that exist follow when they are drawn, but sizes that were fitted to

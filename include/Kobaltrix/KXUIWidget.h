@@ -5,6 +5,7 @@
 
 #include <stdint.h>
 
+#include <memory>
 #include <string>
 
 /// @file
@@ -17,6 +18,7 @@
 /// a widget are copied.
 
 class KXFont;
+class _KXCaption;
 
 /// The base of all widgets.
 class KX_API _KXUIWidget {
@@ -44,8 +46,8 @@ public:
     /// The rectangle in pixels.
     KXRect rect() const;
 
-    /// -1 while the pointer is over the widget, else 0. The left and top edges do not belong to it, the right
-    /// and bottom ones do.
+    /// -1 while the pointer is over the widget, else 0, as for one that is disabled or hidden. The left and
+    /// top edges do not belong to it, the right and bottom ones do.
     virtual int mouseOver();
     /// Non-zero while a press of @a button that began over the widget is held, as of the last clicked(@a
     /// button), a KXMouseButton.
@@ -82,7 +84,30 @@ public:
     /// The window of setWindowID().
     unsigned windowID() const;
 
+    /// With 0 the user works the widget no more, until a call with another number: it is drawn dimmed, is
+    /// never clicked, not by click() either, and lets go of the keyboard. Polling and drawing it go on.
+    void setEnabled(int enabled);
+    /// -1 if the user can work it, as at the start, else 0.
+    int isEnabled() const;
+    /// With 0 the widget is hidden, until a call with another number: it draws nothing and is as disabled.
+    void setVisible(int visible);
+    /// -1 if it is drawn, as at the start, else 0.
+    int isVisible() const;
+
+    /// Gives the widget a text that KXUIDrawTooltip() shows when the pointer rests on it, also while it is
+    /// disabled. @param text copied; no format, with colour spans; null or an empty one for none.
+    void setTooltip(const char* text);
+    /// The text of setTooltip(), null for none.
+    const char* tooltip() const;
+
     // Used by the library itself.
+    KX_INTERNAL bool _isUnderPointer();
+    KX_INTERNAL bool _isInRect() const;
+    KX_INTERNAL bool _takesInput() const;
+    KX_INTERNAL void _letGo(int button);
+    KX_INTERNAL _KXCaption* _tooltipCaption() const;
+    KX_INTERNAL _KXUIWidget* _pair() const;
+    KX_INTERNAL void _pairWith(_KXUIWidget* other);
     KX_INTERNAL KXSize _idealSizeForText(const char* text) const;
     KX_INTERNAL KXFont* _fontInUse() const;
     KX_INTERNAL int _isDepressed() const;
@@ -100,7 +125,10 @@ private:
 
     KXRect _rect;
     unsigned _windowID;
+    int32_t _isDisabled, _isHidden;
     ButtonRecord _buttons[7];
+    std::unique_ptr<_KXCaption> _tooltip;
+    _KXUIWidget* _pairedWith; // a label and the widget that it names
 
 protected:
     // For the widgets of the library.
@@ -112,3 +140,13 @@ private:
     KXFont* _font;
     unsigned _fontGeneration;
 };
+
+/// Shows the tooltip of the widget under the pointer, if it has one and the pointer has rested on it for half
+/// a second (#KXUITooltipTheme::delay) of the logic loop's time: near the pointer, inside the window or what
+/// else is drawn into. A press of anything and the pointer's leaving hide it. To be called at the end of each
+/// frame, for each window with its own as the target, since it is drawn over everything.
+///
+/// The widget under the pointer is the one that was drawn last; a part of a widget, such as a dialog's
+/// button, is one by itself. Its font is the widget's. Drawing a tooltip for the first time asks for memory,
+/// as KXTextLayout::draw() does.
+KX_API void KXUIDrawTooltip();

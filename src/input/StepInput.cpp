@@ -64,6 +64,7 @@ static bool press(_KXHoldable kind, int number, const KXInputEvent& event) {
     found->windowID = event.windowID;
     found->held = true;
     found->step = step.step;
+    ++step.pressCount;
     ++edgesOf(*found).downs;
     return true;
 }

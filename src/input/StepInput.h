@@ -53,9 +53,10 @@ struct _KXStepInput {
     std::vector<_KXFingerOnScreen> fingers;
     KXPoint wheel = {0, 0}, mouseMotion = {0, 0}; ///< Summed up over the step.
     unsigned keyboardWindowID = 0, mouseWindowID = 0;
-    std::uint32_t step = 0; ///< Counts steps.
-    bool reads = false;     ///< Its events are being read.
-    bool underWay = false;  ///< Between steps nobody is told of anything.
+    std::uint32_t step = 0;       ///< Counts steps.
+    std::uint32_t pressCount = 0; ///< Counts presses of anything.
+    bool reads = false;           ///< Its events are being read.
+    bool underWay = false;        ///< Between steps nobody is told of anything.
 };
 
 /// Made when it is first used, kept: games may ask while the process ends.

@@ -19,6 +19,18 @@ KXSize _KXCaption::sizeOfLines(const KXFont& font, float width) const {
     return {std::ceil(size.width), std::ceil(size.height)};
 }
 
+const KXTextLayout& _KXCaption::layOut(const KXFont& font, const KXTextOptions& options) {
+    _layout.layOut(font, text(), options);
+    return _layout;
+}
+
+const KXTextLayout& _KXCaption::lines(const KXFont& font, float width, KXTextAlign align) {
+    KXTextOptions options;
+    options.width = width;
+    options.align = align;
+    return layOut(font, options);
+}
+
 void _KXCaption::drawLine(KXFont* font, KXRect box, KXSize inset, KXColor color, KXTextAlign align) {
     const auto [left, top] = box.origin;
     if (!_KXCaptionsAreLaidOut())
@@ -34,18 +46,12 @@ void _KXCaption::drawLine(KXFont* font, KXRect box, KXSize inset, KXColor color,
     options.align = align;
     options.verticalAlign = KXTextMiddle;
     options.maxLines = 1;
-    _layout.layOut(*font, text(), options);
-    _layout.draw(room.origin, color);
+    layOut(*font, options).draw(room.origin, color);
 }
 
 void _KXCaption::drawLines(KXFont* font, KXPoint corner, float width, KXColor color, KXTextAlign align) {
     if (!_KXCaptionsAreLaidOut())
         return _KXUIGlobalFontPrint(font, corner, color, text());
-    if (!font || !(width > 0))
-        return;
-    KXTextOptions options;
-    options.width = width;
-    options.align = align;
-    _layout.layOut(*font, text(), options);
-    _layout.draw({std::floor(corner.x), std::floor(corner.y)}, color);
+    if (font && width > 0)
+        lines(*font, width, align).draw({std::floor(corner.x), std::floor(corner.y)}, color);
 }

@@ -17,6 +17,11 @@ public:
     /// text.
     KXSize sizeOfLines(const KXFont& font, float width) const;
 
+    /// The text laid out in some way. It is laid out anew only where something has changed since it was last.
+    const KXTextLayout& layOut(const KXFont& font, const KXTextOptions& options);
+    /// The same, wrapped at a width.
+    const KXTextLayout& lines(const KXFont& font, float width, KXTextAlign align);
+
     /// Draws it as one line in a box: printed at @a inset from its top left, or laid out between what
     /// @a inset leaves at both sides, in the middle of the whole height.
     void drawLine(KXFont* font, KXRect box, KXSize inset, KXColor color, KXTextAlign align);

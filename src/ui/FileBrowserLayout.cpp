@@ -6,6 +6,7 @@
 #include "render/ClipScope.h"
 #include "render/GraphicsContext.h"
 #include "ui/WholePixels.h"
+#include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>
@@ -127,6 +128,9 @@ void KXUIFileBrowser::State::printTexts(KXFont& font) {
 void KXUIFileBrowser::draw() {
     State& state = *_state;
     if (!state.isShown || !_KXCurrentGraphicsContext)
+        return;
+    const _KXWidgetDrawing drawing(*this);
+    if (!drawing)
         return;
     const _KXClipScope clip(rect());
     KXDrawRectFill(rect(), state.backgroundColor);

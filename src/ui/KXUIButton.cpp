@@ -2,6 +2,7 @@
 
 #include "core/ground/UIColors.h"
 #include "ui/Caption.h"
+#include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXDrawing.h>
 
@@ -73,9 +74,13 @@ void KXUIButton::draw() {
 }
 
 void KXUIButton::_drawWithBackgroundColor(KXColor background) {
+    const _KXWidgetDrawing drawing(*this);
+    if (!drawing)
+        return;
     const KXRect box = rect();
-    KXDrawRectFill(box, background);
-    KXDrawRect(box, _borderColor);
+    KXDrawRectFill(box, _KXWidgetColor(background));
+    KXDrawRect(box, _KXWidgetColor(_borderColor));
     if (_caption)
-        _caption->drawLine(_fontInUse(), box, KXUIWidgetInnerPadding, _textColor, KXTextAlignCentre);
+        _caption->drawLine(_fontInUse(), box, KXUIWidgetInnerPadding, _KXWidgetColor(_textColor),
+                           KXTextAlignCentre);
 }

@@ -3,6 +3,7 @@
 #include "core/ground/Truncate.h"
 #include "ui/Caption.h"
 #include "ui/Theme.h"
+#include "ui/WidgetDrawing.h"
 #include "util/Utf8.h"
 
 #include <Kobaltrix/KXDrawing.h>
@@ -135,19 +136,27 @@ KXUIButton* KXUIDialogBox::button(int index) {
 }
 
 void KXUIDialogBox::poll() {
+    if (!_takesInput()) {
+        for (const auto& button : _buttons)
+            button->_letGo(KXMouseLeft);
+        return;
+    }
     for (std::size_t i = 0; i < _buttons.size(); ++i)
         if (_buttons[i]->clicked(KXMouseLeft))
             _buttonIndexClicked = static_cast<int32_t>(i);
 }
 
 void KXUIDialogBox::draw() {
+    const _KXWidgetDrawing drawing(*this);
+    if (!drawing)
+        return;
     const KXRect box = rect();
-    KXDrawRectFill(box, _backgroundColor);
-    KXDrawRect(box, _borderColor);
+    KXDrawRectFill(box, _KXWidgetColor(_backgroundColor));
+    KXDrawRect(box, _KXWidgetColor(_borderColor));
     const float padding = static_cast<float>(_padding);
     if (_message)
         _message->drawLines(_fontInUse(), {box.origin.x + padding, box.origin.y + padding},
-                            box.size.width - 2 * padding, _textColor, _messageAlign);
+                            box.size.width - 2 * padding, _KXWidgetColor(_textColor), _messageAlign);
     for (const auto& button : _buttons)
         button->draw();
 }

@@ -317,7 +317,7 @@ void KXUIFileBrowser::State::keepFocus(bool pressedHere) {
 
 int KXUIFileBrowser::poll() {
     State& state = *_state;
-    if (!state.isShown)
+    if (!state.isShown || !_takesInput())
         return 0;
     bool cancelled = state.pollKeys();
     if (state.hidden.clicked(KXMouseLeft))

@@ -4,6 +4,7 @@
 #include "text/KXUIGlobalFont.h"
 #include "ui/Caption.h"
 #include "ui/Theme.h"
+#include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>
@@ -223,6 +224,10 @@ void KXUIMenu::layout() {
 }
 
 void KXUIMenu::poll() {
+    if (!_takesInput()) {
+        _letGo(KXMouseLeft);
+        return close();
+    }
     layout();
     _openOrCloseByClick();
     Walk walk(this);
@@ -246,25 +251,29 @@ void KXUIMenu::_openOrCloseByClick() {
 }
 
 void KXUIMenu::draw() {
+    const _KXWidgetDrawing drawing(*this);
+    if (!drawing)
+        return;
     const auto [corner, size] = rect();
     const float border = static_cast<float>(_borderSize);
-    KXDrawRectFill({{corner.x + border, corner.y}, {size.width - border, size.height}}, _open ? _colors.open
+    const Colors colors = _drawnColors();
+    KXDrawRectFill({{corner.x + border, corner.y}, {size.width - border, size.height}}, _open ? colors.open
                                                                                         : mouseOver()
-                                                                                            ? _colors.hover
-                                                                                            : _colors.normal);
-    KXDrawRectFill({corner, {size.width, border}}, _colors.border);
-    KXDrawRectFill({corner, {border, size.height}}, _colors.border);
-    KXDrawRectFill({{corner.x + size.width - border, corner.y}, {border, size.height}}, _colors.border);
+                                                                                            ? colors.hover
+                                                                                            : colors.normal);
+    KXDrawRectFill({corner, {size.width, border}}, colors.border);
+    KXDrawRectFill({corner, {border, size.height}}, colors.border);
+    KXDrawRectFill({{corner.x + size.width - border, corner.y}, {border, size.height}}, colors.border);
     _drawLabel(_parent ? markWidth : 0);
     if (_parent)
-        KXDrawRectFill({{corner.x + size.width - markWidth, corner.y}, {5, size.height}}, _colors.border);
+        KXDrawRectFill({{corner.x + size.width - markWidth, corner.y}, {5, size.height}}, colors.border);
     if (_open)
         _drawEntries();
     else if (!_parent)
         KXDrawRectFill({{static_cast<float>(_KXTruncate(corner.x)),
                          static_cast<float>(_KXTruncate(corner.y + size.height - border))},
                         {size.width, border}},
-                       _colors.border);
+                       colors.border);
 }
 
 void KXUIMenu::_drawEntries() {
@@ -273,8 +282,9 @@ void KXUIMenu::_drawEntries() {
     if (_entries.empty())
         return;
     const float border = static_cast<float>(_borderSize);
+    const Colors colors = _drawnColors();
     const KXRect first = _entries.front()->rect(), last = _entries.back()->rect();
-    KXDrawRectFill({first.origin, {first.size.width, border}}, _colors.border);
+    KXDrawRectFill({first.origin, {first.size.width, border}}, colors.border);
     KXDrawRectFill({{last.origin.x, last.origin.y + last.size.height - border}, {last.size.width, border}},
-                   _colors.border);
+                   colors.border);
 }

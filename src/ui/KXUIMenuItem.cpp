@@ -3,6 +3,7 @@
 #include "core/ground/Truncate.h"
 #include "ui/Caption.h"
 #include "ui/Theme.h"
+#include "ui/WidgetDrawing.h"
 #include "util/Utf8.h"
 
 #include <Kobaltrix/KXDrawing.h>
@@ -73,6 +74,11 @@ void _KXUIMenuBase::_setLabel(const std::string& text) {
     _label = std::make_unique<_KXCaption>(std::string(_KXFirstBytes(text.c_str(), longest)));
 }
 
+_KXUIMenuBase::Colors _KXUIMenuBase::_drawnColors() const {
+    return {_KXWidgetColor(_colors.normal), _KXWidgetColor(_colors.hover), _KXWidgetColor(_colors.open),
+            _KXWidgetColor(_colors.border), _KXWidgetColor(_colors.text)};
+}
+
 /// Draws the caption, which leaves a width free on the right if it is laid out.
 void _KXUIMenuBase::_drawLabel(float free) const {
     if (!_label)
@@ -82,7 +88,7 @@ void _KXUIMenuBase::_drawLabel(float free) const {
     const float border = static_cast<float>(_borderSize);
     _label->drawLine(_fontInUse(), box,
                      {border + KXUIWidgetInnerPadding.width, border + KXUIWidgetInnerPadding.height},
-                     _colors.text, KXTextAlignLeft);
+                     _KXWidgetColor(_colors.text), KXTextAlignLeft);
 }
 
 /// Whether the row is on screen for a click that ends now. The title of a menu overlaps its first row by the
@@ -117,7 +123,7 @@ bool _KXUIMenuItem::_isShortcutPressed() { return KXKey(_key, -1) || (_modifierL
 
 void _KXUIMenuItem::poll() {
     const bool chosen = clicked(KXMouseLeft) && _takesClicks();
-    if (!_keyboardIsElsewhere() && (!_modifierKey || KXKey(_modifierKey))) {
+    if (_takesInput() && !_keyboardIsElsewhere() && (!_modifierKey || KXKey(_modifierKey))) {
         if (_isShortcutPressed() && !_latch) {
             _latch = -1;
             _modifierLetGo = 0;
@@ -146,15 +152,19 @@ void _KXUIMenuItem::_activate() {
 }
 
 void _KXUIMenuItem::draw() {
+    const _KXWidgetDrawing drawing(*this);
+    if (!drawing)
+        return;
     const auto [corner, size] = rect();
     const float border = static_cast<float>(_borderSize);
-    KXDrawRectFill({corner, {border, size.height}}, _colors.border);
-    KXDrawRectFill({{corner.x + size.width - border, corner.y}, {border, size.height}}, _colors.border);
+    const Colors colors = _drawnColors();
+    KXDrawRectFill({corner, {border, size.height}}, colors.border);
+    KXDrawRectFill({{corner.x + size.width - border, corner.y}, {border, size.height}}, colors.border);
     KXDrawRectFill({{corner.x + border, corner.y}, {size.width - 2 * border, size.height}},
-                   _label && mouseOver() ? _colors.hover : _colors.normal);
+                   _label && mouseOver() ? colors.hover : colors.normal);
     if (_label)
         return _drawLabel(0);
     const KXPoint line = {static_cast<float>(_KXTruncate(corner.x + border)),
                           static_cast<float>(_KXTruncate(corner.y + size.height * 0.5))};
-    KXDrawRectFill({line, {size.width - 2 * border, 1}}, _colors.text);
+    KXDrawRectFill({line, {size.width - 2 * border, 1}}, colors.text);
 }

@@ -3,6 +3,7 @@
 #include "core/ground/Truncate.h"
 #include "core/ground/UIColors.h"
 #include "input/PressEdge.h"
+#include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXMouse.h>
@@ -81,6 +82,11 @@ void KXUISlider::setValue(int v) {
 int KXUISlider::value() const { return _value; }
 
 int KXUISlider::poll() {
+    if (!_takesInput()) {
+        _KXPressBegins(_pressed, KXMouse(KXMouseLeft)); // nor is it a drag when it is enabled
+        _dragging = 0;
+        return 0;
+    }
     const int before = _value;
     if (_KXPressBegins(_pressed, KXMouse(KXMouseLeft)))
         _dragging = !_mouseIsElsewhere() && (contains(_track, KXMousePoint) || contains(_knob, KXMousePoint))
@@ -108,8 +114,11 @@ void KXUISlider::_dragTo(float mouseX) {
 }
 
 void KXUISlider::draw() {
-    KXDrawRectFill(_track, _trackFillColor);
-    KXDrawRect(_track, _trackBorderColor);
-    KXDrawRectFill(_knob, _dragging ? _knobPressedFillColor : _knobFillColor);
-    KXDrawRect(_knob, _knobBorderColor);
+    const _KXWidgetDrawing drawing(*this);
+    if (!drawing)
+        return;
+    KXDrawRectFill(_track, _KXWidgetColor(_trackFillColor));
+    KXDrawRect(_track, _KXWidgetColor(_trackBorderColor));
+    KXDrawRectFill(_knob, _KXWidgetColor(_dragging ? _knobPressedFillColor : _knobFillColor));
+    KXDrawRect(_knob, _KXWidgetColor(_knobBorderColor));
 }

@@ -1,4 +1,5 @@
 #include "ui/KXUITextEntry.h"
+#include "ui/WidgetDrawing.h"
 
 #include "core/ground/LogicClock.h"
 #include "core/ground/Truncate.h"
@@ -105,6 +106,9 @@ void KXUITextEntry::setSize(KXSize size) {
 
 void KXUITextEntry::draw() {
     KX_GL_CHECK("KXUITextEntry::draw");
+    const _KXWidgetDrawing drawing(*this);
+    if (!drawing)
+        return;
     KXDrawRectFill(rect(), _backgroundColor);
     if (_fontInUse() && _fontInUse()->getSize() > 0)
         _drawText();

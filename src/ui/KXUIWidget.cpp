@@ -7,6 +7,8 @@
 #include "ui/Caption.h"
 #include "ui/Focus.h"
 #include "ui/Theme.h"
+#include "ui/Tooltip.h"
+#include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXInputEvents.h>
 #include <Kobaltrix/KXMouse.h>
@@ -23,10 +25,14 @@ const int _KXUIWidget::KXUIWidgetStateDepressed;
 constinit KXSize _KXUIWidget::KXUIWidgetInnerPadding = {3, 3};
 
 _KXUIWidget::_KXUIWidget()
-    : _rect(KXZeroRect), _windowID(0), _buttons{}, _fontAliasMode(KXAliasModeTexture), _fontSize(10),
-      _font(_KXUIGlobalFont), _fontGeneration(_KXGlobalFontGeneration) {}
+    : _rect(KXZeroRect), _windowID(0), _isDisabled(0), _isHidden(0), _buttons{}, _pairedWith(nullptr),
+      _fontAliasMode(KXAliasModeTexture), _fontSize(10), _font(_KXUIGlobalFont),
+      _fontGeneration(_KXGlobalFontGeneration) {}
 
-_KXUIWidget::~_KXUIWidget() = default;
+_KXUIWidget::~_KXUIWidget() {
+    _pairWith(nullptr);
+    _KXForgetTooltipOwner(this);
+}
 
 void _KXUIWidget::setOrigin(KXPoint origin) { _rect.origin = origin; }
 
@@ -51,14 +57,17 @@ bool _KXUIWidget::_mouseIsElsewhere() const { return _KXIsElsewhere(_windowID, K
 
 bool _KXUIWidget::_keyboardIsElsewhere() const { return _KXIsElsewhere(_windowID, KXKeyboardWindowID); }
 
-int _KXUIWidget::mouseOver() {
+int _KXUIWidget::mouseOver() { return _takesInput() && _isInRect() ? -1 : 0; }
+
+/// Whether the pointer is over it, also while it is disabled.
+bool _KXUIWidget::_isUnderPointer() { return _takesInput() ? mouseOver() : !_isHidden && _isInRect(); }
+
+bool _KXUIWidget::_isInRect() const {
     if (_mouseIsElsewhere())
-        return 0;
+        return false;
     const float x = static_cast<float>(KXMouseX), y = static_cast<float>(KXMouseY);
     return _rect.origin.x < x && x <= _rect.origin.x + _rect.size.width && _rect.origin.y < y &&
-                   y <= _rect.origin.y + _rect.size.height
-               ? -1
-               : 0;
+           y <= _rect.origin.y + _rect.size.height;
 }
 
 int _KXUIWidget::mouseDownInside(int button) {
@@ -70,6 +79,8 @@ int _KXUIWidget::clicked(int button) {
     ButtonRecord* const record = _record(button);
     if (!record)
         return 0;
+    if (!_takesInput())
+        return _letGo(button), 0;
     if (record->pendingClick) {
         record->pendingClick = 0;
         return -1;
@@ -91,12 +102,54 @@ int _KXUIWidget::clicked(int button) {
     return 0;
 }
 
+/// Instead of clicked() while the user does not work it. A press that is held on is none for it afterwards.
+void _KXUIWidget::_letGo(int button) {
+    ButtonRecord* const record = _record(button);
+    _KXPressBegins(record->held, KXMouse(button));
+    record->pendingClick = record->pressedInside = 0;
+    record->state = KXUIWidgetStateNormal;
+}
+
 void _KXUIWidget::click(int button) {
     if (ButtonRecord* record = _record(button))
         record->pendingClick = -1;
 }
 
-void _KXUIWidget::draw() {}
+void _KXUIWidget::draw() { static_cast<void>(_KXWidgetDrawing(*this)); }
+
+void _KXUIWidget::setEnabled(int enabled) { _isDisabled = enabled ? 0 : -1; }
+int _KXUIWidget::isEnabled() const { return _isDisabled ? 0 : -1; }
+void _KXUIWidget::setVisible(int visible) { _isHidden = visible ? 0 : -1; }
+int _KXUIWidget::isVisible() const { return _isHidden ? 0 : -1; }
+bool _KXUIWidget::_takesInput() const { return !_isDisabled && !_isHidden; }
+
+void _KXUIWidget::setTooltip(const char* text) {
+    _tooltip = text && *text ? std::make_unique<_KXCaption>(text) : nullptr;
+}
+const char* _KXUIWidget::tooltip() const { return _tooltip ? _tooltip->text() : nullptr; }
+_KXCaption* _KXUIWidget::_tooltipCaption() const { return _tooltip.get(); }
+
+/// The other of a label and the widget that it names.
+_KXUIWidget* _KXUIWidget::_pair() const { return _pairedWith; }
+
+/// Ends the pairs that both are in; null or the widget itself for no new one.
+void _KXUIWidget::_pairWith(_KXUIWidget* other) {
+    for (_KXUIWidget* each : {this, other})
+        if (each && each->_pairedWith)
+            std::exchange(each->_pairedWith, nullptr)->_pairedWith = nullptr;
+    if (!other || other == this)
+        return;
+    _pairedWith = other;
+    other->_pairedWith = this;
+}
+
+_KXWidgetDrawing::_KXWidgetDrawing(_KXUIWidget& widget)
+    : _isVisible(widget.isVisible()), _before(_KXWidgetOpacity) {
+    if (!widget.isEnabled())
+        _KXWidgetOpacity *= _KXTheme.disabledOpacity;
+    if (_isVisible)
+        _KXTooltipOwnerIsDrawn(widget);
+}
 
 int _KXUIWidget::setFont(const char* path, KXAliasMode mode) {
     std::string copy = path ? path : ""; // before the old one goes: it may be the same

@@ -6,6 +6,7 @@
 #include "render/GraphicsContext.h"
 #include "text/KXUIGlobalFont.h"
 #include "ui/WholePixels.h"
+#include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>
@@ -119,6 +120,9 @@ void KXUIListBox::_drawScrollBar(const Layout& layout) {
 
 void KXUIListBox::draw() {
     if (!_KXCurrentGraphicsContext)
+        return;
+    const _KXWidgetDrawing drawing(*this);
+    if (!drawing)
         return;
     const Layout layout = _settledLayout();
     KXDrawRectFill(rect(), _backgroundColor);

@@ -42,6 +42,8 @@ bool KXUIListBox::State::anyButtonHeld() {
 int KXUIListBox::poll() {
     const int selected = _state->selected;
     _state->activated = -1;
+    if (!_takesInput())
+        setFocus(0);
     _pollMouse();
     if (_state->isTypedTo()) {
         _findTyped(_KXFocus::takeTyped().text);

@@ -76,7 +76,10 @@ int KXUITextEntry::isFocused() const { return _editor->hasKeyboard() ? -1 : 0; }
 
 int KXUITextEntry::poll() {
     _changed = _entered = 0;
-    _editor->pollTabStop();
+    if (_takesInput())
+        _editor->pollTabStop();
+    else
+        unfocus();
     if (_editor->isTypedTo())
         _pollTyping();
     _pollMouse();

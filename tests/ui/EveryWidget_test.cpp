@@ -182,6 +182,34 @@ TEST_F(WidgetsOfAWindow, OneIsWorkedInItsOwnAlone) {
     EXPECT_EQ(after(other.id(), "click 15 15, click 220 90, End, type z"), "typing 2 50 0 2 1 5 3 axyz /");
 }
 
+TEST_F(WidgetsOfAWindow, OneThatIsDisabledOrHiddenIsNotWorked) {
+    const auto setEach = [&](void (_KXUIWidget::*set)(int), int value) {
+        for (_KXUIWidget* each : all)
+            (each->*set)(value);
+    };
+    const std::string untouched = " 0 50 0 0 -1 -1 0 a /usr/lib";
+    entry.focus();
+    const Image bright = picture([&] { drawAll(); });
+    for (const auto set : {&_KXUIWidget::setEnabled, &_KXUIWidget::setVisible}) {
+        setEach(set, 0);
+        button.click(KXMouseLeft);
+        EXPECT_EQ(after(window->id(), everything.substr(0, everything.find(", click 215"))), untouched);
+        EXPECT_EQ(after(window->id(), everything.substr(everything.find("click 25 95"))), untouched);
+        const int shown = differingPixels(picture([] {}), picture([&] { drawAll(); }));
+        EXPECT_TRUE(set == &_KXUIWidget::setVisible ? shown == 0 : shown > 10000);
+        EXPECT_GT(differingPixels(bright, picture([&] { drawAll(); })), 10000);
+        // What is pressed before they come back stays nothing to them.
+        for (const char* press : {"press 15 15", "press 155 35", "press 25 95"}) {
+            act(press);
+            setEach(set, -1);
+            act("poll 1, at 180 35, release");
+            setEach(set, 0);
+        }
+        setEach(set, -1);
+        EXPECT_EQ(state(), untouched);
+    }
+}
+
 TEST_F(EveryWidget, ASteadyFrameAllocatesNothing) {
     entry.focus();
     const auto frame = [&] { poll(), drawAll(); };

@@ -1,0 +1,104 @@
+#include <Kobaltrix/KXUILabel.h>
+
+#include "core/ground/UIColors.h"
+#include "ui/Caption.h"
+#include "ui/WidgetDrawing.h"
+
+#include <Kobaltrix/KXUIListBox.h>
+#include <Kobaltrix/KXUITextEntry.h>
+
+#include <cmath>
+#include <new>
+#include <utility>
+
+KXUILabel::KXUILabel() : _textColor(_KXUITextColor), _wanted{-1, -1} {}
+
+KXUILabel::~KXUILabel() = default;
+
+void KXUILabel::setText(const char* text) {
+    auto other = std::make_unique<_KXCaption>(text ? text : "");
+    std::swap(_text, other);
+    try {
+        _fit();
+    } catch (const std::bad_alloc&) { // it was not measured
+        std::swap(_text, other);
+        throw;
+    }
+}
+
+const char* KXUILabel::text() const { return _text ? _text->text() : ""; }
+
+void KXUILabel::setOptions(const KXTextOptions& options) {
+    _options = options;
+    _fit();
+}
+
+void KXUILabel::setTextColor(KXColor color) { _textColor = color; }
+
+void KXUILabel::setSize(KXSize size) {
+    _wanted = size;
+    _fit();
+}
+
+int KXUILabel::setFont(const char* path, KXAliasMode mode) {
+    const int result = _KXUIWidget::setFont(path, mode);
+    _fit();
+    return result;
+}
+
+int KXUILabel::setFontSize(int size) {
+    const int result = _KXUIWidget::setFontSize(size);
+    _fit();
+    return result;
+}
+
+// The text in a box; null without text or font.
+const KXTextLayout* KXUILabel::_laidOut(KXSize size) {
+    const KXFont* const font = _fontInUse();
+    if (!_text || !font)
+        return nullptr;
+    KXTextOptions options = _options;
+    options.width = size.width;
+    options.height = size.height;
+    return &_text->layOut(*font, options);
+}
+
+void KXUILabel::_fit() {
+    KXSize size = _wanted;
+    if (size.width == -1 || size.height == -1) {
+        const KXTextLayout* const layout = _laidOut({size.width, 0});
+        const KXSize text = layout && *layout->text() ? layout->size() : KXZeroSize;
+        if (size.width == -1)
+            size.width = std::ceil(text.width);
+        if (size.height == -1)
+            size.height = std::ceil(text.height);
+    }
+    _KXUIWidget::setSize(size);
+}
+
+void KXUILabel::setWidget(_KXUIWidget* widget) { _pairWith(widget); }
+
+_KXUIWidget* KXUILabel::widget() const { return _pair(); }
+
+int KXUILabel::clicked(int button) {
+    const int result = _KXUIWidget::clicked(button);
+    _KXUIWidget* const named = widget();
+    if (!result || button != KXMouseLeft || !named)
+        return result;
+    if (auto* const entry = dynamic_cast<KXUITextEntry*>(named))
+        entry->focus();
+    else if (auto* const list = dynamic_cast<KXUIListBox*>(named))
+        list->setFocus(-1);
+    else
+        named->click(KXMouseLeft);
+    return result;
+}
+
+void KXUILabel::draw() {
+    const _KXWidgetDrawing drawing(*this);
+    if (!drawing)
+        return;
+    const KXRect box = rect();
+    if (const KXTextLayout* const layout = _laidOut(box.size))
+        layout->draw({std::floor(box.origin.x), std::floor(box.origin.y)}, _KXWidgetColor(_textColor));
+}
