@@ -3,6 +3,7 @@
 
 #include "example.h"
 
+#include <KobaltrixTest/KXTestClock.h>
 #include <KobaltrixTest/KXTestPad.h>
 #include <KobaltrixTest/KXTestUser.h>
 
@@ -16,6 +17,7 @@
 namespace {
 KXTestUser user(1); // in the first window
 std::optional<KXTestPad> pad, another;
+std::optional<KXTestClock> clock;
 
 /// What is done after which step.
 std::multimap<int, std::function<void()>> script;
@@ -156,6 +158,16 @@ void point() {
     at(10, [] { user.move({262, 90}); });
 }
 
+/// A click on a label, then a rest on a button, in time that each frame moves by a step.
+void rest() {
+    clock.emplace();
+    for (int step = 1; step <= 100; ++step)
+        at(step, [] { clock->advance(17); });
+    click(10, 20, 24);
+    at(16, [] { user.type("!"); });
+    at(20, [] { user.move({40, 140}); });
+}
+
 const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},
                                                          {"10_game_pad", holdPad},
                                                          {"12_widgets", useWidgets},
@@ -167,7 +179,8 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"21_actions", chooseKeys},
                                                          {"23_edges", tapAndType},
                                                          {"25_replay", flyTwice},
-                                                         {"37_logical_size", point}};
+                                                         {"37_logical_size", point},
+                                                         {"43_captions", rest}};
 
 void play(int step) {
     if (step == 1)
