@@ -4,11 +4,23 @@
 
 #include <Kobaltrix/KXError.h>
 
+#include <nlohmann/json.hpp>
+
 #include <cmath>
+#include <string_view>
 
 using Json = nlohmann::json;
 
 void _KXMapValue::fail(const std::string& what) const { throw _KXMapFault{_way + ": " + what}; }
+
+_KXMapKind _KXMapValue::kind() const {
+    return _json->is_boolean()  ? _KXMapKind::Flag
+           : _json->is_number() ? _KXMapKind::Number
+           : _json->is_string() ? _KXMapKind::Text
+           : _json->is_array()  ? _KXMapKind::List
+           : _json->is_object() ? _KXMapKind::Object
+                                : _KXMapKind::Nothing;
+}
 
 bool _KXMapValue::has(const char* key) const {
     if (!_json->is_object())
@@ -36,6 +48,30 @@ std::vector<_KXMapValue> _KXMapValue::elements() const {
 
 std::vector<_KXMapValue> _KXMapValue::elements(const char* key) const {
     return has(key) ? member(key).elements() : std::vector<_KXMapValue>();
+}
+
+std::vector<std::pair<std::string, _KXMapValue>> _KXMapValue::members() const {
+    if (!_json->is_object())
+        fail("must be an object");
+    std::vector<std::pair<std::string, _KXMapValue>> members;
+    for (const auto& [key, member] : _json->items())
+        members.emplace_back(key, _KXMapValue(member, _way + "." + key));
+    return members;
+}
+
+std::vector<std::uint32_t> _KXMapValue::cells(std::size_t wanted) const {
+    if (!_json->is_array())
+        fail("must be a list of numbers");
+    if (_json->size() != wanted)
+        fail("there are " + std::to_string(_json->size()) + " cells, not " + std::to_string(wanted));
+    std::vector<std::uint32_t> numbers;
+    numbers.reserve(wanted);
+    for (const Json& number : *_json) {
+        if (!number.is_number_unsigned() || number.get<std::uint64_t>() > 0xFFFFFFFFU)
+            fail("cell " + std::to_string(numbers.size()) + " is no number of a tile");
+        numbers.push_back(number.get<std::uint32_t>());
+    }
+    return numbers;
 }
 
 // Whole numbers may be written with a fraction of zeros.
@@ -100,8 +136,28 @@ KXColor _KXMapValue::color() const {
 }
 
 _KXMapValue _KXMapValue::named() const {
-    const std::string name = has("name") && member("name").json().is_string() ? text("name") : "";
+    const std::string name = has("name") && member("name").kind() == _KXMapKind::Text ? text("name") : "";
     return {*_json, name.empty() ? _way : _way + " (" + name + ")"};
+}
+
+// Deeper than any editor nests. Values are let go of one within the other.
+static constexpr int deepest = 200;
+
+static bool isTooDeep(std::string_view json) {
+    int depth = 0;
+    bool isInText = false;
+    for (std::size_t i = 0; i < json.size(); ++i) {
+        const char c = json[i];
+        if (c == '"')
+            isInText = !isInText;
+        else if (c == '\\' && isInText)
+            ++i; // what follows ends no text
+        else if (!isInText && (c == '[' || c == '{') && ++depth > deepest)
+            return true;
+        else if (!isInText && (c == ']' || c == '}'))
+            --depth;
+    }
+    return false;
 }
 
 static Json parse(const std::string& path) {
@@ -110,9 +166,13 @@ static Json parse(const std::string& path) {
     std::string content;
     if (!_KXReadWholeFile(path.c_str(), std::size_t{1} << 30, content))
         throw _KXMapFault{KXError()};
-    const std::size_t start = content.starts_with("\xEF\xBB\xBF") ? 3 : 0; // a byte order mark
+    std::string_view json = content;
+    if (json.starts_with("\xEF\xBB\xBF")) // a byte order mark
+        json.remove_prefix(3);
+    if (isTooDeep(json))
+        throw _KXMapFault{path + ": is nested too deeply"};
     try {
-        return Json::parse(content.begin() + static_cast<std::ptrdiff_t>(start), content.end());
+        return Json::parse(json);
     } catch (const Json::exception& error) {
         std::string what = error.what();
         what.erase(0, std::min(what.size(), what.find("] ") + 2)); // the other library's number
@@ -120,15 +180,17 @@ static Json parse(const std::string& path) {
     }
 }
 
-// What no editor nests so deeply is left to the other library.
-static void makeEmpty(Json& json, int deepest = 200) {
-    if (deepest == 0 || !json.is_structured())
+// JSON with something in it asks for memory when it is destroyed, and ends the process without: so it is
+// emptied from the inside.
+static void makeEmpty(Json& json) {
+    if (!json.is_structured())
         return;
     for (Json& element : json)
-        makeEmpty(element, deepest - 1);
+        makeEmpty(element);
     json.clear();
 }
 
-_KXMapDocument::_KXMapDocument(const std::string& path) : json(parse(path)) {}
+_KXMapDocument::_KXMapDocument(std::string path)
+    : _path(std::move(path)), _json(std::make_unique<Json>(parse(_path))) {}
 
-_KXMapDocument::~_KXMapDocument() { makeEmpty(json); }
+_KXMapDocument::~_KXMapDocument() { makeEmpty(*_json); }

@@ -11,7 +11,7 @@ static KXMapShape shapeOf(const _KXMapValue& value) {
         {"capsule", KXMapShapeCapsule},
     };
     for (const auto& [key, shape] : shapes)
-        if (value.has(key) && (!value.member(key).json().is_boolean() || value.member(key).flag()))
+        if (value.has(key) && (value.member(key).kind() != _KXMapKind::Flag || value.member(key).flag()))
             return shape;
     return KXMapShapeRect;
 }

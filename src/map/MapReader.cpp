@@ -122,5 +122,5 @@ std::string _KXMapPathBeside(const std::string& file, const std::string& path) {
 
 void _KXReadMap(const std::string& path, std::uint32_t mostCells, _KXMapState& map) {
     const _KXMapDocument document(path);
-    Reader(path, mostCells, map).read({document.json, path + ": "});
+    Reader(path, mostCells, map).read(document.root());
 }

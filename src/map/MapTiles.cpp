@@ -35,19 +35,10 @@ public:
 
 private:
     void readNumbers(const _KXMapValue& data, int x, int y, int width, int height) {
-        const auto& numbers = data.json();
-        const auto wanted = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-        if (!numbers.is_array())
-            data.fail("must be a list of numbers");
-        if (numbers.size() != wanted)
-            data.fail("there are " + std::to_string(numbers.size()) + " cells, not " +
-                      std::to_string(wanted));
-        for (std::size_t i = 0; i < wanted; ++i) {
-            if (!numbers[i].is_number_unsigned() || numbers[i].get<std::uint64_t>() > 0xFFFFFFFFU)
-                data.fail("cell " + std::to_string(i) + " is no number of a tile");
-            if (const auto cell = numbers[i].get<std::uint32_t>()) // all are empty at the start
-                _grid.set(x + static_cast<int>(i) % width, y + static_cast<int>(i) / width, cell);
-        }
+        const auto cells = data.cells(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+        for (int i = 0; i < std::ssize(cells); ++i)
+            if (const std::uint32_t cell = cells[static_cast<std::size_t>(i)]) // all are empty at the start
+                _grid.set(x + i % width, y + i / width, cell);
     }
 
     void readBytes(const _KXMapValue& data, _KXTileBytes& bytes, int x, int y, int width, int height) {

@@ -12,22 +12,19 @@ void addProperty(KXMapProperties& properties, const std::string& name, const std
 void addNested(KXMapProperties& properties, const std::string& name, const _KXMapValue& value, int depth) {
     if (depth > 32)
         value.fail("is nested too deeply");
-    if (value.json().is_array()) {
+    if (value.kind() == _KXMapKind::List) {
         int index = 0;
         for (const _KXMapValue& element : value.elements())
             addProperty(properties, name + "." + std::to_string(index++), element.text("type", "string"),
                         element.member("value"), depth + 1);
         return;
     }
-    if (!value.json().is_object())
-        value.fail("must be an object");
-    for (const auto& [key, member] : value.json().items()) {
-        const char* const type = member.is_boolean()  ? "bool"
-                                 : member.is_number() ? "float"
-                                 : member.is_string() ? "string"
-                                                      : "class";
-        addProperty(properties, name + "." + key, type, _KXMapValue(member, value.way() + "." + key),
-                    depth + 1);
+    for (const auto& [key, member] : value.members()) {
+        const char* const type = member.kind() == _KXMapKind::Flag     ? "bool"
+                                 : member.kind() == _KXMapKind::Number ? "float"
+                                 : member.kind() == _KXMapKind::Text   ? "string"
+                                                                       : "class";
+        addProperty(properties, name + "." + key, type, member, depth + 1);
     }
 }
 
@@ -141,7 +138,7 @@ _KXTileset _KXReadTileset(const _KXMapValue& value, const std::string& file) {
     } else {
         const std::string path = _KXMapPathBeside(file, value.text("source"));
         const _KXMapDocument document(path);
-        const _KXMapValue outside(document.json, path + ": ");
+        const _KXMapValue outside = document.root();
         if (outside.text("type", "tileset") != "tileset")
             outside.member("type").fail("is no set of tiles");
         set = readSet(outside, path);

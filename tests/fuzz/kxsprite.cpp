@@ -6,8 +6,8 @@
 #include "tools/kxsprite/SpriteFile.h"
 
 static void readJson(const std::string& text) {
-    const JsonTree json = parseJson(text);
-    const Value root(json);
+    const ParsedJson json(text);
+    const Value root = json.root();
     Document document;
     if (isOwnJson(root)) {
         document = documentFromJson(root);
@@ -16,8 +16,8 @@ static void readJson(const std::string& text) {
         document = documentFromAseprite(root, {16, "all"}, notes);
     }
     describe(document);
-    const JsonTree again = parseJson(jsonFromDocument(document));
-    require(documentFromJson(Value(again)) == document, "a document comes back from its own JSON");
+    const ParsedJson again(jsonFromDocument(document));
+    require(documentFromJson(again.root()) == document, "a document comes back from its own JSON");
 }
 
 void fuzz(FuzzBytes bytes) {

@@ -219,6 +219,9 @@ TEST_F(Maps, FaultsNameTheirPlace) {
          ".properties[0].value: must be a colour, #RRGGBB or #AARRGGBB"},
         {folder / "missing.tmj", "missing.tmj: cannot be opened"},
         {folder.write("cut.tmj", "{\"a\": ["), "cut.tmj: is no valid JSON: parse error"},
+        {folder.write("deep.tmj", R"({"[[": "\"[{", "a": )" + std::string(200, '[')),
+         "deep.tmj: is nested too deeply"},
+        {folder.write("less.tmj", std::string(200, '[')), "less.tmj: is no valid JSON"},
     };
     KXMap map = load(tiles(cells));
     const auto fails = [&](const std::string& path, const std::string& text) {

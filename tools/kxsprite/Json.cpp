@@ -1,5 +1,7 @@
 #include "Json.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cmath>
 
 // Lists of objects with a name, not objects with names as keys: the order and a name used twice stay visible.

@@ -1,10 +1,12 @@
 #include "Value.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <limits>
 #include <set>
 
-JsonTree parseJson(const std::string& text) {
+static JsonTree parse(const std::string& text) {
     std::vector<std::set<std::string>> keys;
     const auto refuseTwins = [&](int, JsonTree::parse_event_t event, JsonTree& parsed) {
         if (event == JsonTree::parse_event_t::object_start)
@@ -26,6 +28,9 @@ JsonTree parseJson(const std::string& text) {
         throw Fault("is no valid JSON: " + what);
     }
 }
+
+ParsedJson::ParsedJson(const std::string& text) : _tree(std::make_unique<const JsonTree>(parse(text))) {}
+ParsedJson::~ParsedJson() = default;
 
 void Value::fail(const std::string& what) const {
     throw Fault(_path.empty() ? what : quoted(_path) + " " + what);

@@ -2,9 +2,11 @@
 
 #include "Document.h"
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
+#include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -12,10 +14,6 @@
 /// those of a sprite file, so that they are printed no longer than they are.
 using JsonTree = nlohmann::basic_json<nlohmann::ordered_map, std::vector, std::string, bool, std::int64_t,
                                       std::uint64_t, float>;
-
-/// Parses a text. Throws a Fault where it is not JSON, and where an object has a key twice: the second value
-/// would silently take the place of the first.
-JsonTree parseJson(const std::string& text);
 
 /// A place in a JSON tree that knows its path, so that what is wrong with it can be said. Every operation
 /// throws a Fault if the value is of another kind.
@@ -47,4 +45,20 @@ private:
 
     const JsonTree* _json;
     std::string _path;
+};
+
+/// A text that was parsed; it must outlive what is made of it.
+class ParsedJson {
+public:
+    /// Throws a Fault where it is not JSON, and where an object has a key twice: the second value would
+    /// silently take the place of the first.
+    explicit ParsedJson(const std::string& text);
+    ~ParsedJson();
+    ParsedJson(const ParsedJson&) = delete;
+    ParsedJson& operator=(const ParsedJson&) = delete;
+
+    Value root() const { return Value(*_tree); }
+
+private:
+    std::unique_ptr<const JsonTree> _tree;
 };

@@ -48,8 +48,8 @@ bool make(const Options& options) {
     const std::string& path = options.files.front();
     Document document;
     const bool isRead = tryWith(path, [&] {
-        const JsonTree json = parseJson(readFile(path));
-        const Value root(json);
+        const ParsedJson json(readFile(path));
+        const Value root = json.root();
         if (isOwnJson(root)) {
             document = documentFromJson(root);
             return true;
