@@ -4,7 +4,7 @@ set -euo pipefail
 compiler=$1
 cd "$2"
 status=0
-for standard in c++11 c++17 c++20; do
+for standard in c++11 c++20; do
     for header in {include/Kobaltrix,testkit/KobaltrixTest}/*.h; do
         header=${header#*/}
         # Twice, since a header may also be included twice.
