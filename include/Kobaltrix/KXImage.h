@@ -73,7 +73,8 @@ public:
     /// Takes over an image's pixels; the other is empty then.
     KXImage& operator=(KXImage&& other) noexcept;
 
-    /// Loads an image file of any type that SDL_image reads, with palettes and without.
+    /// Loads an image file of any type that SDL_image reads, with palettes and without; but not the layers of
+    /// a drawing program (XCF), whose decoder does not bear bad files.
     /// @return -1 on success; 0 on failure, with a text in KXError(): the image is what it was.
     int load(const char* path);
     /// Loads the bytes of an image file. Types that only their names tell (TGA) are not known so.

@@ -37,10 +37,24 @@ static _KXDecodedImage decoded(std::uintmax_t fileSize, const Decode& decode) {
     return {nullptr, true};
 }
 
+// The decoder of layered drawings (XCF) believes all that it reads, so files of a stranger could crash it.
+static SDL_Surface* load(SDL_RWops* stream, const char* type) {
+    if (!stream)
+        return nullptr;
+    if (!IMG_isXCF(stream))
+        return IMG_LoadTyped_RW(stream, 1, type);
+    SDL_RWclose(stream);
+    SDL_SetError("a drawing of layers; export it as PNG");
+    return nullptr;
+}
+
 _KXDecodedImage _KXDecodeImageFile(const char* path) {
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(path, error);
-    return decoded(error ? 0 : size, [path] { return IMG_Load(path); });
+    return decoded(error ? 0 : size, [path] {
+        const char* const dot = std::strrchr(path, '.');
+        return load(SDL_RWFromFile(path, "rb"), dot ? dot + 1 : nullptr);
+    });
 }
 
 _KXDecodedImage _KXDecodeImage(const void* bytes, std::size_t size) {
@@ -48,7 +62,7 @@ _KXDecodedImage _KXDecodeImage(const void* bytes, std::size_t size) {
         SDL_SetError("too many bytes");
         return {nullptr, false};
     }
-    return decoded(size, [=] { return IMG_Load_RW(SDL_RWFromConstMem(bytes, static_cast<int>(size)), 1); });
+    return decoded(size, [=] { return load(SDL_RWFromConstMem(bytes, static_cast<int>(size)), nullptr); });
 }
 
 namespace {

@@ -15,7 +15,7 @@ public:
     bool read(void* block, std::size_t size) override {
         if (size > _bytes.size() - _at)
             return false;
-        std::memcpy(block, _bytes.data() + _at, size);
+        std::copy_n(_bytes.data() + _at, size, static_cast<char*>(block));
         _at += size;
         return true;
     }

@@ -107,13 +107,15 @@ struct Server {
 struct Client {
     KXNetworkClient end;
     std::unique_ptr<Peer> connect() {
-        const int listener = ::socket(AF_INET, SOCK_STREAM, 0);
-        with(::bind, listener, loopback(0));
-        listen(listener, 1);
+        // One host for all runs: the system keeps the port of each for a while, and has not so many.
+        static const int listener = [] {
+            const int made = ::socket(AF_INET, SOCK_STREAM, 0);
+            with(::bind, made, loopback(0));
+            listen(made, 1);
+            return made;
+        }();
         require(end.connect("127.0.0.1", portOf(listener)), "a host is found");
-        const int socket = accept(listener, nullptr, nullptr);
-        close(listener);
-        return std::make_unique<Peer>(socket);
+        return std::make_unique<Peer>(accept(listener, nullptr, nullptr));
     }
     Message older(int) { return Message(end.receive()); }
     Message next(int& id) {

@@ -59,6 +59,7 @@ private:
         char digits[64]; // the shortest that reads back as the same number
         line.append(" ").append(digits, std::to_chars(digits, std::end(digits), number).ptr);
     }
+    void put(SDL_Scancode key) { put(static_cast<int>(key)); }
     template<std::size_t size>
     void put(const char (&text)[size]) {
         line += " " + _KXQuoted(_KXTextIn(text, size));
@@ -90,6 +91,13 @@ private:
         const auto [end, error] = std::from_chars(_line.data(), _line.data() + _line.size(), number);
         _good = error == std::errc();
         _line.remove_prefix(static_cast<std::size_t>(end - _line.data()));
+    }
+    void take(SDL_Scancode& key) {
+        int number = 0;
+        take(number);
+        _good = _good && number >= 0 && number < SDL_NUM_SCANCODES;
+        if (_good)
+            key = static_cast<SDL_Scancode>(number);
     }
     template<std::size_t size>
     void take(char (&field)[size]) {
@@ -126,11 +134,9 @@ void visit(SDL_Event& event, Fields& fields) {
     case SDL_KEYDOWN:
     case SDL_KEYUP: {
         SDL_KeyboardEvent& key = event.key;
-        int scancode = key.keysym.scancode;
-        fields(key.windowID, key.timestamp, key.repeat, scancode, key.keysym.sym, key.keysym.mod);
-        key.keysym.scancode = static_cast<SDL_Scancode>(scancode);
         key.state = event.type == SDL_KEYDOWN ? SDL_PRESSED : SDL_RELEASED;
-        return;
+        return fields(key.windowID, key.timestamp, key.repeat, key.keysym.scancode, key.keysym.sym,
+                      key.keysym.mod);
     }
     case SDL_TEXTINPUT:
         return fields(event.text.windowID, event.text.timestamp, event.text.text);
