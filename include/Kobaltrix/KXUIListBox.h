@@ -3,25 +3,33 @@
 #include <Kobaltrix/KXUIWidget.h>
 
 #include <memory>
+#include <stdint.h>
 #include <string>
 #include <vector>
+
+class _KXFocus;
+struct _KXModifiers;
+struct KXInputEvent;
 
 /// @file
 /// A list of texts that scrolls and of which the user selects one.
 
 /// A box of rows with a scroll bar where there are more rows than it shows.
 ///
-/// The mouse: a press on a row selects it, a second press on it within half a second activates it. The wheel
-/// scrolls the box under the pointer by three rows a notch; the bar's knob can be dragged, and a press beside
-/// it turns a page, again after 500 ms and then every 33 ms while it is held. Times are those of the logic
-/// loop.
+/// The mouse: a press on a row selects it, a second press on it within half a second activates it, and
+/// dragging selects what comes under the pointer; beyond the upper and the lower edge it scrolls, the faster
+/// the further away. The wheel scrolls the box under the pointer by three rows a notch; the bar's knob can be
+/// dragged, and a press beside it turns a page, again after 500 ms and then every 33 ms while it is held.
+/// Times are those of the logic loop. What happens within a step counts in the order in which it came.
 ///
 /// The keyboard, while the list has focus: Up, Down, Page Up, Page Down, Home and End select another row, and
 /// repeat while they are held, as KXKeyTyped() does; Return and the key pad's Enter activate the selected
-/// row. Typing letters selects the next row that begins with them in any case, as the user's keyboard layout
-/// writes them; a pause of a second begins a new word, and the same letter again goes to the next row with
-/// it. A press of any mouse button on the list gives it focus, a press elsewhere takes it; one list or text
-/// entry has focus at a time.
+/// row. With setMultipleSelection(), Shift extends the selection, Control (Command on macOS) and a press
+/// takes a row in or out, Control and an arrow moves without selecting, Control and Space takes in or out,
+/// and Control and A selects all. Typing letters selects the next row that begins with them in any case, as
+/// the user's keyboard layout writes them; a pause of a second begins a new word, and the same letter again
+/// goes to the next row with it. A press of any mouse button on the list gives it focus, a press elsewhere
+/// takes it; one list or text entry has focus at a time.
 ///
 /// The keys are read beside the game's own queries, which still see every press: ask hasFocus() where a game
 /// should not act on keys that are meant for a list. Keys that are held when a list gets focus count for it
@@ -55,11 +63,24 @@ public:
     /// A row's text, null if there is no such row. A temporary string (so cut to 1023 bytes).
     const char* text(int index) const;
 
-    /// The selected row, -1 for none.
+    /// The selected row, -1 for none. Where several can be, the one that the user came to last: keys move
+    /// from it, and it may have been taken out again.
     int selectedIndex() const;
-    /// Selects a row and scrolls to it; -1 selects none. Does not count as the user's doing in poll().
+    /// Selects a row, alone, and scrolls to it; -1 selects none. Does not count as the user's doing in
+    /// poll().
     /// @return -1 on success, 0 if there is no such row.
     int setSelectedIndex(int index);
+    /// Lets the user select several rows for a non-zero @a multiple; at first, and for 0, one.
+    void setMultipleSelection(int multiple);
+    /// -1 if the user may select several rows, else 0.
+    int hasMultipleSelection() const;
+    /// -1 if a row is selected, else 0, also for a number that is no row.
+    int isSelected(int index) const;
+    /// Takes a row into the selection for a non-zero @a selected, out of it for 0; where only one can be
+    /// selected it becomes that one. @return -1 on success, 0 if there is no such row.
+    int setSelected(int index, int selected);
+    /// The first selected row behind row @a after, -1 if there is none: to walk through them, from -1 on.
+    int nextSelectedIndex(int after) const;
     /// The first row that is at least partly in view, -1 for an empty list.
     int firstVisibleIndex();
     /// Scrolls by as little as brings a row into view whole. @return -1, or 0 if there is no such row.
@@ -72,10 +93,10 @@ public:
     /// -1 while the list has the keyboard, else 0.
     int hasFocus() const;
 
-    /// Takes the user's doing of one logic step in. @return -1 if the user selected another row or activated
-    /// one in this call, else 0.
+    /// Takes the user's doing of one logic step in. @return -1 if the user changed what is selected or
+    /// activated a row in this call, else 0.
     int poll();
-    /// -1 if the user selected another row in the last poll(), else 0.
+    /// -1 if the user changed what is selected in the last poll(), else 0.
     int selectionChanged() const;
     /// The row that the user activated in the last poll(), -1 for none.
     int activatedIndex() const;
@@ -103,6 +124,8 @@ public:
     // Used by the library itself.
     KX_INTERNAL void _setRows(std::vector<std::string> rows);
     KX_INTERNAL void _showTextsAsTheyAre();
+    KX_INTERNAL int _pollUntil(uint64_t event);
+    KX_INTERNAL _KXFocus& _focus();
 
 private:
     struct KX_INTERNAL Layout;
@@ -111,13 +134,19 @@ private:
     KX_INTERNAL Layout _settledLayout();
     KX_INTERNAL bool _isRow(int index) const;
     KX_INTERNAL void _rowsChanged();
-    KX_INTERNAL void _pollMouse();
-    KX_INTERNAL void _press(const Layout& layout);
-    KX_INTERNAL void _pressRow(int row);
-    KX_INTERNAL void _turnPage(const Layout& layout);
-    KX_INTERNAL void _pollWheel(const Layout& layout);
-    KX_INTERNAL void _pollKeys();
-    KX_INTERNAL void _findTyped(const std::string& text);
+    KX_INTERNAL void _selectOnly(int from, int to);
+    KX_INTERNAL int _told();
+    KX_INTERNAL void _select(int row, const _KXModifiers& modifiers, bool takesInOrOut);
+    KX_INTERNAL void _press(const _KXModifiers& modifiers);
+    KX_INTERNAL void _pressRow(int row, const _KXModifiers& modifiers);
+    KX_INTERNAL void _dragKnob();
+    KX_INTERNAL void _dragRows(const _KXModifiers& modifiers);
+    KX_INTERNAL void _scrollByDragging();
+    KX_INTERNAL void _turnPage();
+    KX_INTERNAL void _turnWheel(float notches);
+    KX_INTERNAL void _typeKey(const KXInputEvent& key, const _KXModifiers& modifiers);
+    KX_INTERNAL int _rowForKey(int key) const;
+    KX_INTERNAL void _findTyped(const char* text);
     KX_INTERNAL int _nextBeginningWith(const char* word, int from) const;
     KX_INTERNAL const char* _shownText(int index, int width);
     KX_INTERNAL void _drawRows(const Layout& layout);

@@ -3,10 +3,12 @@
 #include <Kobaltrix/KXUIWidget.h>
 
 #include <memory>
+#include <stdint.h>
 
 /// @file
 /// A box in which the user types one line of text, and the function that tells which of them is typed into.
 
+class _KXFocus;
 struct _KXTextEntryEditor;
 
 /// A line of text that the user edits: by keyboard once the entry has the focus, and with the mouse.
@@ -16,9 +18,14 @@ struct _KXTextEntryEditor;
 /// and a third everything; a press elsewhere or Escape takes the focus away. Left, Right, Home and End move
 /// the cursor, with Control Left and Right by words, with Shift selecting; Backspace and Delete erase, with
 /// Control words. These six repeat while they are held, as KXKeyTyped() does. Control or Command with A, C, X
-/// and V select all, copy, cut and paste. Return and the key pad's Enter report entered(). Tab hands the
-/// focus to the next entry that is polled, with Shift to the one polled before, and selects all of its text.
-/// With Alt held, Return, Enter, Escape, Tab and those letters are not the entry's.
+/// and V select all, copy, cut and paste, and with Z and Y, or Shift and Z, take the last change back and
+/// make it again; what is typed in one go is one change. Return and the key pad's Enter report entered(). Tab
+/// hands the focus to the next entry that is polled, with Shift to the one polled before, and selects all of
+/// its text. With Alt held, Return, Enter, Escape, Tab and those letters are not the entry's. On macOS Option
+/// goes by words and Command with Left and Right to the ends, and Control does neither.
+///
+/// What happens within a step counts in the order in which it came: "X", Backspace, "Y" and Return make "Y",
+/// entered once.
 ///
 /// The game's own key queries still report every key: a game asks KXUIFocusedTextEntry(), before it polls its
 /// entries, whether a key is meant for one of them.
@@ -46,8 +53,8 @@ public:
     void setMaximumLength(int characters);
     /// The most characters, 0 without a limit.
     int maximumLength() const;
-    /// A non-zero @a masked shows an asterisk for each character, keeps the text from the clipboard and takes
-    /// it for one word.
+    /// A non-zero @a masked shows an asterisk for each character, keeps the text from the clipboard, takes it
+    /// for one word and keeps nothing of what was erased, so that no change can be taken back.
     void setMasked(int masked);
     /// -1 if asterisks are shown, else 0.
     int isMasked() const;
@@ -104,15 +111,15 @@ public:
     void setSelectionColor(KXColor color);                        ///< At first the focus's at half opacity.
     void setSelectionColor(float r, float g, float b, float a);   ///< At first the focus's at half opacity.
 
+    // Used by the library itself.
+    KX_INTERNAL int _pollUntil(uint64_t event);
+    KX_INTERNAL _KXFocus& _focus();
+
 private:
-    KX_INTERNAL void _pollMouse();
-    KX_INTERNAL void _press();
+    friend struct _KXTextEntryEditor;
+    KX_INTERNAL void _press(bool extends);
     KX_INTERNAL void _drag();
-    KX_INTERNAL void _pollTyping();
-    KX_INTERNAL void _pollKeys();
-    KX_INTERNAL void _pollClipboardKeys();
-    KX_INTERNAL void _pollFocusKeys();
-    KX_INTERNAL void _noteChange(bool changed);
+    KX_INTERNAL int _told();
     KX_INTERNAL void _updateView();
     KX_INTERNAL float _textLeft() const;
     KX_INTERNAL float _textTop() const;

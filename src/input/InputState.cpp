@@ -2,7 +2,6 @@
 
 _KXInputState _KXTakeInputState() {
     return {_KXKeyboard,
-            _KXTextInput,
             _KXMouseHeld,
             {KXMouseX, KXMouseY, KXMousePoint.x, KXMousePoint.y},
             {KXMouseXRelative, KXMouseYRelative, KXMousePointRelative.x, KXMousePointRelative.y},
@@ -19,7 +18,6 @@ static void put(const _KXExportedPoint& exported, int& x, int& y, KXPoint& point
 
 void _KXPutInputState(const _KXInputState& state) {
     _KXKeyboard = state.keyboard;
-    _KXTextInput = state.text;
     _KXMouseHeld = state.mouse;
     put(state.mousePosition, KXMouseX, KXMouseY, KXMousePoint);
     put(state.mouseMotion, KXMouseXRelative, KXMouseYRelative, KXMousePointRelative);

@@ -4,7 +4,6 @@
 #include "input/KXMouse.h"
 #include "input/KXTouch.h"
 #include "input/Keyboard.h"
-#include "input/TextInput.h"
 
 /// A position or motion as it is exported to games.
 struct _KXExportedPoint {
@@ -17,7 +16,6 @@ struct _KXExportedPoint {
 /// All that input has told at one moment, and who was told of it. It says nothing of devices and windows.
 struct _KXInputState {
     _KXKeyboardState keyboard;
-    _KXTextInputState text;
     _KXMouseState mouse;
     _KXExportedPoint mousePosition, mouseMotion;
     _KXTouchState touch;

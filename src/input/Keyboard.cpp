@@ -184,7 +184,6 @@ bool isKey(int key) { return key >= 1 && key < _KXKeyCount; }
 void forgetReport(int key) {
     _KXKeyboard.toldGame[key] = _KXKeyboard.toldTextEntry[key] = 0;
     _KXKeyboard.toldTime[key] = _KXNeverReported;
-    _KXKeyboard.hiddenFromWidgets[key] = false;
 }
 } // namespace
 
@@ -239,29 +238,6 @@ int KXKey(int key) { return KXKey(key, 0); }
 int KXKey(int key, int once) { return _KXKey(key, once, _KXKeysDown, 0); }
 
 int _KXKeyTextEntry(int key, int once) { return _KXKey(key, once, _KXKeysTextEntryDown, 0); }
-
-void _KXBeginWidgetKeys() {
-    for (int key = 0; key < _KXKeyCount; ++key)
-        _KXKeyboard.hiddenFromWidgets[key] = _KXKeyboard.held[key];
-    std::ranges::fill(_KXKeyboard.tapsTold, _KXStep().step + 1);
-}
-
-int _KXWidgetKey(int key, bool repeats) {
-    if (!isKey(key) || _KXKeyboard.hiddenFromWidgets[key])
-        return 0;
-    const std::uint32_t step = _KXStep().step;
-    const bool pressed = _KXKeyTextEntry(key, -1), held = _KXKeyTextEntry(key, 0);
-    if (pressed || !held) {
-        const bool told = std::exchange(_KXKeyboard.tapsTold[key], step + 1) == step + 1;
-        const int presses = std::max<int>(pressed, told ? 0 : KXKeyWentDown(key));
-        if (presses) {
-            _KXKeyboard.repeatingKey = key;
-            _KXKeyboard.repeatStep = step;
-        }
-        return presses;
-    }
-    return repeats && key == _KXKeyboard.repeatingKey ? _KXRepeatsSince(_KXKeyboard.repeatStep) : 0;
-}
 
 int KXKeyWithDelayedRepeat(int key) { return _KXKey(key, -1, _KXKeysDown, -1); }
 

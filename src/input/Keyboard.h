@@ -17,13 +17,7 @@ struct _KXKeyboardState {
     std::int32_t toldGame[_KXKeyCount] = {};      ///< -1 once the game was told of the press.
     std::int32_t toldTextEntry[_KXKeyCount] = {}; ///< The same for the text-entry widgets.
     std::int32_t toldTime[_KXKeyCount];           ///< Logic time (ms) of the report.
-    /// Keys that were down when a widget was given the keyboard: they were meant for something else.
-    bool hiddenFromWidgets[_KXKeyCount] = {};
-    /// One more than the number of the step whose presses that are over no widget is told of any more.
-    std::uint32_t tapsTold[_KXKeyCount] = {};
-    int repeatingKey = 0;         ///< That a widget was told of last, 0 for none,
-    std::uint32_t repeatStep = 0; ///< and in which step.
-    int modifiers = 0;            ///< The platform's bits, as the last key event had them.
+    int modifiers = 0;                            ///< The platform's bits, as the last key event had them.
 
     constexpr _KXKeyboardState() { std::fill(std::begin(toldTime), std::end(toldTime), _KXNeverReported); }
     bool operator==(const _KXKeyboardState&) const = default;
@@ -56,10 +50,3 @@ std::string _KXKeyNameText(int key);
 int _KXKey(int key, int once, std::int32_t* downTable, int repeat);
 /// KXKey() for the text-entry widgets: does not consume the press for the game.
 int _KXKeyTextEntry(int key, int once);
-
-/// Gives the keyboard to a widget: of keys that are down now none is told of before it comes up.
-void _KXBeginWidgetKeys();
-/// How often the widget that has the keyboard is to act on a key in this step: for each press, also one that
-/// is over, and if the key @a repeats, while it is held as KXKeyTyped() does, until the widget is told of
-/// another key. A press is told once, however often it is asked for.
-int _KXWidgetKey(int key, bool repeats = false);

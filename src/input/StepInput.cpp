@@ -20,10 +20,27 @@ static constinit _KXHeapGlobal<_KXStepInput> stepInput;
 
 _KXStepInput& _KXStep() { return stepInput.get(); }
 
-void _KXTakeEvent(const KXInputEvent& event) {
+_KXModifiers _KXHeldModifiers() {
+    _KXModifiers held = {};
+    for (const _KXPress& press : _KXStep().presses) {
+        if (press.kind != _KXHoldable::Key || !press.held)
+            continue;
+        held.shift |= press.number == KXKeyLeftShift || press.number == KXKeyRightShift;
+        held.control |= press.number == KXKeyLeftControl || press.number == KXKeyRightControl;
+        held.alt |= press.number == KXKeyLeftAlt || press.number == KXKeyRightAlt;
+        held.command |= press.number == KXKeyLeftCommand || press.number == KXKeyRightCommand;
+    }
+    return held;
+}
+
+static void take(const KXInputEvent& event, bool isOfShortcut) {
     _KXStepInput& step = _KXStep();
+    const KXPoint pointer = event.type == KXInputEventMouseMoved ? event.point : KXMousePoint;
+    step.past.push_back({event, _KXHeldModifiers(), pointer, isOfShortcut});
     (step.reads ? step.events : step.laterEvents).push_back(event);
 }
+
+void _KXTakeEvent(const KXInputEvent& event) { take(event, false); }
 
 // The edges that something new belongs to.
 template<class Held>
@@ -31,11 +48,11 @@ static _KXEdges& edgesOf(Held& held) {
     return _KXStep().reads ? held.now : held.later;
 }
 
-void _KXTakeEvent(KXInputEvent event, std::string_view text) {
+void _KXTakeEvent(KXInputEvent event, std::string_view text, bool isOfShortcut) {
     if ((event.type == KXInputEventText || event.type == KXInputEventComposition) && event.windowID)
         _KXStep().keyboardWindowID = event.windowID;
     event.text = _KXStep().texts.emplace_back(text).c_str();
-    _KXTakeEvent(event);
+    take(event, isOfShortcut);
 }
 
 static _KXPress* find(_KXHoldable kind, int number, int pad) {
@@ -292,11 +309,24 @@ static void forgetEdges(std::vector<Held>& list) {
     std::erase_if(list, [](const Held& held) { return !held.held && !held.later.any(); });
 }
 
+// The first of what widgets may still be told of, and the texts of these.
+static void forgetPast(std::size_t count) {
+    _KXStepInput& step = _KXStep();
+    const auto end = step.past.begin() + static_cast<std::ptrdiff_t>(count);
+    const auto texts = std::count_if(step.past.begin(), end,
+                                     [](const _KXPastEvent& past) { return past.event.text != nullptr; });
+    step.texts.erase(step.texts.begin(), step.texts.begin() + texts);
+    step.past.erase(step.past.begin(), end);
+    step.pastNumber += count;
+}
+
 void _KXBeginInputStep() {
     _KXStepInput& step = _KXStep();
     if (step.underWay) // the game left out to end the last one: it sees nothing twice
         _KXEndInputStep();
     step.underWay = step.reads = true;
+    forgetPast(step.pastBefore);
+    step.pastBefore = step.past.size();
     std::swap(step.events, step.laterEvents);
     tellLaterEdges(step.presses);
     tellLaterEdges(step.fingers);
@@ -308,14 +338,17 @@ void _KXEndInputStep() {
     _KXStepInput& step = _KXStep();
     step.underWay = step.reads = false;
     step.events.clear();
-    step.texts.clear();
     forgetEdges(step.presses);
     forgetEdges(step.fingers);
     step.wheel = step.mouseMotion = KXZeroPoint;
     ++step.step;
 }
 
-void _KXForgetInput() { _KXStep() = {}; }
+void _KXForgetInput() {
+    const std::uint64_t number = _KXNextEventNumber();
+    _KXStep() = {};
+    _KXStep().pastNumber = number; // widgets go on from there
+}
 
 KXInputEventList KXInputEvents() {
     const _KXStepInput& step = _KXStep();

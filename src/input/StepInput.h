@@ -44,11 +44,29 @@ struct _KXFingerOnScreen {
     _KXEdges now, later;
 };
 
+/// Keys that change what others mean: either of each pair.
+struct _KXModifiers {
+    bool shift, control, alt, command;
+};
+
+/// An event as widgets are told of it, which may be later than in its step.
+struct _KXPastEvent {
+    KXInputEvent event;
+    _KXModifiers modifiers; ///< That were held when it came.
+    KXPoint pointer;        ///< Where it was then, or where it went.
+    bool isOfShortcut;      ///< A text that is none.
+};
+
 /// All of it.
 struct _KXStepInput {
     std::vector<KXInputEvent> events,
-        laterEvents;               ///< Of this step, which the game may be walking; of the next.
-    std::deque<std::string> texts; ///< Of the events; they stay where they are.
+        laterEvents; ///< Of this step, which the game may be walking; of the next.
+    /// What came since the step before this one began, and between the two: widgets that hand the keyboard on
+    /// after others were polled would lose the rest of the step otherwise.
+    std::vector<_KXPastEvent> past;
+    std::size_t pastBefore = 0;    ///< How many of them came before this step.
+    std::uint64_t pastNumber = 0;  ///< Of the first one: they are counted as long as the program runs.
+    std::deque<std::string> texts; ///< Of the past events; they stay where they are.
     std::vector<_KXPress> presses; ///< Few enough to be searched from one end to the other.
     std::vector<_KXFingerOnScreen> fingers;
     KXPoint wheel = {0, 0}, mouseMotion = {0, 0}; ///< Summed up over the step.
@@ -62,9 +80,9 @@ struct _KXStepInput {
 /// Made when it is first used, kept: games may ask while the process ends.
 _KXStepInput& _KXStep();
 
-/// Takes an event over that changes nothing else; and one with its text.
+/// Takes an event over that changes nothing else; and one with its text, which may be no text but a shortcut.
 void _KXTakeEvent(const KXInputEvent& event);
-void _KXTakeEvent(KXInputEvent event, std::string_view text);
+void _KXTakeEvent(KXInputEvent event, std::string_view text, bool isOfShortcut = false);
 
 /// A key of the platform went down or came up, or repeats while it is held.
 void _KXTakeKey(const KXInputEvent& key, int keycode);
@@ -102,6 +120,11 @@ void _KXTellInputStep();
 void _KXEndInputStep();
 /// Forgets everything, as if nothing had ever happened.
 void _KXForgetInput();
+
+/// The modifiers that are held now.
+_KXModifiers _KXHeldModifiers();
+/// The number that the next event will have among the past ones.
+inline std::uint64_t _KXNextEventNumber() { return _KXStep().pastNumber + _KXStep().past.size(); }
 
 /// The number of the key that the platform's keycode stands for, 0 for none.
 int _KXKeyNumberOf(int keycode);

@@ -54,10 +54,19 @@ std::string onOneLine(std::string_view text) {
 void _KXTextEdit::setText(const char* text) {
     const std::string line = onOneLine(_KXLegibleText(text ? text : "").get());
     replace(0, _text.size(), line);
+    forgetChanges();
     setMaximumLength(_maximumLength);
 }
 
+void _KXTextEdit::setSecret(bool secret) {
+    if (_secret != secret)
+        forgetChanges();
+    _secret = secret;
+}
+
 void _KXTextEdit::setMaximumLength(std::size_t characters) {
+    if (characters < _maximumLength)
+        forgetChanges(); // they may have been longer
     _maximumLength = characters;
     if (_length <= characters)
         return;
@@ -66,7 +75,7 @@ void _KXTextEdit::setMaximumLength(std::size_t characters) {
     select(_anchor, _cursor);
 }
 
-bool _KXTextEdit::insert(const char* text) {
+bool _KXTextEdit::insert(const char* text, Act act) {
     if (!text || !*text)
         return false;
     const std::string line = onOneLine(_KXLegibleText(text).get());
@@ -76,14 +85,89 @@ bool _KXTextEdit::insert(const char* text) {
     std::size_t bytes = 0;
     for (std::size_t count = 0; count < room && bytes < line.size(); ++count)
         bytes = _KXNextCharacter(line, bytes);
-    return bytes > 0 && replace(begin, end, std::string_view(line).substr(0, bytes));
+    return bytes > 0 && change(begin, end, std::string_view(line).substr(0, bytes), act);
 }
 
 bool _KXTextEdit::erase(_KXCursorStep step) {
     if (hasSelection())
-        return replace(selectionStart(), selectionEnd(), {});
+        return change(selectionStart(), selectionEnd(), {}, Act::Other);
     const std::size_t other = target(step);
-    return replace(std::min(_cursor, other), std::max(_cursor, other), {});
+    return change(std::min(_cursor, other), std::max(_cursor, other), {},
+                  other < _cursor ? Act::EraseLeft : Act::EraseRight);
+}
+
+bool _KXTextEdit::joins(std::size_t begin, std::size_t end, Act act) const {
+    if (act == Act::Other || act != _lastAct || _done.empty() || hasSelection())
+        return false;
+    const Change& last = _done.back();
+    return act == Act::Type        ? begin == last.at + last.added.size()
+           : act == Act::EraseLeft ? end == last.at
+                                   : begin == last.at;
+}
+
+// A change of the user's, which can be taken back. Where memory lacks there is none.
+bool _KXTextEdit::change(std::size_t begin, std::size_t end, std::string_view text, Act act) {
+    const std::string_view old = std::string_view(_text).substr(begin, end - begin);
+    if (_secret || old == text)
+        return replace(begin, end, text);
+    const std::size_t bytes = old.size() + text.size();
+    _text.reserve(_text.size() + text.size()); // from here on it only grows the change
+    Change next = {begin, std::string(_text, begin, end - begin), std::string(text), _anchor, _cursor};
+    if (joins(begin, end, act)) {
+        Change& last = _done.back();
+        last.added += next.added;
+        if (act == Act::EraseRight)
+            last.removed += next.removed;
+        else if (act == Act::EraseLeft)
+            last.removed.insert(0, next.removed), last.at = begin;
+    } else {
+        _done.push_back(std::move(next));
+    }
+    _doneBytes += bytes;
+    _undone.clear();
+    replace(begin, end, text);
+    _lastAct = act;
+    forgetOldChanges();
+    return true;
+}
+
+void _KXTextEdit::forgetOldChanges() {
+    constexpr std::size_t mostChanges = 1000, mostBytes = 1 << 20;
+    std::size_t old = 0;
+    for (; old + 1 < _done.size() && (_done.size() - old > mostChanges || _doneBytes > mostBytes); ++old)
+        _doneBytes -= _done[old].removed.size() + _done[old].added.size();
+    _done.erase(_done.begin(), _done.begin() + static_cast<std::ptrdiff_t>(old));
+}
+
+void _KXTextEdit::forgetChanges() {
+    _done.clear();
+    _undone.clear();
+    _doneBytes = 0;
+}
+
+bool _KXTextEdit::undo() {
+    if (_done.empty())
+        return false;
+    _undone.reserve(_undone.size() + 1);
+    const Change& last = _done.back();
+    replace(last.at, last.at + last.added.size(), last.removed);
+    place(last.anchor, last.cursor);
+    _doneBytes -= last.removed.size() + last.added.size();
+    _undone.push_back(std::move(_done.back()));
+    _done.pop_back();
+    return true;
+}
+
+bool _KXTextEdit::redo() {
+    if (_undone.empty())
+        return false;
+    _done.reserve(_done.size() + 1);
+    const Change& next = _undone.back();
+    replace(next.at, next.at + next.removed.size(), next.added);
+    _doneBytes += next.removed.size() + next.added.size();
+    _done.push_back(std::move(_undone.back()));
+    _undone.pop_back();
+    return true;
 }
 
 // Puts the cursor behind the replacement.
@@ -102,6 +186,7 @@ bool _KXTextEdit::replace(std::size_t begin, std::size_t end, std::string_view t
 void _KXTextEdit::place(std::size_t anchor, std::size_t cursor) {
     _anchor = anchor;
     _cursor = cursor;
+    _lastAct = Act::Other;
     _revision = ++lastRevision;
 }
 

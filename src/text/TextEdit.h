@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Where the cursor of a text goes from where it is.
 enum class _KXCursorStep { Left, Right, WordLeft, WordRight, Start, End };
@@ -29,20 +30,28 @@ public:
     /// A number that no other state of text, cursor and selection has had, of this or another object.
     std::uint64_t revision() const { return _revision; }
 
-    /// Replaces everything and puts the cursor at the end. Null is the empty text.
+    /// Replaces everything and puts the cursor at the end. Null is the empty text. What was done before can
+    /// not be taken back.
     void setText(const char* text);
     /// Limits the number of characters; a longer text is cut.
     void setMaximumLength(std::size_t characters);
     std::size_t maximumLength() const { return _maximumLength; }
     /// Whether the text is hidden. Word steps and selections then take the whole of it, so that they do not
     /// tell where its blanks are.
-    void setSecret(bool secret) { _secret = secret; }
+    /// Nothing of it is kept that could be taken back.
+    void setSecret(bool secret);
     bool isSecret() const { return _secret; }
 
     /// Puts a text in the place of the selection, as much of it as the maximum length allows, on one line:
     /// line breaks around it are dropped, each of those within and each tab becomes a blank, other control
     /// characters are dropped. @return whether the text changed.
-    bool insert(const char* text);
+    bool insert(const char* text) { return insert(text, Act::Other); }
+    /// The same for what is typed: taken back together with what was typed just before it.
+    bool type(const char* text) { return insert(text, Act::Type); }
+    /// Takes the last change of the text back, or makes it again, with the selection as it was. Of very many
+    /// changes, and of very long ones, only the later ones are kept. @return whether the text changed.
+    bool undo();
+    bool redo();
     /// Removes the selection or, without one, what lies between the cursor and @a step. @return whether the
     /// text changed.
     bool erase(_KXCursorStep step);
@@ -67,6 +76,18 @@ private:
     struct Word {
         std::size_t begin, end;
     };
+    // Changes of one kind after one another are one.
+    enum class Act { Other, Type, EraseLeft, EraseRight };
+    struct Change {
+        std::size_t at;
+        std::string removed, added;
+        std::size_t anchor, cursor; // before it
+    };
+    bool insert(const char* text, Act act);
+    bool change(std::size_t begin, std::size_t end, std::string_view text, Act act);
+    bool joins(std::size_t begin, std::size_t end, Act act) const;
+    void forgetOldChanges();
+    void forgetChanges();
     bool replace(std::size_t begin, std::size_t end, std::string_view text);
     void place(std::size_t anchor, std::size_t cursor);
     std::size_t target(_KXCursorStep step) const;
@@ -81,4 +102,7 @@ private:
     std::size_t _anchor = 0;
     std::uint64_t _revision = 0;
     bool _secret = false;
+    std::vector<Change> _done, _undone;
+    std::size_t _doneBytes = 0;
+    Act _lastAct = Act::Other;
 };

@@ -16,10 +16,11 @@
 static constexpr int gap = 4;
 static constexpr int lineHeightWithoutFont = 18, buttonWidthWithoutFont = 40;
 
-KXUIFileBrowser::State::State()
-    : backgroundColor(_KXUIBackgroundColor_Interaction), borderColor(_KXUIBorderColor),
+KXUIFileBrowser::State::State(KXUIFileBrowser& shown)
+    : browser(shown), backgroundColor(_KXUIBackgroundColor_Interaction), borderColor(_KXUIBorderColor),
       textColor(_KXUITextColor) {
     list._showTextsAsTheyAre();
+    list._focus().filter = name._focus().filter = this;
     caption();
 }
 
@@ -28,7 +29,7 @@ void KXUIFileBrowser::State::caption() {
     up.setText("Up");
     hidden.setText("Hidden");
     confirm.setText(!asked.empty() ? "Replace" : saves ? "Save" : "Open");
-    cancel.setText("Cancel");
+    dismiss.setText("Cancel");
     layOut();
 }
 
@@ -69,10 +70,10 @@ void KXUIFileBrowser::State::layOut() {
     put(list, left, topEnd + gap, right, messageTop - gap);
     messagePlace = place(left, messageTop, right, messageTop + line);
 
-    const int cancelLeft = right - widthOf(cancel), confirmLeft = cancelLeft - gap - widthOf(confirm);
+    const int cancelLeft = right - widthOf(dismiss), confirmLeft = cancelLeft - gap - widthOf(confirm);
     put(name, left, nameTop, confirmLeft - gap, bottom);
     put(confirm, confirmLeft, nameTop, cancelLeft - gap, bottom);
-    put(cancel, cancelLeft, nameTop, right, bottom);
+    put(dismiss, cancelLeft, nameTop, right, bottom);
 }
 
 void KXUIFileBrowser::setOrigin(KXPoint origin) {

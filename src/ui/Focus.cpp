@@ -1,30 +1,76 @@
 #include "ui/Focus.h"
 
 #include "input/KXMouse.h"
-#include "input/Keyboard.h"
 #include "input/TextInput.h"
 
-#include <Kobaltrix/KXInputEvents.h>
+#include <Kobaltrix/KXKeyboard.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 struct Owners {
     _KXFocus* keyboard = nullptr;
     _KXFocus* pointer = nullptr;
+    std::uint64_t keyboardTaken = 0; // the number of the event behind the one in which it was taken,
+    std::uint64_t pointerTaken = 0;
+    std::uint64_t keyboardFrom = 0; // and of the first whose keys nobody was told of
     // Stops of Tab: the one that is polled or was polled last, and the one before it.
     _KXFocus *stop = nullptr, *stopBefore = nullptr;
     bool keyboardIsOnItsWay = false; // to the next of them
-    bool composing = false;          // an input method was at work when typed text was taken last
+
+    std::uint64_t hearing = 0;  // number behind the event that is being heard, 0 while none is
+    bool composing = false;     // an input method is at work,
+    std::uint64_t composed = 0; // and was in the step with one less than this number
+
+    int repeatingKey = 0;                           // that the owner was told of last, 0 for none
+    std::uint32_t repeatStep = 0, repeatedStep = 0; // when it went down, and when it was repeated last
 };
+
+// The pointer's variables for as long as a widget hears of an event after which the pointer moved on.
+class PointerWhere {
+public:
+    explicit PointerWhere(const KXPoint* place)
+        : _moved(place), _x(KXMouseX), _y(KXMouseY),
+          _point(KXMousePoint), _relative{KXMouseXRelative, KXMouseYRelative}, _motion(KXMousePointRelative) {
+        if (place)
+            _KXSetMousePlace(*place, _motion);
+    }
+    ~PointerWhere() {
+        if (!_moved)
+            return;
+        KXMouseX = _x, KXMouseY = _y, KXMousePoint = _point;
+        KXMouseXRelative = _relative[0], KXMouseYRelative = _relative[1], KXMousePointRelative = _motion;
+    }
+    PointerWhere(const PointerWhere&) = delete;
+    PointerWhere& operator=(const PointerWhere&) = delete;
+
+private:
+    bool _moved;
+    int _x, _y;
+    KXPoint _point;
+    int _relative[2];
+    KXPoint _motion;
+};
+
+bool isOfMouse(const KXInputEvent& event) {
+    return event.type >= KXInputEventMouseMoved && event.type <= KXInputEventMouseWheel;
+}
 } // namespace
 
 static constinit Owners owners;
 
+// The number behind the event that is being heard, or behind all there are.
+static std::uint64_t here() { return owners.hearing ? owners.hearing : _KXNextEventNumber(); }
+
 static void letGoOfKeyboard() {
     owners.keyboard = nullptr;
     owners.keyboardIsOnItsWay = owners.composing = false;
+    owners.composed = 0;
+    owners.repeatingKey = 0;
 }
+
+_KXFocus::_KXFocus() : _heard(_KXNextEventNumber()), _lentUntil(0), _polledStep(_KXStep().step) {}
 
 _KXFocus::~_KXFocus() {
     if (hasKeyboard()) {
@@ -39,67 +85,224 @@ _KXFocus::~_KXFocus() {
 _KXFocus* _KXFocus::keyboardOwner() { return owners.keyboard; }
 
 void _KXFocus::takeKeyboard() {
-    if (hasKeyboard())
+    const std::uint64_t from = here();
+    if (hasKeyboard()) {
+        if (owners.hearing && std::exchange(owners.keyboardIsOnItsWay, false))
+            owners.keyboardFrom = from;
         return;
-    if (owners.keyboard)
+    }
+    if (owners.hearing && from < owners.keyboardTaken) { // another has it since, who was polled before
+        _lentUntil = owners.keyboardTaken;
+        return;
+    }
+    if (!owners.hearing)
+        _heard = from;
+    takeKeyboard(from);
+}
+
+void _KXFocus::takeKeyboard(std::uint64_t from) {
+    while (owners.keyboard && owners.keyboard != this) // it may hear only now that it has handed it on
         owners.keyboard->giveUpKeyboard();
-    owners.keyboard = this;
-    _KXBeginWidgetKeys();
+    owners.keyboardTaken = owners.keyboardFrom = from;
+    owners.keyboardIsOnItsWay = false;
+    if (std::exchange(owners.keyboard, this) == this)
+        return;
     _KXBeginTextInput();
     keyboardTaken();
 }
 
 void _KXFocus::giveUpKeyboard() {
+    _lentUntil = 0;
+    if (!hasKeyboard() || (owners.hearing && owners.hearing < owners.keyboardTaken))
+        return;
+    hear(here());
     if (!hasKeyboard())
         return;
-    const std::string typed = _KXTakeTypedText();
     letGoOfKeyboard();
     _KXEndTextInput();
-    keyboardLost(typed);
+    keyboardLost();
 }
 
-bool _KXFocus::isTypedTo() {
-    if (!hasKeyboard())
-        return false;
-    if (!_KXIsElsewhere(windowID, KXKeyboardWindowID))
-        return true;
-    takeTyped();
-    _KXBeginWidgetKeys();
-    return false;
+void _KXFocus::leaveOut() {
+    skipUnheard();
+    if (hasKeyboard())
+        owners.keyboardFrom = _KXNextEventNumber();
+    giveUpKeyboard();
+    if (owners.pointer == this)
+        owners.pointer = nullptr;
 }
 
 void _KXFocus::pollTabStop() {
     if (_KXIsElsewhere(windowID, KXKeyboardWindowID))
         return;
     owners.stopBefore = std::exchange(owners.stop, this);
-    if (!std::exchange(owners.keyboardIsOnItsWay, false))
+    if (!owners.keyboardIsOnItsWay)
         return;
-    takeKeyboard();
+    hear(owners.keyboardFrom); // of the mouse before the Tab
+    if (!owners.keyboardIsOnItsWay)
+        return;
+    takeKeyboard(owners.keyboardFrom); // with what was typed behind it
     tabArrived();
 }
 
-void _KXFocus::sendKeyboardOn() { owners.keyboardIsOnItsWay = true; }
+void _KXFocus::sendKeyboardOn() {
+    owners.keyboardIsOnItsWay = true;
+    owners.repeatingKey = 0;
+}
 
 void _KXFocus::sendKeyboardBack() {
     if (!owners.stopBefore)
         return;
+    owners.stopBefore->hear(here()); // what came before, if it is yet to be polled
     owners.stopBefore->takeKeyboard();
     owners.stopBefore->tabArrived();
 }
 
-_KXFocus::Typed _KXFocus::takeTyped() {
-    _KXKeepTextInput();
-    Typed typed = {_KXTakeTypedText(), _KXComposedText()};
-    if (inputMethodIsAtWork())
-        _KXBeginWidgetKeys();
-    owners.composing = !typed.composition.empty();
-    return typed;
+bool _KXFocus::inputMethodIsAtWork() {
+    return owners.composing || owners.composed == std::uint64_t{_KXStep().step} + 1;
 }
 
-bool _KXFocus::inputMethodIsAtWork() { return owners.composing || !_KXComposedText().empty(); }
+static void noteComposing(bool composing) {
+    if (composing || owners.composing)
+        owners.composed = std::uint64_t{_KXStep().step} + 1;
+    owners.composing = composing;
+}
 
-void _KXFocus::takePointer() { owners.pointer = this; }
+bool _KXFocus::mayHearKey(std::uint64_t number) const {
+    return number < _lentUntil ||
+           (hasKeyboard() && number >= owners.keyboardFrom && !owners.keyboardIsOnItsWay);
+}
 
-void _KXFocus::keyboardLost(const std::string&) {}
+void _KXFocus::hearKeyboard(const _KXPastEvent& past) {
+    const KXInputEvent& event = past.event;
+    switch (event.type) {
+    case KXInputEventText:
+        if (past.isOfShortcut)
+            return;
+        noteComposing(false);
+        heardComposition("");
+        heardText(event.text);
+        return;
+    case KXInputEventComposition:
+        noteComposing(*event.text);
+        heardComposition(event.text);
+        return;
+    case KXInputEventKeyDown:
+        if (owners.composing)
+            noteComposing(true);
+        if (inputMethodIsAtWork() || (filter && filter->keepsKey(event, past.modifiers)))
+            return;
+        owners.repeatingKey = event.key;
+        owners.repeatStep = owners.repeatedStep = _KXStep().step;
+        heardKey(event, past.modifiers);
+        return;
+    default:
+        return;
+    }
+}
 
-bool _KXFocus::hasPointer() const { return owners.pointer == this && _KXMouseButtonLeft; }
+// Where the pointer moved on after the event, it is put back for it.
+void _KXFocus::hearMouse(const _KXPastEvent& past, bool pointerMovedOn) {
+    const PointerWhere where(pointerMovedOn ? &past.pointer : nullptr);
+    heardMouse(past.event, past.modifiers);
+    if (past.event.type == KXInputEventMouseUp && past.event.button == KXMouseLeft && owners.pointer == this)
+        owners.pointer = nullptr;
+}
+
+// Where the pointer came to rest: the number of its last motion, 0 if it has not moved.
+static std::uint64_t lastMotion() {
+    const auto& past = _KXStep().past;
+    for (std::size_t i = past.size(); i-- > 0;)
+        if (past[i].event.type == KXInputEventMouseMoved)
+            return _KXStep().pastNumber + i;
+    return 0;
+}
+
+// A number of a past event that is at least as late as @a number.
+static std::uint64_t keptFrom(std::uint64_t number) { return std::max(number, _KXStep().pastNumber); }
+
+std::uint64_t _KXFocus::firstUnheard() {
+    skipUnpolled();
+    return hasKeyboard() ? keptFrom(std::min(_heard, owners.keyboardFrom)) : keptFrom(_heard);
+}
+
+// The events before the next are told while this lives.
+namespace {
+class Hearing {
+public:
+    explicit Hearing(std::uint64_t next) : _outer(std::exchange(owners.hearing, next)) {}
+    ~Hearing() { owners.hearing = _outer; }
+    Hearing(const Hearing&) = delete;
+    Hearing& operator=(const Hearing&) = delete;
+
+private:
+    std::uint64_t _outer;
+};
+} // namespace
+
+void _KXFocus::hear(std::uint64_t end) {
+    const std::uint64_t moved = lastMotion();
+    for (std::uint64_t number = firstUnheard(); number < end; ++number)
+        if (number >= _KXStep().pastNumber) // a game that is called meanwhile may forget it
+            hearEvent(number, number < moved);
+}
+
+void _KXFocus::hearEvent(std::uint64_t number, bool pointerMovedOn) {
+    const _KXPastEvent past = _KXStep().past[number - _KXStep().pastNumber];
+    const Hearing hearing(number + 1);
+    const bool isNew = number >= _heard, mayHear = mayHearKey(number);
+    _heard = std::max(_heard, number + 1);
+    if (hasKeyboard() && !owners.keyboardIsOnItsWay)
+        owners.keyboardFrom = std::max(owners.keyboardFrom, number + 1);
+    if (windowID && past.event.windowID && past.event.windowID != windowID)
+        return;
+    if (!isOfMouse(past.event) && mayHear)
+        hearKeyboard(past);
+    else if (isOfMouse(past.event) && isNew)
+        hearMouse(past, pointerMovedOn);
+}
+
+void _KXFocus::hear() {
+    if (hasKeyboard())
+        _KXKeepTextInput();
+    hear(_KXNextEventNumber());
+    if (owners.pointer == this && !_KXMouseButtonLeft) // let go of while this was not polled
+        owners.pointer = nullptr;
+    hearRepeats();
+}
+
+void _KXFocus::skipUnpolled() {
+    const _KXStepInput& step = _KXStep();
+    if (step.step - std::exchange(_polledStep, step.step) <= 1)
+        return;
+    const std::uint64_t latest = step.pastNumber + step.pastBefore;
+    _heard = std::max(_heard, latest);
+    if (hasKeyboard())
+        owners.keyboardFrom = std::max(owners.keyboardFrom, latest);
+}
+
+void _KXFocus::hearRepeats() {
+    if (!hasKeyboard() || !owners.repeatingKey)
+        return;
+    if (!KXKeyHeld(owners.repeatingKey) || inputMethodIsAtWork() ||
+        _KXIsElsewhere(windowID, KXKeyboardWindowID)) {
+        owners.repeatingKey = 0;
+        return;
+    }
+    KXInputEvent key = {};
+    key.type = KXInputEventKeyRepeat;
+    key.key = owners.repeatingKey;
+    if (std::exchange(owners.repeatedStep, _KXStep().step) == _KXStep().step)
+        return;
+    for (int times = _KXRepeatsSince(owners.repeatStep); times > 0 && hasKeyboard(); --times)
+        heardKey(key, _KXHeldModifiers());
+}
+
+void _KXFocus::takePointer() {
+    if (owners.hearing < owners.pointerTaken)
+        return;
+    owners.pointer = this;
+    owners.pointerTaken = owners.hearing;
+}
+
+bool _KXFocus::hasPointer() const { return owners.pointer == this && (owners.hearing || _KXMouseButtonLeft); }

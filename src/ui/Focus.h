@@ -1,6 +1,8 @@
 #pragma once
 
-#include <string>
+#include "input/StepInput.h"
+
+#include <cstdint>
 
 /// Whether mouse or keyboard, as @a whose asks, are in another window than a widget's, 0 for every one. Most
 /// widgets are never told of a window and ask nothing.
@@ -11,9 +13,14 @@ inline bool _KXIsElsewhere(unsigned windowID, unsigned (*whose)()) {
 
 /// A widget's part in the focus. The keyboard and the pointer belong to one widget each at a time; this is
 /// the one place that knows to which, and the one that turns the platform's text input on and off for it.
+///
+/// It is also where a widget hears of what the user does, event by event in the order in which it came,
+/// however much of that lies within a step: the mouse's to each widget, the keyboard's to the one that has
+/// it when they come. Who has the keyboard may change from event to event, by a click or by Tab, and widgets
+/// are polled one after the other; so each event goes by its number to whom it belongs.
 class _KXFocus {
 public:
-    _KXFocus() = default;
+    _KXFocus();
     /// Gives up what it has.
     virtual ~_KXFocus();
     _KXFocus(const _KXFocus&) = delete;
@@ -25,11 +32,8 @@ public:
     /// Whose the keyboard is, null if nobody has it.
     static _KXFocus* keyboardOwner();
     bool hasKeyboard() const { return keyboardOwner() == this; }
-    /// Whether it has the keyboard and is typed to. What is typed in another window than its own is for
-    /// nobody: it is forgotten here.
-    bool isTypedTo();
-    /// Takes the keyboard, from whoever has it. Keys that are held and text that was typed before are not for
-    /// this widget.
+    /// Takes the keyboard, from whoever has it, from the event on that is being heard, or in no event what
+    /// comes from now on: keys that are held and what was typed before are not for this widget.
     void takeKeyboard();
     /// Leaves the keyboard to nobody; nothing happens without it.
     void giveUpKeyboard();
@@ -42,28 +46,62 @@ public:
     /// Shift and Tab, within the poll of a stop: sends the keyboard to the one that was polled before.
     static void sendKeyboardBack();
 
-    struct Typed {
-        std::string text;        ///< What was typed since the last call.
-        std::string composition; ///< What an input method is composing but has not typed yet.
-    };
-    /// What the user types, for the poll of the widget that has the keyboard, before it asks for keys: those
-    /// that an input method takes, the one that ends its work too, are not reported any more.
-    static Typed takeTyped();
-    /// Whether keys are an input method's, for who asks for them before takeTyped().
+    /// Tells the widget of what it has not heard yet, up to the event with a number. To be called in each
+    /// poll: what came before the last step is forgotten, and where the last step was not polled, what came
+    /// in it too, since widgets that are not polled do not react.
+    void hear(std::uint64_t end);
+    /// Everything, and then the key that is held, as often as it repeats in this step.
+    void hear();
+    /// Gives up what it has and leaves out what it has not heard yet: the user does not work the widget.
+    void leaveOut();
+    /// Leaves out what it has not heard yet of the mouse.
+    void skipUnheard() { _heard = _KXNextEventNumber(); }
+    /// The number of the first event that is yet to be heard.
+    std::uint64_t firstUnheard();
+    /// Whether an input method is at work, which takes the keys.
     static bool inputMethodIsAtWork();
 
-    /// Takes the pointer, for as long as the left mouse button stays down.
+    /// Takes the pointer, for as long as the left mouse button stays down. Within the hearing of a press.
     void takePointer();
+    /// Whether it has it; while it hears, at the time of the event.
     bool hasPointer() const;
 
     /// Whether nobody may learn what is typed while this has the keyboard.
     virtual bool isSecret() const { return false; }
 
+    /// Is asked first about each key that goes down, to keep it from the widget; null for nobody.
+    struct KeyFilter {
+        virtual ~KeyFilter() = default;
+        virtual bool keepsKey(const KXInputEvent& key, const _KXModifiers& modifiers) = 0;
+    };
+    KeyFilter* filter = nullptr;
+
 protected:
+    /// A button went down or up, or the mouse moved or its wheel turned. Meanwhile the pointer's variables
+    /// tell where it was.
+    virtual void heardMouse(const KXInputEvent&, const _KXModifiers&) {}
+    /// A key went down or repeats, in the game's time.
+    virtual void heardKey(const KXInputEvent&, const _KXModifiers&) {}
+    virtual void heardText(const char*) {}
+    /// What an input method is composing has changed; empty when it ends.
+    virtual void heardComposition(const char*) {}
     /// The keyboard has come.
     virtual void keyboardTaken() {}
-    /// The keyboard goes; @a typed is what came since the last takeTyped().
-    virtual void keyboardLost(const std::string& typed);
+    /// The keyboard goes; all that was for this widget has been heard.
+    virtual void keyboardLost() {}
     /// The keyboard has come by Tab, in either direction, or comes back because there is no other stop.
     virtual void tabArrived() {}
+
+private:
+    void takeKeyboard(std::uint64_t from);
+    bool mayHearKey(std::uint64_t number) const;
+    void hearEvent(std::uint64_t number, bool pointerMovedOn);
+    void hearKeyboard(const _KXPastEvent& past);
+    void hearMouse(const _KXPastEvent& past, bool pointerMovedOn);
+    void hearRepeats();
+    void skipUnpolled();
+
+    std::uint64_t _heard;     // the first event of the mouse that was not heard
+    std::uint64_t _lentUntil; // keys before that event are for this widget though another has them since
+    std::uint32_t _polledStep;
 };

@@ -1,7 +1,5 @@
 #include "ui/KXUIFileBrowser.h"
 
-#include "input/Keyboard.h"
-#include "ui/Focus.h"
 #include "util/Utf8.h"
 
 #include <Kobaltrix/KXMouse.h>
@@ -10,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <initializer_list>
 #include <new>
 #include <utility>
 
@@ -32,7 +31,7 @@ const char* textOut(const std::string& text) {
 }
 } // namespace
 
-KXUIFileBrowser::KXUIFileBrowser() : _state(std::make_unique<State>()) {}
+KXUIFileBrowser::KXUIFileBrowser() : _state(std::make_unique<State>(*this)) {}
 
 KXUIFileBrowser::~KXUIFileBrowser() = default;
 
@@ -44,13 +43,9 @@ void KXUIFileBrowser::show(KXUIFileBrowserMode mode, const char* folder, const c
     const std::string path = _KXAbsolutePath(folder);
     state.isShown = true;
     state.saves = mode != KXUIFileBrowserModeOpen;
-    state.hasChosen = false;
+    state.hasChosen = state.cancelled = false;
     state.chosen.clear();
-    // A press that hide() cut short, or that made the game show the browser, must not click a button.
-    for (KXUIButton* button : state.buttons) {
-        button->setSize(KXZeroSize);
-        button->_KXUIWidget::clicked(KXMouseLeft);
-    }
+    state.skipStep();
     state.caption();
     state.enter(path, initial);
     state.putName(initial);
@@ -69,6 +64,7 @@ void KXUIFileBrowser::show(KXUIFileBrowserMode mode, const char* folder, const c
 
 void KXUIFileBrowser::setWindowID(unsigned id) {
     _KXUIWidget::setWindowID(id);
+    _state->windowID = id;
     _state->list.setWindowID(id);
     _state->name.setWindowID(id);
     for (KXUIButton* button : _state->buttons)
@@ -264,46 +260,98 @@ void KXUIFileBrowser::State::choose(const std::string& path) {
     hasChosen = true;
 }
 
-/// Keys that neither list nor line keeps for itself. @return whether the user cancels.
-bool KXUIFileBrowser::State::pollKeys() {
-    const bool inName = name.isFocused(), inList = list.hasFocus();
-    if ((!inName && !inList) || name._keyboardIsElsewhere() || _KXFocus::inputMethodIsAtWork())
-        return false;
-    if (_KXKeys[KXKeyLeftAlt] || _KXKeys[KXKeyRightAlt])
-        return false;
-    if (_KXWidgetKey(KXKeyTab)) {
-        if (inName)
-            list.setFocus(-1);
-        else
-            name.focus();
+/// What made the game show the browser is not for it.
+void KXUIFileBrowser::State::skipStep() {
+    pressedButton = nullptr;
+    for (_KXFocus* part : std::initializer_list<_KXFocus*>{this, &list._focus(), &name._focus()})
+        part->skipUnheard();
+    for (KXUIButton* button : buttons) { // nor what hide() cut short
+        button->setSize(KXZeroSize);
+        button->_KXUIWidget::clicked(KXMouseLeft);
     }
-    if (inList && _KXWidgetKey(KXKeyBackspace))
-        goUp();
-    return _KXWidgetKey(KXKeyEscape);
 }
 
-void KXUIFileBrowser::State::pollParts() {
-    if (up.clicked(KXMouseLeft))
+// Keys that neither list nor line keeps for itself.
+bool KXUIFileBrowser::State::keepsKey(const KXInputEvent& key, const _KXModifiers& modifiers) {
+    if (modifiers.alt)
+        return false;
+    if (key.key == KXKeyTab)
+        name.isFocused() ? list.setFocus(-1) : name.focus();
+    else if (key.key == KXKeyBackspace && list.hasFocus())
         goUp();
-    const bool confirmed = confirm.clicked(KXMouseLeft);
-    list.poll();
-    name.poll();
-    if (name.changed()) {
+    else if (key.key == KXKeyEscape)
+        cancel();
+    else
+        return false;
+    return true;
+}
+
+void KXUIFileBrowser::State::cancel() {
+    cancelled = asked.empty();
+    dropQuestion();
+}
+
+// Buttons are clicked in the order of what else happens, also within a step.
+void KXUIFileBrowser::State::heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) {
+    if (event.button != KXMouseLeft || modifiers.control ||
+        (event.type != KXInputEventMouseDown && event.type != KXInputEventMouseUp))
+        return;
+    const auto under = std::ranges::find_if(buttons, [](KXUIButton* button) { return button->mouseOver(); });
+    const KXUIButton* const button = under == std::end(buttons) ? nullptr : *under;
+    if (event.type == KXInputEventMouseDown)
+        pressedButton = button;
+    else if (const KXUIButton* pressed = std::exchange(pressedButton, nullptr); pressed && pressed == button)
+        click(*pressed);
+}
+
+void KXUIFileBrowser::State::click(const KXUIButton& button) {
+    if (&button == &up)
+        goUp();
+    else if (&button == &hidden)
+        browser.setShowsHiddenFiles(!filter.showsHidden);
+    else if (&button == &confirm)
+        pressed();
+    else
+        cancel();
+}
+
+/// Goes through the step event by event, so that what a part is told has had its effect on the others before
+/// they are told of the next.
+void KXUIFileBrowser::State::hearStep() {
+    const std::uint64_t end = _KXNextEventNumber();
+    std::uint64_t number =
+        std::min({firstUnheard(), list._focus().firstUnheard(), name._focus().firstUnheard()});
+    while (number++ < end && !isDone()) {
+        hear(number);
+        const int toldByList = isDone() ? 0 : list._pollUntil(number);
+        const int toldByName = isDone() ? 0 : name._pollUntil(number);
+        hearParts(toldByList, toldByName);
+    }
+    if (isDone())
+        return;
+    const int toldByList = list.poll(); // what time does
+    hearParts(toldByList, name.poll());
+}
+
+void KXUIFileBrowser::State::hearParts(int toldByList, int toldByName) {
+    if (isDone())
+        return;
+    if (toldByName && name.changed()) {
         if (!*name.text())
             picked.clear(); // its bytes may be shown as an empty line
         list.setSelectedIndex(-1);
         dropQuestion();
         message.clear();
     }
-    if (list.selectionChanged() && list.selectedIndex() != -1)
+    if (toldByList && list.selectionChanged() && list.selectedIndex() != -1)
         selected(list.selectedIndex());
-    const int activated = list.activatedIndex();
+    const int activated = toldByList ? list.activatedIndex() : -1;
     if (activated != -1 && entries[activated].isFolder)
         enter(_KXPathIn(folder, entries[activated].name), "");
     else if (activated != -1) {
         putName(entries[activated].name);
         pressed();
-    } else if (confirmed || name.entered())
+    } else if (toldByName && name.entered())
         pressed();
 }
 
@@ -319,17 +367,10 @@ int KXUIFileBrowser::poll() {
     State& state = *_state;
     if (!state.isShown || !_takesInput())
         return 0;
-    bool cancelled = state.pollKeys();
-    if (state.hidden.clicked(KXMouseLeft))
-        setShowsHiddenFiles(state.hidden.state() == KXUIToggleButtonStateOn);
-    cancelled |= state.cancel.clicked(KXMouseLeft) != 0;
-    if (cancelled && !state.asked.empty()) {
-        state.dropQuestion();
-        cancelled = false;
-    }
-    if (!cancelled)
-        state.pollParts();
-    if (!cancelled && !state.hasChosen) {
+    for (KXUIButton* button : state.buttons)
+        button->_KXUIWidget::clicked(KXMouseLeft); // for how they look
+    state.hearStep();
+    if (!state.isDone()) {
         state.keepFocus(KXMouse(KXMouseLeft) && mouseOver());
         return 0;
     }

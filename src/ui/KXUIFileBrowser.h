@@ -3,6 +3,7 @@
 #include <Kobaltrix/KXUIFileBrowser.h>
 
 #include "text/RowText.h"
+#include "ui/Focus.h"
 #include "util/FolderListing.h"
 
 #include <Kobaltrix/KXUIButton.h>
@@ -12,8 +13,10 @@
 #include <string>
 #include <vector>
 
-struct KXUIFileBrowser::State {
-    State();
+struct KXUIFileBrowser::State : _KXFocus, _KXFocus::KeyFilter {
+    explicit State(KXUIFileBrowser& browser);
+
+    KXUIFileBrowser& browser;
 
     // What the user sees, top to bottom.
     KXUIButton up;
@@ -22,8 +25,8 @@ struct KXUIFileBrowser::State {
     std::string message;
     KXUITextEntry name;
     KXUIButton confirm;
-    KXUIButton cancel;
-    KXUIButton* const buttons[4] = {&up, &hidden, &confirm, &cancel};
+    KXUIButton dismiss;
+    KXUIButton* const buttons[4] = {&up, &hidden, &confirm, &dismiss};
 
     KXColor backgroundColor, borderColor, textColor;
     _KXFittedText folderShown, messageShown;
@@ -42,6 +45,8 @@ struct KXUIFileBrowser::State {
     std::string asked;       ///< The path whose replacing is asked about, empty for none.
     std::string chosen;
     bool hasChosen = false;
+    bool cancelled = false;
+    const KXUIButton* pressedButton = nullptr;
 
     void caption();
     int fitLine();
@@ -58,7 +63,15 @@ struct KXUIFileBrowser::State {
     void open(const std::string& path);
     void save(std::string path);
     void choose(const std::string& path);
-    bool pollKeys();
-    void pollParts();
+    bool isDone() const { return hasChosen || cancelled; }
+    void cancel();
+    void click(const KXUIButton& button);
+    void hearStep();
+    void hearParts(int toldByList, int toldByName);
+    void skipStep();
     void keepFocus(bool pressedHere);
+
+protected:
+    void heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) override;
+    bool keepsKey(const KXInputEvent& key, const _KXModifiers& modifiers) override;
 };

@@ -5,6 +5,7 @@
 
 #include <Kobaltrix/KXString.h>
 
+#include <algorithm>
 #include <climits>
 #include <utility>
 
@@ -12,7 +13,7 @@ KXUIListBox::KXUIListBox()
     : _backgroundColor(_KXUIBackroundColor), _borderColor(_KXUIBorderColor), _textColor(_KXUITextColor),
       _selectionColor(_KXUISelectionColor), _focusColor(_KXUIFocusColor),
       _trackColor(_KXUIBackgroundColor_Interaction), _knobColor(_KXUIBackroundColor),
-      _state(std::make_unique<State>()) {}
+      _state(std::make_unique<State>(*this)) {}
 
 KXUIListBox::~KXUIListBox() = default;
 
@@ -21,7 +22,7 @@ bool KXUIListBox::_isRow(int index) const { return index >= 0 && index < count()
 // Row numbers mean other rows now, so nothing that was kept for a number holds.
 void KXUIListBox::_rowsChanged() {
     _state->shown.clear();
-    _state->lastPressed = -1;
+    _state->lastPressed = _state->activatedNow = -1;
 }
 
 int KXUIListBox::count() const { return static_cast<int>(_state->rows.size()); }
@@ -29,7 +30,7 @@ int KXUIListBox::count() const { return static_cast<int>(_state->rows.size()); }
 int KXUIListBox::add(const char* text) {
     if (!text || count() == INT_MAX)
         return -1;
-    _state->rows.emplace_back(text);
+    _state->rows.push_back({text});
     return count() - 1;
 }
 
@@ -38,8 +39,8 @@ int KXUIListBox::insert(int index, const char* text) {
         return add(text);
     if (!text || !_isRow(index) || count() == INT_MAX)
         return -1;
-    _state->rows.emplace(_state->rows.begin() + index, text);
-    for (int* row : {&_state->selected, &_state->rowToReveal})
+    _state->rows.insert(_state->rows.begin() + index, {text});
+    for (int* row : {&_state->selected, &_state->anchor, &_state->rowToReveal})
         if (*row >= index)
             ++*row;
     _rowsChanged();
@@ -50,7 +51,7 @@ int KXUIListBox::remove(int index) {
     if (!_isRow(index))
         return 0;
     _state->rows.erase(_state->rows.begin() + index);
-    for (int* row : {&_state->selected, &_state->rowToReveal}) {
+    for (int* row : {&_state->selected, &_state->anchor, &_state->rowToReveal}) {
         if (*row == index)
             *row = -1;
         else if (*row > index)
@@ -63,7 +64,7 @@ int KXUIListBox::remove(int index) {
 int KXUIListBox::rename(int index, const char* text) {
     if (!text || !_isRow(index))
         return 0;
-    _state->rows[index] = std::string(text); // the new text may be part of the old one
+    _state->rows[index].text = std::string(text); // the new text may be part of the old one
     for (State::Shown& shown : _state->shown)
         if (shown.row == index)
             shown.row = -1;
@@ -72,7 +73,7 @@ int KXUIListBox::rename(int index, const char* text) {
 
 void KXUIListBox::clear() {
     _state->rows.clear();
-    _state->selected = _state->rowToReveal = -1;
+    _state->selected = _state->anchor = _state->rowToReveal = -1;
     _state->scrolled = 0;
     _rowsChanged();
 }
@@ -81,7 +82,7 @@ const char* KXUIListBox::text(int index) const {
     if (!_isRow(index))
         return nullptr;
     constexpr std::size_t longest = 1023; // that a temporary string can be
-    return KXTempString("%s", _KXFirstBytes(_state->rows[index].c_str(), longest).c_str());
+    return KXTempString("%s", _KXFirstBytes(_state->rows[index].text.c_str(), longest).c_str());
 }
 
 int KXUIListBox::selectedIndex() const { return _state->selected; }
@@ -89,9 +90,52 @@ int KXUIListBox::selectedIndex() const { return _state->selected; }
 int KXUIListBox::setSelectedIndex(int index) {
     if (index != -1 && !_isRow(index))
         return 0;
-    _state->selected = index;
+    _state->selected = _state->anchor = index;
     if (index != -1)
         _state->rowToReveal = index;
+    if (_state->several)
+        _selectOnly(index, index);
+    return -1;
+}
+
+// Of several rows those from one to another, in either order; none for -1.
+void KXUIListBox::_selectOnly(int from, int to) {
+    for (State::Row& row : _state->rows)
+        row.isSelected = false;
+    if (from != -1)
+        for (int row = std::min(from, to); row <= std::max(from, to); ++row)
+            _state->rows[row].isSelected = true;
+}
+
+void KXUIListBox::setMultipleSelection(int multiple) {
+    _state->several = multiple;
+    _selectOnly(_state->several ? _state->selected : -1, _state->selected);
+}
+
+int KXUIListBox::hasMultipleSelection() const { return _state->several ? -1 : 0; }
+
+int KXUIListBox::isSelected(int index) const {
+    return _isRow(index) && (_state->several ? _state->rows[index].isSelected : index == _state->selected)
+               ? -1
+               : 0;
+}
+
+int KXUIListBox::setSelected(int index, int selected) {
+    if (!_isRow(index))
+        return 0;
+    if (_state->several)
+        _state->rows[index].isSelected = selected;
+    else if (selected)
+        setSelectedIndex(index);
+    else if (index == _state->selected)
+        setSelectedIndex(-1);
+    return -1;
+}
+
+int KXUIListBox::nextSelectedIndex(int after) const {
+    for (int row = std::max(after, -1); row < count() - 1;)
+        if (isSelected(++row))
+            return row;
     return -1;
 }
 
@@ -109,7 +153,9 @@ int KXUIListBox::activatedIndex() const { return _state->activated; }
 /// Lists other rows than before, none of them selected.
 void KXUIListBox::_setRows(std::vector<std::string> rows) {
     clear();
-    _state->rows = std::move(rows);
+    _state->rows.reserve(rows.size());
+    for (std::string& row : rows)
+        _state->rows.push_back({std::move(row)});
 }
 
 /// Takes braces for text, for rows that are names of files.

@@ -30,25 +30,34 @@ struct KXUIListBox::Layout {
 };
 
 struct KXUIListBox::State : _KXFocus {
-    State();
-    static bool anyButtonHeld();
+    explicit State(KXUIListBox& listBox) : box(listBox) {}
 
-    std::vector<std::string> rows;
-    int selected = -1;
-    int activated = -1;
+    struct Row {
+        std::string text;
+        bool isSelected = false; ///< Among several.
+    };
+    KXUIListBox& box;
+    std::vector<Row> rows;
+    int selected = -1;    ///< The one, or of several the one that keys move from.
+    bool several = false; ///< Whether the user may select them.
+    int anchor = -1;      ///< Where a selection of several rows in a row began.
+    int activated = -1;   ///< As the last poll told, and the user's doing that none has told of yet.
     bool changed = false;
+    int activatedNow = -1;
+    bool changedNow = false;
     std::int64_t scrolled = 0; ///< Pixels of the content that lie above the box.
     int rowToReveal = -1; ///< Scrolled to when the layout is next looked at: the box may have no size yet.
 
-    int buttonHeld; ///< At first as it is: a press that began before the list was made does not count.
-    enum class Press { Row, Knob, Track };
-    Press press = Press::Row;        ///< Where the press began that has the pointer.
-    int grip = 0;                    ///< From the knob's top to where it was gripped.
-    std::uint32_t pageStep = 0;      ///< In which the press beside the knob began.
+    enum class Press { Nothing, Row, Rows, Knob, Track }; ///< Rows are dragged over.
+    Press press = Press::Nothing;                         ///< Where the press began that has the pointer.
+    int grip = 0;                                         ///< From the knob's top to where it was gripped.
+    int pressY = 0;                                       ///< Of a press on a row.
+    std::uint32_t pageStep = 0;                           ///< In which the press beside the knob began.
+    std::uint32_t dragStep = 0;                           ///< The last one in which rows were dragged over,
+    unsigned dragTime = 0;           ///< and the milliseconds that the pointer has been outside since a row.
     int lastPressed = -1;            ///< The row that a second press would activate.
     std::uint32_t lastPressTime = 0; ///< Logic time in milliseconds, like all times here.
-    bool wheelSeen = false;
-    std::uint32_t wheelTime = 0; ///< Of the frame whose notch has been counted, once there was one.
+    double wheelRest = 0;            ///< Pixels that fine wheels have not made whole yet.
 
     std::string word; ///< That rows are looked up by.
     std::uint32_t wordTime = 0;
@@ -66,5 +75,8 @@ struct KXUIListBox::State : _KXFocus {
     bool holds(Press part) const { return press == part && hasPointer(); }
 
 protected:
+    void heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) override;
+    void heardKey(const KXInputEvent& key, const _KXModifiers& modifiers) override;
+    void heardText(const char* text) override { box._findTyped(text); }
     void keyboardTaken() override { word.clear(); }
 };

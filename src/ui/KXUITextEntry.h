@@ -22,10 +22,9 @@ struct _KXTextEntryEditor : _KXFocus {
     _KXTextEdit composed;
     _KXTextView view;
 
-    bool unreportedChange = false; // the rest of what was typed came in when the focus went elsewhere
+    bool changed = false, entered = false; // by what no poll has told of yet
 
-    int mouseHeld = _KXMouseButtonLeft; // a press that began before the entry was made does not count
-    int clicks = 0;                     // in quick succession at one place
+    int clicks = 0; // in quick succession at one place
     int pressX = 0, pressY = 0, dragX = 0;
     std::uint32_t pressTime = 0;
     std::size_t pressPosition = 0;
@@ -38,7 +37,15 @@ struct _KXTextEntryEditor : _KXFocus {
     bool isSecret() const override { return edit.isSecret(); }
 
 protected:
+    void heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) override;
+    void heardKey(const KXInputEvent& key, const _KXModifiers& modifiers) override;
+    void heardText(const char* text) override { changed |= edit.type(text); }
+    void heardComposition(const char* text) override { compose(text); }
     void keyboardTaken() override;
-    void keyboardLost(const std::string& typed) override;
+    void keyboardLost() override { compose({}); }
     void tabArrived() override { edit.selectAll(); }
+
+private:
+    void useShortcut(int key, const _KXModifiers& modifiers);
+    void passOn(int key, const _KXModifiers& modifiers);
 };

@@ -76,8 +76,8 @@ int KXUIListBox::indexAt(KXPoint point) {
 const char* KXUIListBox::_shownText(int index, int width) {
     State::Shown& shown = _state->shown[index % _state->shown.size()];
     if (shown.row != index) {
-        shown.text = _KXTextThatFits(*_fontInUse(), _state->rows[index].c_str(), static_cast<float>(width),
-                                     _state->spans);
+        shown.text = _KXTextThatFits(*_fontInUse(), _state->rows[index].text.c_str(),
+                                     static_cast<float>(width), _state->spans);
         shown.row = index;
     }
     return shown.text.c_str();
@@ -99,9 +99,11 @@ void KXUIListBox::_drawRows(const Layout& layout) {
     int row = static_cast<int>(state.scrolled / layout.rowHeight);
     int top = layout.top - static_cast<int>(state.scrolled % layout.rowHeight);
     for (; row < count() && top < layout.bottom; ++row, top += layout.rowHeight) {
-        if (row == state.selected)
-            KXDrawRectFill(_KXRectBetween(layout.left, top, layout.rowsRight, top + layout.rowHeight),
-                           _selectionColor);
+        const KXRect whole = _KXRectBetween(layout.left, top, layout.rowsRight, top + layout.rowHeight);
+        if (isSelected(row))
+            KXDrawRectFill(whole, _selectionColor);
+        if (state.several && row == state.selected && hasFocus())
+            KXDrawRect(whole, _focusColor); // keys move from it, and it may not be selected
         const KXPoint place = {static_cast<float>(layout.left + paddingWidth),
                                static_cast<float>(top) + KXUIWidgetInnerPadding.height};
         if (state.spans == _KXSpans::Plain)

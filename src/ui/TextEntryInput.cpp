@@ -3,9 +3,8 @@
 #include "ui/KXUITextEntry.h"
 
 #include "core/ground/LogicClock.h"
-#include "input/Keyboard.h"
-#include "input/PressEdge.h"
 #include "input/TextInput.h"
+#include "ui/Shortcuts.h"
 
 #include <Kobaltrix/KXClipboard.h>
 #include <Kobaltrix/KXMouse.h>
@@ -17,17 +16,6 @@ KXUITextEntry* KXUIFocusedTextEntry() {
     const auto* const editor = dynamic_cast<_KXTextEntryEditor*>(_KXFocus::keyboardOwner());
     return editor && !editor->entry._keyboardIsElsewhere() ? &editor->entry : nullptr;
 }
-
-namespace {
-// What was typed with a modifier in one step may have let go of it by now.
-bool isHeldOrWas(int key) { return _KXKeyTextEntry(key, 0) || KXKeyWentDown(key); }
-// A modifier is two keys with neighbouring numbers.
-bool isEitherHeld(int key) { return isHeldOrWas(key) || isHeldOrWas(key + 1); }
-bool isShiftHeld() { return isEitherHeld(KXKeyLeftShift); }
-bool isAltHeld() { return isEitherHeld(KXKeyLeftAlt); }
-bool isControlHeld() { return isEitherHeld(KXKeyLeftControl); }
-bool isCommandHeld() { return (isControlHeld() || isEitherHeld(KXKeyRightCommand)) && !isAltHeld(); }
-} // namespace
 
 int _KXTextEntryEditor::countClicks() {
     constexpr std::uint32_t quick = 500; // milliseconds
@@ -45,22 +33,29 @@ void _KXTextEntryEditor::compose(std::string text) {
     if (text == composition && text.empty())
         return;
     if (!text.empty()) {
-        _KXTextEdit together = edit;
-        together.setMaximumLength(static_cast<std::size_t>(-1));
+        _KXTextEdit together; // without what can be taken back
+        together.setText(edit.text().c_str());
+        together.setSecret(edit.isSecret());
+        together.select(edit.anchor(), edit.cursor());
         together.insert(text.c_str());
         composed = std::move(together);
     }
     composition = std::move(text);
 }
 
-void _KXTextEntryEditor::keyboardTaken() {
-    mouseHeld = _KXMouseButtonLeft;
-    blinkTime = _KXLogicCurrentTime;
-}
+void _KXTextEntryEditor::keyboardTaken() { blinkTime = _KXLogicCurrentTime; }
 
-void _KXTextEntryEditor::keyboardLost(const std::string& typed) {
-    compose({});
-    unreportedChange |= edit.insert(typed.c_str());
+// With Control held the left button counts as the right one, so pressing it then does nothing. Control that
+// comes or goes while the button is held ends nothing.
+void _KXTextEntryEditor::heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) {
+    if (event.type == KXInputEventMouseDown && event.button == KXMouseLeft && !modifiers.control) {
+        if (entry.mouseOver())
+            entry._press(modifiers.shift);
+        else
+            giveUpKeyboard();
+    } else if (event.type == KXInputEventMouseMoved && hasPointer()) {
+        entry._drag();
+    }
 }
 
 KXUITextEntry::~KXUITextEntry() = default;
@@ -74,38 +69,34 @@ void KXUITextEntry::focus() { _editor->takeKeyboard(); }
 void KXUITextEntry::unfocus() { _editor->giveUpKeyboard(); }
 int KXUITextEntry::isFocused() const { return _editor->hasKeyboard() ? -1 : 0; }
 
+_KXFocus& KXUITextEntry::_focus() { return *_editor; }
+
 int KXUITextEntry::poll() {
-    _changed = _entered = 0;
     if (_takesInput())
         _editor->pollTabStop();
     else
-        unfocus();
-    if (_editor->isTypedTo())
-        _pollTyping();
-    _pollMouse();
-    if (_editor->isTypedTo())
-        _pollKeys();
-    if (_editor->isTypedTo())
+        _editor->leaveOut();
+    _editor->hear();
+    if (_editor->hasPointer() && !_mouseIsElsewhere())
+        _drag(); // which goes on scrolling while the pointer rests outside
+    if (isFocused() && !_keyboardIsElsewhere())
         _showInputMethodTheCursor();
-    _noteChange(std::exchange(_editor->unreportedChange, false));
+    return _told();
+}
+
+/// A poll for what came before an event; Tab does not stop there.
+int KXUITextEntry::_pollUntil(std::uint64_t event) {
+    _editor->hear(event);
+    return _told();
+}
+
+int KXUITextEntry::_told() {
+    _changed = std::exchange(_editor->changed, false) ? -1 : 0;
+    _entered = std::exchange(_editor->entered, false) ? -1 : 0;
     return _changed || _entered ? -1 : 0;
 }
 
-// With Control held the left button counts as the right one, so pressing it then does nothing. Control that
-// comes or goes while the button is held ends nothing.
-void KXUITextEntry::_pollMouse() {
-    const bool pressed = _KXPressBegins(_editor->mouseHeld, _KXMouseButtonLeft) && KXMouse(KXMouseLeft);
-    if (_mouseIsElsewhere())
-        return;
-    if (pressed && mouseOver())
-        _press();
-    else if (pressed)
-        unfocus();
-    else if (_editor->hasPointer())
-        _drag();
-}
-
-void KXUITextEntry::_press() {
+void KXUITextEntry::_press(bool extends) {
     _editor->compose({});
     _updateView(); // as it was drawn; with the focus it would scroll to the cursor
     _KXTextEdit& edit = _editor->edit;
@@ -116,7 +107,7 @@ void KXUITextEntry::_press() {
     _editor->pressPosition = _editor->view.positionUnder(x);
     switch (_editor->countClicks()) {
     case 1:
-        edit.select(isShiftHeld() ? edit.anchor() : nearest, nearest);
+        edit.select(extends ? edit.anchor() : nearest, nearest);
         break;
     case 2:
         edit.selectWords(_editor->pressPosition, _editor->pressPosition);
@@ -142,70 +133,56 @@ void KXUITextEntry::_drag() {
         edit.selectWords(_editor->pressPosition, _editor->view.positionUnder(x));
 }
 
-void KXUITextEntry::_pollTyping() {
-    _KXFocus::Typed typed = _KXFocus::takeTyped();
-    _noteChange(_editor->edit.insert(typed.text.c_str()));
-    _editor->compose(std::move(typed.composition));
-}
-
-void KXUITextEntry::_pollKeys() {
+void _KXTextEntryEditor::heardKey(const KXInputEvent& key, const _KXModifiers& modifiers) {
     using Step = _KXCursorStep;
     constexpr struct {
         int key;
-        Step step, wordStep;
+        Step step, wordStep, endStep;
         bool erases;
-    } keys[] = {{KXKeyLeft, Step::Left, Step::WordLeft, false},
-                {KXKeyRight, Step::Right, Step::WordRight, false},
-                {KXKeyHome, Step::Start, Step::Start, false},
-                {KXKeyEnd, Step::End, Step::End, false},
-                {KXKeyBackspace, Step::Left, Step::WordLeft, true},
-                {KXKeyDelete, Step::Right, Step::WordRight, true}};
+    } keys[] = {{KXKeyLeft, Step::Left, Step::WordLeft, Step::Start, false},
+                {KXKeyRight, Step::Right, Step::WordRight, Step::End, false},
+                {KXKeyHome, Step::Start, Step::Start, Step::Start, false},
+                {KXKeyEnd, Step::End, Step::End, Step::End, false},
+                {KXKeyBackspace, Step::Left, Step::WordLeft, Step::Start, true},
+                {KXKeyDelete, Step::Right, Step::WordRight, Step::End, true}};
     for (const auto& row : keys) {
-        const Step step = isControlHeld() ? row.wordStep : row.step;
-        for (int times = _KXWidgetKey(row.key, true); times > 0; --times) {
-            if (row.erases)
-                _noteChange(_editor->edit.erase(step));
-            else
-                _editor->edit.move(step, isShiftHeld());
-        }
-    }
-    _pollClipboardKeys();
-    _pollFocusKeys();
-}
-
-// Every key is read, so that none counts later because Control comes down while it is held.
-void KXUITextEntry::_pollClipboardKeys() {
-    const bool all = _KXWidgetKey(KXKeyA), copy = _KXWidgetKey(KXKeyC), cut = _KXWidgetKey(KXKeyX),
-               paste = _KXWidgetKey(KXKeyV);
-    if (!isCommandHeld())
+        if (row.key != key.key)
+            continue;
+        const Step step = _KXGoesToEnds(modifiers)    ? row.endStep
+                          : _KXGoesByWords(modifiers) ? row.wordStep
+                                                      : row.step;
+        if (row.erases)
+            changed |= edit.erase(step);
+        else
+            edit.move(step, modifiers.shift);
         return;
-    _KXTextEdit& edit = _editor->edit;
-    if (all)
+    }
+    const bool first = key.type == KXInputEventKeyDown;
+    if (_KXIsShortcut(modifiers) && (first || key.key == KXKeyZ || key.key == KXKeyY))
+        useShortcut(key.key, modifiers);
+    if (first && !modifiers.alt) // keys with Alt are for the desktop or the game
+        passOn(key.key, modifiers);
+}
+
+void _KXTextEntryEditor::useShortcut(int key, const _KXModifiers& modifiers) {
+    if (key == KXKeyZ || key == KXKeyY)
+        changed |= key == KXKeyY || modifiers.shift ? edit.redo() : edit.undo();
+    else if (key == KXKeyA)
         edit.selectAll();
-    const bool copied =
-        (copy || cut) && !_masked && edit.hasSelection() && KXSetClipboardText(edit.selectedText().c_str());
-    if (cut && copied)
-        _noteChange(edit.erase(_KXCursorStep::Left));
-    if (paste)
-        _noteChange(edit.insert(KXClipboardText()));
+    else if ((key == KXKeyC || key == KXKeyX) && !edit.isSecret() && edit.hasSelection() &&
+             KXSetClipboardText(edit.selectedText().c_str()))
+        changed |= key == KXKeyX && edit.erase(_KXCursorStep::Left);
+    else if (key == KXKeyV)
+        changed |= edit.insert(KXClipboardText());
 }
 
-void KXUITextEntry::_pollFocusKeys() {
-    const bool enter = _KXWidgetKey(KXKeyReturn), padEnter = _KXWidgetKey(KXKeyPadEnter),
-               escape = _KXWidgetKey(KXKeyEscape), tab = _KXWidgetKey(KXKeyTab);
-    if (isAltHeld())
-        return; // keys with Alt are for the desktop or the game
-    if (enter || padEnter)
-        _entered = -1;
-    if (escape)
-        unfocus();
-    else if (tab)
-        isShiftHeld() ? _KXFocus::sendKeyboardBack() : _KXFocus::sendKeyboardOn();
-}
-
-void KXUITextEntry::_noteChange(bool changed) {
-    if (changed)
-        _changed = -1;
+void _KXTextEntryEditor::passOn(int key, const _KXModifiers& modifiers) {
+    if (key == KXKeyReturn || key == KXKeyPadEnter)
+        entered = true;
+    else if (key == KXKeyEscape)
+        giveUpKeyboard();
+    else if (key == KXKeyTab && hasKeyboard())
+        modifiers.shift ? sendKeyboardBack() : sendKeyboardOn();
 }
 
 // Input methods open their lists below it.

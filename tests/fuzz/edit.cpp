@@ -17,6 +17,23 @@ static void check(const _KXTextEdit& edit) {
     require(characters == edit.length() && characters <= edit.maximumLength(), "the characters are counted");
 }
 
+// All of it, or one change; what is made again is what was taken back.
+static void takeBackAndMakeAgain(_KXTextEdit& edit, bool all) {
+    const std::string text = edit.text();
+    int times = 0;
+    while (edit.undo()) {
+        check(edit);
+        ++times;
+        if (!all)
+            break;
+    }
+    for (int again = times; again > 0; --again)
+        require(edit.redo(), "what was taken back can be made again");
+    require(edit.text() == text, "and is the same");
+    if (times)
+        edit.undo();
+}
+
 void fuzz(FuzzBytes bytes) {
     _KXTextEdit edit;
     while (!bytes.atEnd()) {
@@ -24,7 +41,10 @@ void fuzz(FuzzBytes bytes) {
         const auto step = static_cast<_KXCursorStep>((act >> 4) % 6);
         switch (act & 7) {
         case 0:
-            edit.insert(bytes.text().c_str());
+            if (act & 8)
+                edit.type(bytes.text().c_str());
+            else
+                edit.insert(bytes.text().c_str());
             break;
         case 1:
             edit.setText(bytes.text().c_str());
@@ -45,7 +65,10 @@ void fuzz(FuzzBytes bytes) {
             edit.selectWords(bytes.byte(), bytes.byte());
             break;
         default:
-            edit.setSecret(act & 8);
+            if (act & 8)
+                takeBackAndMakeAgain(edit, act & 128);
+            else
+                edit.setSecret(act & 16);
             require(edit.positionOfCharacter(edit.characterAt(edit.cursor())) == edit.cursor(),
                     "places and characters belong together");
         }

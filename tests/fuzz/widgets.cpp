@@ -10,7 +10,7 @@ static SDL_Keycode keyOf(FuzzBytes& bytes) {
     constexpr SDL_Keycode keys[] = {SDLK_LEFT,   SDLK_RIGHT,     SDLK_UP,    SDLK_DOWN,   SDLK_HOME,
                                     SDLK_END,    SDLK_PAGEUP,    SDLK_TAB,   SDLK_RETURN, SDLK_ESCAPE,
                                     SDLK_DELETE, SDLK_BACKSPACE, SDLK_LCTRL, SDLK_LSHIFT, SDLK_a,
-                                    SDLK_c,      SDLK_v,         SDLK_x};
+                                    SDLK_c,      SDLK_v,         SDLK_x,     SDLK_z,      SDLK_SPACE};
     return keys[bytes.byte() % (sizeof keys / sizeof *keys)];
 }
 
@@ -74,6 +74,7 @@ void fuzz(FuzzBytes bytes) {
         "Add", [](void* to) { static_cast<KXUIListBox*>(to)->add("another"); }, &list);
     menu.addSubMenu(under);
     menu.layout();
+    list.setMultipleSelection(bytes.byte() & 1);
     for (int row = 0; row < 20; ++row)
         list.add(KXTempString("row %d", row * 7919 % 20));
     KXUnsetKeys();
@@ -88,6 +89,8 @@ void fuzz(FuzzBytes bytes) {
             entry.poll();
             menu.poll();
             require(list.selectedIndex() < list.count(), "what is selected is a row");
+            for (int row = -1, last; (last = row, row = list.nextSelectedIndex(row)) != -1;)
+                require(row > last && row < list.count() && list.isSelected(row), "so is each of several");
             require(entry.cursor() <= entry.length(), "the cursor is in the text");
             KXLogicUpdate();
         }

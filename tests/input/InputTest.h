@@ -2,6 +2,8 @@
 
 #include "core/dispatch/EventDispatch.h"
 #include "input/InputState.h"
+#include "input/StepInput.h"
+#include "input/TextInput.h"
 
 #include <Kobaltrix/KXInit.h>
 #include <KobaltrixTest/KXTestClock.h>

@@ -39,7 +39,7 @@ TEST_F(Keyboard, EveryKeyIsSetByOneCode) {
     EXPECT_EQ(names, "A|Z|Unknown|Return|\"|\\|:|:|Unknown|9|0|9|Num Pad -|Right|Page Down|F15|Num Lock|"
                      "Left Super|Right Command|Right Control|");
     for (int key : {INT_MIN, -1, 0, 137, INT_MAX}) {
-        EXPECT_EQ(KXKey(key) | KXKey(key, -1) | KXKeyWithDelayedRepeat(key) | _KXWidgetKey(key), 0) << key;
+        EXPECT_EQ(KXKey(key) | KXKey(key, -1) | KXKeyWithDelayedRepeat(key), 0) << key;
         EXPECT_STREQ(KXKeyToString(key), "Unknown") << key;
     }
 }
@@ -66,20 +66,6 @@ TEST_F(Keyboard, HeldKeysRepeatOnceTheTimeOfThirtyStepsHasPassed) {
         EXPECT_EQ(KXKeyWithDelayedRepeat(KXKeySpace), call < 62 ? 0 : -1) << call;
     _KXLogicTimeRequiredPerLogicCycle = 0; // no speed set: nothing repeats
     EXPECT_EQ(KXKeyWithDelayedRepeat(KXKeySpace), 0);
-}
-
-TEST_F(Keyboard, AWidgetThatIsGivenTheKeyboardSeesNewPressesOnly) {
-    _KXSetKey('a');
-    KXKeyWithDelayedRepeat(KXKeyA);
-    for (int press = 0; press < 2; ++press) {
-        user.step(30);
-        _KXBeginWidgetKeys();
-        EXPECT_FALSE(_KXWidgetKey(KXKeyA, true));
-        EXPECT_EQ(KXKeyWithDelayedRepeat(KXKeyA), -1) << "the game's repeat goes on";
-        _KXUnsetKey('a');
-        _KXSetKey('a');
-        EXPECT_TRUE(_KXWidgetKey(KXKeyA, true) && KXKeyWithDelayedRepeat(KXKeyA));
-    }
 }
 
 TEST_F(Keyboard, AnyReleaseForgetsTheReportsOfKeysThatAreUp) {

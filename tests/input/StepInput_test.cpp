@@ -226,49 +226,16 @@ TEST_F(StepInput, RepeatsByTheTimeOfSteps) {
     for (const unsigned speed : {10u, 30u, 60u, 240u}) {
         KXSetLogicInterval(speed);
         key(true, SDLK_a);
-        for (unsigned step = 0, typed = 0, toWidget = 0; step <= speed; ++step) { // a second
-            inStep([&] {
-                typed += KXKeyTyped(KXKeyA);
-                toWidget += _KXWidgetKey(KXKeyA, true);
-                EXPECT_EQ(_KXWidgetKey(KXKeyA), 0) << "told once";
-                return 0;
-            });
+        for (unsigned step = 0, typed = 0; step <= speed; ++step) { // a second
+            typed += inStep([] { return KXKeyTyped(KXKeyA); });
             const unsigned time = step * 1000 / speed;
             EXPECT_EQ(typed, time < 500 ? 1 : 2 + (time - 500) / 33) << speed << ' ' << step;
-            EXPECT_EQ(toWidget, typed);
         }
         key(false, SDLK_a);
-        EXPECT_EQ(inStep([] { return KXKeyTyped(KXKeyA) + _KXWidgetKey(KXKeyA, true); }), 0);
+        EXPECT_EQ(inStep([] { return KXKeyTyped(KXKeyA); }), 0);
     }
 }
 
-TEST_F(StepInput, WidgetsAreToldOfTapsAndOnlyTheLastKeyRepeats) {
-    const auto told = [] { return _KXWidgetKey(KXKeyA, true) * 10 + _KXWidgetKey(KXKeyB, true); };
-    for (const bool stillHeld : {false, true}) { // pressed twice within a step
-        for (const bool down : {true, false, true, false})
-            key(down, SDLK_a);
-        key(true, SDLK_b);
-        if (!stillHeld)
-            key(false, SDLK_b);
-        EXPECT_EQ(inStep([&] { return told() * 100 + told(); }), 2100) << "of each press once";
-        EXPECT_EQ(inStep(told), 0);
-        EXPECT_EQ(inStep([&] { return _KXBeginWidgetKeys(), told(); }), 0);
-    }
-    key(true, SDLK_a);
-    key(false, SDLK_a);
-    EXPECT_EQ(inStep([&] { return _KXBeginWidgetKeys(), told(); }), 0) << "it was another's";
-    int repeats = 0;
-    key(false, SDLK_b);
-    key(true, SDLK_b);
-    for (int step = 0; step <= 32; ++step)
-        repeats += inStep(told);
-    key(true, SDLK_a);
-    for (int step = 0; step <= 32; ++step)
-        repeats += inStep(told);
-    EXPECT_EQ(repeats, (1 + 2) + 10 * (1 + 2));
-}
-
-// As screens send them: the platform puts an event of the mouse before each first touch.
 TEST_F(StepInput, FingersOfARealScreen) {
     const auto fingers = [] {
         std::string all;

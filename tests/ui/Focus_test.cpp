@@ -2,6 +2,8 @@
 
 #include "UITest.h"
 
+#include <random>
+
 namespace {
 /// Three entries below one another and two lists beside them, polled in one order or the other.
 struct Focus : UITest {
@@ -63,9 +65,9 @@ TEST_F(Focus, WhatIsTypedGoesToItsOwnerAlone) {
     EXPECT_EQ(second.poll(), 0);
     EXPECT_EQ(first.poll(), -1);
     EXPECT_EQ(first.changed(), -1);
-    moveMouse(5, 195);
+    hands.type("z");
+    hands.move({5, 195});
     press();
-    type("z");
     EXPECT_EQ(poll(), -1);
     EXPECT_EQ(KXUIFocusedTextEntry(), nullptr);
     lists[0].add("row");
@@ -171,6 +173,90 @@ TEST_F(Focus, OutlivesTheLibrary) {
     }
     ASSERT_EQ(KXInit(), -1);
     EXPECT_STREQ(first.text(), "abc");
+}
+
+// What widgets hear goes by the order in which it came, whichever is polled first and however much comes in a
+// step. Each act alone in a step is what the others are compared with.
+TEST_F(Focus, StepsOfAnyLengthTellTheSame) {
+    const char* const acts[] = {"click a",
+                                "click b",
+                                "click c",
+                                "click L",
+                                "click M",
+                                "click 5 195",
+                                "press a & at b & release",
+                                "type xy",
+                                "type \u00e9",
+                                "Left",
+                                "Backspace",
+                                "Delete",
+                                "Home",
+                                "Left Shift+Left",
+                                "Return",
+                                "Left Ctrl+A",
+                                "Left Ctrl+Z",
+                                "Left Ctrl+Y",
+                                "Down",
+                                "Up",
+                                "End",
+                                "Escape",
+                                "Tab",
+                                "Left Shift+Tab",
+                                "at L & wheel -1"};
+    const auto after = [&](unsigned seed, unsigned most) {
+        for (KXUITextEntry& entry : entries)
+            entry.setText("one two");
+        for (KXUIListBox& list : lists)
+            list.setSelectedIndex(0), list.scrollTo(0);
+        poll();
+        first.unfocus();
+        first.focus();
+        std::minstd_rand chooses(seed), divides(seed + most);
+        std::string all;
+        unsigned entered = 0;
+        bool tabbed = false;
+        const unsigned now = _KXLogicCurrentTime + 1000;
+        const auto end = [&] {
+            step();
+            _KXLogicCurrentTime = now; // steps take no time here: clicks are as near to one another
+            poll();
+            for (const KXUITextEntry& entry : entries)
+                entered += entry.entered() ? 1 : 0;
+        };
+        for (int act = 0; act < 10; ++act) {
+            const std::string does = acts[chooses() % std::size(acts)];
+            all += does + ", ";
+            // Who comes next is known once it is polled, so nothing else must move the keyboard before that.
+            const bool moves =
+                does.ends_with("Tab") || does.starts_with("click") || does.starts_with("press");
+            if (tabbed && moves)
+                end(), end(), tabbed = false;
+            tabbed |= does.ends_with("Tab");
+            for (std::size_t at = 0, next; at != does.npos; at = next == does.npos ? next : next + 3) {
+                next = does.find(" & ", at);
+                doAtOnce(does.substr(at, next - at));
+            }
+            if (divides() % most == 0)
+                end();
+        }
+        end(), end(), end();
+        for (const KXUITextEntry& entry : entries)
+            all += entry.text() + ("|" + std::to_string(entry.cursor())) + " " +
+                   std::to_string(entry.selectionLength()) + ", ";
+        for (KXUIListBox& list : lists)
+            all +=
+                std::to_string(list.selectedIndex()) + "@" + std::to_string(list.firstVisibleIndex()) + " ";
+        return all + state() + (most > 1 ? "" : " " + std::to_string(entered));
+    };
+    for (KXUIListBox& list : lists)
+        for (int row = 0; row < 20; ++row)
+            list.add("xyz");
+    for (unsigned seed = 0; seed < 300; ++seed) {
+        backwards = seed % 2;
+        const std::string alone = after(seed, 1);
+        for (unsigned most : {3u, 100u})
+            ASSERT_EQ(after(seed, most), alone.substr(0, alone.rfind(' '))) << seed;
+    }
 }
 
 TEST_F(Focus, LeavesThePlatformsTextInputAsItWas) {

@@ -125,6 +125,8 @@ TEST_F(ListBox, TheWheelScrollsUnderThePointer) {
                "wheel 1 -> 19@12");
     poll(); // a second logic step of the same frame
     EXPECT_EQ(state(), "19@12");
+    expectEach("wheel 1 & wheel 1 & wheel 1 -> 19@3; wheel -0.5 -> 19@4; wheel -0.5 -> 19@6; "
+               "wheel -1 & at 300 190 -> 19@9; wheel -1 -> 19@9; at row 0 & wheel -2 & wheel 1 -> 19@12");
     while (list.count() > 8) // fewer rows than the distance scrolled
         list.remove(0);
     EXPECT_EQ(state(), "7@3");
@@ -184,6 +186,65 @@ TEST_F(ListBox, TypingFindsRows) {
                "wait 100, type \u0436\u0443 -> told 6@0; wait 100, type a -> told 7@0; type a -> 7@0; "
                "wait 100, type a -> told 0@0; type p -> 0@0; wait 60, type r -> told 1@0; "
                "wait 100, type ap -> told 0@0; wait 100, type q -> 0@0; wait 100, type blueb -> told 3@0");
+}
+
+TEST_F(ListBox, AStepIsHeardInTheOrderInWhichItCame) {
+    fillWith(30);
+    expectEach(
+        "click row 1 & Down & Down & click row 0 & Return & at 300 190 -> told 0@0!0; "
+        "End & Up & Return & Home -> told 0@0!28; click row 2 & click row 2 & at 9 9 -> told 2@0!2; "
+        "press bar 5 & at bar 500 & release & at bar 5 -> 2@25; click bar 5 & type Row 1 -> told 10@10");
+}
+
+TEST_F(ListBox, DraggingSelectsAndScrollsBeyondTheEdges) {
+    fillWith(30);
+    expectEach("press row 1, at row 3 -> told 3@0; at 300 60 -> told 2@0; release, at row 1 -> 2@0");
+    act("press row 1, at 20 " + std::to_string(15 + 5 * rowHeight));
+    const int near = list.selectedIndex();
+    EXPECT_EQ(act("poll 62"), -1);
+    const int later = list.selectedIndex();
+    EXPECT_NEAR(later - near, 10, 2) << "in a second";
+    EXPECT_EQ(list.firstVisibleIndex(), later - 4);
+    expectEach("at 20 500, poll 62 -> told 29@25; at 20 -500, poll 62 -> told 0@0; release, poll 9 -> 0@0");
+    // A hand that is not still drags nothing, though the row comes whole into view.
+    list.setSize({120, 2.5f * static_cast<float>(rowHeight) + 2});
+    moveMouse(20, 11 + 2 * rowHeight + 3);
+    expectEach("press, at 21 " + std::to_string(11 + 2 * rowHeight + 5) + ", release -> told 2@0");
+}
+
+TEST_F(ListBox, SeveralRowsAreSelected) {
+    const auto selected = [this] {
+        std::string rows;
+        for (int row = -1; (row = list.nextSelectedIndex(row)) != -1;)
+            rows += std::to_string(row) + (list.isSelected(row) ? " " : "?");
+        return rows + "from " + std::to_string(list.selectedIndex());
+    };
+    fillWith(12);
+    list.setSelectedIndex(1);
+    EXPECT_EQ(list.setSelected(2, -1), -1);
+    EXPECT_EQ(selected(), "2 from 2") << "one at first";
+    list.setMultipleSelection(-1);
+    for (const auto& [acts, rows] :
+         {std::pair{"click row 1", "1 from 1"},
+          {"hold Left Shift, click row 4, let Left Shift", "1 2 3 4 from 4"},
+          {"hold Left Ctrl, click row 2, click row 2, click row 3, let Left Ctrl", "1 2 4 from 3"},
+          {"Left Shift+Down", "3 4 from 4"},
+          {"Left Ctrl+Down, Left Ctrl+Down, Left Ctrl+Space", "3 4 6 from 6"},
+          {"Left Shift+Home", "0 1 2 3 4 5 6 from 0"},
+          {"Down", "1 from 1"},
+          {"press row 0 & at row 2 & release & at 9 9", "0 1 2 from 2"},
+          {"Left Ctrl+A", "0 1 2 3 4 5 6 7 8 9 10 11 from 2"},
+          {"type Row 3", "3 from 3"}}) {
+        EXPECT_EQ(act(acts), -1) << acts;
+        EXPECT_EQ(selected(), rows) << acts;
+    }
+    list.setSelected(5, -1);
+    list.insert(4, "New");
+    list.remove(3);
+    EXPECT_EQ(selected(), "5 from -1");
+    list.setMultipleSelection(0);
+    EXPECT_EQ(selected(), "from -1");
+    EXPECT_EQ(list.isSelected(-1) | list.isSelected(12) | list.setSelected(12, -1), 0);
 }
 
 // Measuring a row takes memory, so that what a frame measures can be counted.

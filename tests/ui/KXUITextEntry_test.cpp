@@ -1,6 +1,6 @@
 #include "UITest.h"
 
-#include "input/TextInput.h"
+#include "platform/Desktop.h"
 #include "text/KXUIGlobalFont.h"
 
 #include <ctime>
@@ -108,14 +108,59 @@ TEST_F(TextEntry, HeldKeysRepeatAndTheGameReadsThemToo) {
     expectEach("let Left, hold Backspace -> told changed abcdfgh|4; poll 29 -> abcdfgh|4; "
                "poll 2 -> told changed abcfgh|3; let Backspace -> abcfgh|3; hold A, poll 40 -> abcfgh|3");
     EXPECT_EQ(KXKey(KXKeyA, 1), -1);
-    // All within a step.
     keyUp(KXKeyA);
-    for (const KXKeyNumber key : {KXKeyLeftControl, KXKeyLeft})
-        hands.hold(key);
-    for (const KXKeyNumber key : {KXKeyLeft, KXKeyLeftControl})
-        hands.release(key);
-    step();
-    expectEach("poll 1 -> abcfgh|0");
+    for (const auto& [speed, milliseconds, erased] : {std::tuple{240u, 150u, 1},
+                                                      {60, 150, 1},
+                                                      {240, 700, 8},
+                                                      {60, 700, 8},
+                                                      {10, 700, 8},
+                                                      {1000, 700, 8}}) {
+        _KXLogicSpeed = speed;
+        entry.setText("twelve and 12");
+        keyDown(KXKeyBackspace);
+        pollSteps(static_cast<int>(speed * milliseconds / 1000 + 1));
+        keyUp(KXKeyBackspace);
+        EXPECT_EQ(entry.length(), 13 - erased) << speed;
+    }
+}
+
+TEST_F(TextEntry, AStepIsHeardInTheOrderInWhichItCame) {
+    entry.setText("one");
+    entry.focus();
+    expectEach("type X & Backspace & type Y & Return -> told changed entered oneY|4; poll 1 -> oneY|4; "
+               "Left Ctrl+Left & type ab & Delete & Right & Right & type c -> told changed abnecY|5; "
+               "type d & Escape & type lost -> told changed abnecdY|6; "
+               "click after ab & type X & at 300 100 -> told changed abXnecdY|3; "
+               "press after abXne & at after ab & release & at 300 100 & Delete -> told changed abcdY|2; "
+               "Left Ctrl+A & Left Ctrl+X & type is & Left Ctrl+V & Return & click 300 100 & type no -> "
+               "told changed entered isabcdY|7");
+    EXPECT_FALSE(entry.isFocused());
+}
+
+TEST_F(TextEntry, ChangesAreTakenBackAndMadeAgain) {
+    entry.setText("one");
+    entry.focus();
+    expectEach("Left Ctrl+Z -> one|3; type tw, type o -> told changed onetwo|6; "
+               "Home, type x, End, Left Shift+Left, Backspace, Backspace, type s -> told changed xonets|6; "
+               "Left Ctrl+Z -> told xonet|5; Left Ctrl+Z -> told xonetw|6; "
+               "Left Ctrl+Z -> told xonetwo|6+1; Left Ctrl+Z -> told onetwo|0; "
+               "Left GUI+Z -> told one|3; Left Ctrl+Z -> one|3; Left Ctrl+Y -> told onetwo|6; "
+               "Left Ctrl+Left Shift+Z -> told xonetwo|1; type y, Left Ctrl+Y -> told xyonetwo|2");
+    entry.setMasked(-1);
+    expectEach("type z, Left Ctrl+Z -> told xyzonetwo|3"); // nothing that was hidden comes back
+    entry.setMasked(0);
+    expectEach("Left Ctrl+Z -> xyzonetwo|3");
+}
+
+TEST_F(TextEntry, KeysOfTheOtherDesktop) {
+    _KXIsMac = true;
+    entry.setText("one two");
+    entry.focus();
+    expectEach(
+        "Left Alt+Left -> one two|4; Left GUI+Left -> one two|0; Left GUI+Left Shift+Right -> one two|0+7; "
+        "Left Ctrl+C, Right, Left Ctrl+Left -> one two|6; Left Alt+Backspace -> told one o|4; "
+        "Left GUI+Z -> told one two|6; Left GUI+A -> one two|0+7");
+    _KXIsMac = false;
 }
 
 TEST_F(TextEntry, TheMousePlacesAndSelects) {

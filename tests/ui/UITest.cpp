@@ -5,7 +5,6 @@
 #include "input/Keyboard.h"
 #include "input/StepInput.h"
 
-#include <map>
 #include <sstream>
 #include <vector>
 
@@ -69,9 +68,19 @@ void UITest::expectEach(const std::string& transcript) {
     }
 }
 
-int UITest::doAct(const std::string& act) {
+static std::pair<std::string, std::string> verbAndRest(const std::string& act) {
     const std::size_t blank = act.find(' ');
-    const std::string verb = act.substr(0, blank), rest = blank == act.npos ? "" : act.substr(blank + 1);
+    return {act.substr(0, blank), blank == act.npos ? "" : act.substr(blank + 1)};
+}
+
+int UITest::doAct(const std::string& act) {
+    const auto [verb, rest] = verbAndRest(act);
+    const std::vector<std::string> together = split(act, " & ");
+    if (together.size() > 1) {
+        for (const std::string& each : together)
+            doAtOnce(each);
+        return step(), poll();
+    }
     if (verb == "click" || (verb == "press" && !rest.empty())) {
         const int told = doAct((verb == "click" ? "press " : "at ") + rest);
         return told | doAct(verb == "click" ? "release" : "press");
@@ -80,20 +89,39 @@ int UITest::doAct(const std::string& act) {
         return step(static_cast<unsigned>(std::stoi(rest))), 0;
     if (verb == "poll")
         return pollSteps(std::stoi(rest));
-    const std::map<std::string, std::function<void()>> verbs = {
-        {"at", [&] { moveMouse(static_cast<int>(place(rest).x), static_cast<int>(place(rest).y)); }},
-        {"press", [&] { press(); }},
-        {"release", [&] { release(); }},
-        {"wheel", [&] { wheel(std::stof(rest)); }},
-        {"type", [&] { type(rest.c_str()); }},
-        {"compose", [&] { compose(rest.c_str()); }},
-        {"hold", [&] { keyDown(key(rest)); }},
-        {"let", [&] { keyUp(key(rest)); }}};
-    const auto does = verbs.find(verb);
-    if (does == verbs.end())
-        return tap(act);
-    does->second();
-    return poll();
+    for (const char* atOnce : {"at", "press", "release", "wheel", "type", "compose", "hold", "let"})
+        if (verb == atOnce)
+            return doAtOnce(act), step(), poll();
+    return tap(act);
+}
+
+void UITest::doAtOnce(const std::string& act) {
+    const auto [verb, rest] = verbAndRest(act);
+    if (verb == "click" || (verb == "press" && !rest.empty()))
+        doAtOnce("at " + rest);
+    if (verb == "at")
+        hands.move({std::floor(place(rest).x), std::floor(place(rest).y)});
+    else if (verb == "press" || verb == "click")
+        hands.hold(KXMouseLeft);
+    else if (verb == "wheel")
+        hands.wheel(std::stof(rest));
+    else if (verb == "type")
+        hands.type(rest.c_str());
+    else if (verb == "compose")
+        hands.compose(rest.c_str());
+    else if (verb == "hold")
+        hands.hold(key(rest));
+    else if (verb == "let")
+        hands.release(key(rest));
+    else if (verb != "release") {
+        const std::vector<std::string> names = split(act, "+");
+        for (const std::string& name : names)
+            hands.hold(key(trimmed(name)));
+        for (auto name = names.rbegin(); name != names.rend(); ++name)
+            hands.release(key(trimmed(*name)));
+    }
+    if (verb == "release" || verb == "click")
+        hands.release(KXMouseLeft);
 }
 
 int UITest::tap(const std::string& keys) {

@@ -58,6 +58,7 @@ struct UITest : TextTest {
     ///     hold K, let K      a key goes down, and comes up
     ///     Left Shift+Home    any other name of a key: taps it while those before it are held
     ///     wait 20, poll 20   that many steps, without a poll or with one in each
+    ///     type a & Home      all of these within one step
     ///
     /// @return -1 if a poll() told something, else 0.
     int act(const std::string& acts);
@@ -86,7 +87,10 @@ struct UITest : TextTest {
     /// Does one of them; to be overridden by a test that has more.
     virtual int doAct(const std::string& act);
 
+    /// Does without a step what lasts no longer than a moment.
+    void doAtOnce(const std::string& act);
+    int pollSteps(int count);
+
 private:
     int tap(const std::string& keys);
-    int pollSteps(int count);
 };

@@ -9,7 +9,6 @@
 #include "input/KXTouch.h"
 #include "input/Keyboard.h"
 #include "input/Pads.h"
-#include "input/TextInput.h"
 #include "render/KXWindow.h"
 #include "render/PictureFit.h"
 #include "util/KXString.h"
@@ -68,12 +67,6 @@ static void dispatchKey(const SDL_KeyboardEvent& event) {
     event.type == SDL_KEYDOWN ? _KXSetKey(event.keysym.sym) : _KXUnsetKey(event.keysym.sym);
 }
 
-// The text of an event, which may fill its field to the last byte.
-template<std::size_t size>
-static std::string_view textIn(const char (&field)[size]) {
-    return _KXTextIn(field, size);
-}
-
 // The text that the platform hands over with some events, for whoever reads them to free.
 static char** textGivenWith(SDL_Event& event) {
     switch (event.type) {
@@ -103,15 +96,6 @@ static void dispatch(const SDL_Event& event) {
     case SDL_KEYDOWN:
     case SDL_KEYUP:
         dispatchKey(event.key);
-        break;
-    case SDL_TEXTINPUT:
-        _KXSetTypedText(textIn(event.text.text));
-        break;
-    case SDL_TEXTEDITING:
-        _KXSetComposedText(textIn(event.edit.text));
-        break;
-    case SDL_TEXTEDITING_EXT:
-        _KXSetComposedText(event.editExt.text ? event.editExt.text : "");
         break;
     case SDL_MOUSEMOTION:
         moveMouse(event.motion);

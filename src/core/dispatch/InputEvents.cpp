@@ -1,5 +1,6 @@
 #include "core/dispatch/InputEvents.h"
 
+#include "input/Keyboard.h"
 #include "input/Pads.h"
 #include "input/StepInput.h"
 #include "render/KXWindow.h"
@@ -115,7 +116,7 @@ static void takeWindowEvent(const SDL_WindowEvent& window) {
 }
 
 static void takeText(KXInputEventType type, unsigned windowID, std::uint32_t time, std::string_view text) {
-    _KXTakeEvent(eventOf(type, windowID, time), text);
+    _KXTakeEvent(eventOf(type, windowID, time), text, type == KXInputEventText && _KXIsShortcutHeld());
 }
 
 static std::string_view textOf(const char* text) { return text ? text : ""; }
