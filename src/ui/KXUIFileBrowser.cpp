@@ -234,9 +234,23 @@ void KXUIFileBrowser::State::open(const std::string& path) {
         message = whyNot(nameMeant(), error);
 }
 
+// Whether there is something in a name beside blanks, dots and an extension.
+static bool namesSomething(const std::string& name, const _KXFileFilter& filter) {
+    const std::size_t dot = name.rfind('.');
+    const bool hasExtension = dot != std::string::npos &&
+                              (dot > 0 || (!filter.extensions.empty() && filter.matchesExtension(name)));
+    return name.substr(0, hasExtension ? dot : name.npos).find_first_not_of(" .") != std::string::npos;
+}
+
 void KXUIFileBrowser::State::save(std::string path) {
-    if (!filter.matchesExtension(_KXLastPart(path)))
+    if (!namesSomething(_KXLastPart(path), filter)) {
+        message = "A name needs more than blanks and dots.";
+        return;
+    }
+    if (!filter.matchesExtension(_KXLastPart(path))) {
+        path.erase(path.find_last_not_of('.') + 1); // "mine." is "mine.txt"
         path += "." + filter.extensions.front();
+    }
     const std::string parent = _KXParentOf(path);
     const _KXPathKind kind = _KXKindOf(path);
     const int error = errno;
@@ -250,7 +264,7 @@ void KXUIFileBrowser::State::save(std::string path) {
         choose(path);
     else {
         asked = path;
-        message = "Replace the file " + quoted(_KXLastPart(path)) + "?";
+        message = quoted(_KXLastPart(path)) + " is there already. Replace it?";
         caption();
     }
 }
@@ -281,6 +295,9 @@ bool KXUIFileBrowser::State::keepsKey(const KXInputEvent& key, const _KXModifier
         goUp();
     else if (key.key == KXKeyEscape)
         cancel();
+    else if ((key.key == KXKeyReturn || key.key == KXKeyPadEnter) && list.hasFocus() &&
+             list.selectedIndex() == -1)
+        pressed(); // what stands in the line
     else
         return false;
     return true;
@@ -315,6 +332,12 @@ void KXUIFileBrowser::State::click(const KXUIButton& button) {
         cancel();
 }
 
+static bool isPress(std::uint64_t number) {
+    const _KXStepInput& step = _KXStep();
+    return number >= step.pastNumber &&
+           step.past[number - step.pastNumber].event.type == KXInputEventMouseDown;
+}
+
 /// Goes through the step event by event, so that what a part is told has had its effect on the others before
 /// they are told of the next.
 void KXUIFileBrowser::State::hearStep() {
@@ -323,9 +346,12 @@ void KXUIFileBrowser::State::hearStep() {
         std::min({firstUnheard(), list._focus().firstUnheard(), name._focus().firstUnheard()});
     while (number++ < end && !isDone()) {
         hear(number);
+        const bool question = !asked.empty();
         const int toldByList = isDone() ? 0 : list._pollUntil(number);
         const int toldByName = isDone() ? 0 : name._pollUntil(number);
-        hearParts(toldByList, toldByName);
+        // Of four quick clicks the last two are meant for the file and not for the question.
+        if (!question || !toldByList || list.selectionChanged() || !isPress(number - 1))
+            hearParts(toldByList, toldByName);
     }
     if (isDone())
         return;

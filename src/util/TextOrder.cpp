@@ -3,8 +3,11 @@
 #include "platform/Locale.h"
 #include "util/Utf8.h"
 
+#include <hb.h>
+
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 // Takes a character off a well-formed text, in lower case.
 static char32_t takeLowerCase(std::string_view& text) { return _KXLowerCase(_KXTakeCharacter(text)); }
@@ -45,6 +48,33 @@ static void takeNumber(std::string& key, std::string_view& text) {
     text.remove_prefix(length);
 }
 
+static bool isMark(char32_t character) {
+    return character >= 0x300 && hb_unicode_general_category(hb_unicode_funcs_get_default(), character) ==
+                                     HB_UNICODE_GENERAL_CATEGORY_NON_SPACING_MARK;
+}
+
+// The letters that a lower-case one is looked up under: of those with marks the letter without them, and of
+// those that are no letter with a mark what dictionaries write for them.
+static void appendLetters(std::string& key, char32_t letter) {
+    constexpr std::pair<char32_t, std::string_view> others[] = {
+        {U'ß', "ss"}, {U'æ', "ae"}, {U'œ', "oe"}, {U'ø', "o"}, {U'ł', "l"}, {U'đ', "d"}, {U'ı', "i"}};
+    for (const auto& [other, written] : others)
+        if (letter == other) {
+            key += written;
+            return;
+        }
+    if (isMark(letter))
+        return;
+    hb_codepoint_t first, second;
+    if (letter < 0x80 || !hb_unicode_decompose(hb_unicode_funcs_get_default(), letter, &first, &second)) {
+        _KXAppendCharacter(key, letter);
+        return;
+    }
+    appendLetters(key, first);
+    if (second)
+        appendLetters(key, second);
+}
+
 std::string _KXNaturalSortKey(const char* text) {
     const _KXLegibleText legible(text);
     std::string key;
@@ -52,7 +82,7 @@ std::string _KXNaturalSortKey(const char* text) {
         if (isDigit(rest[0]))
             takeNumber(key, rest);
         else
-            _KXAppendCharacter(key, takeLowerCase(rest));
+            appendLetters(key, takeLowerCase(rest));
     }
     return key;
 }

@@ -12,5 +12,5 @@ std::string _KXFoldedText(const char* text);
 bool _KXBeginsWith(const char* text, const char* prefix);
 
 /// A text whose byte-wise order among others is the order people expect of @a text: in any case, numbers by
-/// their value.
+/// their value, letters with accents beside those without.
 std::string _KXNaturalSortKey(const char* text);

@@ -122,7 +122,7 @@ TEST_F(FileBrowser, WalksThroughFolders) {
 }
 
 TEST_F(FileBrowser, SavingAsksBeforeItReplaces) {
-    const std::string asks = " -> / Replace the file \"a.png\"?; ";
+    const std::string asks = " -> / \"a.png\" is there already. Replace it?; ";
     expectEach("save new.png, Return -> told hidden / chose /new.png; "
                "save, Return -> / Type a name for the file.; type a.png, Return" +
                asks + "Return -> told hidden / chose /a.png");
@@ -138,7 +138,11 @@ TEST_F(FileBrowser, SavingAsksBeforeItReplaces) {
     expectEach("save b.txt, click row 1, click row 1 -> /music/; "
                "click Confirm -> told hidden /music/ chose /music/b.txt; "
                "save, click row 2, click row 2" +
-               asks + "click Confirm -> told hidden / chose /a.png");
+               asks + "click row 2, click row 2" + asks + "click Confirm -> told hidden / chose /a.png; " +
+               "save, click row 2, Return" + asks + "Return -> told hidden / chose /a.png");
+    // The list has the keyboard, and no row is selected; all of it within a step.
+    expectEach("save, type new.txt & Tab & Return -> told hidden / chose /new.txt; "
+               "save, type . ., Return -> / A name needs more than blanks and dots.");
 }
 
 TEST_F(FileBrowser, ExtensionsAndHiddenFiles) {
@@ -155,8 +159,10 @@ TEST_F(FileBrowser, ExtensionsAndHiddenFiles) {
         "save, type x, Return -> told hidden / chose /x.png; "
         "save, type x.PNG, Return -> told hidden / chose /x.PNG; "
         "save, type x.txt, Return -> told hidden / chose /x.txt.png; "
-        "save, type x., Return -> told hidden / chose /x..png; "
-        "save, type a, Return -> / Replace the file \"a.png\"?"); // which it would become
+        "save, type x., Return -> told hidden / chose /x.png; "
+        "save, type  .png, Return -> / A name needs more than blanks and dots.; "
+        "save, type .png, Return -> / A name needs more than blanks and dots.; "
+        "save, type a, Return -> / \"a.png\" is there already. Replace it?"); // which it would become
     EXPECT_EQ(browser.showsHiddenFiles(), -1);
     browser.setFolder((folder / "music/loud").c_str());
     EXPECT_EQ(state(), "/music/loud/ This folder is empty.");
@@ -227,7 +233,7 @@ TEST_F(FileBrowser, NamesKeepTheirBytes) {
         EXPECT_EQ(browser.path(), inside + "/" + name);
         browser.show(KXUIFileBrowserModeSave, inside.c_str(), name.c_str()); // given by the game
         EXPECT_EQ(act("click Confirm"), 0);
-        EXPECT_TRUE(std::string(browser.message()).starts_with("Replace"));
+        EXPECT_TRUE(std::string(browser.message()).ends_with("Replace it?"));
         EXPECT_EQ(act("click Confirm"), -1);
         EXPECT_EQ(browser.path(), inside + "/" + name);
     }

@@ -8,9 +8,33 @@ namespace {
 TEST(TextOrder, SortsAsPeopleDo) {
     const auto key = [](const std::string& text) { return _KXNaturalSortKey(text.c_str()); };
     std::string last;
-    for (const char* text : {"a", "B", "b2", "B10", "b10a", "c 007", "c 8", "c 1000", "cc", "track 1.2",
-                             "track 1.10", "x99999999999999999999", "x100000000000000000000", "\u00c9a",
-                             "\u00e9b", "\u0416a", "\u0436b", "\U0001F3AE"}) {
+    for (const char* text : {"a",
+                             "anton",
+                             "\u00e4rger",
+                             "B",
+                             "b2",
+                             "B10",
+                             "b10a",
+                             "c 007",
+                             "c 8",
+                             "c 1000",
+                             "cc",
+                             "\u00c9a",
+                             "\u00e9b",
+                             "Nin\u0303o a",
+                             "ni\u00f1o b",
+                             "stra\u00dfa",
+                             "Strasse",
+                             "track 1.2",
+                             "track 1.10",
+                             "x99999999999999999999",
+                             "x100000000000000000000",
+                             "Zeta",
+                             "\u0416a",
+                             "\u0436b",
+                             "\uac01",
+                             "\uac02",
+                             "\U0001F3AE"}) {
         EXPECT_LT(std::exchange(last, key(text)), key(text)) << text;
     }
     EXPECT_EQ(key("No. 007"), key("no. 7"));
