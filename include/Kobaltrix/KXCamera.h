@@ -27,6 +27,10 @@ struct KXCamera {
     /// its logical size, pixels of a texture. A negative width or height reaches to the edge, so the area is
     /// the whole target unless it is set.
     KXRect area = {{0, 0}, {-1, -1}};
+    /// Non-zero to have glyphs made about as large as they are seen, in the target's pixels: sharp text at
+    /// any zoom. They are made in steps of the zoom (1, 1.25, 1.5, 1.75, 2, 2.5 and so on) and up to 256
+    /// pixels high, so a zoom that glides makes them anew a few times only.
+    int sharpText = 0;
 };
 
 /// Has everything that the library draws seen by a camera, until KXPopCamera(). Of several that are pushed
@@ -35,8 +39,8 @@ struct KXCamera {
 ///
 /// Call it when the target is chosen: a camera with an area of its own limits drawing to it, within the limit
 /// there is, and lets a batch out for that; any other lets nothing out. Positions that are documented as
-/// truncated are truncated in the world; lines stay as thin as they are, and text is scaled like a picture:
-/// larger letters come from a larger font. In a batch what lies outside is left out for next to nothing.
+/// truncated are truncated in the world; lines stay as thin as they are, and text is scaled like a picture
+/// unless KXCamera::sharpText is set. In a batch what lies outside is left out for next to nothing.
 /// KXDrawLine() and its kind heed it, KXClear(), setClipTo() and KXTexture::drawingPosition() do not, and
 /// widgets do not know where the mouse is then.
 KX_API void KXPushCamera(const KXCamera& camera);

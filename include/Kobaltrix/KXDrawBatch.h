@@ -2,8 +2,10 @@
 
 #include <Kobaltrix/KXPlatform.h>
 
+#include <cstddef>
+
 /// @file
-/// Draw batches, and counters of what drawing costs.
+/// Draw batches, counters of what drawing costs, and the memory of glyphs.
 ///
 /// Without a batch every draw is complete when its call returns. Between KXBeginDrawBatch() and
 /// KXEndDrawBatch() textures, sprites, shapes, text and widgets are collected in call order instead, and
@@ -65,3 +67,20 @@ struct KXDrawStatistics {
 KX_API KXDrawStatistics KXCurrentDrawStatistics();
 /// The counters between the last two swaps: a whole frame.
 KX_API KXDrawStatistics KXLastDrawStatistics();
+
+/// The glyphs that are kept for text of #KXAliasModeTexture and of layouts, in one OpenGL context: those of a
+/// window and its textures.
+struct KXGlyphStatistics {
+    int glyphs;        ///< How many are kept, of all fonts and sizes.
+    int pages;         ///< Textures that they share.
+    std::size_t bytes; ///< What these take of the driver's memory.
+    int made;          ///< How many were made since the window was, each again after it was dropped counted.
+    int dropped;       ///< How many have left, for want of memory or with their font.
+};
+
+/// The glyphs of the context that is current; all zeros without one.
+KX_API KXGlyphStatistics KXCurrentGlyphStatistics();
+/// Sets how much memory glyphs may take in each context, 16 MiB unless it is set. Beyond it those leave that
+/// were not used for longest, page by page, and are made again when they are wanted. What one frame uses is
+/// kept, however much that is; a frame ends with KXWindow::swapBuffers().
+KX_API void KXSetGlyphMemory(std::size_t bytes);

@@ -30,8 +30,9 @@ class _KXTypeface;
 
 /// One font file at one size at a time. Fonts are usually shared through the library's font cache.
 ///
-/// Its glyphs live in the OpenGL context they were first used in. Used in another one they are made again
-/// there, so a game with several windows keeps one font for each.
+/// What it draws with textures is kept for each window, see KXSetGlyphMemory(). Polygons live in the OpenGL
+/// context they were first used in: used in another one they are made again there, so a game with several
+/// windows keeps one such font for each.
 class KX_API KXFont {
 public:
     /// Loads a font at a size of 10 points. A file that is missing or no font gives an object that measures

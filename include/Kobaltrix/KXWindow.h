@@ -134,6 +134,12 @@ public:
     /// Pixels to a point: 1 on an ordinary display, 2 or a fraction on a dense one. The event
     /// #KXInputEventDensityChanged tells when it changes, as the window comes to another display.
     float density();
+    /// Has glyphs made in the window's pixels, with a non-zero @a sharp, and placed on whole ones: text is as
+    /// sharp as the display on one with two pixels to a point, and in a logical size that the window
+    /// enlarges. With 0, as at the start, they are made in points or units and enlarged with these. What text
+    /// measures and how far it reaches stays as it is. For text in a camera's world see KXCamera::sharpText;
+    /// textures that are drawn into keep their own pixels. It takes effect at once.
+    void setSharpText(int sharp);
 
     /// Moves the window's top-left corner on the desktop, truncated to integers.
     void setPosition(KXPoint position);
@@ -248,4 +254,5 @@ private:
     KXLogicalSize _logical;
     int _seenDensity = 0; // the platform's
     int _density = 0;     // to go by, in thousandths; 0 until somebody asks
+    bool _hasSharpText = false;
 };

@@ -54,7 +54,8 @@ static _KXCameraMap mapOf(const KXCamera& camera) {
                         scale * sine,
                         scale * cosine,
                         camera.centre,
-                        {origin.x + size.width / 2, origin.y + size.height / 2}};
+                        {origin.x + size.width / 2, origin.y + size.height / 2},
+                        camera.sharpText != 0};
     map.seesAnything = scale > 0 && size.width > 0 && size.height > 0;
     for (const float number : {map.xx, map.xy, map.centre.x, map.centre.y, map.middle.x, map.middle.y})
         map.seesAnything = map.seesAnything && std::isfinite(number);
@@ -107,7 +108,7 @@ void KXPopCamera() {
 }
 
 void _KXMultiplyCamera() {
-    const auto& [seesAnything, xx, xy, yx, yy, centre, middle] = _KXCurrentCamera;
+    const auto& [seesAnything, xx, xy, yx, yy, centre, middle, hasSharpText] = _KXCurrentCamera;
     const float show = seesAnything ? 1.0f : 0.0f;
     const GLfloat matrix[16] = {xx * show, yx * show, 0, 0, xy * show, yy * show, 0, 0,
                                 0,         0,         1, 0, middle.x,  middle.y,  0, 1};

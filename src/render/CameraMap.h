@@ -12,6 +12,7 @@ struct _KXCameraMap {
     bool seesAnything = false;
     float xx = 1, xy = 0, yx = 0, yy = 1;
     KXPoint centre = {0, 0}, middle = {0, 0};
+    bool hasSharpText = false;
 
     KXPoint operator()(KXPoint world) const {
         const float x = world.x - centre.x, y = world.y - centre.y;
@@ -19,8 +20,8 @@ struct _KXCameraMap {
     }
     /// How large the world is seen; 1 where nothing is.
     float zoom() const { return seesAnything ? std::hypot(xx, yx) : 1; }
-    /// Whether what has been upright and of natural size still is.
-    bool isNatural() const { return xx == 1 && yy == 1 && xy == 0 && yx == 0; }
+    /// Whether what has been upright still is.
+    bool isUpright() const { return xy == 0 && yx == 0 && xx > 0; }
 };
 
 /// Whether a camera is pushed; else all maps are needless.

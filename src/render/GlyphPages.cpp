@@ -1,11 +1,13 @@
 #include "render/GlyphPages.h"
 
-#include "render/DrawBatch.h"
+#include "render/DrawStatistics.h"
 #include "render/Driver.h"
 #include "render/PixelStore.h"
 #include "render/TextureBinding.h"
 
 #include <SDL_opengl.h>
+
+#include <vector>
 
 // Uploads bind textures and read memory as the pixel-store state says: both are the game's own.
 namespace {
@@ -27,22 +29,24 @@ static constexpr Layout smooth = {GL_LINEAR, GL_LUMINANCE_ALPHA, GL_LUMINANCE_AL
 // Software draws textures the fast way if their pixels lie as in a window, which this order asks for.
 static constexpr Layout sharp = {GL_NEAREST, GL_RGBA, GL_BGRA, 4};
 
-// White pixels with some opacities, or with none.
-static std::vector<unsigned char> pixelsOf(const Layout& layout, int width, int height,
-                                           const unsigned char* opacities, int pitch) {
+// White pixels with the opacities of a glyph and a border around it.
+static std::vector<unsigned char> pixelsOf(const Layout& layout, const _KXGlyphBitmap& bitmap) {
     const auto channels = static_cast<std::size_t>(layout.channels);
+    const int width = bitmap.width + 2 * _KXGlyphBorder, height = bitmap.height + 2 * _KXGlyphBorder;
     std::vector<unsigned char> pixels(
         static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * channels, 255);
     unsigned char* opacity = pixels.data() + channels - 1;
-    for (int row = 0; row < height; ++row)
-        for (int column = 0; column < width; ++column, opacity += channels)
-            *opacity = opacities ? opacities[row * pitch + column] : 0;
+    for (int row = -_KXGlyphBorder; row < bitmap.height + _KXGlyphBorder; ++row)
+        for (int column = -_KXGlyphBorder; column < bitmap.width + _KXGlyphBorder; ++column) {
+            const bool isInside = row >= 0 && row < bitmap.height && column >= 0 && column < bitmap.width;
+            *opacity = isInside ? bitmap.opacities[row * bitmap.pitch + column] : 0;
+            opacity += channels;
+        }
     return pixels;
 }
 
 // 0 if the driver cannot hold it.
 static unsigned makeTexture(const Layout& layout, int side) {
-    const std::vector<unsigned char> empty = pixelsOf(layout, side, side, nullptr, 0);
     unsigned texture = 0;
     glGenTextures(1, &texture);
     const UploadScope scope(texture);
@@ -50,53 +54,49 @@ static unsigned makeTexture(const Layout& layout, int side) {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, layout.filter);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, layout.filter);
+    // What it holds is undefined: what is drawn of it, borders included, was uploaded before.
     glTexImage2D(GL_TEXTURE_2D, 0, layout.internalFormat, side, side, 0, layout.format, GL_UNSIGNED_BYTE,
-                 empty.data());
+                 nullptr);
     return _KXHeldTexture(texture, side);
 }
 
-int _KXGlyphPages::largestSide() {
+int _KXLargestTextureSide() {
     GLint side = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &side);
     return side;
 }
 
-static void destroy(const _KXGlyphPage& page) {
+void _KXDeleteGlyphPage(const _KXGlyphPage& page) {
     if (page.hasSharp())
         glDeleteTextures(1, &page.sharp);
     glDeleteTextures(1, &page.smooth);
 }
 
-bool _KXGlyphPages::add(int side) {
-    _pages.reserve(_pages.size() + 1);
+_KXGlyphPage _KXMakeGlyphPage(int side) {
     _KXGlyphPage page = {};
     page.smooth = makeTexture(smooth, side);
     page.sharp =
         page.smooth && _KXCurrentDriver == _KXDriver::Software ? makeTexture(sharp, side) : page.smooth;
     if (page.smooth && page.sharp)
-        _pages.push_back(page);
-    else
-        destroy(page);
-    return page.smooth && page.sharp;
+        return page;
+    _KXDeleteGlyphPage(page);
+    return {};
 }
 
-void _KXGlyphPages::upload(int x, int y, int width, int height, const unsigned char* bitmap, int pitch) {
+std::size_t _KXBytesOfGlyphPage(const _KXGlyphPage& page, int side) {
+    const auto pixels = static_cast<std::size_t>(side) * static_cast<std::size_t>(side);
+    return pixels * static_cast<std::size_t>(smooth.channels + (page.hasSharp() ? sharp.channels : 0));
+}
+
+void _KXUploadGlyph(const _KXGlyphPage& page, int x, int y, const _KXGlyphBitmap& bitmap) {
     ++_KXDrawStatistics.textureUploads;
     const auto uploadTo = [&](unsigned texture, const Layout& layout) {
+        const std::vector<unsigned char> pixels = pixelsOf(layout, bitmap);
         const UploadScope scope(texture);
-        glTexSubImage2D(GL_TEXTURE_2D, 0, x, y, width, height, layout.format, GL_UNSIGNED_BYTE,
-                        pixelsOf(layout, width, height, bitmap, pitch).data());
+        glTexSubImage2D(GL_TEXTURE_2D, 0, x, y, bitmap.width + 2 * _KXGlyphBorder,
+                        bitmap.height + 2 * _KXGlyphBorder, layout.format, GL_UNSIGNED_BYTE, pixels.data());
     };
-    uploadTo(last().smooth, smooth);
-    if (last().hasSharp())
-        uploadTo(last().sharp, sharp);
-}
-
-void _KXGlyphPages::clear() {
-    if (_pages.empty())
-        return;
-    _KXFlushBatch(KXDrawFlushTextureChange);
-    for (const _KXGlyphPage& page : _pages)
-        destroy(page);
-    _pages.clear();
+    uploadTo(page.smooth, smooth);
+    if (page.hasSharp())
+        uploadTo(page.sharp, sharp);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <vector>
+#include <cstddef>
 
 /// The textures of some glyphs: the same pixels in both, white and as opaque as the glyph covers them.
 struct _KXGlyphPage {
@@ -12,24 +12,26 @@ struct _KXGlyphPage {
     bool hasSharp() const { return sharp != smooth; }
 };
 
-/// Textures that hold the glyphs of a face. The context they were made in must be current for whatever is
-/// done with them; OpenGL's state stays as it was.
-class _KXGlyphPages {
-public:
-    /// The longest side that a texture may have.
-    static int largestSide();
-
-    bool empty() const { return _pages.empty(); }
-    /// The page that was added last.
-    _KXGlyphPage last() const { return _pages.back(); }
-    /// Adds an empty square page. False if the driver cannot hold it.
-    bool add(int side);
-    /// Copies a bitmap of opacities onto the last page. @param pitch bytes from one row of the bitmap to the
-    /// next.
-    void upload(int x, int y, int width, int height, const unsigned char* bitmap, int pitch);
-    /// Deletes the textures, after what was to be drawn with them.
-    void clear();
-
-private:
-    std::vector<_KXGlyphPage> _pages;
+/// How opaque a glyph makes each pixel of a rectangle.
+struct _KXGlyphBitmap {
+    const unsigned char* opacities;
+    int width, height;
+    int pitch; ///< Bytes from one row to the next.
 };
+
+/// Empty pixels that are uploaded around every glyph: filtering never reaches a neighbour, nor what lay there
+/// before.
+inline constexpr int _KXGlyphBorder = 1;
+
+// The current OpenGL context is the one whose pages these are; its state stays as it was.
+
+/// The longest side that a texture may have.
+int _KXLargestTextureSide();
+/// Makes an empty square page. One without textures if the driver cannot hold it.
+_KXGlyphPage _KXMakeGlyphPage(int side);
+/// Deletes the textures of a page.
+void _KXDeleteGlyphPage(const _KXGlyphPage& page);
+/// How many bytes a page takes.
+std::size_t _KXBytesOfGlyphPage(const _KXGlyphPage& page, int side);
+/// Copies a glyph and its border onto a page. @param x,y where the border begins.
+void _KXUploadGlyph(const _KXGlyphPage& page, int x, int y, const _KXGlyphBitmap& bitmap);

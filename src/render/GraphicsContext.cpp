@@ -4,6 +4,7 @@
 #include "render/ContextParts.h"
 #include "render/DepthSurface.h"
 #include "render/DrawBatch.h"
+#include "render/GlyphStore.h"
 
 #include <SDL_video.h>
 
@@ -46,6 +47,7 @@ void _KXRemoveGraphicsContext(unsigned number) {
         _KXCurrentGraphicsContext = 0;
     }
     _KXForgetDepthSurface(number);
+    _KXForgetGlyphsIn(number);
     _KXRemoveContextParts(number);
     contexts.get().erase(contexts.get().begin() + (found - contexts.get().data()));
     if (contexts.get().empty())

@@ -235,6 +235,7 @@ void KXTexture::drawNineSlice(KXPoint position, KXSize size, int corner, float o
 static void projectUpright(int width, int height) {
     glViewport(0, 0, width, height);
     _KXPixelsPerUnit = 1;
+    _KXTargetHasSharpText = false;
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
     glOrtho(0, width, height, 0, -1, 1);

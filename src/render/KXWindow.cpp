@@ -10,6 +10,7 @@
 #include "render/Framebuffer.h"
 #include "render/GLCheck.h"
 #include "render/GLFunctions.h"
+#include "render/GlyphStore.h"
 #include "render/GraphicsContext.h"
 #include "render/KXRenderContext.h"
 #include "render/Pen.h"
@@ -260,12 +261,19 @@ void KXWindow::swapBuffers() {
         _KXBeforeSwap(*this);
     _KXCopyDepthSurface();
     SDL_GL_SwapWindow(_window);
+    _KXEndGlyphFrame();
 }
 
 void KXWindow::_drawableSize(int* width, int* height) {
     *width = *height = 0;
     if (_window)
         SDL_GL_GetDrawableSize(_window, width, height);
+}
+
+void KXWindow::setSharpText(int sharp) {
+    _hasSharpText = sharp != 0;
+    if (_KXCurrentRenderContext == this)
+        _KXTargetHasSharpText = _hasSharpText;
 }
 
 void KXWindow::setRenderContext() {
@@ -280,6 +288,7 @@ void KXWindow::setRenderContext() {
     glViewport(picture.left, picture.bottom, picture.width, picture.height);
     const float units = logicalSize().width;
     _KXPixelsPerUnit = units > 0 && picture.width > 0 ? static_cast<float>(picture.width) / units : 1;
+    _KXTargetHasSharpText = _hasSharpText;
     _applyProjection(); // may give the surface depth
     _KXBindSurface();
     _drawBars();

@@ -3,13 +3,16 @@
 #include "render/CameraMap.h"
 #include "render/DrawBatch.h"
 #include "render/Pen.h"
+#include "render/View.h"
 
 #include <SDL_opengl.h>
 
+#include <algorithm>
 #include <cmath>
 
-static bool isAbout(float value, float wanted) {
-    return std::fabs(value - wanted) < 1e-5f; // what matrices of large targets lack
+// By default but for what matrices of large targets lack.
+static bool isAbout(float value, float wanted, float tolerance = 1e-5f) {
+    return std::fabs(value - wanted) < tolerance * wanted;
 }
 
 _KXPixelGrid _KXPixelGrid::now() {
@@ -29,18 +32,66 @@ _KXPixelGrid _KXPixelGrid::now() {
                 halfHeight = static_cast<float>(viewport[3]) / 2;
     const bool flat = product(0, 3) == 0 && product(1, 3) == 0 && isAbout(product(3, 3), 1);
     const bool upright = product(1, 0) == 0 && product(0, 1) == 0;
-    return {flat && upright && isAbout(product(0, 0) * halfWidth, 1) &&
-                isAbout(std::fabs(product(1, 1) * halfHeight), 1),
+    return {flat && upright,
+            {product(0, 0) * halfWidth, product(1, 1) * halfHeight},
             {(product(3, 0) + 1) * halfWidth, (product(3, 1) + 1) * halfHeight}};
 }
 
-bool _KXGlyphScope::isOnPixels(KXPoint point) const {
-    // A thousandth of a pixel changes no colour.
-    const auto isWhole = [](float value) { return std::fabs(value - std::round(value)) < 1e-3f; };
-    if (_KXHasCamera)
-        point = _KXCurrentCamera(point);
-    return _grid.natural && (!_KXHasCamera || _KXCurrentCamera.isNatural()) &&
-           isWhole(point.x + _grid.origin.x) && isWhole(point.y + _grid.origin.y);
+// How many pixels of the target a unit has along each axis; none where upright things are not.
+KXPoint _KXGlyphScope::scaleSeen() const {
+    if (!_grid.isUpright || (_KXHasCamera && !_KXCurrentCamera.isUpright()))
+        return KXZeroPoint;
+    const float zoom = _KXHasCamera ? _KXCurrentCamera.xx : 1;
+    return {_grid.scale.x * zoom, _grid.scale.y * zoom};
+}
+
+// The next of four steps between one power of two and the next, or what a turn has made of one.
+static float nextStep(float zoom) {
+    int exponent = 0;
+    const float fraction = std::frexp(zoom, &exponent); // from a half to below 1
+    return std::ldexp(std::ceil(fraction * 8 - 1e-4f) / 8, exponent);
+}
+
+// How many pixels a unit of glyphs is to have.
+static float wantedScale(int size) {
+    constexpr float largest = 2048, largestSeen = 256; // of an em, in pixels: it is enlarged beyond
+    const float least = 1 / static_cast<float>(std::max(1, size)); // a pixel
+    const bool isSeen = _KXHasCamera && _KXCurrentCamera.hasSharpText;
+    if (!isSeen && !_KXTargetHasSharpText)
+        return 1;
+    const float direct = std::min(_KXPixelsPerUnit, std::max(1.0f, largest * least));
+    if (!isSeen)
+        return std::max(direct, least);
+    const float seen = direct * nextStep(_KXCurrentCamera.zoom());
+    return std::clamp(seen, least, std::max(direct, largestSeen * least));
+}
+
+_KXGlyphRaster _KXGlyphScope::rasterFor(int size) const {
+    const KXPoint seen = scaleSeen();
+    _KXGlyphRaster raster;
+    raster.scale = wantedScale(size);
+    raster.unit = {1 / raster.scale, 1 / raster.scale};
+    raster.settles = _KXTargetHasSharpText || (_KXHasCamera && _KXCurrentCamera.hasSharpText);
+    // A picture of whole pixels is not quite as high as it is wide.
+    const float tolerance = raster.settles ? 1e-3f : 1e-5f;
+    raster.isTargets = isAbout(seen.x, raster.scale) && isAbout(std::fabs(seen.y), raster.scale, tolerance);
+    if (raster.isTargets && raster.settles)
+        raster.unit = {1 / seen.x, 1 / std::fabs(seen.y)};
+    return raster;
+}
+
+bool _KXGlyphScope::settle(KXPoint& point, const _KXGlyphRaster& raster) const {
+    if (!raster.isTargets)
+        return false;
+    const KXPoint pixel = _grid(_KXHasCamera ? _KXCurrentCamera(point) : point);
+    const KXPoint whole = {std::round(pixel.x), std::round(pixel.y)};
+    if (raster.settles) {
+        const KXPoint seen = scaleSeen();
+        point = {point.x + (whole.x - pixel.x) / seen.x, point.y + (whole.y - pixel.y) / seen.y};
+        return true;
+    }
+    constexpr float nothing = 1e-3f; // of a pixel changes no colour
+    return std::fabs(pixel.x - whole.x) < nothing && std::fabs(pixel.y - whole.y) < nothing;
 }
 
 static bool blendsGlyphs() {

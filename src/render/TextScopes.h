@@ -9,10 +9,22 @@
 
 /// Where the game's matrices put things on the target's pixels.
 struct _KXPixelGrid {
-    bool natural;   ///< One unit is one pixel, and upright things are upright.
+    bool isUpright; ///< What is upright stays it.
+    KXPoint scale;  ///< How many pixels a unit has along each axis. OpenGL counts them from the bottom.
     KXPoint origin; ///< The pixels' coordinates of (0, 0).
 
     static _KXPixelGrid now();
+    KXPoint operator()(KXPoint point) const {
+        return {point.x * scale.x + origin.x, point.y * scale.y + origin.y};
+    }
+};
+
+/// The pixels that glyphs are made of.
+struct _KXGlyphRaster {
+    float scale = 1;       ///< How many a unit has.
+    KXPoint unit = {1, 1}; ///< How large one is drawn, in units.
+    bool isTargets = true; ///< Whether they are as large as those of the target.
+    bool settles = false;  ///< Whether they are to be those, wherever the text is.
 };
 
 /// Drawing of glyphs with _KXDrawGlyphQuads(), which blend by their opacity and take their colour from the
@@ -25,10 +37,15 @@ public:
     _KXGlyphScope(const _KXGlyphScope&) = delete;
     _KXGlyphScope& operator=(const _KXGlyphScope&) = delete;
 
-    /// Whether what is drawn from a point on in natural size covers whole pixels of the target.
-    bool isOnPixels(KXPoint point) const;
+    /// The pixels for glyphs of a font's size.
+    _KXGlyphRaster rasterFor(int size) const;
+    /// Moves a point to a whole pixel of the target if glyphs are to be made of those.
+    /// @return whether glyphs that are placed from it on by whole pixels of theirs cover the target's.
+    bool settle(KXPoint& point, const _KXGlyphRaster& raster) const;
 
 private:
+    KXPoint scaleSeen() const;
+
     bool _changed;
     _KXPixelGrid _grid = _KXPixelGrid::now();
 };

@@ -34,3 +34,5 @@ private:
 
 /// How many pixels of the target a unit is, before matrices of the game's own.
 inline constinit float _KXPixelsPerUnit = 1;
+/// Whether glyphs are made for the target's pixels, where it has more or fewer than units.
+inline constinit bool _KXTargetHasSharpText = false;

@@ -1,7 +1,7 @@
 #include "text/Face.h"
 
 #include "render/GraphicsContext.h"
-#include "text/GlyphAtlas.h"
+#include "text/GlyphInk.h"
 #include "util/Utf8.h"
 
 #include <type_traits>
@@ -11,7 +11,8 @@ template<class Base>
 class Face final : public Base {
 public:
     template<class... Source>
-    explicit Face(Source... source) : Base(source...), _opened(Base::Error() == 0) {
+    explicit Face(std::uint32_t font, Source... source)
+        : Base(source...), _font(font), _opened(Base::Error() == 0) {
         if (usesTextures && _opened)
             Base::GlyphLoadFlags(_KXGlyphLoadFlags); // FTGL's own texture font has the same
     }
@@ -27,7 +28,6 @@ public:
             return false;
         // FTGL deletes its display lists even where their context is gone.
         const _KXGraphicsContextScope scope(_glyphContext, _KXWithoutContext::HaveNone);
-        _atlas.clear();
         _glyphContext = 0;
         _sized = Base::FaceSize(size, resolution);
         return _sized;
@@ -53,11 +53,12 @@ protected:
     FTGlyph* MakeGlyph(FT_GlyphSlot slot) override {
         if (!_KXCurrentGraphicsContext)
             return nullptr;
-        _glyphContext = _KXCurrentGraphicsContext;
-        if constexpr (usesTextures)
-            return _atlas.makeGlyph(slot);
-        else
+        if constexpr (usesTextures) {
+            return _KXMakeFTGLGlyph(slot, _font);
+        } else {
+            _glyphContext = _KXCurrentGraphicsContext;
             return Base::MakeGlyph(slot);
+        }
     }
 
 private:
@@ -75,19 +76,19 @@ private:
             FaceSize(Base::FaceSize(), 72);
     }
 
+    std::uint32_t _font;
     bool _opened;
     bool _sized = false;
-    unsigned _glyphContext = 0; // that the glyphs were made in, 0 while there are none
-    _KXGlyphAtlas _atlas;
+    unsigned _glyphContext = 0; // whose display lists the glyphs are; 0 while there are none
 };
 } // namespace
 
 template<class Base>
 static std::unique_ptr<FTFont> open(const _KXFontSource& source) {
     if (source.bytes.empty())
-        return std::make_unique<Face<Base>>(source.path.c_str());
-    return std::make_unique<Face<Base>>(reinterpret_cast<const unsigned char*>(source.bytes.data()),
-                                        source.bytes.size());
+        return std::make_unique<Face<Base>>(source.number, source.path.c_str());
+    return std::make_unique<Face<Base>>(
+        source.number, reinterpret_cast<const unsigned char*>(source.bytes.data()), source.bytes.size());
 }
 
 std::unique_ptr<FTFont> _KXOpenFace(const _KXFontSource& source, KXAliasMode mode) {

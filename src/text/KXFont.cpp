@@ -8,7 +8,7 @@
 #include "render/TextScopes.h"
 #include "text/ColorEscapes.h"
 #include "text/Face.h"
-#include "text/GlyphAtlas.h"
+#include "text/GlyphInk.h"
 #include "text/Typeface.h"
 #include "util/Utf8.h"
 
@@ -31,8 +31,8 @@ struct KXFont::Sources {
     _KXTypefaces typefaces = {};
     int size = -1; // of the typefaces
 
-    static std::unique_ptr<Sources> of(const _KXFontSource& source) {
-        return std::unique_ptr<Sources>(new Sources{{std::make_shared<_KXFontSource>(source)}});
+    static std::unique_ptr<Sources> of(std::shared_ptr<const _KXFontSource> source) {
+        return std::unique_ptr<Sources>(new Sources{{std::move(source)}});
     }
 };
 
@@ -48,10 +48,13 @@ KXFont::KXFont(std::unique_ptr<Sources> sources, int mode)
     KXFont::setSize(10);
 }
 
-KXFont::KXFont(const char* path, int mode) : KXFont(Sources::of({path ? path : "", ""}), mode) {}
+KXFont::KXFont(const char* path, int mode)
+    : KXFont(Sources::of(std::make_shared<_KXFontSource>(path ? path : "")), mode) {}
 
 KXFont::KXFont(const void* bytes, std::size_t size, int mode)
-    : KXFont(Sources::of({"", bytes ? std::string(static_cast<const char*>(bytes), size) : ""}), mode) {}
+    : KXFont(Sources::of(std::make_shared<_KXFontSource>(
+                 "", bytes ? std::string(static_cast<const char*>(bytes), size) : "")),
+             mode) {}
 
 KXFont::~KXFont() {
     KX_GL_CHECK("KXFont::~KXFont");
@@ -155,37 +158,46 @@ private:
 
 class GlyphPrinter {
 public:
-    GlyphPrinter(FTFont& font, KXPoint origin) : _font(font), _origin(origin) {}
+    GlyphPrinter(FTFont& font, int size, KXPoint origin)
+        : _font(font), _origin(origin),
+          _raster(_scope.rasterFor(size)), _run{_KXGlyphsHere(), _KXInkSize(size, _raster.scale),
+                                                _raster.scale, keptQuads()} {}
+    ~GlyphPrinter() { _KXCurrentGlyphRun = nullptr; }
+    GlyphPrinter(const GlyphPrinter&) = delete;
+    GlyphPrinter& operator=(const GlyphPrinter&) = delete;
 
     void operator()(const char* piece, KXColor color) {
-        std::vector<_KXGlyphQuad>& glyphs = keptGlyphs();
-        glyphs.clear();
-        _KXRenderedGlyphs = &glyphs;
+        _run.quads.clear();
+        _KXCurrentGlyphRun = &_run;
         const float advance = _font.Render(piece).Xf();
-        _KXRenderedGlyphs = nullptr;
-        for (_KXGlyphQuad& glyph : glyphs)
+        KXPoint origin = _origin;
+        const bool isSharp = _scope.settle(origin, _raster);
+        for (_KXGlyphQuad& glyph : _run.quads)
             for (KXPoint& corner : glyph.corners)
-                corner = {_origin.x + corner.x, _origin.y - corner.y}; // FTGL's y axis points up
-        _KXDrawGlyphQuads(glyphs.data(), static_cast<int>(glyphs.size()), color, _scope.isOnPixels(_origin));
+                corner = {origin.x + corner.x * _raster.unit.x,
+                          origin.y - corner.y * _raster.unit.y}; // FTGL's y axis points up
+        _KXDrawGlyphQuads(_run.quads.data(), static_cast<int>(_run.quads.size()), color, isSharp);
         _origin.x += advance;
     }
 
 private:
-    static std::vector<_KXGlyphQuad>& keptGlyphs() {
-        static constinit _KXHeapGlobal<std::vector<_KXGlyphQuad>> glyphs; // text is printed in every frame
-        return glyphs.get();
+    static std::vector<_KXGlyphQuad>& keptQuads() {
+        static constinit _KXHeapGlobal<std::vector<_KXGlyphQuad>> quads; // text is printed in every frame
+        return quads.get();
     }
 
     FTFont& _font;
     KXPoint _origin;
     const _KXGlyphScope _scope;
+    const _KXGlyphRaster _raster;
+    _KXGlyphRun _run;
 };
 } // namespace
 
 // Prints each stretch of one colour by itself. FTGL reads to the terminator, so the stretch is terminated in
 // place meanwhile. The last one, which may be empty, is in @a color and leaves it as OpenGL's current colour.
 template<class Printer>
-static void printColored(Printer print, char* text, KXColor color) {
+static void printColored(Printer&& print, char* text, KXColor color) {
     const auto printPart = [&](std::string_view part, KXColor partColor) {
         char* const start = text + (part.data() - text);
         const char behind = start[part.size()];
@@ -225,7 +237,7 @@ void KXFont::print(KXPoint p, KXColor c, const char* format, ...) {
     if (_aliasMode == KXAliasModePolygon)
         printColored(PolygonPrinter(*_font, _originOf(p)), text, c);
     else
-        printColored(GlyphPrinter(*_font, _originOf(p)), text, c);
+        printColored(GlyphPrinter(*_font, _size, _originOf(p)), text, c);
 }
 
 /// Prints a text of any length as it is: no format, and braces are braces.
@@ -236,5 +248,5 @@ void KXFont::_printPlain(KXPoint p, KXColor c, const char* text) {
     if (_aliasMode == KXAliasModePolygon)
         PolygonPrinter(*_font, _originOf(p))(text, c);
     else
-        GlyphPrinter(*_font, _originOf(p))(text, c);
+        GlyphPrinter(*_font, _size, _originOf(p))(text, c);
 }

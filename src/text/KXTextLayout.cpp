@@ -22,20 +22,29 @@ struct Span {
     KXColor color;
 };
 
+/// How a text is drawn just now.
+struct DrawnText {
+    const _KXGlyphScope& scope;
+    const _KXGlyphRaster& raster;
+    std::uint32_t before; // only what is before this index
+};
+
 /// Quads in one colour.
 struct Stretch {
     std::size_t end;
     const Span* span; // null for the colour that is drawn with
 };
 
-/// The quads of all glyphs, as they are or grown.
+/// The quads of all glyphs, as they are or grown, in their pixels.
 struct Layer {
     std::vector<_KXGlyphQuad> quads = {};
     std::vector<std::uint32_t> offsets = {}; // of each in the text
     std::vector<Stretch> stretches = {};
+    std::vector<_KXGlyphPlace> places = {}; // each page once
 
-    void draw(const _KXGlyphScope& scope, KXPoint at, KXColor color, bool takesSpans,
-              std::uint32_t before) const;
+    void clear();
+    bool usePages(_KXGlyphStore& store) const;
+    void draw(const DrawnText& text, KXPoint at, KXColor color, bool takesSpans) const;
 };
 } // namespace
 
@@ -46,22 +55,24 @@ struct _KXTextParts {
     std::string text = {};
     std::vector<Span> spans = {};
     _KXPlacedText placed = {};
-    unsigned context = 0; // that the layers were made for
+    int size = 0;         // of the font
+    unsigned context = 0; // that the layers were made for; 0 if they lack a glyph
+    float scale = 0;      // the same
     Layer letters = {}, outlines = {};
 
     const _KXTextRow* rowOf(int index) const;
     const _KXTextRow& rowAt(float y) const;
-    Layer layerOf(std::uint32_t grown) const;
-    void makeLayers();
+    bool fill(Layer& layer, float grown);
+    void makeLayers(float wantedScale);
 };
 
 static constexpr float farthest = 1e6f;
 
 static bool isOver(float value, float most) { return !(value > 0) || value > most; }
 
-static std::uint32_t outlineOf(const KXTextOptions& options) {
-    constexpr float most = 64;
-    return options.outline > 0 ? static_cast<std::uint32_t>(std::min(options.outline, most) * 64) : 0;
+static float outlineOf(const KXTextOptions& options) {
+    constexpr float most = 64, least = 1.0f / 64;
+    return options.outline >= least ? std::min(options.outline, most) : 0;
 }
 
 static KXTextOptions soundOptions(const KXTextOptions& given, const _KXTypeface& typeface) {
@@ -122,6 +133,7 @@ void KXTextLayout::layOut(const KXFont& font, const char* text, const KXTextOpti
         return;
     auto parts = std::make_unique<_KXTextParts>(_KXTextParts{
         std::strlen(text) > longestText ? _KXFirstBytes(text, longestText) : text, options, typefaces});
+    parts->size = font.getSize();
     readText(*parts);
     if (!typefaces.empty())
         parts->placed = _KXPlaceText(_KXShapeText(parts->text, typefaces, options.direction), typefaces,
@@ -136,14 +148,31 @@ static _KXGlyphQuad quadOf(const _KXGlyphInk& ink, KXPoint pen) {
     return {ink.page, {{left, top}, {left, bottom}, {right, bottom}, {right, top}}, ink.source};
 }
 
-Layer _KXTextParts::layerOf(std::uint32_t grown) const {
-    Layer layer;
+void Layer::clear() {
+    quads.clear();
+    offsets.clear();
+    stretches.clear();
+    places.clear();
+}
+
+bool Layer::usePages(_KXGlyphStore& store) const {
+    return std::all_of(places.begin(), places.end(),
+                       [&store](const _KXGlyphPlace& place) { return store.use(place); });
+}
+
+// False if a glyph is lacking for which the driver has no room now.
+bool _KXTextParts::fill(Layer& layer, float grown) {
+    bool isWhole = true;
     for (const _KXPlacedGlyph& glyph : placed.glyphs) {
-        const _KXGlyphInk& ink = typefaces[glyph.typeface]->ink(glyph.index, grown);
-        if (!ink.page.smooth)
+        const _KXGlyphInk* const ink =
+            typefaces[glyph.typeface]->ink(_KXGlyphsHere(), glyph.index, scale, grown);
+        isWhole = isWhole && ink;
+        if (!ink || !ink->page.smooth)
             continue;
-        layer.quads.push_back(quadOf(ink, glyph.pen));
+        layer.quads.push_back(quadOf(*ink, {glyph.pen.x * scale, glyph.pen.y * scale}));
         layer.offsets.push_back(glyph.offset);
+        if (std::find(layer.places.begin(), layer.places.end(), ink->place) == layer.places.end())
+            layer.places.push_back(ink->place);
         const auto behind =
             std::upper_bound(spans.begin(), spans.end(), glyph.offset,
                              [](std::uint32_t offset, const Span& span) { return offset < span.begin; });
@@ -153,25 +182,30 @@ Layer _KXTextParts::layerOf(std::uint32_t grown) const {
             layer.stretches.push_back({0, span});
         layer.stretches.back().end = layer.quads.size();
     }
-    return layer;
+    return isWhole;
 }
 
-// Once for each window that it is drawn in: the glyphs are that window's.
-void _KXTextParts::makeLayers() {
-    if (context == _KXCurrentGraphicsContext)
+// Once for each window and scale that it is drawn in, and again when a page has left.
+void _KXTextParts::makeLayers(float wantedScale) {
+    _KXGlyphStore& store = _KXGlyphsHere();
+    if (context == _KXCurrentGraphicsContext && scale == wantedScale && letters.usePages(store) &&
+        outlines.usePages(store))
         return;
-    const std::uint32_t outline = outlineOf(options);
-    Layer grown = outline ? layerOf(outline) : Layer();
-    letters = layerOf(0);
-    outlines = std::move(grown);
-    context = _KXCurrentGraphicsContext;
+    context = 0; // until there are all
+    scale = wantedScale;
+    letters.clear();
+    outlines.clear();
+    const float outline = outlineOf(options);
+    const bool isOutlined = !(outline > 0) || fill(outlines, outline);
+    if (fill(letters, 0) && isOutlined)
+        context = _KXCurrentGraphicsContext;
 }
 
-void Layer::draw(const _KXGlyphScope& scope, KXPoint at, KXColor color, bool takesSpans,
-                 std::uint32_t before) const {
+void Layer::draw(const DrawnText& text, KXPoint at, KXColor color, bool takesSpans) const {
     constexpr int most = 64;
     _KXGlyphQuad moved[most];
-    const bool isSharp = scope.isOnPixels(at);
+    const bool isSharp = text.scope.settle(at, text.raster);
+    const KXPoint unit = text.raster.unit;
     std::size_t i = 0;
     for (const Stretch& stretch : stretches) {
         int taken = 0;
@@ -181,11 +215,11 @@ void Layer::draw(const _KXGlyphScope& scope, KXPoint at, KXColor color, bool tak
             taken = 0;
         };
         for (; i < stretch.end; ++i) {
-            if (offsets[i] >= before)
+            if (offsets[i] >= text.before)
                 continue;
             _KXGlyphQuad& quad = moved[taken] = quads[i];
             for (KXPoint& corner : quad.corners)
-                corner = {corner.x + at.x, corner.y + at.y};
+                corner = {corner.x * unit.x + at.x, corner.y * unit.y + at.y};
             if (++taken == most)
                 handOn();
         }
@@ -199,18 +233,19 @@ void KXTextLayout::drawUpTo(KXPoint p, KXColor c, int index) const {
     KX_GL_CHECK("KXTextLayout::drawUpTo");
     if (!_parts || !_KXCurrentGraphicsContext || !std::isfinite(p.x) || !std::isfinite(p.y))
         return;
-    _parts->makeLayers();
-    const auto before = static_cast<std::uint32_t>(std::max(0, index));
     const KXTextOptions& options = _parts->options;
     const auto faded = [&](KXColor color) { return KXColor{color.r, color.g, color.b, color.a * c.a}; };
     const _KXGlyphScope scope;
+    const _KXGlyphRaster raster = scope.rasterFor(_parts->size);
+    _parts->makeLayers(raster.scale);
+    const DrawnText drawn = {scope, raster, static_cast<std::uint32_t>(std::max(0, index))};
     if (options.shadowColor.a > 0 && std::isfinite(options.shadow.x) && std::isfinite(options.shadow.y)) {
         const KXPoint at = {p.x + options.shadow.x, p.y + options.shadow.y};
-        const Layer& layer = outlineOf(options) ? _parts->outlines : _parts->letters;
-        layer.draw(scope, at, faded(options.shadowColor), false, before);
+        const Layer& layer = outlineOf(options) > 0 ? _parts->outlines : _parts->letters;
+        layer.draw(drawn, at, faded(options.shadowColor), false);
     }
-    _parts->outlines.draw(scope, p, faded(options.outlineColor), false, before);
-    _parts->letters.draw(scope, p, c, true, before);
+    _parts->outlines.draw(drawn, p, faded(options.outlineColor), false);
+    _parts->letters.draw(drawn, p, c, true);
     _KXLeaveColor(c);
 }
 

@@ -1,7 +1,6 @@
 #include "text/Typeface.h"
 
 #include "core/ground/HeapGlobal.h"
-#include "render/GraphicsContext.h"
 
 #include <freetype/tttables.h>
 #include <hb-ft.h>
@@ -26,6 +25,13 @@ static std::shared_ptr<FT_LibraryRec_> sharedLibrary() {
     return library;
 }
 
+static constinit std::uint32_t lastNumber = 0;
+
+_KXFontSource::_KXFontSource(std::string file, std::string content)
+    : path(std::move(file)), bytes(std::move(content)), number(++lastNumber) {}
+
+_KXFontSource::~_KXFontSource() { _KXForgetGlyphsOf(number); }
+
 std::shared_ptr<_KXTypeface> _KXTypeface::open(const std::shared_ptr<const _KXFontSource>& source, int size) {
     auto& all = opened.get();
     std::erase_if(all, [](const auto& typeface) { return typeface.expired(); });
@@ -46,10 +52,6 @@ _KXTypeface::_KXTypeface(std::shared_ptr<const _KXFontSource> source)
     : _source(std::move(source)), _library(sharedLibrary()) {}
 
 _KXTypeface::~_KXTypeface() {
-    for (const auto& glyphs : _glyphs) {
-        const _KXGraphicsContextScope scope(glyphs->context, _KXWithoutContext::HaveNone);
-        glyphs->atlas.clear();
-    }
     if (_shaper)
         hb_font_destroy(_shaper);
     if (_face)
@@ -98,41 +100,8 @@ float _KXTypeface::gap() const {
     return std::max(0.0f, wholePixels(metrics.height - metrics.ascender + metrics.descender));
 }
 
-// What was made in a context that is gone has ended with it.
-_KXTypeface::ContextGlyphs& _KXTypeface::glyphsHere() {
-    for (const auto& glyphs : _glyphs)
-        if (glyphs->context == _KXCurrentGraphicsContext)
-            return *glyphs;
-    std::erase_if(_glyphs, [](const auto& glyphs) {
-        if (_KXWindowOfGraphicsContext(glyphs->context))
-            return false;
-        const _KXGraphicsContextScope scope(glyphs->context, _KXWithoutContext::HaveNone);
-        glyphs->atlas.clear();
-        return true;
-    });
-    _glyphs.push_back(std::make_unique<ContextGlyphs>());
-    _glyphs.back()->context = _KXCurrentGraphicsContext;
-    return *_glyphs.back();
-}
-
-const _KXGlyphInk& _KXTypeface::ink(std::uint32_t glyph, std::uint32_t grown) {
-    ContextGlyphs& here = glyphsHere();
-    const std::uint64_t key = std::uint64_t{grown} << 32 | glyph;
-    const auto found = here.inks.find(key);
-    if (found != here.inks.end())
-        return found->second;
-    return here.inks.emplace(key, makeInk(here.atlas, glyph, grown)).first->second;
-}
-
-_KXGlyphInk _KXTypeface::makeInk(_KXGlyphAtlas& atlas, std::uint32_t glyph, std::uint32_t grown) {
-    if (FT_Load_Glyph(_face, glyph, _KXGlyphLoadFlags) != 0)
-        return {};
-    FT_Stroker made = nullptr;
-    if (grown && FT_Stroker_New(_library.get(), &made) != 0)
-        return {};
-    const std::unique_ptr<FT_StrokerRec_, decltype(&FT_Stroker_Done)> stroker(made, FT_Stroker_Done);
-    if (stroker)
-        FT_Stroker_Set(made, grown, FT_STROKER_LINECAP_ROUND, FT_STROKER_LINEJOIN_ROUND, 0);
-    const auto ink = atlas.makeInk(_face->glyph, made);
-    return ink.value_or(_KXGlyphInk());
+const _KXGlyphInk* _KXTypeface::ink(_KXGlyphStore& store, std::uint32_t glyph, float scale, float grown) {
+    return _KXInkOf(
+        store, _face,
+        {_source->number, glyph, _KXInkSize(_size, scale), static_cast<std::uint32_t>(grown * scale * 64)});
 }

@@ -1,19 +1,25 @@
 #pragma once
 
-#include "text/GlyphAtlas.h"
+#include "text/GlyphInk.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 struct hb_font_t;
 
 /// Where a font comes from.
-struct _KXFontSource {
-    std::string path;  ///< The file.
-    std::string bytes; ///< What would be in it, for a font in memory.
+class _KXFontSource {
+public:
+    explicit _KXFontSource(std::string file, std::string content = {});
+    ~_KXFontSource(); // with it the glyphs go
+    _KXFontSource(const _KXFontSource&) = delete;
+    _KXFontSource& operator=(const _KXFontSource&) = delete;
+
+    const std::string path;  ///< The file.
+    const std::string bytes; ///< What would be in it, for a font in memory.
+    const std::uint32_t number; ///< That no other has had.
 };
 
 /// A font at one size, as layouts use it: glyphs are asked for by their index, which is what shaping gives.
@@ -35,22 +41,16 @@ public:
     float capHeight() const { return _capHeight; }
     float blankWidth() const { return _blankWidth; } ///< Not rounded.
 
-    /// What a glyph shows in the current OpenGL context, which must be there: made when it is first asked
-    /// for.
-    /// @param grown by how much it is grown all around, in 64ths of a pixel; 0 for the glyph as it is.
-    const _KXGlyphInk& ink(std::uint32_t glyph, std::uint32_t grown);
+    /// What a glyph shows, made if it is not there. Null if the driver has no room for it. Valid until the
+    /// next is made.
+    /// @param scale how many pixels a unit has. @param grown by how much it is grown all around, in units; 0
+    /// for the glyph as it is.
+    const _KXGlyphInk* ink(_KXGlyphStore& store, std::uint32_t glyph, float scale, float grown);
 
 private:
-    struct ContextGlyphs {
-        unsigned context;
-        _KXGlyphAtlas atlas;
-        std::unordered_map<std::uint64_t, _KXGlyphInk> inks; // by growth and glyph
-    };
     explicit _KXTypeface(std::shared_ptr<const _KXFontSource> source);
     bool load(int size);
     void measure();
-    ContextGlyphs& glyphsHere();
-    _KXGlyphInk makeInk(_KXGlyphAtlas& atlas, std::uint32_t glyph, std::uint32_t grown);
 
     std::shared_ptr<const _KXFontSource> _source;
     std::shared_ptr<FT_LibraryRec_> _library;
@@ -58,7 +58,6 @@ private:
     FT_Face _face = nullptr;
     hb_font_t* _shaper = nullptr;
     float _capHeight = 0, _blankWidth = 0;
-    std::vector<std::unique_ptr<ContextGlyphs>> _glyphs;
 };
 
 /// A typeface, and those that are asked for what it does not have.

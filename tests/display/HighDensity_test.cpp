@@ -6,6 +6,7 @@
 #include <Kobaltrix/KXGeometry.h>
 #include <Kobaltrix/KXShader.h>
 #include <Kobaltrix/KXString.h>
+#include <Kobaltrix/KXTextLayout.h>
 #include <Kobaltrix/KXUIButton.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
 #include <Kobaltrix/KXUIListBox.h>
@@ -78,6 +79,30 @@ TEST_F(HighDensity, OutlinedTextIsSeenByCamerasAndShaders) {
         EXPECT_NEAR(to[3] - to[1], scale * (from[3] - from[1]), 2);
         EXPECT_EQ(differingPixels(plain, seen) == 0, scale == 1);
     }
+}
+
+TEST_F(HighDensity, SharpTextIsAsALargerFontWouldPrintIt) {
+    KXFont font(testFont(), KXAliasModeTexture), large(testFont(), KXAliasModeTexture);
+    font.setSize(20);
+    large.setSize(40);
+    const auto top = [](const KXFont& by, float y) {
+        return y - std::floor(by.ascender()) - std::floor(by.descender());
+    };
+    const Image expected = picture([&] {
+        glScalef(0.5f, 0.5f, 1); // a unit is a pixel
+        large.print({60, top(large, 160)}, white, "Sharp as glass");
+        const KXTextLayout layout(large, "fjord glyphs");
+        layout.draw({60, 300 - layout.line(0).baseline}, white);
+        glLoadIdentity();
+    });
+    const auto show = [&] {
+        font.print({30, top(font, 80)}, white, "Sharp as glass");
+        const KXTextLayout layout(font, "fjord glyphs");
+        layout.draw({30, 150 - layout.line(0).baseline}, white);
+    };
+    EXPECT_GT(differingPixels(picture(show), expected), 500);
+    window->setSharpText(-1);
+    EXPECT_EQ(differingPixels(picture(show), expected), 0);
 }
 
 TEST_F(HighDensity, ACopyHasTheSizeInPointsAndDisturbsNothing) {

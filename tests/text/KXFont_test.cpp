@@ -3,6 +3,10 @@
 #include "text/TextTest.h"
 #include "util/Utf8.h"
 
+#include <Kobaltrix/KXCamera.h>
+#include <Kobaltrix/KXDrawBatch.h>
+#include <Kobaltrix/KXTextLayout.h>
+
 #include <FTGL/ftgl.h>
 #include <SDL_video.h>
 
@@ -305,5 +309,151 @@ TEST_F(GlyphTextures, GlyphsOfEverySizeFindRoom) {
     font.setSize(largest + largest / 8); // what no texture holds is left out
     EXPECT_EQ(font.stringBounds("W").width, 0);
     EXPECT_EQ(boxOf(picture(print)), nothing);
+}
+
+TEST_F(GlyphTextures, AllFontsShareThemAndTheyGoWithTheirs) {
+    const auto made = [](const auto& draw) {
+        const int before = KXCurrentGlyphStatistics().made;
+        draw();
+        return KXCurrentGlyphStatistics().made - before;
+    };
+    const KXTextLayout layout(font, "shared");
+    KXFont other(testFont(), KXAliasModeTexture);
+    other.setSize(14);
+    const auto draw = [&] {
+        font.print({2, 2}, white, "shared");
+        layout.draw({2, 30}, white);
+        other._printPlain({100, 2}, white, "others");
+    };
+    EXPECT_EQ(made(draw), 12); // six letters in two sizes; no letter twice
+    EXPECT_EQ(made([&] { font.setSize(9), font.setSize(10), draw(); }), 0);
+    const KXGlyphStatistics before = KXCurrentGlyphStatistics();
+    EXPECT_EQ(before.pages, 1);
+    const auto another = makeWindow(window->size());
+    EXPECT_EQ(KXCurrentGlyphStatistics().glyphs, 0);
+    EXPECT_EQ(made(draw), 12);
+    window->setRenderContext();
+    EXPECT_EQ(made(draw), 0);
+    {
+        KXFont gone(testFont(), KXAliasModeTexture);
+        gone.print({2, 2}, white, "gone");
+        EXPECT_EQ(KXCurrentGlyphStatistics().glyphs, before.glyphs + 4);
+    }
+    const KXGlyphStatistics after = KXCurrentGlyphStatistics();
+    EXPECT_EQ(std::tuple(after.glyphs, after.pages, after.dropped), std::tuple(before.glyphs, 1, 4));
+}
+
+TEST_F(GlyphTextures, MemoryIsBoundedAndWhatHasLeftIsMadeAgain) {
+    const KXTextLayout layout(font, "A layout {C1,0,0,1}that{EC} is kept");
+    const auto draw = [&] {
+        font.print({2, 2}, white, "and a line that was printed");
+        layout.draw({2, 30}, white);
+    };
+    const Image expected = picture(draw);
+    const std::size_t page = KXCurrentGlyphStatistics().bytes, most = 2 * page;
+    KXFont others[6]{{testFont(), 2}, {testFont(), 2}, {testFont(), 2},
+                     {testFont(), 2}, {testFont(), 2}, {testFont(), 2}};
+    const auto fillPage = [&](KXFont& by) { by.print({0, -300}, white, "ABCDEFGHKLMNOPQRSTUV"); };
+    for (int i = 0; i < 6; ++i)
+        others[i].setSize(96 + i);
+    KXSetGlyphMemory(most);
+    for (KXFont& other : others) {
+        fillPage(other);
+        window->swapBuffers();
+        window->swapBuffers();
+        EXPECT_LE(KXCurrentGlyphStatistics().bytes, most);
+    }
+    EXPECT_GT(KXCurrentGlyphStatistics().dropped, 50);
+    EXPECT_EQ(differingPixels(picture(draw), expected), 0);
+    // What a frame uses stays for it, whether it has left the batch or not.
+    KXBeginDrawBatch();
+    const Image crowded = picture([&] {
+        draw();
+        for (KXFont& other : others)
+            fillPage(other);
+        const int made = KXCurrentGlyphStatistics().made;
+        EXPECT_GT(KXCurrentGlyphStatistics().bytes, most);
+        draw();
+        EXPECT_EQ(KXCurrentGlyphStatistics().made, made);
+        KXEndDrawBatch();
+    });
+    KXSetGlyphMemory(std::size_t{16} << 20);
+    EXPECT_EQ(differingPixels(crowded, picture([&] { draw(), draw(); })), 0);
+}
+
+struct SharpText : GlyphTextures {
+    /// Where a font prints to have its baseline begin at a point.
+    static KXPoint topOf(const KXFont& by, KXPoint baseline) {
+        return {baseline.x, baseline.y - std::floor(by.ascender()) - std::floor(by.descender())};
+    }
+    /// Prints and lays out a text by one font, beside each other.
+    static void write(const KXFont& by, KXPoint at, float layoutX) {
+        const_cast<KXFont&>(by).print(topOf(by, at), white, "ago we");
+        const KXTextLayout layout(by, "ago {C1,0,0,1}we{EC}");
+        layout.draw({layoutX, at.y - layout.line(0).baseline}, white);
+    }
+    void setScale(float scale) {
+        KXLogicalSize logical;
+        logical.size = {320 / scale, 64 / scale};
+        window->setLogicalSize(logical);
+        window->setRenderContext();
+    }
+    KXFont large{testFont(), KXAliasModeTexture};
+};
+
+TEST_F(SharpText, IsMadeOfTheTargetsPixels) {
+    font.setSize(12);
+    for (const float scale : {2.0f, 1.5f, 0.5f}) {
+        SCOPED_TRACE(scale);
+        large.setSize(static_cast<int>(12 * scale));
+        setScale(1);
+        const Image expected = picture([&] { write(large, KXPoint{12 * scale, 16 * scale}, 80 * scale); });
+        const auto show = [&] { write(font, {12, 16}, 80); };
+        const auto inBatch = [&] {
+            KXBeginDrawBatch();
+            write(font, {12.2f, 15.9f}, 80.1f); // comes to lie on whole pixels
+            KXEndDrawBatch();
+        };
+        const auto seen = [&](int sharp) {
+            return [&, sharp] {
+                KXCamera camera;
+                camera.zoom = scale;
+                camera.centre = {160 / scale, 32 / scale};
+                camera.sharpText = sharp;
+                KXPushCamera(camera), show(), KXPopCamera();
+            };
+        };
+        EXPECT_EQ(differingPixels(picture(seen(-1)), expected), 0);
+        EXPECT_GT(differingPixels(picture(seen(0)), expected), 50);
+        setScale(scale);
+        EXPECT_GT(differingPixels(picture(show), expected), 50) << "it is enlarged unless it is asked for";
+        window->setSharpText(-1);
+        EXPECT_EQ(differingPixels(picture(show), expected), 0);
+        EXPECT_EQ(differingPixels(picture(inBatch), expected), 0);
+        const auto inTexture = [&] {
+            KXTexture texture(320, 64);
+            texture.setRenderContext();
+            show();
+            texture.unsetRenderContext();
+            return Image::of(texture);
+        };
+        const Image sharp = inTexture();
+        window->setSharpText(0);
+        EXPECT_EQ(differingPixels(sharp, inTexture()), 0) << "which has pixels of its own";
+    }
+}
+
+TEST_F(SharpText, AGlidingZoomMakesGlyphsAFewTimes) {
+    KXCamera camera;
+    camera.sharpText = -1;
+    const auto madeUpTo = [&](float zoom) {
+        for (; camera.zoom < zoom; camera.zoom *= 1.003f)
+            KXPushCamera(camera), font.print(camera.centre, white, "W"), KXPopCamera();
+        return KXCurrentGlyphStatistics().made;
+    };
+    EXPECT_EQ(madeUpTo(2), 5); // 1, 1.25, 1.5, 1.75 and 2 times
+    const int made = madeUpTo(25);
+    EXPECT_LE(made, 5 + 15);
+    EXPECT_LE(madeUpTo(3000), made + 1) << "256 pixels are enough";
 }
 } // namespace
