@@ -60,6 +60,9 @@ public:
     /// Draws the text. Throws std::bad_alloc as KXTextLayout::draw() does.
     void draw() override;
 
+    // Used by the library itself.
+    KX_INTERNAL KXSize _sizeAt(float width);
+
 private:
     KX_INTERNAL const KXTextLayout* _laidOut(KXSize size);
     KX_INTERNAL void _fit();

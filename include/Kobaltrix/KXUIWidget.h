@@ -19,6 +19,7 @@
 
 class KXFont;
 class _KXCaption;
+class KXUILayout;
 
 /// The base of all widgets.
 class KX_API _KXUIWidget {
@@ -101,6 +102,9 @@ public:
     const char* tooltip() const;
 
     // Used by the library itself.
+    KX_INTERNAL KXSize _naturalSize() const;
+    KX_INTERNAL unsigned _sizeChangeCount() const;
+    KX_INTERNAL void _place(KXRect rect);
     KX_INTERNAL bool _isUnderPointer();
     KX_INTERNAL bool _isInRect() const;
     KX_INTERNAL bool _takesInput() const;
@@ -115,6 +119,7 @@ public:
     KX_INTERNAL bool _keyboardIsElsewhere() const;
 
 private:
+    friend class KXUILayout;
     struct ButtonRecord {
         int32_t pressedInside;
         int32_t held;
@@ -124,11 +129,15 @@ private:
     KX_INTERNAL ButtonRecord* _record(int button);
 
     KXRect _rect;
+    KXSize _natural; // that it was given last, but not by a layout
+    unsigned _sizeChanges;
+    bool _isBeingPlaced;
     unsigned _windowID;
     int32_t _isDisabled, _isHidden;
     ButtonRecord _buttons[7];
     std::unique_ptr<_KXCaption> _tooltip;
     _KXUIWidget* _pairedWith; // a label and the widget that it names
+    KXUILayout* _layout;      // that it is in
 
 protected:
     // For the widgets of the library.

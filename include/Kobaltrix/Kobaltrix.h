@@ -17,7 +17,7 @@
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
 ///   KXActions.h, KXInputEvents.h, KXClipboard.h
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
-///   KXUITextEntry.h, KXUIFileBrowser.h, KXUILabel.h, KXUITheme.h
+///   KXUITextEntry.h, KXUIFileBrowser.h, KXUILabel.h, KXUILayout.h, KXUITheme.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkLimits.h, KXNetworkBuffer.h
@@ -90,6 +90,7 @@
 #include <Kobaltrix/KXUIFileBrowser.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
 #include <Kobaltrix/KXUILabel.h>
+#include <Kobaltrix/KXUILayout.h>
 #include <Kobaltrix/KXUIListBox.h>
 #include <Kobaltrix/KXUIMenu.h>
 #include <Kobaltrix/KXUISlider.h>

@@ -63,15 +63,22 @@ const KXTextLayout* KXUILabel::_laidOut(KXSize size) {
     return &_text->layOut(*font, options);
 }
 
+/// What its text takes up, in whole pixels, wrapped at a width if that is positive.
+KXSize KXUILabel::_sizeAt(float width) {
+    const KXTextLayout* const layout = _laidOut({width, 0});
+    if (!layout || !*layout->text())
+        return KXZeroSize;
+    return {std::ceil(layout->size().width), std::ceil(layout->size().height)};
+}
+
 void KXUILabel::_fit() {
     KXSize size = _wanted;
     if (size.width == -1 || size.height == -1) {
-        const KXTextLayout* const layout = _laidOut({size.width, 0});
-        const KXSize text = layout && *layout->text() ? layout->size() : KXZeroSize;
+        const KXSize text = _sizeAt(size.width);
         if (size.width == -1)
-            size.width = std::ceil(text.width);
+            size.width = text.width;
         if (size.height == -1)
-            size.height = std::ceil(text.height);
+            size.height = text.height;
     }
     _KXUIWidget::setSize(size);
 }

@@ -12,6 +12,7 @@
 
 #include <Kobaltrix/KXInputEvents.h>
 #include <Kobaltrix/KXMouse.h>
+#include <Kobaltrix/KXUILayout.h>
 
 #include <algorithm>
 #include <cmath>
@@ -25,18 +26,27 @@ const int _KXUIWidget::KXUIWidgetStateDepressed;
 constinit KXSize _KXUIWidget::KXUIWidgetInnerPadding = {3, 3};
 
 _KXUIWidget::_KXUIWidget()
-    : _rect(KXZeroRect), _windowID(0), _isDisabled(0), _isHidden(0), _buttons{}, _pairedWith(nullptr),
+    : _rect(KXZeroRect), _natural(KXZeroSize), _sizeChanges(0), _isBeingPlaced(false), _windowID(0),
+      _isDisabled(0), _isHidden(0), _buttons{}, _pairedWith(nullptr), _layout(nullptr),
       _fontAliasMode(KXAliasModeTexture), _fontSize(10), _font(_KXUIGlobalFont),
       _fontGeneration(_KXGlobalFontGeneration) {}
 
 _KXUIWidget::~_KXUIWidget() {
     _pairWith(nullptr);
     _KXForgetTooltipOwner(this);
+    if (_layout)
+        _layout->_forget(*this);
 }
 
 void _KXUIWidget::setOrigin(KXPoint origin) { _rect.origin = origin; }
 
-void _KXUIWidget::setSize(KXSize size) { _rect.size = size; }
+void _KXUIWidget::setSize(KXSize size) {
+    _rect.size = size;
+    if (_isBeingPlaced)
+        return;
+    _natural = size;
+    ++_sizeChanges;
+}
 
 void _KXUIWidget::setRect(KXPoint origin, KXSize size) {
     setOrigin(origin);
@@ -52,6 +62,27 @@ _KXUIWidget::ButtonRecord* _KXUIWidget::_record(int button) {
 void _KXUIWidget::setWindowID(unsigned id) { _windowID = id; }
 
 unsigned _KXUIWidget::windowID() const { return _windowID; }
+
+/// The size that it has outside of a layout.
+KXSize _KXUIWidget::_naturalSize() const { return _natural; }
+
+/// Grows with each time that it was given a natural size.
+unsigned _KXUIWidget::_sizeChangeCount() const { return _sizeChanges; }
+
+/// Takes the place that a layout has for it.
+void _KXUIWidget::_place(KXRect rect) {
+    struct Placing {
+        explicit Placing(bool& is) : _is(is) { _is = true; }
+        ~Placing() { _is = false; }
+        Placing(const Placing&) = delete;
+        Placing& operator=(const Placing&) = delete;
+
+    private:
+        bool& _is;
+    };
+    const Placing placing(_isBeingPlaced);
+    setRect(rect.origin, rect.size);
+}
 
 bool _KXUIWidget::_mouseIsElsewhere() const { return _KXIsElsewhere(_windowID, KXMouseWindowID); }
 
