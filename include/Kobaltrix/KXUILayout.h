@@ -39,6 +39,8 @@ enum KXUIPlace : int {
 
 /// How something lies in a layout. Numbers that make no sense count as 0.
 struct KXUILayoutItem {
+    float width = 0;  ///< Its natural width in pixels; 0 for its own.
+    float height = 0; ///< Its natural height in pixels; 0 for its own.
     /// The share that its column has in the width that is left over once each has its natural one. Columns
     /// with a share give way where there is too little.
     float stretchWidth = 0;

@@ -19,7 +19,6 @@ struct Cell {
     _KXUIWidget* widget = nullptr;
     _KXUILayoutParts* layout = nullptr;
     KXUILayoutItem item = {};
-    KXSize space = {0, 0};
     unsigned sizeChanges = 0; // of the widget, up to now
     bool wasVisible = false;
 
@@ -30,7 +29,7 @@ struct Cell {
     void place(KXRect room);
 
 private:
-    KXSize natural() const { return widget ? widget->_naturalSize() : space; }
+    KXSize natural() const { return widget ? widget->_naturalSize() : KXZeroSize; }
 };
 
 /// The columns or the rows of a layout.
@@ -109,12 +108,16 @@ bool Cell::hasChanged() const {
 }
 
 float Cell::width() const {
+    if (const float width = soundLength(item.width))
+        return width;
     if (auto* const label = dynamic_cast<KXUILabel*>(widget))
         return label->_sizeAt(0).width;
     return layout ? layout->width() : soundLength(natural().width);
 }
 
 float Cell::heightAt(float width) const {
+    if (const float height = soundLength(item.height))
+        return height;
     if (auto* const label = dynamic_cast<KXUILabel*>(widget))
         return label->_sizeAt(std::max(1.0f, width)).height;
     return layout ? layout->heightAt(width) : soundLength(natural().height);
@@ -290,7 +293,7 @@ void KXUILayout::add(KXUILayout& layout, const KXUILayoutItem& item) {
 void KXUILayout::addSpace(float length, float stretch) {
     Cell cell;
     cell.item = _parts->itemOf(stretch);
-    (_parts->kind == KXUIColumn ? cell.space.height : cell.space.width) = soundLength(length);
+    (_parts->kind == KXUIColumn ? cell.item.height : cell.item.width) = length;
     _parts->add(cell);
 }
 

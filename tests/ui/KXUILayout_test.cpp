@@ -47,12 +47,14 @@ TEST(Layout, CellsLieInRowsColumnsAndGrids) {
 
     KXUILayoutItem wide;
     wide.stretchWidth = wide.stretchHeight = 1;
+    wide.width = 300;
     for (Block* each : {&a, &b, &c})
         each == &b ? grid.add(b, wide) : grid.add(*each);
     grid.setRect({0, 0}, {100, 100});
     EXPECT_EQ(a.box(), (Box{0, 0, 10, 66}));
     EXPECT_EQ(b.box(), (Box{14, 0, 100, 66}));
     EXPECT_EQ(c.box(), (Box{0, 70, 10, 100}));
+    EXPECT_EQ(grid.size().width, 10 + 4 + 300);
     grid.setRect({NAN, 0}, {1, 1});
     EXPECT_EQ(a.box()[3], 66);
 }
