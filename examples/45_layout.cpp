@@ -37,12 +37,10 @@ int main(int argc, char** argv) {
         toolBar.add(buttons[3]);
         side.add(heading);
         side.add(layers, 1); // the height that is left
-        KXUILayoutItem wide;
-        wide.stretchWidth = 1;
         for (int i = 0; i < 2; ++i) {
             entries[i].setSize({80, 22});
             form.add(names[i]);
-            form.add(entries[i], wide); // its column gets the width that is left
+            form.add(entries[i], 1); // its column gets the width that is left
         }
         _KXUIWidget canvas; // nothing but its place
         KXUILayoutItem narrow;

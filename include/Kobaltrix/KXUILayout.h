@@ -44,9 +44,9 @@ struct KXUILayoutItem {
     /// The share that its column has in the width that is left over once each has its natural one. Columns
     /// with a share give way where there is too little.
     float stretchWidth = 0;
-    float stretchHeight = 0; ///< The same for its row and the height.
-    KXUIPlace horizontal = KXUIPlaceFill;
-    KXUIPlace vertical = KXUIPlaceFill;
+    float stretchHeight = 0;              ///< The same for its row and the height.
+    KXUIPlace horizontal = KXUIPlaceFill; ///< Where it stands in the width of its cell.
+    KXUIPlace vertical = KXUIPlaceFill;   ///< Where it stands in the height.
 };
 
 struct _KXUILayoutParts;
@@ -61,16 +61,16 @@ struct _KXUILayoutParts;
 class KX_API KXUILayout {
 public:
     /// A layout without cells, with a gap of 4 and no padding.
-    /// @param columns of a grid, at least 1; the other kinds have their own.
+    /// @param kind how its cells lie. @param columns of a grid, at least 1; the other kinds have their own.
     explicit KXUILayout(KXUILayoutKind kind, int columns = 2);
     /// Lets go of what is in it, and leaves the layout that it is in.
     ~KXUILayout();
     KXUILayout(const KXUILayout&) = delete;
     KXUILayout& operator=(const KXUILayout&) = delete;
 
-    /// Adds a widget behind the others. @param stretch its share in what is left over along a row or a
-    /// column; in a grid that of its column in the width. Throws std::bad_alloc, with nothing changed, when
-    /// memory is exhausted, as do the next ones.
+    /// Adds a widget behind the others. @param widget not owned. @param stretch its share in what is left
+    /// over along a row or a column; in a grid that of its column in the width. Throws std::bad_alloc, with
+    /// nothing changed, when memory is exhausted, as do the next ones.
     void add(_KXUIWidget& widget, float stretch = 0);
     /// The same in all detail.
     void add(_KXUIWidget& widget, const KXUILayoutItem& item);
@@ -78,7 +78,7 @@ public:
     void add(KXUILayout& layout, float stretch = 0);
     /// The same in all detail.
     void add(KXUILayout& layout, const KXUILayoutItem& item);
-    /// Adds an empty cell. @param length pixels along the row or column.
+    /// Adds an empty cell. @param length pixels along the row or column. @param stretch its share.
     void addSpace(float length, float stretch = 0);
     /// Takes a widget out, which stays where it is. Does nothing with one that is not in it.
     void remove(_KXUIWidget& widget);
