@@ -93,7 +93,8 @@ public:
 
     /// Adds a font that layouts (KXTextLayout.h) ask for what this one does not have, after those that were
     /// added before. Its file counts, at the size of this one, and not its own fallbacks; it may be deleted
-    /// then. What this class prints and measures stays as it is.
+    /// then. What this class prints and measures stays as it is. Of a font with pictures in colour, such as
+    /// emoji, these are scaled to the size and keep their colours.
     void addFallback(const KXFont& font);
 
     // Used by the library itself.

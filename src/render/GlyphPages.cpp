@@ -7,6 +7,7 @@
 
 #include <SDL_opengl.h>
 
+#include <algorithm>
 #include <vector>
 
 // Uploads bind textures and read memory as the pixel-store state says: both are the game's own.
@@ -26,22 +27,33 @@ struct Layout {
 } // namespace
 
 static constexpr Layout smooth = {GL_LINEAR, GL_LUMINANCE_ALPHA, GL_LUMINANCE_ALPHA, 2};
+static constexpr Layout smoothColored = {GL_LINEAR, GL_RGBA, GL_BGRA, 4};
 // Software draws textures the fast way if their pixels lie as in a window, which this order asks for.
 static constexpr Layout sharp = {GL_NEAREST, GL_RGBA, GL_BGRA, 4};
 
-// White pixels with the opacities of a glyph and a border around it.
+static const Layout& smoothOf(bool isColored) { return isColored ? smoothColored : smooth; }
+
+// The pixels of a glyph and a border around it.
 static std::vector<unsigned char> pixelsOf(const Layout& layout, const _KXGlyphBitmap& bitmap) {
     const auto channels = static_cast<std::size_t>(layout.channels);
-    const int width = bitmap.width + 2 * _KXGlyphBorder, height = bitmap.height + 2 * _KXGlyphBorder;
-    std::vector<unsigned char> pixels(
-        static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * channels, 255);
-    unsigned char* opacity = pixels.data() + channels - 1;
-    for (int row = -_KXGlyphBorder; row < bitmap.height + _KXGlyphBorder; ++row)
-        for (int column = -_KXGlyphBorder; column < bitmap.width + _KXGlyphBorder; ++column) {
-            const bool isInside = row >= 0 && row < bitmap.height && column >= 0 && column < bitmap.width;
-            *opacity = isInside ? bitmap.opacities[row * bitmap.pitch + column] : 0;
-            opacity += channels;
+    const auto width = static_cast<std::size_t>(bitmap.width + 2 * _KXGlyphBorder),
+               height = static_cast<std::size_t>(bitmap.height + 2 * _KXGlyphBorder);
+    std::vector<unsigned char> pixels(width * height * channels, bitmap.isColored ? 0 : 255);
+    for (std::size_t i = 0; i < width * height; ++i)
+        pixels[(i + 1) * channels - 1] = 0;
+    for (int row = 0; row < bitmap.height; ++row) {
+        const unsigned char* from = bitmap.bytes + row * bitmap.pitch;
+        unsigned char* to =
+            &pixels[(static_cast<std::size_t>(row + _KXGlyphBorder) * width + _KXGlyphBorder) * channels];
+        for (int column = 0; column < bitmap.width; ++column, to += channels) {
+            if (!bitmap.isColored) {
+                to[channels - 1] = *from++;
+                continue;
+            }
+            std::copy_n(from, channels, to);
+            from += channels;
         }
+    }
     return pixels;
 }
 
@@ -72,9 +84,9 @@ void _KXDeleteGlyphPage(const _KXGlyphPage& page) {
     glDeleteTextures(1, &page.smooth);
 }
 
-_KXGlyphPage _KXMakeGlyphPage(int side) {
-    _KXGlyphPage page = {};
-    page.smooth = makeTexture(smooth, side);
+_KXGlyphPage _KXMakeGlyphPage(int side, bool isColored) {
+    _KXGlyphPage page = {0, 0, isColored};
+    page.smooth = makeTexture(smoothOf(isColored), side);
     page.sharp =
         page.smooth && _KXCurrentDriver == _KXDriver::Software ? makeTexture(sharp, side) : page.smooth;
     if (page.smooth && page.sharp)
@@ -85,7 +97,8 @@ _KXGlyphPage _KXMakeGlyphPage(int side) {
 
 std::size_t _KXBytesOfGlyphPage(const _KXGlyphPage& page, int side) {
     const auto pixels = static_cast<std::size_t>(side) * static_cast<std::size_t>(side);
-    return pixels * static_cast<std::size_t>(smooth.channels + (page.hasSharp() ? sharp.channels : 0));
+    return pixels * static_cast<std::size_t>(smoothOf(page.isColored).channels +
+                                             (page.hasSharp() ? sharp.channels : 0));
 }
 
 void _KXUploadGlyph(const _KXGlyphPage& page, int x, int y, const _KXGlyphBitmap& bitmap) {
@@ -96,7 +109,7 @@ void _KXUploadGlyph(const _KXGlyphPage& page, int x, int y, const _KXGlyphBitmap
         glTexSubImage2D(GL_TEXTURE_2D, 0, x, y, bitmap.width + 2 * _KXGlyphBorder,
                         bitmap.height + 2 * _KXGlyphBorder, layout.format, GL_UNSIGNED_BYTE, pixels.data());
     };
-    uploadTo(page.smooth, smooth);
+    uploadTo(page.smooth, smoothOf(page.isColored));
     if (page.hasSharp())
         uploadTo(page.sharp, sharp);
 }

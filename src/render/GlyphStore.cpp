@@ -28,7 +28,8 @@ const _KXGlyphInk* _KXGlyphStore::find(const _KXGlyphKey& key) {
 }
 
 const _KXGlyphInk* _KXGlyphStore::add(const _KXGlyphKey& key, const _KXGlyphBitmap& bitmap, KXPoint leftTop) {
-    const auto [page, x, y] = spotFor(bitmap.width + 2 * _KXGlyphBorder, bitmap.height + 2 * _KXGlyphBorder);
+    const auto [page, x, y] =
+        spotFor(bitmap.width + 2 * _KXGlyphBorder, bitmap.height + 2 * _KXGlyphBorder, bitmap.isColored);
     if (!page)
         return nullptr;
     page->lastUse = _frame;
@@ -63,7 +64,7 @@ _KXGlyphStore::Shelf* _KXGlyphStore::shelfFor(Page& page, int width, int height)
     return &page.shelves.back();
 }
 
-_KXGlyphStore::Spot _KXGlyphStore::spotFor(int width, int height) {
+_KXGlyphStore::Spot _KXGlyphStore::spotFor(int width, int height, bool isColored) {
     const auto spotOn = [&](Page& page) {
         Shelf* const shelf = shelfFor(page, width, height);
         if (!shelf)
@@ -74,21 +75,21 @@ _KXGlyphStore::Spot _KXGlyphStore::spotFor(int width, int height) {
     };
     if (std::max(width, height) <= usualSide / 2)
         for (Page& page : _pages)
-            if (page.number && page.isShared)
+            if (page.number && page.isShared && page.textures.isColored == isColored)
                 if (const Spot spot = spotOn(page); spot.page)
                     return spot;
-    Page* const added = addPage(width, height);
+    Page* const added = addPage(width, height, isColored);
     return added ? spotOn(*added) : Spot{nullptr, 0, 0};
 }
 
-_KXGlyphStore::Page* _KXGlyphStore::addPage(int width, int height) {
+_KXGlyphStore::Page* _KXGlyphStore::addPage(int width, int height, bool isColored) {
     const int longer = std::max(width, height);
     const bool isShared = longer <= usualSide / 2;
     const int side = std::min(isShared ? usualSide : KXNearestPowerOfTwo(longer), _KXLargestTextureSide());
     auto slot = std::ranges::find(_pages, 0u, &Page::number);
     if (slot == _pages.end())
         slot = _pages.emplace(slot);
-    const _KXGlyphPage textures = _KXMakeGlyphPage(side);
+    const _KXGlyphPage textures = _KXMakeGlyphPage(side, isColored);
     if (!textures.smooth)
         return nullptr;
     *slot = {++lastNumber, textures, side, isShared, _frame};

@@ -88,8 +88,8 @@ private:
     };
 
     static Shelf* shelfFor(Page& page, int width, int height);
-    Spot spotFor(int width, int height);
-    Page* addPage(int width, int height);
+    Spot spotFor(int width, int height, bool isColored);
+    Page* addPage(int width, int height, bool isColored);
     void fitMemory();
     void leave(Page& page);
     std::size_t bytes() const;

@@ -96,10 +96,66 @@ std::uint32_t _KXInkSize(int size, float scale) {
     return static_cast<std::uint32_t>(std::lround(static_cast<float>(size) * scale * 64));
 }
 
+static unsigned char toByte(float value) {
+    return static_cast<unsigned char>(std::clamp(value + 0.5f, 0.0f, 255.0f));
+}
+
+// A picture in another size: each pixel is the mean of what it covers.
+static std::vector<unsigned char> scaledPicture(const FT_Bitmap& from, int width, int height) {
+    std::vector<unsigned char> pixels;
+    pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
+    const float across = static_cast<float>(from.width) / static_cast<float>(width),
+                down = static_cast<float>(from.rows) / static_cast<float>(height);
+    const auto overlap = [](int i, float begin, float end) {
+        return std::min(static_cast<float>(i + 1), end) - std::max(static_cast<float>(i), begin);
+    };
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const float left = static_cast<float>(x) * across, top = static_cast<float>(y) * down;
+            const int right =
+                          std::min(static_cast<int>(std::ceil(left + across)), static_cast<int>(from.width)),
+                      bottom = std::min(static_cast<int>(std::ceil(top + down)), static_cast<int>(from.rows));
+            float sums[4] = {};
+            for (int row = static_cast<int>(top); row < bottom; ++row)
+                for (int column = static_cast<int>(left); column < right; ++column) {
+                    const float weight = overlap(row, top, top + down) * overlap(column, left, left + across);
+                    for (int i = 0; i < 4; ++i)
+                        sums[i] += weight * from.buffer[row * from.pitch + column * 4 + i];
+                }
+            // FreeType's colours are multiplied by their opacity.
+            const float opacity = sums[3] / (across * down);
+            for (int i = 0; i < 3; ++i)
+                pixels.push_back(toByte(sums[3] > 0 ? 255 * sums[i] / sums[3] : 0));
+            pixels.push_back(toByte(opacity));
+        }
+    return pixels;
+}
+
+// A glyph that is a picture in colour, from the size that the face has to the one that is wanted.
+static const _KXGlyphInk* pictureOf(_KXGlyphStore& store, FT_Face face, const _KXGlyphKey& key) {
+    static constexpr _KXGlyphInk blank = {};
+    if (FT_Load_Glyph(face, key.index, FT_LOAD_COLOR) != 0)
+        return nullptr;
+    const FT_Bitmap& bitmap = face->glyph->bitmap;
+    if (key.grown || bitmap.pixel_mode != FT_PIXEL_MODE_BGRA || bitmap.width == 0 || bitmap.rows == 0)
+        return &blank;
+    const float scale = static_cast<float>(key.size) / 64 / static_cast<float>(face->size->metrics.y_ppem);
+    const auto scaled = [scale](auto length) { return std::round(static_cast<float>(length) * scale); };
+    const float width = std::max(1.0f, scaled(bitmap.width)), height = std::max(1.0f, scaled(bitmap.rows));
+    if (!fitsTexture({std::lround(width), std::lround(height)}, 0))
+        return &blank;
+    const int wide = static_cast<int>(width), high = static_cast<int>(height);
+    const std::vector<unsigned char> pixels = scaledPicture(bitmap, wide, high);
+    return store.add(key, {pixels.data(), wide, high, 4 * wide, true},
+                     {scaled(face->glyph->bitmap_left), scaled(face->glyph->bitmap_top)});
+}
+
 const _KXGlyphInk* _KXInkOf(_KXGlyphStore& store, FT_Face face, const _KXGlyphKey& key) {
     static constexpr _KXGlyphInk blank = {};
     if (const _KXGlyphInk* const found = store.find(key))
         return found;
+    if (!FT_IS_SCALABLE(face))
+        return pictureOf(store, face, key);
     const SizeScope size(face, key.size);
     if (!size || FT_Load_Glyph(face, key.index, _KXGlyphLoadFlags) != 0)
         return nullptr;

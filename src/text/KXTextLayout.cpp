@@ -208,15 +208,18 @@ void Layer::draw(const DrawnText& text, KXPoint at, KXColor color, bool takesSpa
     const KXPoint unit = text.raster.unit;
     std::size_t i = 0;
     for (const Stretch& stretch : stretches) {
+        const KXColor paint = takesSpans && stretch.span ? stretch.span->color : color;
         int taken = 0;
         const auto handOn = [&] {
-            _KXDrawGlyphQuads(moved, taken, takesSpans && stretch.span ? stretch.span->color : color,
-                              isSharp);
+            const bool isPicture = takesSpans && taken > 0 && moved[0].page.isColored;
+            _KXDrawGlyphQuads(moved, taken, isPicture ? KXColor{1, 1, 1, paint.a} : paint, isSharp);
             taken = 0;
         };
         for (; i < stretch.end; ++i) {
             if (offsets[i] >= text.before)
                 continue;
+            if (taken > 0 && moved[0].page.isColored != quads[i].page.isColored)
+                handOn();
             _KXGlyphQuad& quad = moved[taken] = quads[i];
             for (KXPoint& corner : quad.corners)
                 corner = {corner.x * unit.x + at.x, corner.y * unit.y + at.y};

@@ -4,6 +4,7 @@
 
 #include <freetype/tttables.h>
 #include <hb-ft.h>
+#include <hb-ot.h>
 #include <hb.h>
 
 #include <algorithm>
@@ -68,12 +69,29 @@ bool _KXTypeface::load(int size) {
         _face = nullptr;
         return false;
     }
-    if (FT_Set_Char_Size(_face, 0, size * 64, 72, 72) != 0)
+    if (!setSize(size))
         return false;
     _size = size;
-    _shaper = hb_ft_font_create_referenced(_face);
-    hb_ft_font_set_load_flags(_shaper, _KXGlyphLoadFlags);
     measure();
+    return true;
+}
+
+bool _KXTypeface::setSize(int size) {
+    if (FT_IS_SCALABLE(_face)) {
+        if (FT_Set_Char_Size(_face, 0, size * 64, 72, 72) != 0)
+            return false;
+        _shaper = hb_ft_font_create_referenced(_face);
+        hb_ft_font_set_load_flags(_shaper, _KXGlyphLoadFlags);
+        return true;
+    }
+    // Pictures come in a size or a few, of which the last is the largest.
+    if (!FT_HAS_COLOR(_face) || FT_Select_Size(_face, _face->num_fixed_sizes - 1) != 0 ||
+        _face->size->metrics.y_ppem == 0)
+        return false;
+    _strikeScale = static_cast<float>(size) / static_cast<float>(_face->size->metrics.y_ppem);
+    _shaper = hb_ft_font_create_referenced(_face);
+    hb_ot_font_set_funcs(_shaper); // which scale what the file says, and do not ask the pictures
+    hb_font_set_scale(_shaper, size * 64, size * 64);
     return true;
 }
 
@@ -81,23 +99,21 @@ void _KXTypeface::measure() {
     _capHeight = 0.7f * ascent();
     const auto* table = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(_face, FT_SFNT_OS2));
     if (table && table->version >= 2 && table->version != 0xFFFF && table->sCapHeight > 0)
-        _capHeight = static_cast<float>(FT_MulFix(table->sCapHeight, _face->size->metrics.y_scale)) / 64;
+        _capHeight = units(FT_MulFix(table->sCapHeight, _face->size->metrics.y_scale));
     else if (const FT_UInt h = FT_Get_Char_Index(_face, 'H');
              h && FT_Load_Glyph(_face, h, _KXGlyphLoadFlags) == 0)
-        _capHeight = static_cast<float>(_face->glyph->metrics.horiBearingY) / 64;
+        _capHeight = units(_face->glyph->metrics.horiBearingY);
     if (FT_Load_Char(_face, ' ', _KXGlyphLoadFlags) == 0)
-        _blankWidth = static_cast<float>(_face->glyph->advance.x) / 64;
+        _blankWidth = units(_face->glyph->advance.x);
 }
 
 bool _KXTypeface::has(std::uint32_t character) const { return FT_Get_Char_Index(_face, character) != 0; }
 
-static float wholePixels(FT_Pos length) { return std::ceil(static_cast<float>(length) / 64); }
-
-float _KXTypeface::ascent() const { return wholePixels(_face->size->metrics.ascender); }
-float _KXTypeface::descent() const { return wholePixels(-_face->size->metrics.descender); }
+float _KXTypeface::ascent() const { return std::ceil(units(_face->size->metrics.ascender)); }
+float _KXTypeface::descent() const { return std::ceil(units(-_face->size->metrics.descender)); }
 float _KXTypeface::gap() const {
     const FT_Size_Metrics& metrics = _face->size->metrics;
-    return std::max(0.0f, wholePixels(metrics.height - metrics.ascender + metrics.descender));
+    return std::max(0.0f, std::ceil(units(metrics.height - metrics.ascender + metrics.descender)));
 }
 
 const _KXGlyphInk* _KXTypeface::ink(_KXGlyphStore& store, std::uint32_t glyph, float scale, float grown) {

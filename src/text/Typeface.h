@@ -17,13 +17,13 @@ public:
     _KXFontSource(const _KXFontSource&) = delete;
     _KXFontSource& operator=(const _KXFontSource&) = delete;
 
-    const std::string path;  ///< The file.
-    const std::string bytes; ///< What would be in it, for a font in memory.
+    const std::string path;     ///< The file.
+    const std::string bytes;    ///< What would be in it, for a font in memory.
     const std::uint32_t number; ///< That no other has had.
 };
 
-/// A font at one size, as layouts use it: glyphs are asked for by their index, which is what shaping gives.
-/// All that use the same one share it.
+/// A font at one size, of outlines or of pictures in colour, as layouts use it: glyphs are asked for by their
+/// index, which is what shaping gives. All that use the same one share it.
 class _KXTypeface {
 public:
     /// The typeface of a source at a size; null where there is none.
@@ -50,11 +50,14 @@ public:
 private:
     explicit _KXTypeface(std::shared_ptr<const _KXFontSource> source);
     bool load(int size);
+    bool setSize(int size);
+    float units(FT_Pos length) const { return static_cast<float>(length) / 64 * _strikeScale; }
     void measure();
 
     std::shared_ptr<const _KXFontSource> _source;
     std::shared_ptr<FT_LibraryRec_> _library;
     int _size = 0;
+    float _strikeScale = 1; // of pictures, which a font has in sizes of its own
     FT_Face _face = nullptr;
     hb_font_t* _shaper = nullptr;
     float _capHeight = 0, _blankWidth = 0;

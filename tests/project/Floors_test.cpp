@@ -93,7 +93,7 @@ struct House {
         static const std::regex openGL("GL/.*|OpenGL/gl.*|SDL_opengl.*");
         static const std::regex system( // what not all systems have
             R"((?!SDL|FTGL/|freetype/|fontconfig/)"
-            R"(|(hb|hb-ft|fribidi|linebreak|limits|stdint|stdio|stdlib|string|zlib|zstd)\.h).*\.h)");
+            R"(|(hb|hb-ft|hb-ot|fribidi|linebreak|limits|stdint|stdio|stdlib|string|zlib|zstd)\.h).*\.h)");
         const std::string to = (name.rfind("Kobaltrix/", 0) == 0 ? "include/" : "src/") + name;
         const std::string here = roomOf(from), there = roomOf(to);
         if (files.count(to)) {

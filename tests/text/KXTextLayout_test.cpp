@@ -231,6 +231,26 @@ TEST_F(TextLayout, FontsComeFromMemoryByNameAndFromTheCache) {
     EXPECT_NE(KXCachedFont(testFont(), KXAliasModeTexture, 8), cached);
 }
 
+TEST_F(TextLayout, PicturesKeepTheirColours) {
+    const char* const path = KXFindFont("Noto Color Emoji");
+    ASSERT_NE(path, nullptr) << "./check installs it";
+    mono.addFallback(KXFont(path, KXAliasModeTexture));
+    KXTextOptions options;
+    options.outline = 1;
+    const KXTextLayout owl(mono, "{C0,0,1,1}\U0001F989{EC}", options);
+    const auto drawn = [&](KXColor color) { return picture([&] { owl.draw({4, 4}, color); }); };
+    const Image seen = drawn(white);
+    const auto [left, top, right, bottom] = boxOf(seen);
+    EXPECT_NEAR(bottom - top, 23, 2); // about as high as letters
+    EXPECT_NEAR(owl.size().width, 25, 1);
+    EXPECT_GT(std::ranges::count_if(seen.pixels, [](Pixel p) { return p.r > p.b + 40; }), 100) << "brown";
+    EXPECT_EQ(differingPixels(drawn({0, 1, 0, 1}), seen), 0);
+    const KXTextLayout faint(mono, "{C0,0,1,.5}\U0001F989{EC}");
+    const Pixel whole = seen.at((left + right) / 2, bottom - 6);
+    const Image half = picture([&] { faint.draw({4, 4}, white); });
+    EXPECT_NEAR(half.at((left + right) / 2, bottom - 6).r, whole.r / 2, 2);
+}
+
 TEST_F(TextLayout, StandsInTheMiddleIsOutlinedAndThrowsAShadow) {
     // A caption is in the middle of its button by its capitals; an outline reaches around, a shadow falls.
     KXTextOptions options;
