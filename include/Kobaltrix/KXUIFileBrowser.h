@@ -20,12 +20,26 @@ enum KXUIFileBrowserMode : int {
 ///
 /// It is hidden, and neither polled nor drawn, until show(); then until the user has chosen or cancelled.
 ///
-/// Folders come first, then files; in each half "b" comes after "A" and "10" after "9". A double click or
+/// On top stands the folder's path, each name of which leads to its folder; at the side, where there is room,
+/// places: home, desktop, the game's own (addPlace()) and where files were chosen last; and a preview of the
+/// picture that is selected. Columns tell size and date, a press on their titles sorts by them, a second one
+/// the other way round.
+///
+/// Folders come first, then files; in each half "b" comes after "A", "10" after "9" and "ä" beside "a". A
+/// double click or
 /// Return on a folder enters it and on a file chooses it; "Up", and Backspace in the list, go to the folder
 /// above. A name is typed as it is, as a path from the folder shown, or as a path from the root; naming a
-/// folder enters it. Before a file is saved over, the browser asks once: the button then says "Replace". Tab
-/// changes between list and name; Escape cancels, or takes the question back. Keys are read as KXUIListBox
-/// does, beside the game's own queries.
+/// folder enters it. Before a file is saved over, the browser asks once: the button then says "Replace", and
+/// no click on the list answers. A name to save under that ends with a dot, or that is all blanks and dots,
+/// loses the dot, or is refused.
+///
+/// The user makes folders and renames what is selected, unless setAllowsChanges() forbids it; the name is
+/// typed into the line below, and nothing is ever replaced.
+///
+/// Keys: Tab changes between list, name and places; Escape cancels, or takes back the question or the new
+/// name; F2 renames, F5 reads the folder again; with Control (Command on macOS) N makes a folder, H shows
+/// hidden files, and 1, 2, 3 sort by name, size and date. Keys are read as KXUIListBox does, beside the
+/// game's own queries, and with the mouse in the order in which all came, also within a step.
 ///
 /// What goes wrong is said in the line above the name: a folder that cannot be read or is no longer there, a
 /// file that does not exist, a name that is not UTF-8. Bytes of a name that are no character are shown as
@@ -58,6 +72,13 @@ public:
     void setShowsHiddenFiles(int shows);
     /// -1 if names that begin with a dot are listed, else 0.
     int showsHiddenFiles() const;
+    /// Adds a place to those at the side, such as the folder of a game's levels. Paths are as in setFolder().
+    /// @param name,folder copied. @return -1, or 0 if one of them is null.
+    int addPlace(const char* name, const char* folder);
+    /// Lets the user make folders and rename files for a non-zero @a allows, as at first, or not, for 0.
+    void setAllowsChanges(int allows);
+    /// -1 if the user may make folders and rename files, else 0.
+    int allowsChanges() const;
     /// Goes to a folder, as the user could. @param folder null for the working directory.
     void setFolder(const char* folder);
     /// Reads the folder again, if the browser is shown.
@@ -81,7 +102,8 @@ public:
 
     /// Moves the top-left corner, pixels.
     void setOrigin(KXPoint origin) override;
-    /// Sets the extent in pixels. Parts that it has no room for are not drawn; 300 by 200 is comfortable.
+    /// Sets the extent in pixels. Parts that it has no room for are not drawn: 300 by 200 is comfortable,
+    /// places appear from a width of 400 on, and the preview from 500.
     void setSize(KXSize size) override;
     /// Gives browser, list, name and buttons a font of their own. See _KXUIWidget::setFont().
     int setFont(const char* path, KXAliasMode mode) override;

@@ -2,6 +2,7 @@
 
 #include <Kobaltrix/KXUIWidget.h>
 
+#include <array>
 #include <memory>
 #include <stdint.h>
 #include <string>
@@ -123,6 +124,8 @@ public:
 
     // Used by the library itself.
     KX_INTERNAL void _setRows(std::vector<std::string> rows);
+    KX_INTERNAL void _setDetails(std::vector<std::array<std::string, 2>> details);
+    KX_INTERNAL void _setDetailWidths(const std::array<int, 2>& widths);
     KX_INTERNAL void _showTextsAsTheyAre();
     KX_INTERNAL int _pollUntil(uint64_t event);
     KX_INTERNAL _KXFocus& _focus();
@@ -149,6 +152,7 @@ private:
     KX_INTERNAL void _findTyped(const char* text);
     KX_INTERNAL int _nextBeginningWith(const char* word, int from) const;
     KX_INTERNAL const char* _shownText(int index, int width);
+    KX_INTERNAL void _drawDetails(const Layout& layout, int row, float y);
     KX_INTERNAL void _drawRows(const Layout& layout);
     KX_INTERNAL void _drawScrollBar(const Layout& layout);
 

@@ -12,23 +12,37 @@
 #include <Kobaltrix/KXFont.h>
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 
 static constexpr int gap = 4;
+static constexpr int placesFrom = 392, leastPlaces = 92; // of the width within the border
+static constexpr int previewFrom = 492, previewWidth = 112;
+static constexpr int scrollBar = 12;
 static constexpr int lineHeightWithoutFont = 18, buttonWidthWithoutFont = 40;
 
 KXUIFileBrowser::State::State(KXUIFileBrowser& shown)
     : browser(shown), backgroundColor(_KXUIBackgroundColor_Interaction), borderColor(_KXUIBorderColor),
       textColor(_KXUITextColor) {
     list._showTextsAsTheyAre();
-    list._focus().filter = name._focus().filter = this;
+    places._showTextsAsTheyAre();
+    list._focus().filter = name._focus().filter = places._focus().filter = this;
     caption();
 }
 
 /// Writes the buttons' captions, which sizes them.
 void KXUIFileBrowser::State::caption() {
     up.setText("Up");
+    newFolder.setText("New folder");
     hidden.setText("Hidden");
-    confirm.setText(!asked.empty() ? "Replace" : saves ? "Save" : "Open");
+    constexpr const char* titles[] = {"Name", "Size", "Changed"};
+    for (int i = 0; i < 3; ++i)
+        columns[i].setText(titles[i]);
+    confirm.setText(task == Task::MakeFolder ? "Make"
+                    : task == Task::Rename   ? "Rename"
+                    : !asked.empty()         ? "Replace"
+                    : saves                  ? "Save"
+                                             : "Open");
     dismiss.setText("Cancel");
     layOut();
 }
@@ -62,18 +76,68 @@ void KXUIFileBrowser::State::layOut() {
         part.setRect(rect.origin, rect.size);
     };
     const int upRight = left + widthOf(up), hiddenLeft = right - widthOf(hidden), topEnd = top + line;
+    const int newLeft = hiddenLeft - gap - widthOf(newFolder);
     put(up, left, top, upRight, topEnd);
-    folderPlace = place(upRight + gap, top, hiddenLeft - gap, topEnd);
+    crumbsPlace = place(upRight + gap, top, newLeft - gap, topEnd);
+    put(newFolder, newLeft, top, hiddenLeft - gap, topEnd);
     put(hidden, hiddenLeft, top, right, topEnd);
 
     const int nameTop = bottom - line, messageTop = nameTop - gap - line;
-    put(list, left, topEnd + gap, right, messageTop - gap);
+    const int middle = topEnd + gap, middleEnd = messageTop - gap, width = right - left;
+    const int wanted = _KXWholePixel(name._idealSizeForText("Computer").width) + 3;
+    const int placesWidth = std::clamp(wanted, leastPlaces, std::max(leastPlaces, width / 3));
+    const int listLeft = width < placesFrom ? left : left + placesWidth + gap;
+    const int listRight = width < previewFrom ? right : right - previewWidth - gap;
+    put(places, left, middle, listLeft - gap, middleEnd);
+    previewPlace = place(listRight + gap, middle, right, middleEnd);
+    layOutColumns(listLeft, middle, listRight, line);
+    put(list, listLeft, middle + (columns[0].rect().size.width > 0 ? line - 1 : 0), listRight, middleEnd);
     messagePlace = place(left, messageTop, right, messageTop + line);
 
     const int cancelLeft = right - widthOf(dismiss), confirmLeft = cancelLeft - gap - widthOf(confirm);
     put(name, left, nameTop, confirmLeft - gap, bottom);
     put(confirm, confirmLeft, nameTop, cancelLeft - gap, bottom);
     put(dismiss, cancelLeft, nameTop, right, bottom);
+}
+
+/// The titles above the list, which end where the columns below them do; a column for which there is no room
+/// is left out.
+void KXUIFileBrowser::State::layOutColumns(int left, int top, int right, int line) {
+    constexpr int leastName = 130;
+    KXFont* const font = name._fontInUse();
+    std::array<int, 2> widths = {0, 0};
+    int room = font ? right - left - leastName : 0;
+    constexpr const char* widest[] = {"0.00 MB", "0000-00-00 00:00"};
+    for (int i = 0; i < 2 && room > 0; ++i) {
+        const int width = static_cast<int>(std::ceil(font->advance(widest[i]))) + 4 * gap;
+        room -= width;
+        widths[i] = room >= 0 ? width : 0;
+    }
+    list._setDetailWidths(widths);
+    const int sizeLeft = right - widths[1] - widths[0] - (widths[0] ? scrollBar : 0);
+    const int dateLeft = right - widths[1] - (widths[1] ? scrollBar : 0);
+    const int edges[] = {left, sizeLeft, dateLeft, right};
+    for (int i = 0; i < 3; ++i) {
+        const bool isThere = widths[0] > 0 && (i == 0 || widths[i - 1] > 0);
+        const KXRect rect =
+            _KXRectBetween(edges[i], top, isThere ? edges[i + 1] + (i < 2) : edges[i], top + line);
+        columns[i].setRect(rect.origin, rect.size);
+        columns[i].setVisible(isThere);
+    }
+}
+
+/// A triangle in the title of the column that is sorted by.
+void KXUIFileBrowser::State::drawSortMark() {
+    const KXRect title = columns[static_cast<int>(order)].rect();
+    constexpr int rows = 4;
+    for (int row = 0; row < rows; ++row) {
+        const auto half = static_cast<float>(isReversed ? row : rows - 1 - row);
+        KXDrawRectFill(
+            {{title.origin.x + title.size.width - 10 - half,
+              std::floor(title.origin.y + title.size.height / 2) - rows / 2 + static_cast<float>(row)},
+             {2 * half + 1, 1}},
+            textColor);
+    }
 }
 
 void KXUIFileBrowser::setOrigin(KXPoint origin) {
@@ -94,6 +158,7 @@ int KXUIFileBrowser::setFont(const char* path, KXAliasMode mode) {
     for (KXUIButton* button : _state->buttons)
         button->setFont(path, mode);
     _state->list.setFont(path, mode);
+    _state->places.setFont(path, mode);
     _state->name.setFont(path, mode);
     _state->caption();
     return -1;
@@ -117,13 +182,24 @@ static void printLine(KXFont& font, KXRect place, KXColor color, const char* tex
 }
 
 void KXUIFileBrowser::State::printTexts(KXFont& font) {
-    const auto end = [&font](const char* text, float width) { return _KXTextEndThatFits(font, text, width); };
+    crumbs.update(font, folder, crumbsPlace);
+    crumbs.draw(font, textColor);
     const auto beginning = [&font](const char* text, float width) {
         return _KXTextThatFits(font, text, width, _KXSpans::Plain);
     };
-    printLine(font, folderPlace, textColor, folderShown.of(font, folder, folderPlace.size.width, end));
     printLine(font, messagePlace, textColor,
               messageShown.of(font, message, messagePlace.size.width, beginning));
+}
+
+void KXUIFileBrowser::State::drawPreview() {
+    const int row = list.selectedIndex();
+    const bool isFile = row != -1 && !entries[row].isFolder;
+    if (!isFile || shownPreview != entries[row].name || previewFolder != folder) {
+        previewFolder = folder;
+        shownPreview = isFile ? entries[row].name : "";
+        previewPath = isFile ? _KXPathIn(folder, shownPreview) : "";
+    }
+    preview.draw(previewPath, isFile ? entries[row].facts.size : 0, previewPlace);
 }
 
 void KXUIFileBrowser::draw() {
@@ -137,18 +213,26 @@ void KXUIFileBrowser::draw() {
     KXDrawRectFill(rect(), state.backgroundColor);
     if (KXFont* const font = _fontInUse())
         state.printTexts(*font);
-    state.list.draw();
-    state.name.draw();
+    if (state.places.rect().size.width > 0)
+        state.places.draw();
     for (KXUIButton* button : state.buttons)
         button->draw();
+    if (_fontInUse() && state.columns[static_cast<int>(state.order)].isVisible())
+        state.drawSortMark();
+    state.list.draw();
+    state.name.draw();
+    if (state.previewPlace.size.width > 0)
+        state.drawPreview();
     KXDrawRect(rect(), state.borderColor);
 }
 
 void KXUIFileBrowser::setBackgroundColor(KXColor color) { _state->backgroundColor = color; }
 
 void KXUIFileBrowser::setControlColor(KXColor color) {
-    _state->list.setBackgroundColor(color);
-    _state->list.setKnobColor(color);
+    for (KXUIListBox* each : {&_state->list, &_state->places}) {
+        each->setBackgroundColor(color);
+        each->setKnobColor(color);
+    }
     _state->name.setBackgroundColor(color);
     for (KXUIButton* button : _state->buttons)
         button->setNormalBackgroundColor(color);
@@ -157,18 +241,26 @@ void KXUIFileBrowser::setControlColor(KXColor color) {
 
 void KXUIFileBrowser::setDepressedColor(KXColor color) {
     _state->list.setTrackColor(color);
+    _state->places.setTrackColor(color);
     for (KXUIButton* button : _state->buttons)
         button->setDepressedBackgroundColor(color);
     _state->hidden.setOnBackgroundColor(color);
 }
 
-void KXUIFileBrowser::setTrackColor(KXColor color) { _state->list.setTrackColor(color); }
+void KXUIFileBrowser::setTrackColor(KXColor color) {
+    _state->list.setTrackColor(color);
+    _state->places.setTrackColor(color);
+}
 
-void KXUIFileBrowser::setKnobColor(KXColor color) { _state->list.setKnobColor(color); }
+void KXUIFileBrowser::setKnobColor(KXColor color) {
+    _state->list.setKnobColor(color);
+    _state->places.setKnobColor(color);
+}
 
 void KXUIFileBrowser::setBorderColor(KXColor color) {
     _state->borderColor = color;
     _state->list.setBorderColor(color);
+    _state->places.setBorderColor(color);
     _state->name.setBorderColor(color);
     for (KXUIButton* button : _state->buttons)
         button->setBorderColor(color);
@@ -177,6 +269,7 @@ void KXUIFileBrowser::setBorderColor(KXColor color) {
 void KXUIFileBrowser::setTextColor(KXColor color) {
     _state->textColor = color;
     _state->list.setTextColor(color);
+    _state->places.setTextColor(color);
     _state->name.setTextColor(color);
     for (KXUIButton* button : _state->buttons)
         button->setTextColor(color);
@@ -184,11 +277,13 @@ void KXUIFileBrowser::setTextColor(KXColor color) {
 
 void KXUIFileBrowser::setSelectionColor(KXColor color) {
     _state->list.setSelectionColor(color);
+    _state->places.setSelectionColor(color);
     _state->name.setSelectionColor(color);
 }
 
 void KXUIFileBrowser::setFocusColor(KXColor color) {
     _state->list.setFocusColor(color);
+    _state->places.setFocusColor(color);
     _state->name.setFocusColor(color);
 }
 

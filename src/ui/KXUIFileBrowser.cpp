@@ -1,19 +1,23 @@
 #include "ui/KXUIFileBrowser.h"
 
+#include "core/ground/HeapGlobal.h"
+#include "platform/FileFacts.h"
 #include "util/Utf8.h"
 
-#include <Kobaltrix/KXMouse.h>
 #include <Kobaltrix/KXString.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
-#include <initializer_list>
+#include <filesystem>
 #include <new>
+#include <system_error>
 #include <utility>
 
 namespace {
-std::string quoted(const std::string& name) { return "\"" + name + "\""; }
+std::string inQuotes(const std::string& name) { return "\"" + name + "\""; }
 
 // What a row shows: the name, with question marks for bytes that are no character and for control characters.
 std::string rowFor(const _KXFolderListing::Entry& entry) {
@@ -46,6 +50,8 @@ void KXUIFileBrowser::show(KXUIFileBrowserMode mode, const char* folder, const c
     state.hasChosen = state.cancelled = false;
     state.chosen.clear();
     state.skipStep();
+    state.endTask();
+    state.listPlaces();
     state.caption();
     state.enter(path, initial);
     state.putName(initial);
@@ -54,18 +60,39 @@ void KXUIFileBrowser::show(KXUIFileBrowserMode mode, const char* folder, const c
         return;
     }
     state.name.focus();
-    state.name.selectAll();
-    // Typing replaces the name but not its extension.
-    const std::string text = state.name.text();
+    state.selectStem();
+}
+
+/// Typing replaces the name but not its extension.
+void KXUIFileBrowser::State::selectStem() {
+    name.selectAll();
+    const std::string text = name.text();
     const std::size_t dot = text.rfind('.');
     if (dot != 0 && dot != std::string::npos)
-        state.name.select(0, static_cast<int>(_KXCountCharacters(text.substr(0, dot))));
+        name.select(0, static_cast<int>(_KXCountCharacters(text.substr(0, dot))));
 }
+
+int KXUIFileBrowser::addPlace(const char* name, const char* folder) {
+    if (!name || !folder)
+        return 0;
+    _state->ownPlaces.push_back({name, folder});
+    _state->listPlaces();
+    return -1;
+}
+
+void KXUIFileBrowser::setAllowsChanges(int allows) {
+    _state->allowsChanges = allows;
+    _state->newFolder.setEnabled(allows);
+    _state->endTask();
+}
+
+int KXUIFileBrowser::allowsChanges() const { return _state->allowsChanges ? -1 : 0; }
 
 void KXUIFileBrowser::setWindowID(unsigned id) {
     _KXUIWidget::setWindowID(id);
     _state->windowID = id;
     _state->list.setWindowID(id);
+    _state->places.setWindowID(id);
     _state->name.setWindowID(id);
     for (KXUIButton* button : _state->buttons)
         button->setWindowID(id);
@@ -74,7 +101,9 @@ void KXUIFileBrowser::setWindowID(unsigned id) {
 void KXUIFileBrowser::hide() {
     _state->isShown = false;
     _state->list.setFocus(0);
+    _state->places.setFocus(0);
     _state->name.unfocus();
+    _state->endTask();
     _state->dropQuestion();
 }
 
@@ -123,24 +152,87 @@ static std::string messageFor(const _KXFolderListing& listing) {
 int KXUIFileBrowser::State::read(const std::string& select) {
     _KXFolderListing listing = _KXReadFolder(folder, filter);
     std::string aboutIt = messageFor(listing);
-    std::vector<std::string> rows;
-    rows.reserve(listing.entries.size());
-    for (const _KXFolderListing::Entry& entry : listing.entries)
-        rows.push_back(rowFor(entry));
-    dropQuestion(); // the last that may lack memory
-    list._setRows(std::move(rows));
-    entries = std::move(listing.entries);
+    dropQuestion();
+    entries.swap(listing.entries);
+    try {
+        listEntries(select);
+    } catch (const std::bad_alloc&) {
+        entries.swap(listing.entries);
+        throw;
+    }
     message = std::move(aboutIt);
+    return listing.error;
+}
+
+/// Lists the entries in their order, with that of a name selected if there is one.
+void KXUIFileBrowser::State::listEntries(const std::string& select) {
+    std::vector<_KXFolderListing::Entry> sorted = entries;
+    _KXSortListing(sorted, order, isReversed);
+    std::vector<std::string> rows;
+    std::vector<std::array<std::string, 2>> details;
+    rows.reserve(sorted.size());
+    details.reserve(sorted.size());
+    for (const _KXFolderListing::Entry& entry : sorted) {
+        rows.push_back(rowFor(entry));
+        details.push_back(
+            {entry.isFolder ? "" : _KXSizeText(entry.facts.size), _KXDateText(entry.facts.changed)});
+    }
+    list._setRows(std::move(rows)); // the last that may lack memory
+    list._setDetails(std::move(details));
+    entries = std::move(sorted);
     const auto found = select.empty()
                            ? entries.end()
                            : std::find_if(entries.begin(), entries.end(),
                                           [&](const _KXFolderListing::Entry& e) { return e.name == select; });
     if (found != entries.end())
         list.setSelectedIndex(static_cast<int>(found - entries.begin()));
-    return listing.error;
+}
+
+/// By what is given, or the other way round if it is so already.
+void KXUIFileBrowser::State::sortBy(_KXListingOrder by) {
+    const int row = list.selectedIndex();
+    const std::string selected = row == -1 ? "" : entries[row].name;
+    isReversed = by == order && !isReversed;
+    order = by;
+    listEntries(selected);
+}
+
+// Folders of files that were chosen, the latest first.
+static constinit _KXHeapGlobal<std::vector<std::string>> usedFolders;
+
+static void noteUsed(const std::string& folder) {
+    constexpr std::size_t most = 5;
+    std::vector<std::string>& used = usedFolders.get();
+    std::erase(used, folder);
+    used.insert(used.begin(), folder);
+    used.resize(std::min(used.size(), most));
+}
+
+/// Home, desktop, the whole computer, those of the game, and where files were chosen last.
+void KXUIFileBrowser::State::listPlaces() {
+    std::vector<Place> all;
+    const char* const homeFolder = std::getenv("HOME");
+    if (const std::string home = homeFolder ? homeFolder : ""; _KXKindOf(home) == _KXPathKind::Folder) {
+        all.push_back({"Home", home});
+        if (_KXKindOf(home + "/Desktop") == _KXPathKind::Folder)
+            all.push_back({"Desktop", home + "/Desktop"});
+    }
+    all.push_back({"Computer", "/"});
+    all.insert(all.end(), ownPlaces.begin(), ownPlaces.end());
+    for (const std::string& used : usedFolders.get())
+        if (std::ranges::find(all, used, &Place::folder) == all.end())
+            all.push_back({rowFor({_KXLastPart(used), true}), used});
+    std::vector<std::string> names;
+    placeFolders.clear();
+    for (const Place& each : all) {
+        names.push_back(each.name);
+        placeFolders.push_back(_KXAbsolutePath(each.folder.c_str()));
+    }
+    places._setRows(std::move(names));
 }
 
 void KXUIFileBrowser::State::enter(const std::string& path, const std::string& select) {
+    endTask();
     std::string before = path;
     folder.swap(before);
     try {
@@ -152,6 +244,14 @@ void KXUIFileBrowser::State::enter(const std::string& path, const std::string& s
     }
     if (!saves)
         putName(""); // it named a file of the folder before
+}
+
+/// A part of the path: what one comes from is selected.
+void KXUIFileBrowser::State::enterPart(const std::string& path) {
+    std::string from;
+    for (std::string part = folder; part != path && !_KXLastPart(part).empty(); part = _KXParentOf(part))
+        from = _KXLastPart(part);
+    enter(path, from);
 }
 
 void KXUIFileBrowser::State::goUp() {
@@ -193,8 +293,73 @@ void KXUIFileBrowser::State::dropQuestion() {
     caption();
 }
 
+// Whether there is something in a name beside blanks, dots and an extension.
+static bool namesSomething(const std::string& name, const _KXFileFilter& filter) {
+    const std::size_t dot = name.rfind('.');
+    const bool hasExtension = dot != std::string::npos &&
+                              (dot > 0 || (!filter.extensions.empty() && filter.matchesExtension(name)));
+    return name.substr(0, hasExtension ? dot : name.npos).find_first_not_of(" .") != std::string::npos;
+}
+
+/// The line is for the name of a folder or a new name for what is selected, until endTask().
+void KXUIFileBrowser::State::beginTask(Task begun) {
+    const int row = list.selectedIndex();
+    if (!allowsChanges || (begun == Task::Rename && row == -1))
+        return;
+    endTask();
+    dropQuestion();
+    nameBefore = nameMeant();
+    task = begun;
+    renamed = begun == Task::Rename ? entries[row].name : "";
+    message = begun == Task::Rename ? "New name for " + inQuotes(renamed) + ":" : "Name of the new folder:";
+    putName(renamed);
+    name.focus();
+    selectStem();
+    caption();
+}
+
+void KXUIFileBrowser::State::endTask() {
+    if (std::exchange(task, Task::Choose) == Task::Choose)
+        return;
+    putName(nameBefore);
+    message.clear();
+    caption();
+}
+
+/// Why a name can not be given; empty where it can.
+std::string KXUIFileBrowser::State::taskFails(const std::string& path) const {
+    const std::string wanted = nameMeant();
+    if (wanted.find('/') != wanted.npos || !namesSomething(wanted, {}))
+        return "A name needs more than blanks and dots, and no slash.";
+    if (_KXNameIsTaken(path.c_str()))
+        return inQuotes(wanted) + " is there already.";
+    std::error_code error;
+    if (task == Task::MakeFolder)
+        std::filesystem::create_directory(path, error);
+    else
+        std::filesystem::rename(_KXPathIn(folder, renamed), path, error);
+    return error ? error.message() + ": " + inQuotes(wanted) : "";
+}
+
+void KXUIFileBrowser::State::doTask() {
+    const std::string wanted = nameMeant();
+    if (task == Task::Rename && wanted == renamed)
+        return endTask();
+    if (const std::string failure = taskFails(_KXPathIn(folder, wanted)); !failure.empty()) {
+        message = failure;
+        return;
+    }
+    if (task == Task::Rename && !saves && nameBefore == renamed)
+        nameBefore = wanted;
+    endTask();
+    read(wanted);
+    list.setFocus(-1);
+}
+
 /// The button, Return in the line, or the activation of a file.
 void KXUIFileBrowser::State::pressed() {
+    if (task != Task::Choose)
+        return doTask();
     const std::string typed = nameMeant();
     const int row = list.selectedIndex();
     const std::string path = _KXPathIn(folder, typed);
@@ -207,7 +372,7 @@ void KXUIFileBrowser::State::pressed() {
         putName("");
         enter(_KXAbsolutePath(path.c_str()), "");
     } else if (typed.ends_with('/')) {
-        message = "There is no folder " + quoted(typed) + ".";
+        message = "There is no folder " + inQuotes(typed) + ".";
     } else if (saves) {
         save(path);
     } else {
@@ -218,8 +383,8 @@ void KXUIFileBrowser::State::pressed() {
 // Why there is nothing at a path that was asked for just before.
 static std::string whyNot(const std::string& name, int error) {
     if (error == ENOENT || error == ENOTDIR)
-        return "There is no file " + quoted(name) + ".";
-    return std::string(std::strerror(error)) + ": " + quoted(name);
+        return "There is no file " + inQuotes(name) + ".";
+    return std::string(std::strerror(error)) + ": " + inQuotes(name);
 }
 
 void KXUIFileBrowser::State::open(const std::string& path) {
@@ -232,14 +397,6 @@ void KXUIFileBrowser::State::open(const std::string& path) {
     // What was listed is gone; read() tells whether its folder is, too.
     if (list.selectedIndex() == -1 || read("") == 0)
         message = whyNot(nameMeant(), error);
-}
-
-// Whether there is something in a name beside blanks, dots and an extension.
-static bool namesSomething(const std::string& name, const _KXFileFilter& filter) {
-    const std::size_t dot = name.rfind('.');
-    const bool hasExtension = dot != std::string::npos &&
-                              (dot > 0 || (!filter.extensions.empty() && filter.matchesExtension(name)));
-    return name.substr(0, hasExtension ? dot : name.npos).find_first_not_of(" .") != std::string::npos;
 }
 
 void KXUIFileBrowser::State::save(std::string path) {
@@ -255,16 +412,16 @@ void KXUIFileBrowser::State::save(std::string path) {
     const _KXPathKind kind = _KXKindOf(path);
     const int error = errno;
     if (kind == _KXPathKind::Folder)
-        message = "There is a folder " + quoted(_KXLastPart(path)) + ".";
+        message = "There is a folder " + inQuotes(_KXLastPart(path)) + ".";
     else if (kind == _KXPathKind::Nothing && _KXKindOf(parent) != _KXPathKind::Folder)
-        message = "There is no folder " + quoted(parent) + ".";
+        message = "There is no folder " + inQuotes(parent) + ".";
     else if (kind == _KXPathKind::Nothing && error != ENOENT)
         message = whyNot(_KXLastPart(path), error);
     else if (kind == _KXPathKind::Nothing || asked == path)
         choose(path);
     else {
         asked = path;
-        message = quoted(_KXLastPart(path)) + " is there already. Replace it?";
+        message = inQuotes(_KXLastPart(path)) + " is there already. Replace it?";
         caption();
     }
 }
@@ -272,134 +429,5 @@ void KXUIFileBrowser::State::save(std::string path) {
 void KXUIFileBrowser::State::choose(const std::string& path) {
     chosen = path;
     hasChosen = true;
-}
-
-/// What made the game show the browser is not for it.
-void KXUIFileBrowser::State::skipStep() {
-    pressedButton = nullptr;
-    for (_KXFocus* part : std::initializer_list<_KXFocus*>{this, &list._focus(), &name._focus()})
-        part->skipUnheard();
-    for (KXUIButton* button : buttons) { // nor what hide() cut short
-        button->setSize(KXZeroSize);
-        button->_KXUIWidget::clicked(KXMouseLeft);
-    }
-}
-
-// Keys that neither list nor line keeps for itself.
-bool KXUIFileBrowser::State::keepsKey(const KXInputEvent& key, const _KXModifiers& modifiers) {
-    if (modifiers.alt)
-        return false;
-    if (key.key == KXKeyTab)
-        name.isFocused() ? list.setFocus(-1) : name.focus();
-    else if (key.key == KXKeyBackspace && list.hasFocus())
-        goUp();
-    else if (key.key == KXKeyEscape)
-        cancel();
-    else if ((key.key == KXKeyReturn || key.key == KXKeyPadEnter) && list.hasFocus() &&
-             list.selectedIndex() == -1)
-        pressed(); // what stands in the line
-    else
-        return false;
-    return true;
-}
-
-void KXUIFileBrowser::State::cancel() {
-    cancelled = asked.empty();
-    dropQuestion();
-}
-
-// Buttons are clicked in the order of what else happens, also within a step.
-void KXUIFileBrowser::State::heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) {
-    if (event.button != KXMouseLeft || modifiers.control ||
-        (event.type != KXInputEventMouseDown && event.type != KXInputEventMouseUp))
-        return;
-    const auto under = std::ranges::find_if(buttons, [](KXUIButton* button) { return button->mouseOver(); });
-    const KXUIButton* const button = under == std::end(buttons) ? nullptr : *under;
-    if (event.type == KXInputEventMouseDown)
-        pressedButton = button;
-    else if (const KXUIButton* pressed = std::exchange(pressedButton, nullptr); pressed && pressed == button)
-        click(*pressed);
-}
-
-void KXUIFileBrowser::State::click(const KXUIButton& button) {
-    if (&button == &up)
-        goUp();
-    else if (&button == &hidden)
-        browser.setShowsHiddenFiles(!filter.showsHidden);
-    else if (&button == &confirm)
-        pressed();
-    else
-        cancel();
-}
-
-static bool isPress(std::uint64_t number) {
-    const _KXStepInput& step = _KXStep();
-    return number >= step.pastNumber &&
-           step.past[number - step.pastNumber].event.type == KXInputEventMouseDown;
-}
-
-/// Goes through the step event by event, so that what a part is told has had its effect on the others before
-/// they are told of the next.
-void KXUIFileBrowser::State::hearStep() {
-    const std::uint64_t end = _KXNextEventNumber();
-    std::uint64_t number =
-        std::min({firstUnheard(), list._focus().firstUnheard(), name._focus().firstUnheard()});
-    while (number++ < end && !isDone()) {
-        hear(number);
-        const bool question = !asked.empty();
-        const int toldByList = isDone() ? 0 : list._pollUntil(number);
-        const int toldByName = isDone() ? 0 : name._pollUntil(number);
-        // Of four quick clicks the last two are meant for the file and not for the question.
-        if (!question || !toldByList || list.selectionChanged() || !isPress(number - 1))
-            hearParts(toldByList, toldByName);
-    }
-    if (isDone())
-        return;
-    const int toldByList = list.poll(); // what time does
-    hearParts(toldByList, name.poll());
-}
-
-void KXUIFileBrowser::State::hearParts(int toldByList, int toldByName) {
-    if (isDone())
-        return;
-    if (toldByName && name.changed()) {
-        if (!*name.text())
-            picked.clear(); // its bytes may be shown as an empty line
-        list.setSelectedIndex(-1);
-        dropQuestion();
-        message.clear();
-    }
-    if (toldByList && list.selectionChanged() && list.selectedIndex() != -1)
-        selected(list.selectedIndex());
-    const int activated = toldByList ? list.activatedIndex() : -1;
-    if (activated != -1 && entries[activated].isFolder)
-        enter(_KXPathIn(folder, entries[activated].name), "");
-    else if (activated != -1) {
-        putName(entries[activated].name);
-        pressed();
-    } else if (toldByName && name.entered())
-        pressed();
-}
-
-// A press on a button or between the parts leaves the keyboard where it was.
-void KXUIFileBrowser::State::keepFocus(bool pressedHere) {
-    if (name.isFocused() || list.hasFocus())
-        nameHadFocus = name.isFocused();
-    else if (pressedHere && !_KXFocus::keyboardOwner())
-        nameHadFocus ? name.focus() : list.setFocus(-1);
-}
-
-int KXUIFileBrowser::poll() {
-    State& state = *_state;
-    if (!state.isShown || !_takesInput())
-        return 0;
-    for (KXUIButton* button : state.buttons)
-        button->_KXUIWidget::clicked(KXMouseLeft); // for how they look
-    state.hearStep();
-    if (!state.isDone()) {
-        state.keepFocus(KXMouse(KXMouseLeft) && mouseOver());
-        return 0;
-    }
-    hide();
-    return -1;
+    noteUsed(_KXParentOf(path));
 }

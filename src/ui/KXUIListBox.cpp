@@ -153,10 +153,19 @@ int KXUIListBox::activatedIndex() const { return _state->activated; }
 /// Lists other rows than before, none of them selected.
 void KXUIListBox::_setRows(std::vector<std::string> rows) {
     clear();
+    _state->details.clear();
     _state->rows.reserve(rows.size());
     for (std::string& row : rows)
         _state->rows.push_back({std::move(row)});
 }
+
+/// What stands behind the texts of the rows that were set last.
+void KXUIListBox::_setDetails(std::vector<std::array<std::string, 2>> details) {
+    _state->details = std::move(details);
+    _state->shown.clear();
+}
+
+void KXUIListBox::_setDetailWidths(const std::array<int, 2>& widths) { _state->detailWidths = widths; }
 
 /// Takes braces for text, for rows that are names of files.
 void KXUIListBox::_showTextsAsTheyAre() {

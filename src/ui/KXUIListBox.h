@@ -5,6 +5,7 @@
 #include "text/RowText.h"
 #include "ui/Focus.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -63,10 +64,14 @@ struct KXUIListBox::State : _KXFocus {
     std::uint32_t wordTime = 0;
 
     _KXSpans spans = _KXSpans::Colored;
+    // What stands behind the rows' texts in columns of their own, each as wide as said: at its right end.
+    std::vector<std::array<std::string, 2>> details; ///< One for each row, or none.
+    std::array<int, 2> detailWidths = {0, 0};
     // What the rows in view show, row n at n modulo their number, and what they were measured for.
     struct Shown {
         int row = -1;
         std::string text;
+        std::array<float, 2> detailWidths = {0, 0};
     };
     std::vector<Shown> shown;
     unsigned shownFontRevision = 0;

@@ -78,6 +78,9 @@ const char* KXUIListBox::_shownText(int index, int width) {
     if (shown.row != index) {
         shown.text = _KXTextThatFits(*_fontInUse(), _state->rows[index].text.c_str(),
                                      static_cast<float>(width), _state->spans);
+        if (!_state->details.empty())
+            for (std::size_t i = 0; i < shown.detailWidths.size(); ++i)
+                shown.detailWidths[i] = _fontInUse()->advance(_state->details[index][i].c_str());
         shown.row = index;
     }
     return shown.text.c_str();
@@ -86,7 +89,10 @@ const char* KXUIListBox::_shownText(int index, int width) {
 void KXUIListBox::_drawRows(const Layout& layout) {
     KXFont& font = *_fontInUse();
     const int paddingWidth = std::max(0, _KXWholePixel(KXUIWidgetInnerPadding.width));
-    const int width = std::max(0, layout.rowsRight - layout.left - 2 * paddingWidth);
+    const int details = _state->detailWidths[0] + _state->detailWidths[1];
+    // Columns stay where they are when the scroll bar comes.
+    const int textsRight = details ? layout.right - barWidth - details : layout.rowsRight;
+    const int width = std::max(0, textsRight - layout.left - 2 * paddingWidth);
     const std::size_t rowsInView = layout.viewHeight() / layout.rowHeight + 2;
     State& state = *_state;
     if (state.shownFontRevision != font._currentRevision() || state.shownWidth != width ||
@@ -110,7 +116,22 @@ void KXUIListBox::_drawRows(const Layout& layout) {
             font._printPlain(place, _textColor, _shownText(row, width));
         else
             font.print(place, _textColor, "%s", _shownText(row, width));
+        _drawDetails(layout, row, place.y);
     }
+}
+
+void KXUIListBox::_drawDetails(const Layout& layout, int row, float y) {
+    const State& state = *_state;
+    if (state.details.empty())
+        return;
+    float right = static_cast<float>(layout.right - barWidth) - KXUIWidgetInnerPadding.width;
+    for (std::size_t i = state.detailWidths.size(); i-- > 0;
+         right -= static_cast<float>(state.detailWidths[i]))
+        if (state.detailWidths[i] > 0) {
+            const float width = state.shown[row % state.shown.size()].detailWidths[i];
+            _fontInUse()->_printPlain({std::floor(right - width), y}, _textColor,
+                                      state.details[row][i].c_str());
+        }
 }
 
 void KXUIListBox::_drawScrollBar(const Layout& layout) {

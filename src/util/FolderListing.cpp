@@ -1,9 +1,11 @@
 #include "util/FolderListing.h"
 
 #include "platform/FolderReader.h"
+#include "platform/LocalTime.h"
 #include "util/TextOrder.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -13,13 +15,26 @@
 namespace fs = std::filesystem;
 
 namespace {
+using Entry = _KXFolderListing::Entry;
+
 struct SortedEntry {
+    bool isFile;
     std::string key;
-    _KXFolderListing::Entry entry;
+    Entry entry;
 
     // The bytes last: two names that differ in case only keep an order.
-    auto rank() const { return std::tie(key, entry.name); }
+    auto rank() const { return std::tie(isFile, key, entry.name); }
 };
+
+void sortByName(std::vector<Entry>& entries) {
+    std::vector<SortedEntry> sorted;
+    sorted.reserve(entries.size());
+    for (const Entry& entry : entries)
+        sorted.push_back({!entry.isFolder, _KXNaturalSortKey(entry.name.c_str()), entry});
+    std::sort(sorted.begin(), sorted.end(),
+              [](const SortedEntry& a, const SortedEntry& b) { return a.rank() < b.rank(); });
+    std::ranges::transform(sorted, entries.begin(), [](SortedEntry& each) { return std::move(each.entry); });
+}
 
 // A link that leads nowhere is a name that is taken, so it is listed, as a file.
 fs::file_type typeOf(const fs::path& entry) {
@@ -62,28 +77,52 @@ bool _KXFileFilter::matchesExtension(const std::string& name) const {
 
 _KXFolderListing _KXReadFolder(const std::string& path, const _KXFileFilter& filter) {
     _KXFolderListing listing;
-    std::vector<SortedEntry> halves[2];
     _KXFolderReader folder(path.c_str());
     while (const char* const next = folder.next()) {
-        std::string name = next;
-        const fs::file_type type = typeOf(fs::path(path) / name);
-        if (isListed(filter, name, type)) {
-            const bool isFolder = type == fs::file_type::directory;
-            halves[isFolder ? 0 : 1].push_back(
-                {_KXNaturalSortKey(name.c_str()), {std::move(name), isFolder}});
-        } else {
+        const std::string name = next, whole = (fs::path(path) / name).string();
+        const fs::file_type type = typeOf(whole);
+        if (isListed(filter, name, type))
+            listing.entries.push_back(
+                {name, type == fs::file_type::directory, _KXFactsOfFile(whole.c_str())});
+        else
             listing.hasOthers = true;
-        }
     }
     listing.error = folder.error();
-    listing.entries.reserve(halves[0].size() + halves[1].size());
-    for (std::vector<SortedEntry>& half : halves) {
-        std::sort(half.begin(), half.end(),
-                  [](const SortedEntry& a, const SortedEntry& b) { return a.rank() < b.rank(); });
-        for (SortedEntry& sorted : half)
-            listing.entries.push_back(std::move(sorted.entry));
-    }
+    sortByName(listing.entries);
     return listing;
+}
+
+void _KXSortListing(std::vector<Entry>& entries, _KXListingOrder order, bool reversed) {
+    sortByName(entries);
+    const auto files = std::ranges::find(entries, false, &Entry::isFolder);
+    if (order == _KXListingOrder::Size)
+        std::stable_sort(files, entries.end(),
+                         [](const Entry& a, const Entry& b) { return a.facts.size > b.facts.size; });
+    for (const auto& [begin, end] : {std::pair(entries.begin(), files), std::pair(files, entries.end())}) {
+        if (order == _KXListingOrder::Changed)
+            std::stable_sort(
+                begin, end, [](const Entry& a, const Entry& b) { return a.facts.changed > b.facts.changed; });
+        if (reversed)
+            std::reverse(begin, end);
+    }
+}
+
+std::string _KXSizeText(std::uint64_t bytes) {
+    if (bytes < 1000)
+        return std::to_string(bytes) + " B";
+    const char* unit = "KMGTPE";
+    auto amount = static_cast<double>(bytes) / 1000;
+    for (; amount >= 999.5; amount /= 1000)
+        ++unit;
+    char text[32];
+    std::snprintf(text, sizeof text, amount < 9.95 ? "%.1f %cB" : "%.0f %cB", amount, *unit);
+    return text;
+}
+
+std::string _KXDateText(std::time_t time) {
+    const std::tm local = _KXLocalTime(time);
+    char text[64];
+    return std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M", &local));
 }
 
 _KXPathKind _KXKindOf(const std::string& path) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/FileFacts.h"
+
 #include <string>
 #include <vector>
 
@@ -8,6 +10,7 @@ struct _KXFolderListing {
     struct Entry {
         std::string name; ///< Its bytes as the system has them.
         bool isFolder;
+        _KXFileFacts facts = {};
     };
     std::vector<Entry> entries; ///< Folders first, each half in the order people expect.
     bool hasOthers = false;     ///< Whether something was left out.
@@ -27,6 +30,14 @@ struct _KXFileFilter {
 
 /// Reads a folder. What a symbolic link leads to counts; what is neither file nor folder is left out.
 _KXFolderListing _KXReadFolder(const std::string& path, const _KXFileFilter& filter);
+
+/// What a listing is sorted by. Folders stay first.
+enum class _KXListingOrder { Name, Size, Changed };
+/// Sorts entries. The largest and the latest are the first ones, unless all is @a reversed.
+void _KXSortListing(std::vector<_KXFolderListing::Entry>& entries, _KXListingOrder order, bool reversed);
+/// What people read as a file's size, such as "12 B" and "3.4 MB", and as a time in their time zone.
+std::string _KXSizeText(std::uint64_t bytes);
+std::string _KXDateText(std::time_t time);
 
 /// What is at a path.
 enum class _KXPathKind { Nothing, File, Folder };

@@ -11,6 +11,8 @@ namespace {
 struct Widgets : EmberNightTest {
     Widgets() {
         std::filesystem::current_path(folder.path());
+        setenv("HOME", folder.path().c_str(), 1); // a place of the browser
+        setenv("TZ", "UTC", 1);
         options.widgets = true;
         begin();
     }
@@ -79,6 +81,8 @@ TEST_F(Widgets, WindowsAreAnsweredByMouseAndKeysAndNothingBelowThemActs) {
     folder.write("night.txt");
     folder.write("other.txt");
     std::filesystem::create_directory(folder / "moths");
+    for (const char* name : {"night.txt", "other.txt", "moths"}) // the picture tells
+        std::filesystem::last_write_time(folder / name, std::filesystem::file_time_type());
     user->click({130, 258});
     expectShot("widgets_dialog", 270, 180, 260, 120);
     user->click({130, 90}); // the bell is below the question
@@ -90,7 +94,7 @@ TEST_F(Widgets, WindowsAreAnsweredByMouseAndKeysAndNothingBelowThemActs) {
     user->presses({KXKeyEscape, KXKeyEscape});
     withKey(KXKeyLeftControl, KXKeyS);
     user->presses({KXKeyReturn, KXKeyReturn});
-    user->clicks({{80, 290}, {250, 160}, {532, 395}}); // to open a file below the folder and another file
+    user->clicks({{80, 290}, {310, 181}, {532, 395}}); // to open a file below the folder and another file
     user->click({80, 290});
     user->press(KXKeyReturn);
     user->click({600, 395}); // says what to do

@@ -1,6 +1,7 @@
 #include "UITest.h"
 #include "support/TemporaryFolder.h"
 
+#include "text/KXUIGlobalFont.h"
 #include "util/KXString.h"
 
 #include <filesystem>
@@ -30,11 +31,12 @@ struct FileBrowser : UITest {
     int poll() override { return browser.poll(); }
     /// The buttons by their captions, "name" for the line, "row 2" for the third row.
     KXPoint place(const std::string& name) const override {
-        static const std::map<std::string, KXPoint> parts = {{"Up", {20, 20}},        {"Hidden", {295, 20}},
-                                                             {"Confirm", {245, 180}}, {"Cancel", {290, 180}},
-                                                             {"name", {100, 180}},    {"outside", {2, 2}}};
+        static const std::map<std::string, KXPoint> parts = {
+            {"Up", {20, 20}},        {"Hidden", {295, 20}},  {"New", {220, 20}},   {"title", {30, 40}},
+            {"Confirm", {245, 180}}, {"Cancel", {290, 180}}, {"name", {100, 180}}, {"outside", {2, 2}}};
         if (name.starts_with("row"))
-            return {40, 10 + 4 + lineHeight + 4 + 1 + (std::stof(name.substr(4)) + 0.5f) * lineHeight};
+            return {40,
+                    10 + 4 + lineHeight + 4 + lineHeight + (std::stof(name.substr(4)) + 0.5f) * lineHeight};
         const auto part = parts.find(name);
         return part == parts.end() ? UITest::place(name) : part->second;
     }
@@ -175,6 +177,59 @@ TEST_F(FileBrowser, ExtensionsAndHiddenFiles) {
     EXPECT_EQ(browser.showsHiddenFiles(), 0);
 }
 
+TEST_F(FileBrowser, FoldersAreMadeAndFilesRenamed) {
+    const std::string asks = " -> / Name of the new folder:; ",
+                      bad = "A name needs more than blanks and dots, and no slash.";
+    expectEach("open, Left Ctrl+N" + asks + "Escape -> /; click New" + asks + "type ., Return -> / " + bad +
+               "; type x/y, Return -> / " + bad +
+               "; Left Ctrl+A, type music, Return -> / \"music\" is there already.; "
+               "Left Ctrl+A & type New & Return -> /; Return -> /New/ This folder is empty.; Backspace -> /; "
+               "F2 -> / New name for \"New\":; type a.png, click Confirm -> / \"a.png\" is there already.; "
+               "Left Ctrl+A, type Old & Return & Return -> /Old/ This folder is empty.; Backspace -> /; "
+               "type a.p, F2, type b, Return, Return -> told hidden / chose /b.png"); // its extension stays
+    EXPECT_EQ(contentOf(folder / "b.png"), "content");
+    EXPECT_FALSE(std::filesystem::exists(folder / "a.png") || std::filesystem::exists(folder / "New"));
+    // A name to save under is there again, and a row that is selected meanwhile ends it.
+    expectEach("save mine.txt, Left Ctrl+N & type lost & Escape & Return -> told hidden / chose /mine.txt; "
+               "save, Left Ctrl+N, click row 3, click Confirm -> / \"b.png\" is there already. Replace it?");
+    act("Escape, open, type b.t");
+    std::filesystem::remove(folder / "b.txt");
+    expectEach("F2, type x, Return -> / No such file or directory: \"x.txt\"");
+    browser.setAllowsChanges(0);
+    EXPECT_EQ(browser.allowsChanges(), 0);
+    expectEach("Left Ctrl+N -> /; click row 3, F2, click New -> /");
+}
+
+TEST_F(FileBrowser, PlacesCrumbsAndColumns) {
+    const char* const home = std::getenv("HOME");
+    const std::string before = home ? home : "";
+    setenv("HOME", (folder / "music").c_str(), 1);
+    folder.write("a.png", "the largest of all");
+    std::filesystem::last_write_time(folder / "Track 10.ogg",
+                                     std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+    // Keys alone: the first of each order is chosen.
+    expectEach("open, Left Ctrl+2, End, Up, Up, Up, Return -> told hidden / chose /a.png; "
+               "open, Left Ctrl+3, Home, Down, Down, Return -> told hidden / chose /Track 10.ogg; "
+               "open, Left Ctrl+3, End, Return -> told hidden / chose /Track 10.ogg; "
+               "open, Left Ctrl+1, click row 2, Left Ctrl+1, Return -> told hidden / chose /a.png; "
+               "open, at title & press & release, End, Return -> told hidden / chose /Track 10.ogg");
+    browser.setRect({4, 4}, {500, 180});
+    EXPECT_EQ(browser.addPlace("Mine", (folder / "Levels").c_str()), -1);
+    EXPECT_EQ(browser.addPlace(nullptr, "/") | browser.addPlace("x", nullptr), 0);
+    expectEach("open, click 40 40 -> /music/; click 40 75 -> /Levels/ This folder is empty.; "
+               "Home, Return, Tab, type song, Return -> told hidden /music/ chose /music/song.ogg; "
+               "open, click 40 75, click 40 92 -> /"); // where a file was chosen last
+    // Each name of the path leads to its folder.
+    browser.setFolder((folder / "music/loud").c_str());
+    browser.draw();
+    std::string line = "/";
+    for (const std::filesystem::path& part : std::filesystem::path(folder / "mu").relative_path())
+        line += " > " + part.string();
+    const float x = 12 + browser._idealSizeForText("Up").width + _KXUIGlobalFont->advance(line.c_str());
+    expectEach("click " + std::to_string(x) + " 15 -> /music/; click 35 15 -> //");
+    setenv("HOME", before.c_str(), 1);
+}
+
 TEST_F(FileBrowser, SaysWhatIsWrongWithANameThatIsTyped) {
     const std::string name(300, 'n'), tooLong = name + ", Return -> / File name too long: \"" + name + "\"; ";
     makeFolder(folder / "taken.d");
@@ -258,7 +313,7 @@ TEST_F(FileBrowser, PathsLongerThanTemporaryStringsAndManyEntries) {
     browser.show(KXUIFileBrowserModeOpen, deep.c_str());
     EXPECT_EQ(browser.folder(), deep);
     const Image image = picture([&] { browser.draw(); });
-    EXPECT_EQ(image.at(300, 45), (Pixel{0, 255, 0, 255})) << "the bar's knob";
+    EXPECT_EQ(image.at(300, 60), (Pixel{0, 255, 0, 255})) << "the bar's knob";
     EXPECT_EQ(image.at(300, 100), red) << "and its track";
     EXPECT_EQ(act("End, Up, Return"), -1);
     EXPECT_EQ(browser.path(), deep + "/4998");

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <chrono>
+#include <tuple>
 #include <utility>
 
 #include <sys/stat.h>
@@ -40,6 +42,30 @@ TEST(FolderListing, ListsFoldersFirstAndWhatTheFilterLetsThrough) {
     EXPECT_EQ(names("z", false), folders + "...");
     EXPECT_EQ(names("*.GZ", true), ".secret/|" + folders + "x.tar.gz|...");
     EXPECT_EQ(names(".tar.gz;txt", false), folders + "a.txt|x.tar.gz|...");
+}
+
+TEST(FolderListing, FactsAreToldAndSortedBy) {
+    const TemporaryFolder folder;
+    for (const auto& [name, size, hours] : {std::tuple{"b", 999, 1}, {"a10", 1000, 3}, {"a9", 1500000, 2}}) {
+        folder.write(name, std::string(static_cast<std::size_t>(size), 'x'));
+        fs::last_write_time(folder / name, fs::file_time_type::clock::now() - std::chrono::hours(hours));
+    }
+    fs::create_directory(folder / "z");
+    auto entries = _KXReadFolder(folder.path(), {}).entries;
+    using enum _KXListingOrder;
+    for (const auto& [order, reversed, names] : {std::tuple{Size, false, "z a9 1.5 MB a10 1.0 KB b 999 B "},
+                                                 {Changed, true, "z a10 1.0 KB a9 1.5 MB b 999 B "},
+                                                 {Size, true, "z b 999 B a10 1.0 KB a9 1.5 MB "},
+                                                 {Name, false, "z a9 1.5 MB a10 1.0 KB b 999 B "}}) {
+        _KXSortListing(entries, order, reversed);
+        std::string all;
+        for (const auto& entry : entries)
+            all += entry.name + " " + (entry.isFolder ? "" : _KXSizeText(entry.facts.size) + " ");
+        EXPECT_EQ(all, names);
+    }
+    EXPECT_EQ(_KXSizeText(999499) + _KXSizeText(999500) + _KXSizeText(~0ull), "999 KB1.0 MB18 EB");
+    fs::create_symlink("nowhere", folder / "lost");
+    EXPECT_TRUE(_KXNameIsTaken((folder / "lost").c_str()) && !_KXNameIsTaken((folder / "none").c_str()));
 }
 
 TEST(FolderListing, PathsAreMadeAbsoluteAndWhatIsThereIsTold) {
