@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <new>
@@ -211,8 +210,7 @@ static void noteUsed(const std::string& folder) {
 /// Home, desktop, the whole computer, those of the game, and where files were chosen last.
 void KXUIFileBrowser::State::listPlaces() {
     std::vector<Place> all;
-    const char* const homeFolder = std::getenv("HOME");
-    if (const std::string home = homeFolder ? homeFolder : ""; _KXKindOf(home) == _KXPathKind::Folder) {
+    if (const std::string home = _KXHomeFolder(); !home.empty()) {
         all.push_back({"Home", home});
         if (_KXKindOf(home + "/Desktop") == _KXPathKind::Folder)
             all.push_back({"Desktop", home + "/Desktop"});

@@ -21,10 +21,11 @@ void _KXPathCrumbs::update(const KXFont& font, const std::string& path, KXRect p
         return;
     _crumbs.clear();
     const float between = font.advance(separator);
+    const std::string home = _KXHomeFolder();
     float left = 0;
     // From the last name, which is to be seen in any case, as far up as there is room.
     for (std::string part = path;; part = _KXParentOf(part)) {
-        const std::string name = _KXLastPart(part);
+        const std::string name = part == home ? "Home" : _KXLastPart(part);
         std::string text = name.empty() ? "/" : _KXLegibleText(name.c_str()).get();
         std::ranges::replace_if(
             text, [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
@@ -37,7 +38,7 @@ void _KXPathCrumbs::update(const KXFont& font, const std::string& path, KXRect p
         }
         left += width;
         _crumbs.push_back({part, text, -left, 0});
-        if (name.empty())
+        if (name.empty() || part == home)
             break;
     }
     std::ranges::reverse(_crumbs);

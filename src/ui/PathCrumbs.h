@@ -7,8 +7,8 @@
 
 class KXFont;
 
-/// A folder's path as a line of names, each of which leads to a folder. It is measured where something has
-/// changed.
+/// A folder's path as a line of names, from the root or from the user's own folder, each of which leads to
+/// one. It is measured where something has changed.
 class _KXPathCrumbs {
 public:
     /// Lays the line out; of a path that is too long the beginning is left out, of a name its beginning.

@@ -43,9 +43,13 @@ void _KXPicturePreview::draw(const std::string& path, std::uint64_t size, KXRect
     }
     if (!_texture)
         return;
-    const KXSize shown = _texture->size();
+    const KXSize whole = _texture->size();
+    // Small ones grow by whole numbers, so that their pixels stay square.
+    const float times =
+        std::clamp(std::floor(std::min(room.width / whole.width, room.height / whole.height)), 1.0f, 8.0f);
     KXDrawOptions options;
-    options.position = {std::floor(place.origin.x + (room.width - shown.width) / 2),
-                        std::floor(place.origin.y + (room.height - shown.height) / 2)};
+    options.position = {std::floor(place.origin.x + (room.width - whole.width * times) / 2),
+                        std::floor(place.origin.y + (room.height - whole.height * times) / 2)};
+    options.scale = {times, times};
     _texture->draw(options);
 }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -155,6 +156,11 @@ std::string _KXAbsolutePath(const char* path) {
     // By its text alone: a folder that has vanished has a parent too.
     const fs::path plain = full.lexically_normal();
     return (plain.has_filename() ? plain : plain.parent_path()).string();
+}
+
+std::string _KXHomeFolder() {
+    const char* const home = std::getenv("HOME");
+    return home && *home && _KXKindOf(home) == _KXPathKind::Folder ? _KXAbsolutePath(home) : "";
 }
 
 std::string _KXLastPart(const std::string& path) { return fs::path(path).filename().string(); }

@@ -48,6 +48,8 @@ std::string _KXPathIn(const std::string& folder, const std::string& path);
 /// A path from the root without "." and "..", doubled slashes and one at the end. A null or empty path is the
 /// working directory's.
 std::string _KXAbsolutePath(const char* path);
+/// The user's own folder, empty if it is not known or not there.
+std::string _KXHomeFolder();
 /// The last part of an absolute path, empty for the root; and what is before it, the root at last.
 std::string _KXLastPart(const std::string& path);
 std::string _KXParentOf(const std::string& path);

@@ -168,6 +168,14 @@ void rest() {
     at(20, [] { user.move({40, 140}); });
 }
 
+/// The path begins at the user's own folder, which is not another one on each machine.
+void lookAtPictures() {
+    setenv("HOME", KXExecutablePath, 1);
+    click(10, 60, 26);
+    at(30, [] { user.type("ow"); });
+    at(40, [] { user.move({55, 20}); }); // the folder above
+}
+
 const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},
                                                          {"10_game_pad", holdPad},
                                                          {"12_widgets", useWidgets},
@@ -180,7 +188,8 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"23_edges", tapAndType},
                                                          {"25_replay", flyTwice},
                                                          {"37_logical_size", point},
-                                                         {"43_captions", rest}};
+                                                         {"43_captions", rest},
+                                                         {"44_files", lookAtPictures}};
 
 void play(int step) {
     if (step == 1)
