@@ -150,10 +150,10 @@ private:
     unsigned _fontGeneration;
 };
 
-/// Shows the tooltip of the widget under the pointer, if it has one and the pointer has rested on it for half
-/// a second (#KXUITooltipTheme::delay) of the logic loop's time: near the pointer, inside the window or what
-/// else is drawn into. A press of anything and the pointer's leaving hide it. To be called at the end of each
-/// frame, for each window with its own as the target, since it is drawn over everything.
+/// Shows the tooltip of the widget under the pointer, if it has one and the pointer has rested for half a
+/// second (#KXUITooltipTheme::delay) by the time of logic steps: near the pointer, inside the window or what
+/// else is drawn into. A press of anything and a pointer that moves on hide it. To be called at the end of
+/// each frame, for each window with its own as the target, since it is drawn over everything.
 ///
 /// The widget under the pointer is the one that was drawn last; a part of a widget, such as a dialog's
 /// button, is one by itself. Its font is the widget's. Drawing a tooltip for the first time asks for memory,

@@ -17,7 +17,8 @@
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
 ///   KXActions.h, KXInputEvents.h, KXClipboard.h
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
-///   KXUITextEntry.h, KXUIFileBrowser.h, KXUILabel.h, KXUILayout.h, KXUITheme.h
+///   KXUITextEntry.h, KXUIFileBrowser.h, KXUILabel.h, KXUILayout.h, KXUICheckBox.h, KXUIRadioGroup.h,
+///   KXUIProgressBar.h, KXUIImageButton.h, KXUITheme.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkLimits.h, KXNetworkBuffer.h
@@ -85,14 +86,18 @@
 #include <Kobaltrix/KXTween.h>
 #include <Kobaltrix/KXTypes.h>
 #include <Kobaltrix/KXUIButton.h>
+#include <Kobaltrix/KXUICheckBox.h>
 #include <Kobaltrix/KXUIColors.h>
 #include <Kobaltrix/KXUIDialogBox.h>
 #include <Kobaltrix/KXUIFileBrowser.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
+#include <Kobaltrix/KXUIImageButton.h>
 #include <Kobaltrix/KXUILabel.h>
 #include <Kobaltrix/KXUILayout.h>
 #include <Kobaltrix/KXUIListBox.h>
 #include <Kobaltrix/KXUIMenu.h>
+#include <Kobaltrix/KXUIProgressBar.h>
+#include <Kobaltrix/KXUIRadioGroup.h>
 #include <Kobaltrix/KXUISlider.h>
 #include <Kobaltrix/KXUITextEntry.h>
 #include <Kobaltrix/KXUITheme.h>

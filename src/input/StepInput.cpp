@@ -11,6 +11,8 @@
 #include <SDL_keycode.h>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <utility>
 
 // More is held by no person; whoever sends more events than that presses nothing further.
@@ -81,7 +83,7 @@ static bool press(_KXHoldable kind, int number, const KXInputEvent& event) {
     found->windowID = event.windowID;
     found->held = true;
     found->step = step.step;
-    ++step.pressCount;
+    step.rest.isBroken = true;
     ++edgesOf(*found).downs;
     return true;
 }
@@ -148,8 +150,17 @@ static void add(KXPoint& sum, KXPoint amount) {
     sum.y += amount.y;
 }
 
+static void moveFromRest(const KXInputEvent& event) {
+    constexpr float trembling = 3;
+    _KXPointerRest& rest = _KXStep().rest;
+    if (rest.windowID != event.windowID || !(std::abs(event.point.x - rest.point.x) <= trembling) ||
+        !(std::abs(event.point.y - rest.point.y) <= trembling))
+        rest = {false, event.windowID, event.point, _KXStep().step};
+}
+
 void _KXTakeMouseMotion(const KXInputEvent& event) {
     _KXStep().mouseWindowID = event.windowID;
+    moveFromRest(event);
     add(_KXStep().mouseMotion, event.motion);
     _KXTakeEvent(event);
 }
@@ -292,6 +303,13 @@ int _KXRepeatsSince(std::uint32_t step) {
     };
     const std::uint32_t steps = _KXStep().step - step;
     return steps ? static_cast<int>(repeatsWithin(steps) - repeatsWithin(steps - 1)) : 0;
+}
+
+int _KXPointerRestTime() {
+    constexpr std::uint64_t longest = std::numeric_limits<int>::max();
+    const _KXPointerRest& rest = _KXStep().rest;
+    const std::uint64_t steps = _KXStep().step - rest.step;
+    return rest.isBroken ? -1 : static_cast<int>(std::min(longest, steps * 1000 / _KXLogicSpeed));
 }
 
 int _KXRepeats(const _KXPress& press) { return press.held ? _KXRepeatsSince(press.step) : 0; }

@@ -57,6 +57,14 @@ struct _KXPastEvent {
     bool isOfShortcut;      ///< A text that is none.
 };
 
+/// Where the pointer lies still, but for a hand that trembles.
+struct _KXPointerRest {
+    bool isBroken = true; ///< It has not been anywhere yet, or something was pressed since it came there.
+    unsigned windowID = 0;
+    KXPoint point = {0, 0};
+    std::uint32_t step = 0; ///< In which it came there.
+};
+
 /// All of it.
 struct _KXStepInput {
     std::vector<KXInputEvent> events,
@@ -71,10 +79,10 @@ struct _KXStepInput {
     std::vector<_KXFingerOnScreen> fingers;
     KXPoint wheel = {0, 0}, mouseMotion = {0, 0}; ///< Summed up over the step.
     unsigned keyboardWindowID = 0, mouseWindowID = 0;
-    std::uint32_t step = 0;       ///< Counts steps.
-    std::uint32_t pressCount = 0; ///< Counts presses of anything.
-    bool reads = false;           ///< Its events are being read.
-    bool underWay = false;        ///< Between steps nobody is told of anything.
+    std::uint32_t step = 0; ///< Counts steps.
+    _KXPointerRest rest;
+    bool reads = false;    ///< Its events are being read.
+    bool underWay = false; ///< Between steps nobody is told of anything.
 };
 
 /// Made when it is first used, kept: games may ask while the process ends.
@@ -110,6 +118,9 @@ const _KXPress* _KXFindPress(_KXHoldable kind, int number, int pad = 0);
 int _KXRepeatsSince(std::uint32_t step);
 /// The same for something that is held.
 int _KXRepeats(const _KXPress& press);
+
+/// Milliseconds, by the time of steps, that the pointer has been at rest; -1 if its rest is broken.
+int _KXPointerRestTime();
 
 /// Begins a step: what came since the last one belongs to it, and what is read now.
 void _KXBeginInputStep();

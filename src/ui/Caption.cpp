@@ -32,12 +32,17 @@ const KXTextLayout& _KXCaption::lines(const KXFont& font, float width, KXTextAli
 }
 
 void _KXCaption::drawLine(KXFont* font, KXRect box, KXSize inset, KXColor color, KXTextAlign align) {
+    if (_KXCaptionsAreLaidOut())
+        return drawLineLaidOut(font, box, inset.width, color, align);
     const auto [left, top] = box.origin;
-    if (!_KXCaptionsAreLaidOut())
-        return _KXUIGlobalFontPrint(font, {left + inset.width, top + inset.height}, color, text());
-    const KXRect room = _KXRectBetween(_KXWholePixel(left + inset.width), _KXWholePixel(top),
-                                       _KXWholePixel(left + box.size.width - inset.width),
-                                       _KXWholePixel(top + box.size.height));
+    _KXUIGlobalFontPrint(font, {left + inset.width, top + inset.height}, color, text());
+}
+
+void _KXCaption::drawLineLaidOut(const KXFont* font, KXRect box, float inset, KXColor color,
+                                 KXTextAlign align) {
+    const KXRect room = _KXRectBetween(_KXWholePixel(box.origin.x + inset), _KXWholePixel(box.origin.y),
+                                       _KXWholePixel(box.origin.x + box.size.width - inset),
+                                       _KXWholePixel(box.origin.y + box.size.height));
     if (!font || room.size.width <= 0 || room.size.height <= 0)
         return;
     KXTextOptions options;

@@ -1,6 +1,5 @@
 #include "ui/Tooltip.h"
 
-#include "core/ground/LogicClock.h"
 #include "input/StepInput.h"
 #include "render/GraphicsContext.h"
 #include "text/KXUIGlobalFont.h"
@@ -16,67 +15,32 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <utility>
 
-namespace {
-enum class Phase {
-    Waiting, // for the pointer to rest
-    Shown,
-    Over // until the pointer comes anew
-};
+// Under the pointer, the last one that was drawn. All else goes by the steps' input, so that a tooltip is
+// there or not however many of them a frame has.
+static constinit _KXUIWidget* owner = nullptr;
 
-struct Tooltip {
-    _KXUIWidget* drawn = nullptr; // under the pointer, the last of this frame
-    _KXUIWidget* owner = nullptr; // where the pointer is, as of the last frame
-    Phase phase = Phase::Waiting;
-    KXPoint pointer = {0, 0};
-    unsigned windowID = 0;     // that the pointer was in
-    std::uint32_t since = 0;   // in milliseconds of the logic's clock
-    std::uint32_t presses = 0; // of whatever there is to press, up to now
-};
-} // namespace
-
-static constinit Tooltip tip;
-
-// Whether the pointer is in the window that is drawn into. Until it has been anywhere it is in each.
+// Whether the pointer is in the window that is drawn into.
 static bool pointerIsHere() {
     auto* const window = dynamic_cast<KXWindow*>(_KXWindowOfGraphicsContext(_KXCurrentGraphicsContext));
-    return window && (!KXMouseWindowID() || KXMouseWindowID() == window->id());
+    return window && KXMouseWindowID() == window->id();
 }
 
 void _KXTooltipOwnerIsDrawn(_KXUIWidget& widget) {
     if (widget._isUnderPointer() && pointerIsHere())
-        tip.drawn = &widget;
+        owner = &widget;
 }
 
 void _KXForgetTooltipOwner(const _KXUIWidget* widget) {
-    for (_KXUIWidget** each : {&tip.drawn, &tip.owner})
-        if (*each == widget)
-            *each = nullptr;
+    if (owner == widget)
+        owner = nullptr;
 }
 
-static bool isAnythingHeld() {
-    return KXMouse(KXMouseLeft) || KXMouse(KXMouseMiddle) || KXMouse(KXMouseRight);
-}
-
-static void watchPointer(_KXUIWidget* drawn) {
-    const bool isSame = drawn == std::exchange(tip.owner, drawn);
-    const bool stays = KXMouseWindowID() == std::exchange(tip.windowID, KXMouseWindowID()) && isSame;
-    const bool isPressed = _KXStep().pressCount != std::exchange(tip.presses, _KXStep().pressCount);
-    const KXPoint before = std::exchange(tip.pointer, KXMousePoint);
-    const bool moved = before.x != tip.pointer.x || before.y != tip.pointer.y;
-    if (!stays)
-        tip.phase = Phase::Waiting;
-    else if (isPressed)
-        tip.phase = Phase::Over;
-    if (tip.phase != Phase::Waiting)
-        return;
-    if (!stays || moved || isAnythingHeld())
-        tip.since = _KXLogicCurrentTime;
-    else if (_KXLogicCurrentTime - tip.since >=
-             static_cast<std::uint32_t>(std::max(0, _KXTheme.tooltip.delay)))
-        tip.phase = Phase::Shown;
+// Whether the user waits to be told something.
+static bool isTime() {
+    return _KXPointerRestTime() >= std::max(0, _KXTheme.tooltip.delay) && !KXMouse(KXMouseLeft) &&
+           !KXMouse(KXMouseMiddle) && !KXMouse(KXMouseRight);
 }
 
 // Of what is drawn into, in its units.
@@ -91,7 +55,7 @@ static KXSize targetSize() {
 // Below the pointer, or above it where there is no room, and within the target as far as that goes.
 static KXPoint placeFor(KXSize box, KXSize room) {
     constexpr float pointerHeight = 20, gap = 4;
-    const KXPoint pointer = {std::floor(tip.pointer.x), std::floor(tip.pointer.y)};
+    const KXPoint rest = _KXStep().rest.point, pointer = {std::floor(rest.x), std::floor(rest.y)};
     float y = pointer.y + pointerHeight;
     if (y + box.height > room.height)
         y = pointer.y - gap - box.height;
@@ -119,13 +83,10 @@ static void drawTip(_KXCaption& caption, const KXFont& font) {
 }
 
 void KXUIDrawTooltip() {
-    _KXUIWidget* const drawn = std::exchange(tip.drawn, nullptr);
-    if (!pointerIsHere())
-        return; // it may rest in another window
-    watchPointer(drawn);
-    if (tip.phase != Phase::Shown || !tip.owner || !tip.owner->_tooltipCaption())
+    const _KXUIWidget* const widget = std::exchange(owner, nullptr);
+    if (!widget || !widget->_tooltipCaption() || !pointerIsHere() || !isTime())
         return;
-    const KXFont* const own = tip.owner->_fontInUse();
+    const KXFont* const own = widget->_fontInUse();
     if (const KXFont* const font = own ? own : _KXUIGlobalFont)
-        drawTip(*tip.owner->_tooltipCaption(), *font);
+        drawTip(*widget->_tooltipCaption(), *font);
 }

@@ -1,0 +1,128 @@
+#include <Kobaltrix/KXUICheckBox.h>
+
+#include "core/ground/UIColors.h"
+#include "ui/Caption.h"
+#include "ui/WholePixels.h"
+#include "ui/WidgetDrawing.h"
+
+#include <Kobaltrix/KXDrawing.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <new>
+#include <utility>
+
+static void drawDisc(KXRect box, int radius, KXColor color) {
+    constexpr int corners = 24;
+    KXDrawCircleFill({box.origin.x + box.size.width / 2, box.origin.y + box.size.height / 2}, radius, corners,
+                     color);
+}
+
+KXUICheckBox::KXUICheckBox()
+    : _boxColor(_KXUIBackroundColor), _borderColor(_KXUIBorderColor), _markColor(_KXUITextColor),
+      _textColor(_KXUITextColor), _isChecked(0), _isRound(0) {}
+
+KXUICheckBox::~KXUICheckBox() = default;
+
+/// Has it look like one of several, of which one is marked.
+void KXUICheckBox::_beRound() { _isRound = -1; }
+
+void KXUICheckBox::setText(const char* text) {
+    auto other = text ? std::make_unique<_KXCaption>(text) : nullptr;
+    std::swap(_caption, other);
+    try {
+        setSize({-1, -1});
+    } catch (const std::bad_alloc&) { // it was not measured
+        std::swap(_caption, other);
+        throw;
+    }
+}
+
+const char* KXUICheckBox::text() const { return _caption ? _caption->text() : ""; }
+
+// Of the box: as high as a letter may be.
+float KXUICheckBox::_side() const {
+    constexpr float withoutFont = 12;
+    const KXFont* const font = _fontInUse();
+    return font ? std::ceil(font->ascender()) : withoutFont;
+}
+
+/// What box and caption need.
+KXSize KXUICheckBox::_fit() const {
+    const KXFont* const font = _fontInUse();
+    const float side = _side();
+    const float caption =
+        font && _caption ? 2 * KXUIWidgetInnerPadding.width + _KXCaption::widthOf(*font, _caption->text())
+                         : 0;
+    return {side + caption, side + 2 * KXUIWidgetInnerPadding.height};
+}
+
+void KXUICheckBox::setSize(KXSize size) {
+    if (size.width == -1 || size.height == -1) {
+        const KXSize fit = _fit();
+        if (size.width == -1)
+            size.width = fit.width;
+        if (size.height == -1)
+            size.height = fit.height;
+    }
+    _KXUIWidget::setSize(size);
+}
+
+void KXUICheckBox::setChecked(int checked) { _isChecked = checked ? -1 : 0; }
+int KXUICheckBox::isChecked() const { return _isChecked; }
+
+void KXUICheckBox::setBoxColor(KXColor color) { _boxColor = color; }
+void KXUICheckBox::setBorderColor(KXColor color) { _borderColor = color; }
+void KXUICheckBox::setMarkColor(KXColor color) { _markColor = color; }
+void KXUICheckBox::setTextColor(KXColor color) { _textColor = color; }
+
+int KXUICheckBox::clicked(int button) {
+    const int result = _KXUIWidget::clicked(button);
+    if (result)
+        _isChecked = _isChecked ? 0 : -1;
+    return result;
+}
+
+// A hook of upright strips, which is sharp at every size, or a dot.
+void KXUICheckBox::_drawMark(KXRect box) const {
+    const KXColor color = _KXWidgetColor(_markColor);
+    const int side = _KXWholePixel(box.size.width), thickness = std::max(2, side / 5),
+              width = side - 2 * std::max(2, side / 5), turn = width / 3;
+    if (_isRound)
+        return drawDisc(box, side / 4, color);
+    const int top = (side - thickness - (width - 1 - turn)) / 2, lowest = top + width - 1 - turn;
+    for (int i = 0; i < width; ++i) {
+        const KXPoint at = {box.origin.x + static_cast<float>((side - width) / 2 + i),
+                            box.origin.y + static_cast<float>(lowest - std::abs(i - turn))};
+        KXDrawRectFill({at, {1, static_cast<float>(thickness)}}, color);
+    }
+}
+
+void KXUICheckBox::draw() {
+    const _KXWidgetDrawing drawing(*this);
+    if (!drawing)
+        return;
+    const KXRect all = rect();
+    const float side = _side();
+    const int left = _KXWholePixel(all.origin.x),
+              top = _KXWholePixel(all.origin.y + std::floor((all.size.height - side) / 2)),
+              pixels = _KXWholePixel(side);
+    const KXRect box = _KXRectBetween(left, top, left + pixels, top + pixels);
+    const KXColor fill = _KXWidgetColor(_isDepressed() ? _borderColor : _boxColor);
+    if (_isRound) {
+        drawDisc(box, pixels / 2, _KXWidgetColor(_borderColor));
+        drawDisc(box, pixels / 2 - 1, fill);
+    } else {
+        KXDrawRectFill(box, fill);
+        KXDrawRect(box, _KXWidgetColor(_borderColor));
+    }
+    if (_isChecked)
+        _drawMark(box);
+    if (!_caption)
+        return;
+    const float inset = side + 2 * KXUIWidgetInnerPadding.width;
+    _caption->drawLineLaidOut(
+        _fontInUse(), {{all.origin.x + inset, all.origin.y}, {all.size.width - inset, all.size.height}}, 0,
+        _KXWidgetColor(_textColor), KXTextAlignLeft);
+}

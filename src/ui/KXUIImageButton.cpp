@@ -1,0 +1,56 @@
+#include <Kobaltrix/KXUIImageButton.h>
+
+#include "ui/WidgetDrawing.h"
+
+#include <Kobaltrix/KXTexture.h>
+
+#include <cmath>
+
+KXUIImageButton::KXUIImageButton() : _texture(nullptr), _source{{0, 0}, {-1, -1}}, _scale(1) {}
+
+KXUIImageButton::~KXUIImageButton() = default;
+
+void KXUIImageButton::setTexture(KXTexture* texture, KXRect source) {
+    _texture = texture;
+    _source = source;
+    setSize({-1, -1});
+}
+
+void KXUIImageButton::setScale(float scale) {
+    _scale = scale;
+    setSize({-1, -1});
+}
+
+KXSize KXUIImageButton::_pictureSize() const {
+    KXDrawOptions options;
+    options.source = _source;
+    options.scale = {_scale, _scale};
+    return _texture ? _texture->placed(options).bounds.size : KXZeroSize;
+}
+
+void KXUIImageButton::setSize(KXSize size) {
+    if (!_texture)
+        return KXUIButton::setSize(size);
+    const KXSize picture = _pictureSize();
+    if (size.width == -1)
+        size.width = std::ceil(picture.width) + 2 * KXUIWidgetInnerPadding.width;
+    if (size.height == -1)
+        size.height = std::ceil(picture.height) + 2 * KXUIWidgetInnerPadding.height;
+    KXUIButton::setSize(size);
+}
+
+void KXUIImageButton::draw() {
+    KXUIButton::draw();
+    const _KXWidgetDrawing drawing(*this);
+    if (!drawing || !_texture)
+        return;
+    const auto [corner, size] = rect();
+    const KXSize picture = _pictureSize();
+    KXDrawOptions options;
+    options.source = _source;
+    options.scale = {_scale, _scale};
+    options.position = {std::floor(corner.x + (size.width - picture.width) / 2),
+                        std::floor(corner.y + (size.height - picture.height) / 2)};
+    options.tint = _KXWidgetColor({1, 1, 1, 1});
+    _texture->draw(options);
+}
