@@ -23,6 +23,8 @@ struct Owners {
     bool composing = false;     // an input method is at work,
     std::uint64_t composed = 0; // and was in the step with one less than this number
 
+    std::uint32_t secretStep = 0; // one more than that in which a secret widget was polled last
+
     int repeatingKey = 0;                           // that the owner was told of last, 0 for none
     std::uint32_t repeatStep = 0, repeatedStep = 0; // when it went down, and when it was repeated last
 };
@@ -262,7 +264,22 @@ void _KXFocus::hearEvent(std::uint64_t number, bool pointerMovedOn) {
         hearMouse(past, pointerMovedOn);
 }
 
+bool _KXFocus::nextTypingMayBeSecret() {
+    if (owners.keyboard && owners.keyboard->isSecret())
+        return true;
+    const _KXStepInput& step = _KXStep();
+    if (owners.secretStep == 0 || step.step + 1 - owners.secretStep > 1)
+        return false;
+    return std::any_of(step.past.begin() + static_cast<std::ptrdiff_t>(step.pastBefore), step.past.end(),
+                       [](const _KXPastEvent& past) {
+                           return past.event.type == KXInputEventMouseDown ||
+                                  (past.event.type == KXInputEventKeyDown && past.event.key == KXKeyTab);
+                       });
+}
+
 void _KXFocus::hear() {
+    if (isSecret())
+        owners.secretStep = _KXStep().step + 1;
     if (hasKeyboard())
         _KXKeepTextInput();
     hear(_KXNextEventNumber());

@@ -68,6 +68,9 @@ public:
 
     /// Whether nobody may learn what is typed while this has the keyboard.
     virtual bool isSecret() const { return false; }
+    /// The same of who will hear what comes next: the keyboard may change hands within a step, which is known
+    /// once the step is heard.
+    static bool nextTypingMayBeSecret();
 
     /// Is asked first about each key that goes down, to keep it from the widget; null for nobody.
     struct KeyFilter {

@@ -7,10 +7,7 @@
 
 #include <algorithm>
 
-bool _KXTypingIsSecret() {
-    const _KXFocus* const owner = _KXFocus::keyboardOwner();
-    return owner && owner->isSecret();
-}
+bool _KXTypingIsSecret() { return _KXFocus::nextTypingMayBeSecret(); }
 
 std::string _KXHiddenText(std::string_view text) {
     std::string result;
