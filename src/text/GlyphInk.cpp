@@ -16,7 +16,7 @@ struct Extent {
 // Has a face in another size for as long as the scope lasts.
 class SizeScope {
 public:
-    SizeScope(FT_Face face, std::uint32_t size) : _face(face), _own(face->size) {
+    SizeScope(FT_Face face, std::uint32_t size) : _own(face->size) {
         if (FT_Pos{_own->metrics.y_ppem} * 64 == static_cast<FT_Pos>(size))
             return;
         if (FT_New_Size(face, &_other) != 0)
@@ -36,7 +36,6 @@ public:
     explicit operator bool() const { return _isSized; }
 
 private:
-    FT_Face _face;
     FT_Size _own, _other = nullptr;
     bool _isSized = true;
 };

@@ -56,8 +56,8 @@ struct _KXTextParts {
     std::vector<Span> spans = {};
     _KXPlacedText placed = {};
     int size = 0;         // of the font
-    unsigned context = 0; // that the layers were made for; 0 if they lack a glyph
-    float scale = 0;      // the same
+    float scale = 0;      // that the layers were made for
+    bool isWhole = false; // they lack no glyph
     Layer letters = {}, outlines = {};
 
     const _KXTextRow* rowOf(int index) const;
@@ -162,11 +162,11 @@ bool Layer::usePages(_KXGlyphStore& store) const {
 
 // False if a glyph is lacking for which the driver has no room now.
 bool _KXTextParts::fill(Layer& layer, float grown) {
-    bool isWhole = true;
+    bool hasAll = true;
     for (const _KXPlacedGlyph& glyph : placed.glyphs) {
         const _KXGlyphInk* const ink =
             typefaces[glyph.typeface]->ink(_KXGlyphsHere(), glyph.index, scale, grown);
-        isWhole = isWhole && ink;
+        hasAll = hasAll && ink;
         if (!ink || !ink->page.smooth)
             continue;
         layer.quads.push_back(quadOf(*ink, {glyph.pen.x * scale, glyph.pen.y * scale}));
@@ -182,23 +182,22 @@ bool _KXTextParts::fill(Layer& layer, float grown) {
             layer.stretches.push_back({0, span});
         layer.stretches.back().end = layer.quads.size();
     }
-    return isWhole;
+    return hasAll;
 }
 
-// Once for each window and scale that it is drawn in, and again when a page has left.
+// Once for each window and scale that it is drawn in, and again when a page has left. Pages of another window
+// are not to be had here.
 void _KXTextParts::makeLayers(float wantedScale) {
     _KXGlyphStore& store = _KXGlyphsHere();
-    if (context == _KXCurrentGraphicsContext && scale == wantedScale && letters.usePages(store) &&
-        outlines.usePages(store))
+    if (isWhole && scale == wantedScale && letters.usePages(store) && outlines.usePages(store))
         return;
-    context = 0; // until there are all
+    isWhole = false; // until there are all
     scale = wantedScale;
     letters.clear();
     outlines.clear();
     const float outline = outlineOf(options);
     const bool isOutlined = !(outline > 0) || fill(outlines, outline);
-    if (fill(letters, 0) && isOutlined)
-        context = _KXCurrentGraphicsContext;
+    isWhole = fill(letters, 0) && isOutlined;
 }
 
 void Layer::draw(const DrawnText& text, KXPoint at, KXColor color, bool takesSpans) const {

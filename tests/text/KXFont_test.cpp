@@ -1,5 +1,6 @@
 #include <Kobaltrix/KXFont.h>
 
+#include "render/ContextParts.h"
 #include "text/TextTest.h"
 #include "util/Utf8.h"
 
@@ -382,6 +383,8 @@ TEST_F(GlyphTextures, MemoryIsBoundedAndWhatHasLeftIsMadeAgain) {
 }
 
 struct SharpText : GlyphTextures {
+    // Glyphs are filtered then, which shows whether they stand on whole pixels.
+    SharpText() { _KXSetCurrentDriver(_KXDriver::Hardware); }
     /// Where a font prints to have its baseline begin at a point.
     static KXPoint topOf(const KXFont& by, KXPoint baseline) {
         return {baseline.x, baseline.y - std::floor(by.ascender()) - std::floor(by.descender())};
