@@ -137,8 +137,7 @@ void KXUIListBox::_dragKnob() {
                            layout.furthest / layout.knobTravel();
 }
 
-// A press may bring a row into view and so another under the pointer, which a hand that is not still must not
-// select.
+// A hand that is not still must not select the row beside the one that it presses.
 void KXUIListBox::_dragRows(const _KXModifiers& modifiers) {
     State& state = *_state;
     if (state.holds(State::Press::Row) && std::abs(std::int64_t{KXMouseY} - state.pressY) >= dragBegins)

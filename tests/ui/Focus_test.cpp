@@ -55,6 +55,15 @@ TEST_F(Focus, ThePressDecides) {
     press();
     first.focus();
     expectEach("at 5 195 -> a; release -> a");
+    // Nor is one in the entry a press of what it holds.
+    first.unfocus();
+    first.setText("abc");
+    moveMouse(12, 20);
+    press();
+    first.focus();
+    expectEach("poll 1 -> a");
+    EXPECT_EQ(first.cursor(), 3);
+    release();
 }
 
 TEST_F(Focus, WhatIsTypedGoesToItsOwnerAlone) {
