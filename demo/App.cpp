@@ -65,6 +65,7 @@ void App::draw(Scene& scene) {
     window.setRenderContext();
     KXClear(Style::night);
     scene.draw();
+    KXUIDrawTooltip();
 }
 
 bool App::keepPicture(const std::string& path) {

@@ -33,7 +33,7 @@ void ControlsScene::addCell(const char* action, const char* caption) {
     _cells.push_back({action, std::move(button)});
 }
 
-// The inputs of an action, those of pads last, as many as there is room for.
+// The inputs of an action, those of pads last.
 static std::string captionOf(const KXActions& actions, const char* action) {
     const std::string title = action == Controls::pause        ? "Pause: "
                               : action == Controls::fullscreen ? "Fullscreen: "
@@ -43,10 +43,7 @@ static std::string captionOf(const KXActions& actions, const char* action) {
         for (const KXInput& input : actions.inputs(action)) {
             if ((input.kind == KXInputKindPadButton) != ofPads)
                 continue;
-            const std::string more = (text == title ? "" : ", ") + std::string(KXInputName(input));
-            if (KXUIGlobalFontStringBounds(fontSize, (text + more).c_str()).width > cellSize.width - 24)
-                return text + " ...";
-            text += more;
+            text += (text == title ? "" : ", ") + std::string(KXInputName(input));
         }
     return text == title ? text + "nothing" : text;
 }

@@ -7,4 +7,10 @@ void Style::printCentred(float x, float y, int size, KXColor color, const char* 
 void Style::prepareWidgets() {
     KXSetUIColor(woodDark, ink, wood, faded(gold, 0.35f), gold, paper);
     _KXUIWidget::KXUIWidgetInnerPadding = {12, 5};
+    KXUITheme theme;
+    theme.captions = KXUICaptionsLaidOut;
+    theme.tooltip.background = ink;
+    theme.tooltip.border = gold;
+    theme.tooltip.text = paper;
+    KXUISetTheme(theme);
 }

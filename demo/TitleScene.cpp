@@ -66,12 +66,7 @@ void TitleScene::askToLeave() {
     _dialog->setMessage("Leave the fire alone tonight?");
     _dialog->addButton("Leave");
     _dialog->addButton("Stay");
-    const KXSize size = _dialog->rect().size;
-    const KXPoint at = {400 - size.width / 2, 230};
-    _dialog->setOrigin(at);
-    _dialog->button(0)->setOrigin({at.x + 40, at.y + size.height - 32});
-    _dialog->button(1)->setOrigin(
-        {at.x + size.width - 40 - _dialog->button(1)->rect().size.width, at.y + size.height - 32});
+    _dialog->setOrigin({400 - _dialog->rect().size.width / 2, 230});
 }
 
 std::unique_ptr<Scene> TitleScene::step() {

@@ -7,6 +7,14 @@
 #include <filesystem>
 
 WidgetsScene::WidgetsScene(App& app) : _app(app), _fire(app), _texts(app), _nights(app) {
+    KXTextOptions line;
+    line.maxLines = 1;
+    line.verticalAlign = KXTextMiddle;
+    line.plain = -1; // with what the user has typed
+    _news.setOptions(line);
+    _news.setTextColor(Style::gold);
+    _news.setText("Try the widgets: this line says what the last one did.");
+    _news.setRect({28, 454}, {672, 23});
     _back.setText("Back");
     _back.setOrigin({784 - _back.rect().size.width, 454});
     _browser.setRect({160, 70}, {480, 340});
@@ -23,7 +31,7 @@ bool WidgetsScene::takesLetters() {
 void WidgetsScene::tell(const std::string& news) {
     if (news.empty())
         return;
-    _news = news;
+    _news.setText(news.c_str());
     std::puts(news.c_str());
     std::fflush(stdout);
 }
@@ -139,10 +147,9 @@ void WidgetsScene::askAboutFire() {
     ask("Shall the fire go out?", {"Put it out", "Keep it"});
 }
 
-// The answers stand side by side below the message; the last one is also Escape's.
+// The last of the answers is also Escape's.
 void WidgetsScene::ask(const char* message, std::initializer_list<const char*> answers) {
     constexpr int padding = 16;
-    constexpr float gap = 12;
     leaveFields();
     _dialog = std::make_unique<KXUIDialogBox>();
     _dialog->setPadding(padding);
@@ -150,21 +157,12 @@ void WidgetsScene::ask(const char* message, std::initializer_list<const char*> a
     _dialog->setTextColor(Style::paper.r, Style::paper.g, Style::paper.b, 1);
     _dialog->setBorderColor(Style::gold.r, Style::gold.g, Style::gold.b, 1);
     _dialog->setMessage(message);
-    float row = -gap;
     for (const char* answer : answers) {
         _dialog->addButton(answer);
-        row += _dialog->button(static_cast<int>(_answers.size()))->rect().size.width + gap;
         _answers.emplace_back(answer);
     }
-    const KXSize size = _dialog->rect().size;
-    const KXPoint corner = {static_cast<float>(static_cast<int>((Style::windowSize.width - size.width) / 2)),
-                            190};
-    _dialog->setOrigin(corner);
-    float x = corner.x + static_cast<float>(static_cast<int>((size.width - row) / 2));
-    for (int i = 0; KXUIButton* button = _dialog->button(i); ++i) {
-        button->setOrigin({x, corner.y + size.height - button->rect().size.height - padding});
-        x += button->rect().size.width + gap;
-    }
+    const float spare = Style::windowSize.width - _dialog->rect().size.width;
+    _dialog->setOrigin({static_cast<float>(static_cast<int>(spare / 2)), 190});
 }
 
 void WidgetsScene::stepDialog(bool enter, bool escape) {
@@ -206,21 +204,11 @@ void WidgetsScene::leaveFields() {
     _nights.list().setFocus(0);
 }
 
-// A percent sign stands for itself only when it is written twice.
-static std::string printable(const std::string& text) {
-    std::string doubled;
-    for (char c : text)
-        doubled.append(c == '%' ? 2 : 1, c);
-    return doubled;
-}
-
 void WidgetsScene::drawNews() {
-    const KXRect line = {{16, 454}, {696, 23}};
+    constexpr KXRect line = {{16, 454}, {696, 23}};
     KXDrawRectFill(line, Style::panel);
     KXDrawRect(line, Style::ink);
-    _app.window.setClipTo(line);
-    KXUIGlobalFontPrint({line.origin.x + 12, line.origin.y + 5}, Style::gold, printable(_news).c_str());
-    _app.window.unsetClip();
+    _news.draw();
 }
 
 void WidgetsScene::draw() {

@@ -44,5 +44,5 @@ private:
     std::vector<std::string> _answers;      ///< The captions of its buttons.
     bool _asksAboutFire = false;
     bool _waits = false; ///< Until the mouse button is let go that ended the file browser.
-    std::string _news = "Try the widgets: this line says what the last one did.";
+    KXUILabel _news;     ///< What the last widget did.
 };

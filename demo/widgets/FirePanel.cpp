@@ -10,10 +10,12 @@ static void place(KXUIButton& button, float x, float y, float buttonWidth, const
 FirePanel::FirePanel(App& app) : _app(app) {
     constexpr float half = (width - 8) / 2;
     place(_bell, left, 78, width, "Ring the bell");
+    _bell.setTooltip("Rings as often as you like. {C0.91,0.41,0.47,1}The owl would rather sleep.{EC}");
     place(_burning, left, 110, width, "");
     _burning.setState(KXUIToggleButtonStateOn);
     _height.setSize({width, 20});
     _height.setOrigin({left, 182});
+    _height.setTooltip("How high the fire burns; F2 and F3 do the same.");
     _height.setKnobFillColor(Style::wood);
     _height.setKnobPressedFillColor(Style::gold);
     place(_ask, left, 246, width, "Ask a question...");
