@@ -183,11 +183,11 @@ static void printLine(KXFont& font, KXRect place, KXColor color, const char* tex
 
 void KXUIFileBrowser::State::printTexts(KXFont& font) {
     crumbs.update(font, folder, crumbsPlace);
-    crumbs.draw(font, textColor);
+    crumbs.draw(font, _KXWidgetColor(textColor));
     const auto beginning = [&font](const char* text, float width) {
         return _KXTextThatFits(font, text, width, _KXSpans::Plain);
     };
-    printLine(font, messagePlace, textColor,
+    printLine(font, messagePlace, _KXWidgetColor(textColor),
               messageShown.of(font, message, messagePlace.size.width, beginning));
 }
 
@@ -210,7 +210,7 @@ void KXUIFileBrowser::draw() {
     if (!drawing)
         return;
     const _KXClipScope clip(rect());
-    KXDrawRectFill(rect(), state.backgroundColor);
+    KXDrawRectFill(rect(), _KXWidgetColor(state.backgroundColor));
     if (KXFont* const font = _fontInUse())
         state.printTexts(*font);
     if (state.places.rect().size.width > 0)
@@ -223,7 +223,7 @@ void KXUIFileBrowser::draw() {
     state.name.draw();
     if (state.previewPlace.size.width > 0)
         state.drawPreview();
-    KXDrawRect(rect(), state.borderColor);
+    KXDrawRect(rect(), _KXWidgetColor(state.borderColor));
 }
 
 void KXUIFileBrowser::setBackgroundColor(KXColor color) { _state->backgroundColor = color; }

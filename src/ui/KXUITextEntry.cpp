@@ -109,10 +109,10 @@ void KXUITextEntry::draw() {
     const _KXWidgetDrawing drawing(*this);
     if (!drawing)
         return;
-    KXDrawRectFill(rect(), _backgroundColor);
+    KXDrawRectFill(rect(), _KXWidgetColor(_backgroundColor));
     if (_fontInUse() && _fontInUse()->getSize() > 0)
         _drawText();
-    KXDrawRect(rect(), isFocused() ? _focusColor : _borderColor);
+    KXDrawRect(rect(), _KXWidgetColor(isFocused() ? _focusColor : _borderColor));
 }
 
 void KXUITextEntry::_drawText() {
@@ -127,11 +127,11 @@ void KXUITextEntry::_drawText() {
     const KXPoint origin = {static_cast<float>(_KXTruncate(box.origin.x)) + KXUIWidgetInnerPadding.width,
                             _textTop()};
     if (shown.text().empty())
-        _fontInUse()->print(origin, _placeholderColor, "%s", _editor->placeholder.c_str());
+        _fontInUse()->print(origin, _KXWidgetColor(_placeholderColor), "%s", _editor->placeholder.c_str());
     if (isFocused() && shown.hasSelection())
         KXDrawRectFill(_lineRect(view.xOf(shown.selectionStart()), view.xOf(shown.selectionEnd())),
-                       _selectionColor);
-    _fontInUse()->_printPlain(origin, _textColor, view.shown());
+                       _KXWidgetColor(_selectionColor));
+    _fontInUse()->_printPlain(origin, _KXWidgetColor(_textColor), view.shown());
     if (isFocused())
         _drawCursor();
 }
@@ -145,14 +145,14 @@ void KXUITextEntry::_drawCursor() {
         KXRect line = _lineRect(_editor->view.xOf(_editor->edit.selectionStart()), x);
         line.origin.y += line.size.height - 1;
         line.size.height = 1;
-        KXDrawRectFill(line, _textColor);
+        KXDrawRectFill(line, _KXWidgetColor(_textColor));
     }
     if (_editor->blinkRevision != shown.revision()) {
         _editor->blinkRevision = shown.revision();
         _editor->blinkTime = _KXLogicCurrentTime;
     }
     if ((_KXLogicCurrentTime - _editor->blinkTime) / halfPeriod % 2 == 0)
-        KXDrawRectFill(_lineRect(x, x + 1), _textColor);
+        KXDrawRectFill(_lineRect(x, x + 1), _KXWidgetColor(_textColor));
 }
 
 void KXUITextEntry::setBackgroundColor(KXColor color) { _backgroundColor = color; }

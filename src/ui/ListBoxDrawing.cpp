@@ -107,15 +107,15 @@ void KXUIListBox::_drawRows(const Layout& layout) {
     for (; row < count() && top < layout.bottom; ++row, top += layout.rowHeight) {
         const KXRect whole = _KXRectBetween(layout.left, top, layout.rowsRight, top + layout.rowHeight);
         if (isSelected(row))
-            KXDrawRectFill(whole, _selectionColor);
+            KXDrawRectFill(whole, _KXWidgetColor(_selectionColor));
         if (state.several && row == state.selected && hasFocus())
-            KXDrawRect(whole, _focusColor); // keys move from it, and it may not be selected
+            KXDrawRect(whole, _KXWidgetColor(_focusColor)); // keys move from it, and it may not be selected
         const KXPoint place = {static_cast<float>(layout.left + paddingWidth),
                                static_cast<float>(top) + KXUIWidgetInnerPadding.height};
         if (state.spans == _KXSpans::Plain)
-            font._printPlain(place, _textColor, _shownText(row, width));
+            font._printPlain(place, _KXWidgetColor(_textColor), _shownText(row, width));
         else
-            font.print(place, _textColor, "%s", _shownText(row, width));
+            font.print(place, _KXWidgetColor(_textColor), "%s", _shownText(row, width));
         _drawDetails(layout, row, place.y);
     }
 }
@@ -129,16 +129,17 @@ void KXUIListBox::_drawDetails(const Layout& layout, int row, float y) {
          right -= static_cast<float>(state.detailWidths[i]))
         if (state.detailWidths[i] > 0) {
             const float width = state.shown[row % state.shown.size()].detailWidths[i];
-            _fontInUse()->_printPlain({std::floor(right - width), y}, _textColor,
+            _fontInUse()->_printPlain({std::floor(right - width), y}, _KXWidgetColor(_textColor),
                                       state.details[row][i].c_str());
         }
 }
 
 void KXUIListBox::_drawScrollBar(const Layout& layout) {
-    KXDrawRectFill(_KXRectBetween(layout.rowsRight, layout.top, layout.right, layout.bottom), _trackColor);
+    KXDrawRectFill(_KXRectBetween(layout.rowsRight, layout.top, layout.right, layout.bottom),
+                   _KXWidgetColor(_trackColor));
     const KXRect knob = _KXRectBetween(layout.rowsRight, layout.knobTop, layout.right, layout.knobBottom);
-    KXDrawRectFill(knob, _state->holds(State::Press::Knob) ? _selectionColor : _knobColor);
-    KXDrawRect(knob, _borderColor);
+    KXDrawRectFill(knob, _KXWidgetColor(_state->holds(State::Press::Knob) ? _selectionColor : _knobColor));
+    KXDrawRect(knob, _KXWidgetColor(_borderColor));
 }
 
 void KXUIListBox::draw() {
@@ -148,12 +149,12 @@ void KXUIListBox::draw() {
     if (!drawing)
         return;
     const Layout layout = _settledLayout();
-    KXDrawRectFill(rect(), _backgroundColor);
+    KXDrawRectFill(rect(), _KXWidgetColor(_backgroundColor));
     if (layout.right > layout.left && layout.bottom > layout.top) {
         if (_fontInUse())
             _drawRows(layout);
         if (layout.scrolls)
             _drawScrollBar(layout);
     }
-    KXDrawRect(rect(), hasFocus() ? _focusColor : _borderColor);
+    KXDrawRect(rect(), _KXWidgetColor(hasFocus() ? _focusColor : _borderColor));
 }
