@@ -149,6 +149,10 @@ public:
     /// menu that this one is in are ignored. Throws std::bad_alloc when memory is exhausted; it then belongs
     /// to whom it did before.
     void addSubMenu(KXUIMenu* subMenu);
+    /// With a non-zero @a closes, for this menu and all within it, a sub-menu that opens closes those beside
+    /// it: at most one is open. With 0, as at the start, those stay open, and where they overlap the one that
+    /// is seen need not be the one that acts.
+    void setClosesSiblings(int closes);
     /// Adds a line between entries. It does nothing when it is clicked but close the menu.
     void addDivider();
 
@@ -175,6 +179,8 @@ private:
     KX_INTERNAL void _openOrCloseByClick();
     KX_INTERNAL void _drawEntries();
 
+    KX_INTERNAL void _closeSiblings();
+
     std::vector<std::unique_ptr<_KXUIMenuBase>> _entries;
-    int32_t _open;
+    int32_t _open, _closesSiblings;
 };

@@ -51,13 +51,13 @@ struct KXUIMenu::Walk {
 };
 constinit KXUIMenu::Walk* KXUIMenu::Walk::innermost = nullptr;
 
-KXUIMenu::KXUIMenu(const char* title) : _open(0) {
+KXUIMenu::KXUIMenu(const char* title) : KXUIMenu() {
     if (title)
         _setLabel(title);
     KXUIMenu::resize();
 }
 
-KXUIMenu::KXUIMenu() : _open(0) {}
+KXUIMenu::KXUIMenu() : _open(0), _closesSiblings(0) {}
 
 KXUIMenu::~KXUIMenu() {
     Walk::menuGoes(this);
@@ -248,6 +248,19 @@ void KXUIMenu::_openOrCloseByClick() {
     if (_open)
         return close();
     _open = _justOpened = -1;
+    _closeSiblings();
+}
+
+void KXUIMenu::setClosesSiblings(int closes) { _closesSiblings = closes ? -1 : 0; }
+
+void KXUIMenu::_closeSiblings() {
+    bool closes = false;
+    for (const KXUIMenu* above = _owner; above; above = above->_owner)
+        closes = closes || above->_closesSiblings;
+    if (closes)
+        for (const auto& entry : _owner->_entries)
+            if (entry.get() != this)
+                entry->close();
 }
 
 void KXUIMenu::draw() {

@@ -260,6 +260,14 @@ TEST_F(TextLayout, StandsInTheMiddleIsOutlinedAndThrowsAShadow) {
         const Box box = boxOf(ink(sans, caption, options));
         EXPECT_NEAR(box[1] + box[3], 2 * 54, 1) << caption;
     }
+    options.verticalAlign = KXTextBottom;
+    const KXRect lowest = KXTextLayout(sans, "H\nH", options).line(1).rect;
+    EXPECT_EQ(lowest.origin.y + lowest.size.height, 100);
+    options = {};
+    const float step = KXTextLayout(sans, "H\nH").line(1).baseline - KXTextLayout(sans, "H").line(0).baseline;
+    options.lineSpacing = 1.5f;
+    const KXTextLayout apart(sans, "H\nH", options);
+    EXPECT_NEAR(apart.line(1).baseline - apart.line(0).baseline, 1.5f * step, 0.51f);
     const Box plain = boxOf(ink(sans, "H"));
     options = {};
     options.outline = 3;

@@ -155,6 +155,18 @@ TEST_F(DeepMenu, OpensLevelByLevelAndClosesAtOnce) {
                ", click title sub -> o--; Left Ctrl+K -> --- 1"); // at the bottom of a menu that is not open
 }
 
+TEST_F(DeepMenu, ASubMenuThatOpensMayCloseThoseBesideIt) {
+    auto* const other = new KXUIMenu("Other");
+    sub->addSubMenu(other);
+    for (const int closes : {0, -1}) { // said of the menu at the top
+        menu->setClosesSiblings(closes);
+        act(openAll + ", click row 3 sub");
+        EXPECT_EQ(other->isOpen(), -1);
+        EXPECT_EQ(open(), closes ? "oo-" : "ooo");
+        menu->close();
+    }
+}
+
 TEST_F(DeepMenu, CallbacksMayDoAnything) {
     const std::pair<const char*, std::function<void()>> rows[] = {
         {"clear its menu", [&] { deep->clearMenuItems(); }},
