@@ -75,7 +75,12 @@ int KXUIFileBrowser::addPlace(const char* name, const char* folder) {
     if (!name || !folder)
         return 0;
     _state->ownPlaces.push_back({name, folder});
-    _state->listPlaces();
+    try {
+        _state->listPlaces();
+    } catch (const std::bad_alloc&) {
+        _state->ownPlaces.pop_back();
+        throw;
+    }
     return -1;
 }
 
@@ -220,13 +225,13 @@ void KXUIFileBrowser::State::listPlaces() {
     for (const std::string& used : usedFolders.get())
         if (std::ranges::find(all, used, &Place::folder) == all.end())
             all.push_back({rowFor({_KXLastPart(used), true}), used});
-    std::vector<std::string> names;
-    placeFolders.clear();
+    std::vector<std::string> names, folders;
     for (const Place& each : all) {
         names.push_back(each.name);
-        placeFolders.push_back(_KXAbsolutePath(each.folder.c_str()));
+        folders.push_back(_KXAbsolutePath(each.folder.c_str()));
     }
-    places._setRows(std::move(names));
+    places._setRows(std::move(names)); // the last that may lack memory
+    placeFolders = std::move(folders);
 }
 
 void KXUIFileBrowser::State::enter(const std::string& path, const std::string& select) {

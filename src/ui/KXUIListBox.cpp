@@ -152,11 +152,13 @@ int KXUIListBox::activatedIndex() const { return _state->activated; }
 
 /// Lists other rows than before, none of them selected.
 void KXUIListBox::_setRows(std::vector<std::string> rows) {
+    decltype(_state->rows) made;
+    made.reserve(rows.size()); // all that may lack memory
+    for (std::string& row : rows)
+        made.push_back({std::move(row)});
     clear();
     _state->details.clear();
-    _state->rows.reserve(rows.size());
-    for (std::string& row : rows)
-        _state->rows.push_back({std::move(row)});
+    _state->rows = std::move(made);
 }
 
 /// What stands behind the texts of the rows that were set last.

@@ -299,6 +299,19 @@ TEST_F(Refusals, Widgets) {
     refuseEach(memory, "button", dialog, seen,
                [](KXUIDialogBox& made) { return (made.addButton(longText), -1); });
 
+    const auto label = widget<KXUILabel>([](KXUILabel& made) { made.setText(shortText); });
+    refuseEach(memory, "label", label, seen, [](KXUILabel& made) { return (made.setText(longText), -1); });
+    const auto box = widget<KXUICheckBox>([](KXUICheckBox& made) { made.setText(shortText); });
+    refuseEach(memory, "box", box, seen, [](KXUICheckBox& made) { return (made.setText(longText), -1); });
+    const auto group = widget<KXUIRadioGroup>([](KXUIRadioGroup& made) { made.add(shortText); });
+    refuseEach(memory, "option", group, seen, [](KXUIRadioGroup& made) { return (made.add(longText), -1); });
+    const auto bar = widget<KXUIProgressBar>([](KXUIProgressBar& made) { made.setSize({90, 20}); });
+    refuseEach(memory, "bar", bar, seen, [](KXUIProgressBar& made) { return (made.setText(longText), -1); });
+    refuseEach(
+        memory, "tooltip", box,
+        [](KXUICheckBox& made) { return std::string(made.tooltip() ? made.tooltip() : ""); },
+        [](KXUICheckBox& made) { return (made.setTooltip(longText), -1); });
+
     const auto entry = widget<KXUITextEntry>([](KXUITextEntry& made) {
         made.setText(shortText);
         made.focus();
