@@ -2,7 +2,10 @@
 
 #include <Kobaltrix/KXTextLayout.h>
 
+#include <memory>
+#include <new>
 #include <string>
+#include <utility>
 
 /// A text on a widget, printed or laid out as the theme has it. Laid out it is measured once: a frame in
 /// which nothing has changed costs a comparison.
@@ -34,3 +37,16 @@ private:
     std::string _text;
     KXTextLayout _layout;
 };
+
+/// Gives a widget another caption, null for none, and has it fit its size. Where memory lacks for that it
+/// keeps the one it had.
+template<class Fit>
+void _KXChangeCaption(std::unique_ptr<_KXCaption>& caption, std::unique_ptr<_KXCaption> other, Fit fit) {
+    std::swap(caption, other);
+    try {
+        fit();
+    } catch (const std::bad_alloc&) { // it was not measured
+        std::swap(caption, other);
+        throw;
+    }
+}

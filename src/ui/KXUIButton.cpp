@@ -6,9 +6,6 @@
 
 #include <Kobaltrix/KXDrawing.h>
 
-#include <new>
-#include <utility>
-
 KXUIButton::KXUIButton()
     : _normalBackgroundColor(_KXUIBackroundColor),
       _depressedBackgroundColor(_KXUIBackgroundColor_Interaction), _borderColor(_KXUIBorderColor),
@@ -21,14 +18,7 @@ KXUIButton::~KXUIButton() = default;
 int KXUIButton::setText(const char* text) {
     if (!text || !_fontInUse())
         return 0;
-    auto other = std::make_unique<_KXCaption>(text);
-    std::swap(_caption, other);
-    try {
-        setSize({-1, -1});
-    } catch (const std::bad_alloc&) { // it was not measured
-        std::swap(_caption, other);
-        throw;
-    }
+    _KXChangeCaption(_caption, std::make_unique<_KXCaption>(text), [this] { setSize({-1, -1}); });
     return -1;
 }
 

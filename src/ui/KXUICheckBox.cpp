@@ -10,8 +10,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <new>
-#include <utility>
 
 static void drawDisc(KXRect box, int radius, KXColor color) {
     constexpr int corners = 24;
@@ -29,14 +27,9 @@ KXUICheckBox::~KXUICheckBox() = default;
 void KXUICheckBox::_beRound() { _isRound = -1; }
 
 void KXUICheckBox::setText(const char* text) {
-    auto other = text ? std::make_unique<_KXCaption>(text) : nullptr;
-    std::swap(_caption, other);
-    try {
+    _KXChangeCaption(_caption, text ? std::make_unique<_KXCaption>(text) : nullptr, [this] {
         setSize({-1, -1});
-    } catch (const std::bad_alloc&) { // it was not measured
-        std::swap(_caption, other);
-        throw;
-    }
+    });
 }
 
 const char* KXUICheckBox::text() const { return _caption ? _caption->text() : ""; }

@@ -50,13 +50,7 @@ void KXUIDialogBox::setMessage(const char* text) {
         text = "";
     auto other = std::make_unique<_KXCaption>(
         _KXCaptionsAreLaidOut() ? std::string(text) : std::string(_KXFirstBytes(text, longest)));
-    std::swap(_message, other);
-    try {
-        resize();
-    } catch (const std::bad_alloc&) { // it was not measured
-        std::swap(_message, other);
-        throw;
-    }
+    _KXChangeCaption(_message, std::move(other), [this] { resize(); });
 }
 
 void KXUIDialogBox::setMessageWidth(float width) {

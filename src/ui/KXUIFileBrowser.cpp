@@ -18,13 +18,8 @@
 namespace {
 std::string inQuotes(const std::string& name) { return "\"" + name + "\""; }
 
-// What a row shows: the name, with question marks for bytes that are no character and for control characters.
 std::string rowFor(const _KXFolderListing::Entry& entry) {
-    std::string row = _KXLegibleText(entry.name.c_str()).get();
-    std::replace_if(
-        row.begin(), row.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; },
-        '?');
-    return entry.isFolder ? row + "/" : row;
+    return _KXShownName(entry.name) + (entry.isFolder ? "/" : "");
 }
 
 // A path is handed out as a temporary string, or where that would cut it as the browser's own text.

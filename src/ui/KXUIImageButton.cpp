@@ -21,11 +21,15 @@ void KXUIImageButton::setScale(float scale) {
     setSize({-1, -1});
 }
 
-KXSize KXUIImageButton::_pictureSize() const {
+static KXDrawOptions optionsFor(KXRect source, float scale) {
     KXDrawOptions options;
-    options.source = _source;
-    options.scale = {_scale, _scale};
-    return _texture ? _texture->placed(options).bounds.size : KXZeroSize;
+    options.source = source;
+    options.scale = {scale, scale};
+    return options;
+}
+
+KXSize KXUIImageButton::_pictureSize() const {
+    return _texture ? _texture->placed(optionsFor(_source, _scale)).bounds.size : KXZeroSize;
 }
 
 void KXUIImageButton::setSize(KXSize size) {
@@ -46,9 +50,7 @@ void KXUIImageButton::draw() {
         return;
     const auto [corner, size] = rect();
     const KXSize picture = _pictureSize();
-    KXDrawOptions options;
-    options.source = _source;
-    options.scale = {_scale, _scale};
+    KXDrawOptions options = optionsFor(_source, _scale);
     options.position = {std::floor(corner.x + (size.width - picture.width) / 2),
                         std::floor(corner.y + (size.height - picture.height) / 2)};
     options.tint = _KXWidgetColor({1, 1, 1, 1});

@@ -8,22 +8,13 @@
 #include <Kobaltrix/KXUITextEntry.h>
 
 #include <cmath>
-#include <new>
-#include <utility>
 
 KXUILabel::KXUILabel() : _textColor(_KXUITextColor), _wanted{-1, -1} {}
 
 KXUILabel::~KXUILabel() = default;
 
 void KXUILabel::setText(const char* text) {
-    auto other = std::make_unique<_KXCaption>(text ? text : "");
-    std::swap(_text, other);
-    try {
-        _fit();
-    } catch (const std::bad_alloc&) { // it was not measured
-        std::swap(_text, other);
-        throw;
-    }
+    _KXChangeCaption(_text, std::make_unique<_KXCaption>(text ? text : ""), [this] { _fit(); });
 }
 
 const char* KXUILabel::text() const { return _text ? _text->text() : ""; }

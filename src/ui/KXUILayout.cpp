@@ -2,6 +2,7 @@
 
 #include "ui/WholePixels.h"
 
+#include <Kobaltrix/KXGeometry.h>
 #include <Kobaltrix/KXUILabel.h>
 
 #include <algorithm>
@@ -337,8 +338,6 @@ void KXUILayout::setRect(KXPoint origin, KXSize size) {
     const KXRect rect = _KXRectBetween(_KXWholePixel(origin.x), _KXWholePixel(origin.y),
                                        _KXWholePixel(origin.x + soundLength(size.width)),
                                        _KXWholePixel(origin.y + soundLength(size.height)));
-    const auto& [placedAt, placed] = _parts->rect;
-    if (_parts->hasChanged() || rect.origin.x != placedAt.x || rect.origin.y != placedAt.y ||
-        rect.size.width != placed.width || rect.size.height != placed.height)
+    if (_parts->hasChanged() || !KXEqualRects(rect, _parts->rect))
         _parts->place(rect);
 }

@@ -71,17 +71,14 @@ unsigned _KXUIWidget::_sizeChangeCount() const { return _sizeChanges; }
 
 /// Takes the place that a layout has for it.
 void _KXUIWidget::_place(KXRect rect) {
-    struct Placing {
-        explicit Placing(bool& is) : _is(is) { _is = true; }
-        ~Placing() { _is = false; }
-        Placing(const Placing&) = delete;
-        Placing& operator=(const Placing&) = delete;
-
-    private:
-        bool& _is;
-    };
-    const Placing placing(_isBeingPlaced);
-    setRect(rect.origin, rect.size);
+    _isBeingPlaced = true;
+    try {
+        setRect(rect.origin, rect.size);
+    } catch (...) {
+        _isBeingPlaced = false;
+        throw;
+    }
+    _isBeingPlaced = false;
 }
 
 bool _KXUIWidget::_mouseIsElsewhere() const { return _KXIsElsewhere(_windowID, KXMouseWindowID); }

@@ -2,10 +2,10 @@
 
 #include "text/RowText.h"
 #include "util/FolderListing.h"
-#include "util/Utf8.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>
+#include <Kobaltrix/KXGeometry.h>
 #include <Kobaltrix/KXMouse.h>
 #include <Kobaltrix/KXUIWidget.h>
 
@@ -15,9 +15,7 @@
 static constexpr const char* separator = " > ";
 
 void _KXPathCrumbs::update(const KXFont& font, const std::string& path, KXRect place) {
-    const bool isInPlace = place.origin.x == _place.origin.x && place.origin.y == _place.origin.y &&
-                           place.size.width == _place.size.width && place.size.height == _place.size.height;
-    if (isInPlace && _fontRevision == font._currentRevision() && path == _path)
+    if (KXEqualRects(place, _place) && _fontRevision == font._currentRevision() && path == _path)
         return;
     _crumbs.clear();
     const float between = font.advance(separator);
@@ -26,9 +24,7 @@ void _KXPathCrumbs::update(const KXFont& font, const std::string& path, KXRect p
     // From the last name, which is to be seen in any case, as far up as there is room.
     for (std::string part = path;; part = _KXParentOf(part)) {
         const std::string name = part == home ? "Home" : _KXLastPart(part);
-        std::string text = name.empty() ? "/" : _KXLegibleText(name.c_str()).get();
-        std::ranges::replace_if(
-            text, [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
+        std::string text = name.empty() ? "/" : _KXShownName(name);
         float width = font.advance(text.c_str()) + (_crumbs.empty() ? 0 : between);
         if (_crumbs.empty() && width > place.size.width) {
             text = _KXTextEndThatFits(font, text.c_str(), place.size.width);

@@ -3,6 +3,7 @@
 #include "platform/FolderReader.h"
 #include "platform/LocalTime.h"
 #include "util/TextOrder.h"
+#include "util/Utf8.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -89,7 +90,6 @@ _KXFolderListing _KXReadFolder(const std::string& path, const _KXFileFilter& fil
             listing.hasOthers = true;
     }
     listing.error = folder.error();
-    sortByName(listing.entries);
     return listing;
 }
 
@@ -161,6 +161,13 @@ std::string _KXAbsolutePath(const char* path) {
 std::string _KXHomeFolder() {
     const char* const home = std::getenv("HOME");
     return home && *home && _KXKindOf(home) == _KXPathKind::Folder ? _KXAbsolutePath(home) : "";
+}
+
+std::string _KXShownName(const std::string& name) {
+    std::string shown = _KXLegibleText(name.c_str()).get();
+    std::ranges::replace_if(
+        shown, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }, '?');
+    return shown;
 }
 
 std::string _KXLastPart(const std::string& path) { return fs::path(path).filename().string(); }

@@ -12,7 +12,7 @@ struct _KXFolderListing {
         bool isFolder;
         _KXFileFacts facts = {};
     };
-    std::vector<Entry> entries; ///< Folders first, each half in the order people expect.
+    std::vector<Entry> entries; ///< In no order, see _KXSortListing().
     bool hasOthers = false;     ///< Whether something was left out.
     int error = 0;              ///< Why the folder could not be read, or not to its end; an errno.
 };
@@ -33,7 +33,8 @@ _KXFolderListing _KXReadFolder(const std::string& path, const _KXFileFilter& fil
 
 /// What a listing is sorted by. Folders stay first.
 enum class _KXListingOrder { Name, Size, Changed };
-/// Sorts entries. The largest and the latest are the first ones, unless all is @a reversed.
+/// Sorts entries: folders first, names in the order people expect. The largest and the latest are the first
+/// ones, unless all is @a reversed.
 void _KXSortListing(std::vector<_KXFolderListing::Entry>& entries, _KXListingOrder order, bool reversed);
 /// What people read as a file's size, such as "12 B" and "3.4 MB", and as a time in their time zone.
 std::string _KXSizeText(std::uint64_t bytes);
@@ -50,6 +51,8 @@ std::string _KXPathIn(const std::string& folder, const std::string& path);
 std::string _KXAbsolutePath(const char* path);
 /// The user's own folder, empty if it is not known or not there.
 std::string _KXHomeFolder();
+/// A name as it can be shown: with question marks for bytes that are no character and for control characters.
+std::string _KXShownName(const std::string& name);
 /// The last part of an absolute path, empty for the root; and what is before it, the root at last.
 std::string _KXLastPart(const std::string& path);
 std::string _KXParentOf(const std::string& path);

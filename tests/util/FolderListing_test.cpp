@@ -17,9 +17,10 @@ namespace fs = std::filesystem;
 TEST(FolderListing, ListsFoldersFirstAndWhatTheFilterLetsThrough) {
     const TemporaryFolder folder;
     const auto names = [&](const char* extensions, bool hidden) {
-        const _KXFolderListing listing =
+        _KXFolderListing listing =
             _KXReadFolder(folder.path(), {_KXFileFilter::extensionsIn(extensions), hidden});
         EXPECT_EQ(listing.error, 0);
+        _KXSortListing(listing.entries, _KXListingOrder::Name, false);
         std::string all;
         for (const auto& entry : listing.entries)
             all += entry.name + (entry.isFolder ? "/|" : "|");
