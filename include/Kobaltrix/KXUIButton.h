@@ -48,6 +48,7 @@ public:
 
     /// Draws the button, with the depressed background while any mouse button is held on it.
     void draw() override;
+    KXUIDescription description() const override;
 
     // Used by the library itself.
     KX_INTERNAL void _drawWithBackgroundColor(KXColor background);
@@ -85,6 +86,7 @@ public:
     int clicked(int button) override;
     /// Draws the button in the colours of its state.
     void draw() override;
+    KXUIDescription description() const override; ///< Says whether it is on.
 
 private:
     KXColor _onBackgroundColor;

@@ -41,6 +41,7 @@ public:
     int clicked(int button) override;
     /// Draws the box, its mark and the caption. Throws std::bad_alloc as KXTextLayout::draw() does.
     void draw() override;
+    KXUIDescription description() const override; ///< Says whether it is checked.
 
     // Used by the library itself.
     KX_INTERNAL void _beRound();

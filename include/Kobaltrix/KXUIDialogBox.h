@@ -79,6 +79,12 @@ public:
     void poll();
     /// Draws the box, then its buttons in the order added.
     void draw() override;
+    int pollInPanel() override; ///< poll(). @return -1 if a button was clicked in it.
+    /// Left and Right go from button to button, Return and Space click.
+    int handleKey(const KXUIKey& key) override;
+    KXRect focusRect() const override;            ///< That of the button that the keys are with.
+    KXUIDescription description() const override; ///< The message is its name, that button its value.
+
     /// Fits the box to message and buttons and places the buttons. Does nothing without a font. Everything
     /// that changes the layout calls it.
     void resize();
@@ -94,6 +100,8 @@ private:
     KXTextAlign _messageAlign;
     int32_t _buttonIndexClicked;
     std::vector<std::unique_ptr<KXUIButton>> _buttons;
+    int32_t _keyButton; // that the keys are with
+    unsigned _clicks;
     int32_t _padding;
     KXColor _backgroundColor;
     KXColor _textColor;

@@ -99,6 +99,10 @@ public:
     int poll();
     /// Draws the browser into the current target; nothing while it is hidden.
     void draw() override;
+    int pollInPanel() override;                      ///< poll().
+    int takesKeyboard() const override;              ///< 0: it has the keyboard while it is shown.
+    int containsPoint(KXPoint point) const override; ///< 0 while it is not shown.
+    KXUIDescription description() const override;    ///< The folder is its value.
 
     /// Moves the top-left corner, pixels.
     void setOrigin(KXPoint origin) override;

@@ -59,6 +59,9 @@ public:
     int clicked(int button) override;
     /// Draws the text. Throws std::bad_alloc as KXTextLayout::draw() does.
     void draw() override;
+    int takesKeyboard() const override; ///< 0.
+    void refit() override;
+    KXUIDescription description() const override;
 
     // Used by the library itself.
     KX_INTERNAL KXSize _sizeAt(float width);

@@ -106,6 +106,9 @@ public:
     void setWindowID(unsigned id) override;
     /// Draws the list into the current target, within the limit that the game has set there, which stays.
     void draw() override;
+    int pollInPanel() override;                   ///< poll().
+    KXUIDescription description() const override; ///< The row that is selected is its value.
+    _KXFocus* _keyboardFocus() override;
 
     void setBackgroundColor(KXColor color);                      ///< Behind the rows.
     void setBackgroundColor(float r, float g, float b, float a); ///< Behind the rows.

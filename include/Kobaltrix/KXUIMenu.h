@@ -169,6 +169,11 @@ public:
     void layout() override;
     /// Draws the title and, while the menu is open, the entries where the last poll() placed them.
     void draw() override;
+    int pollInPanel() override;         ///< poll(). @return 0: entries call what they are for.
+    int takesKeyboard() const override; ///< 0: its entries have shortcuts.
+    /// -1 also for the entries of an open menu.
+    int containsPoint(KXPoint point) const override;
+    KXUIDescription description() const override; ///< Says whether it is open.
 
     // Used by the library itself.
     KX_INTERNAL std::unique_ptr<_KXUIMenuBase> _takeOut(_KXUIMenuBase* entry);

@@ -46,6 +46,8 @@ public:
     /// Draws the bar. Throws std::bad_alloc as KXTextLayout::draw() does; a bar that shows the time asks for
     /// memory in each second of it.
     void draw() override;
+    int takesKeyboard() const override;           ///< 0.
+    KXUIDescription description() const override; ///< Its value is in percent.
 
 private:
     KX_INTERNAL void _writeCaption();

@@ -57,10 +57,16 @@ public:
     int poll();
     /// Draws the options.
     void draw() override;
+    int pollInPanel() override; ///< poll(), and whether keys have chosen.
+    /// Up and Down, Left and Right choose the option beside, Home and End the first and the last.
+    int handleKey(const KXUIKey& key) override;
+    KXRect focusRect() const override; ///< That of the option that is chosen.
+    void refit() override;
+    KXUIDescription description() const override; ///< The option that is chosen is its value.
 
 private:
     KX_INTERNAL void _layOut();
 
     std::vector<std::unique_ptr<KXUICheckBox>> _options;
-    int32_t _selected;
+    int32_t _selected, _changedByKey;
 };

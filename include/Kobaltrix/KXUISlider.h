@@ -43,6 +43,11 @@ public:
     /// A drag is a press that begins on track or knob, edges included, and follows the pointer anywhere until
     /// it is let go. @return -1 when the value changed in this call, else 0.
     int poll();
+    int pollInPanel() override; ///< poll().
+    /// Left and Right change the value by 1, Page Up and Page Down by a tenth of the range; Home and End go
+    /// to its ends.
+    int handleKey(const KXUIKey& key) override;
+    KXUIDescription description() const override; ///< With the value.
     /// Draws track and knob.
     void draw() override;
 
@@ -58,7 +63,7 @@ private:
     KXRect _knob;
     KXRect _track;
     int32_t _pressed;
-    int32_t _dragging;
+    int32_t _dragging, _changedByKey;
     int32_t _minimum;
     int32_t _maximum;
     int32_t _value;

@@ -97,6 +97,9 @@ public:
     void setWindowID(unsigned id) override;
     /// Draws the entry into the current target, its text cut to its box.
     void draw() override;
+    int pollInPanel() override;                   ///< poll().
+    KXUIDescription description() const override; ///< The text is its value, unless it is masked.
+    _KXFocus* _keyboardFocus() override;
 
     void setBackgroundColor(KXColor color);                       ///< Fills the box.
     void setBackgroundColor(float r, float g, float b, float a);  ///< Fills the box.

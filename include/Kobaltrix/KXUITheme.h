@@ -2,14 +2,16 @@
 
 #include <Kobaltrix/KXTypes.h>
 
+#include <stdint.h>
+
+class KXTexture;
+
 /// @file
 /// What all widgets have in common in their looks, in one struct. What a widget can be given by itself, its
 /// colours and its font, stays its own.
 ///
 /// @code
-/// KXUITheme theme;
-/// theme.captions = KXUICaptionsLaidOut;
-/// KXUISetTheme(theme); // before widgets are made
+/// KXUISetTheme(KXUIDarkTheme()); // all widgets, those that exist too
 /// @endcode
 
 /// How the captions of buttons and menus and the messages of dialog boxes come to their places.
@@ -35,15 +37,83 @@ struct KXUITooltipTheme {
     KXColor text = {0, 0, 0, 1};           ///< Outside of colour spans.
 };
 
+/// What widgets are made of.
+enum KXUIPart : int {
+    KXUIPartPanel = 0, ///< What others stand on: dialog boxes, file browsers, panels with a background.
+    KXUIPartButton,    ///< Buttons of every kind, the tab that is chosen.
+    KXUIPartField,     ///< What holds a text or rows: entries, lists, check boxes, tables.
+    KXUIPartMenu,      ///< Columns of menus and of drop-downs.
+    KXUIPartHeader,    ///< Menu bars, tabs, the titles of columns.
+    KXUIPartTrack,     ///< Of sliders, scroll bars and bars of progress.
+    KXUIPartKnob,      ///< That is dragged along a track.
+    KXUIPartSelection, ///< Rows that are chosen, the entry of a menu that is lit, what is done.
+    KXUIPartCount      ///< How many there are.
+};
+
+/// What a part may be at the moment; several of them together.
+enum KXUIPartState : unsigned {
+    KXUIPartNormal = 0,  ///< Nothing special.
+    KXUIPartHovered = 1, ///< The pointer is over it.
+    KXUIPartPressed = 2, ///< It is held.
+    KXUIPartOn = 4,      ///< It is on, open or chosen.
+    KXUIPartFocused = 8  ///< It has the keyboard.
+};
+
+/// The colours of all widgets, instead of those that each of them has.
+struct KXUIPalette {
+    KXColor panel;         ///< Of #KXUIPartPanel.
+    KXColor button;        ///< Of #KXUIPartButton and #KXUIPartKnob,
+    KXColor buttonHovered; ///< with the pointer over it,
+    KXColor buttonPressed; ///< and held or on.
+    KXColor field;         ///< Of #KXUIPartField.
+    KXColor menu;          ///< Of #KXUIPartMenu.
+    KXColor header;        ///< Of #KXUIPartHeader.
+    KXColor track;         ///< Of #KXUIPartTrack.
+    KXColor border;        ///< Around them.
+    KXColor text;          ///< On them.
+    KXColor faintText;     ///< Of placeholders, shortcuts and numbers of lines.
+    KXColor selection;     ///< Of #KXUIPartSelection,
+    KXColor selectedText;  ///< and of the text on it.
+    KXColor focus;         ///< Around what has the keyboard.
+};
+
+/// A picture that a part is drawn with: its corners as they are, edges and middle stretched.
+struct KXUISkin {
+    KXTexture* texture = nullptr;       ///< Not owned, it must live as long as the theme; null for none.
+    KXRect source = {{0, 0}, {-1, -1}}; ///< The part of it, as KXDrawOptions::source has it.
+    float corner = 4;                   ///< Width and height of a corner, in pixels of the texture.
+    float scale = 1;                    ///< How large corners are drawn: 2 is twice their size.
+};
+
+/// The pictures of a part. One that has none is drawn as the next that has: pressed, on and hovered as
+/// normal.
+struct KXUIPartSkins {
+    KXUISkin normal;  ///< As it is mostly.
+    KXUISkin hovered; ///< With the pointer over it.
+    KXUISkin pressed; ///< Held, or on.
+};
+
 /// How widgets look. What it begins with is how they look without a theme.
 struct KXUITheme {
     KXUICaptions captions = KXUICaptionsPrinted; ///< How captions and messages come to their places.
     float disabledOpacity = 0.4f;                ///< What is left of the opacity of disabled widgets.
     KXUITooltipTheme tooltip;                    ///< How tooltips look.
+    /// Non-zero for the palette's colours instead of those that each widget has.
+    int32_t usesPalette = 0;
+    KXUIPalette palette = {};           ///< The colours of all widgets.
+    KXUIPartSkins skins[KXUIPartCount]; ///< Pictures instead of boxes, by #KXUIPart.
+    float ringWidth = 2;                ///< Pixels of the ring around what has the keyboard.
 };
 
+/// Dark texts on light grey, captions laid out.
+KX_API KXUITheme KXUILightTheme();
+/// Light texts on dark grey, captions laid out.
+KX_API KXUITheme KXUIDarkTheme();
+/// White and yellow on black, with strong borders, for those who see little.
+KX_API KXUITheme KXUIHighContrastTheme();
+
 /// Gives all widgets a theme. Those that exist follow when they are drawn, but sizes that were fitted to
-/// texts stay, so set it before widgets are made. @param theme copied.
+/// texts stay, but for those of widgets in a KXUIPanel. @param theme copied.
 KX_API void KXUISetTheme(const KXUITheme& theme);
 /// The theme that was set last.
 KX_API KXUITheme KXUICurrentTheme();

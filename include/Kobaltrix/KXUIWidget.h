@@ -12,14 +12,32 @@
 /// What every widget has: a rectangle, click tracking for each mouse button, and a font.
 ///
 /// Widgets are immediate: the game polls each of them once per logic step and draws it once per frame, in the
-/// order it likes. There is no tree of widgets, and a click reaches every widget under the pointer. Only the
-/// keyboard belongs to one list or text entry at a time. With several windows each widget is told its own, by
-/// setWindowID(). Everything needs the thread that owns the OpenGL context. Texts and paths that are given to
-/// a widget are copied.
+/// order it likes. By themselves they know nothing of each other: a click reaches every widget under the
+/// pointer, and only the keyboard belongs to one list or text entry at a time. A KXUIPanel polls and draws
+/// many by one call, gives the mouse to the one on top and takes the keyboard from one to the next. With
+/// several windows each widget is told its own, by setWindowID(). Everything needs the thread that owns the
+/// OpenGL context. Texts and paths that are given to a widget are copied.
 
 class KXFont;
-class _KXCaption;
 class KXUILayout;
+class KXUIPanel;
+class _KXCaption;
+class _KXFocus;
+
+/// A widget in words, for those who have it read aloud, and for tests.
+struct KXUIDescription {
+    std::string role;  ///< What it is: "button", "check box"; empty for what only decorates.
+    std::string name;  ///< What it is called: its caption, else the label that names it, else its tooltip.
+    std::string value; ///< What it holds: its text, its number, the row that is chosen.
+    std::string state; ///< What else is to be said, with commas between: "disabled", "checked", "focused".
+};
+
+/// A key that is meant for a widget.
+struct KXUIKey {
+    int key;                          ///< Its number, see KXKeyNumber.
+    int isRepeat;                     ///< Non-zero where it is held and repeats.
+    int shift, control, alt, command; ///< Non-zero for the modifiers that are held.
+};
 
 /// The base of all widgets.
 class KX_API _KXUIWidget {
@@ -101,6 +119,36 @@ public:
     /// The text of setTooltip(), null for none.
     const char* tooltip() const;
 
+    /// -1 if the user acted on the widget in the last KXUIPanel::poll(): clicked it, or changed what it
+    /// holds.
+    int activated() const;
+    /// The widget in words.
+    virtual KXUIDescription description() const;
+
+    // What a panel asks of a widget, to be overridden by widgets that a game makes itself.
+
+    /// Polls the widget, once per logic step. The base asks clicked(KXMouseLeft). @return -1 if the user
+    /// acted.
+    virtual int pollInPanel();
+    /// Whether the keyboard stops at it; the base says -1.
+    virtual int takesKeyboard() const;
+    /// A key went down or repeats while the widget has the keyboard. The base clicks it at Return, the key
+    /// pad's Enter and Space. @return -1 if it was for the widget, else 0.
+    virtual int handleKey(const KXUIKey& key);
+    /// Where the ring is drawn while it has the keyboard: its rectangle.
+    virtual KXRect focusRect() const;
+    /// Whether a point belongs to it: one in its rectangle, without the left and top edges.
+    virtual int containsPoint(KXPoint point) const;
+    /// -1 while something of it is open above all other widgets, such as the list of a drop-down: the mouse
+    /// is its alone, wherever it is.
+    virtual int hasPopup() const;
+    /// Draws that, after all other widgets were drawn.
+    virtual void drawPopup();
+    /// The theme has changed: fits the size to the text anew, if that is what it was.
+    virtual void refit();
+    /// The part of it that has the keyboard, for widgets of the library; null if the panel shall provide one.
+    virtual _KXFocus* _keyboardFocus();
+
     // Used by the library itself.
     KX_INTERNAL KXSize _naturalSize() const;
     KX_INTERNAL unsigned _sizeChangeCount() const;
@@ -110,6 +158,11 @@ public:
     KX_INTERNAL bool _takesInput() const;
     KX_INTERNAL void _letGo(int button);
     KX_INTERNAL _KXCaption* _tooltipCaption() const;
+    KX_INTERNAL void _noteAskedSize(KXSize size);
+    KX_INTERNAL void _setActivated(int activated);
+    KX_INTERNAL KXUIPanel* _panel() const;
+    KX_INTERNAL void _setPanel(KXUIPanel* panel);
+    KX_INTERNAL KXUIDescription _described(const char* role, const char* caption) const;
     KX_INTERNAL _KXUIWidget* _pair() const;
     KX_INTERNAL void _pairWith(_KXUIWidget* other);
     KX_INTERNAL KXSize _idealSizeForText(const char* text) const;
@@ -130,14 +183,16 @@ private:
 
     KXRect _rect;
     KXSize _natural; // that it was given last, but not by a layout
+    KXSize _asked;   // of a widget that fits its text: with -1 for what it fits
     unsigned _sizeChanges;
     bool _isBeingPlaced;
     unsigned _windowID;
-    int32_t _isDisabled, _isHidden;
+    int32_t _isDisabled, _isHidden, _wasActivated;
     ButtonRecord _buttons[7];
     std::unique_ptr<_KXCaption> _tooltip;
     _KXUIWidget* _pairedWith; // a label and the widget that it names
     KXUILayout* _layout;      // that it is in
+    KXUIPanel* _inPanel;
 
 protected:
     // For the widgets of the library.

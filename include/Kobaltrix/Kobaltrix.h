@@ -96,6 +96,7 @@
 #include <Kobaltrix/KXUILayout.h>
 #include <Kobaltrix/KXUIListBox.h>
 #include <Kobaltrix/KXUIMenu.h>
+#include <Kobaltrix/KXUIPanel.h>
 #include <Kobaltrix/KXUIProgressBar.h>
 #include <Kobaltrix/KXUIRadioGroup.h>
 #include <Kobaltrix/KXUISlider.h>

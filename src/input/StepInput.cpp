@@ -38,7 +38,7 @@ _KXModifiers _KXHeldModifiers() {
 static void take(const KXInputEvent& event, bool isOfShortcut) {
     _KXStepInput& step = _KXStep();
     const KXPoint pointer = event.type == KXInputEventMouseMoved ? event.point : KXMousePoint;
-    step.past.push_back({event, _KXHeldModifiers(), pointer, isOfShortcut});
+    step.past.push_back({event, _KXHeldModifiers(), pointer, isOfShortcut, nullptr});
     (step.reads ? step.events : step.laterEvents).push_back(event);
 }
 

@@ -49,12 +49,15 @@ struct _KXModifiers {
     bool shift, control, alt, command;
 };
 
+class _KXUIWidget;
+
 /// An event as widgets are told of it, which may be later than in its step.
 struct _KXPastEvent {
     KXInputEvent event;
-    _KXModifiers modifiers; ///< That were held when it came.
-    KXPoint pointer;        ///< Where it was then, or where it went.
-    bool isOfShortcut;      ///< A text that is none.
+    _KXModifiers modifiers;               ///< That were held when it came.
+    KXPoint pointer;                      ///< Where it was then, or where it went.
+    bool isOfShortcut;                    ///< A text that is none.
+    const _KXUIWidget* claimer = nullptr; ///< The one that lies on top where it came, to which alone it goes.
 };
 
 /// Where the pointer lies still, but for a hand that trembles.

@@ -25,6 +25,10 @@ struct Owners {
 
     std::uint32_t secretStep = 0; // one more than that in which a secret widget was polled last
 
+    const _KXUIWidget* pointerClaimer = nullptr; // in a step
+    std::uint32_t pointerClaimed = 0;
+    const _KXFocus::Turn* turn = nullptr; // the innermost
+
     int repeatingKey = 0;                           // that the owner was told of last, 0 for none
     std::uint32_t repeatStep = 0, repeatedStep = 0; // when it went down, and when it was repeated last
 };
@@ -109,7 +113,9 @@ void _KXFocus::takeKeyboard(std::uint64_t from) {
     owners.keyboardIsOnItsWay = false;
     if (std::exchange(owners.keyboard, this) == this)
         return;
-    _KXBeginTextInput();
+    arrivedByKeyboard = false;
+    if (takesText())
+        _KXBeginTextInput();
     keyboardTaken();
 }
 
@@ -144,6 +150,7 @@ void _KXFocus::pollTabStop() {
     if (!owners.keyboardIsOnItsWay)
         return;
     takeKeyboard(owners.keyboardFrom); // with what was typed behind it
+    arrivedByKeyboard = true;
     tabArrived();
 }
 
@@ -156,9 +163,16 @@ void _KXFocus::sendKeyboardBack() {
     if (!owners.stopBefore)
         return;
     owners.stopBefore->hear(here()); // what came before, if it is yet to be polled
-    owners.stopBefore->takeKeyboard();
-    owners.stopBefore->tabArrived();
+    owners.stopBefore->takeKeyboardByKey();
 }
+
+void _KXFocus::takeKeyboardByKey() {
+    takeKeyboard();
+    arrivedByKeyboard = true;
+    tabArrived();
+}
+
+void _KXFocus::hearSoFar() { hear(here()); }
 
 bool _KXFocus::inputMethodIsAtWork() {
     return owners.composing || owners.composed == std::uint64_t{_KXStep().step} + 1;
@@ -194,6 +208,8 @@ void _KXFocus::hearKeyboard(const _KXPastEvent& past) {
             noteComposing(true);
         if (inputMethodIsAtWork() || (filter && filter->keepsKey(event, past.modifiers)))
             return;
+        if (passesTabOn && event.key == KXKeyTab && !past.modifiers.alt)
+            return past.modifiers.shift ? sendKeyboardBack() : sendKeyboardOn();
         owners.repeatingKey = event.key;
         owners.repeatStep = owners.repeatedStep = _KXStep().step;
         heardKey(event, past.modifiers);
@@ -258,10 +274,14 @@ void _KXFocus::hearEvent(std::uint64_t number, bool pointerMovedOn) {
         owners.keyboardFrom = std::max(owners.keyboardFrom, number + 1);
     if (windowID && past.event.windowID && past.event.windowID != windowID)
         return;
-    if (!isOfMouse(past.event) && mayHear)
+    if (isOfMouse(past.event)) {
+        if (isNew && !isAnothers(past.claimer))
+            hearMouse(past, pointerMovedOn);
+    } else if (mayHear) {
         hearKeyboard(past);
-    else if (isOfMouse(past.event) && isNew)
-        hearMouse(past, pointerMovedOn);
+    } else if (isNew && !owners.keyboard && past.event.type == KXInputEventKeyDown) {
+        heardKeyOfNobody(past.event, past.modifiers);
+    }
 }
 
 bool _KXFocus::nextTypingMayBeSecret() {
@@ -280,7 +300,7 @@ bool _KXFocus::nextTypingMayBeSecret() {
 void _KXFocus::hear() {
     if (isSecret())
         owners.secretStep = _KXStep().step + 1;
-    if (hasKeyboard())
+    if (hasKeyboard() && takesText())
         _KXKeepTextInput();
     hear(_KXNextEventNumber());
     if (owners.pointer == this && !_KXMouseButtonLeft) // let go of while this was not polled
@@ -320,6 +340,42 @@ void _KXFocus::takePointer() {
         return;
     owners.pointer = this;
     owners.pointerTaken = owners.hearing;
+}
+
+_KXFocus::Turn::Turn(const _KXUIWidget& whose) : _whose(&whose), _outer(std::exchange(owners.turn, this)) {}
+_KXFocus::Turn::~Turn() { owners.turn = _outer; }
+
+bool _KXFocus::isAnothers(const _KXUIWidget* claimer) {
+    for (const Turn* turn = owners.turn; turn && claimer; turn = turn->_outer)
+        if (turn->_whose == claimer)
+            return false;
+    return claimer;
+}
+
+void _KXFocus::claimPointer(const _KXUIWidget& widget) {
+    _KXStepInput& step = _KXStep();
+    if (owners.hearing > step.pastNumber) {
+        _KXPastEvent& past = step.past[owners.hearing - 1 - step.pastNumber];
+        if (!isAnothers(past.claimer))
+            past.claimer = &widget;
+    }
+    if (step.step == owners.pointerClaimed && isAnothers(owners.pointerClaimer))
+        return;
+    owners.pointerClaimer = &widget;
+    owners.pointerClaimed = step.step;
+}
+
+void _KXFocus::forgetClaims(const _KXUIWidget& widget) {
+    if (owners.pointerClaimer == &widget)
+        owners.pointerClaimer = nullptr;
+    for (_KXPastEvent& past : _KXStep().past)
+        if (past.claimer == &widget)
+            past.claimer = nullptr;
+}
+
+bool _KXFocus::pointerIsKeptFrom(const _KXUIWidget& widget) {
+    return !owners.hearing && owners.pointerClaimer != &widget &&
+           _KXStep().step - owners.pointerClaimed <= 1 && isAnothers(owners.pointerClaimer);
 }
 
 bool _KXFocus::hasPointer() const { return owners.pointer == this && (owners.hearing || _KXMouseButtonLeft); }

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+class _KXUIWidget;
+
 /// Whether mouse or keyboard, as @a whose asks, are in another window than a widget's, 0 for every one. Most
 /// widgets are never told of a window and ask nothing.
 inline bool _KXIsElsewhere(unsigned windowID, unsigned (*whose)()) {
@@ -32,9 +34,13 @@ public:
     /// Whose the keyboard is, null if nobody has it.
     static _KXFocus* keyboardOwner();
     bool hasKeyboard() const { return keyboardOwner() == this; }
+    /// The keyboard has come by Tab, in either direction, or comes back because there is no other stop.
+    virtual void tabArrived() {}
     /// Takes the keyboard, from whoever has it, from the event on that is being heard, or in no event what
     /// comes from now on: keys that are held and what was typed before are not for this widget.
     void takeKeyboard();
+    /// The same by a key: what has it shows that.
+    void takeKeyboardByKey();
     /// Leaves the keyboard to nobody; nothing happens without it.
     void giveUpKeyboard();
 
@@ -50,6 +56,8 @@ public:
     /// poll: what came before the last step is forgotten, and where the last step was not polled, what came
     /// in it too, since widgets that are not polled do not react.
     void hear(std::uint64_t end);
+    /// Up to the event that another is hearing.
+    void hearSoFar();
     /// Everything, and then the key that is held, as often as it repeats in this step.
     void hear();
     /// Gives up what it has and leaves out what it has not heard yet: the user does not work the widget.
@@ -66,6 +74,30 @@ public:
     /// Whether it has it; while it hears, at the time of the event.
     bool hasPointer() const;
 
+    /// For a widget that lies on top: keeps the event of the mouse that is being heard, and the pointer until
+    /// the next step, from all that is polled later. What another has claimed stays its own, unless this is a
+    /// part of it, in its turn. Outside of the hearing of an event it claims the pointer alone.
+    static void claimPointer(const _KXUIWidget& widget);
+    /// Whether the pointer is claimed, in this step or the last, by another than a widget or whose turn it
+    /// is. While an event is heard it is not: whose that is has been asked before.
+    static bool pointerIsKeptFrom(const _KXUIWidget& widget);
+    /// A widget ends.
+    static void forgetClaims(const _KXUIWidget& widget);
+    /// While it lives, a widget is polled or drawn with all its parts, which what it has claimed is not kept
+    /// from.
+    class Turn {
+    public:
+        explicit Turn(const _KXUIWidget& whose);
+        ~Turn();
+        Turn(const Turn&) = delete;
+        Turn& operator=(const Turn&) = delete;
+
+    private:
+        friend class _KXFocus;
+        const _KXUIWidget* _whose;
+        const Turn* _outer;
+    };
+
     /// Whether nobody may learn what is typed while this has the keyboard.
     virtual bool isSecret() const { return false; }
     /// The same of who will hear what comes next: the keyboard may change hands within a step, which is known
@@ -78,6 +110,15 @@ public:
         virtual bool keepsKey(const KXInputEvent& key, const _KXModifiers& modifiers) = 0;
     };
     KeyFilter* filter = nullptr;
+
+    /// Hands the keyboard on at Tab and back at Shift and Tab, by itself.
+    bool passesTabOn = false;
+    /// Means Tab for its text: in a panel Control and Tab hands the keyboard on instead.
+    bool keepsTab = false;
+    /// Leaves Return to its panel as well, which presses a button then.
+    bool leavesReturn = false;
+    /// Whether the keyboard came by a key, so that where it is wants to be shown.
+    bool arrivedByKeyboard = false;
 
 protected:
     /// A button went down or up, or the mouse moved or its wheel turned. Meanwhile the pointer's variables
@@ -92,12 +133,15 @@ protected:
     virtual void keyboardTaken() {}
     /// The keyboard goes; all that was for this widget has been heard.
     virtual void keyboardLost() {}
-    /// The keyboard has come by Tab, in either direction, or comes back because there is no other stop.
-    virtual void tabArrived() {}
+    /// A key went down while nobody has the keyboard.
+    virtual void heardKeyOfNobody(const KXInputEvent&, const _KXModifiers&) {}
+    /// Whether the keyboard is for typing, with what the platform does for that.
+    virtual bool takesText() const { return true; }
 
 private:
     void takeKeyboard(std::uint64_t from);
     bool mayHearKey(std::uint64_t number) const;
+    static bool isAnothers(const _KXUIWidget* claimer);
     void hearEvent(std::uint64_t number, bool pointerMovedOn);
     void hearKeyboard(const _KXPastEvent& past);
     void hearMouse(const _KXPastEvent& past, bool pointerMovedOn);

@@ -23,6 +23,7 @@ int KXUIButton::setText(const char* text) {
 }
 
 void KXUIButton::setSize(KXSize size) {
+    _noteAskedSize(size);
     if (_caption && _fontInUse() && (size.width == -1 || size.height == -1)) {
         const KXSize ideal = _idealSizeForText(_caption->text());
         if (size.width == -1)
@@ -58,6 +59,10 @@ void KXUIButton::setBorderColor(float r, float g, float b, float a) { setBorderC
 
 void KXUIButton::setTextColor(KXColor color) { _textColor = color; }
 void KXUIButton::setTextColor(float r, float g, float b, float a) { setTextColor({r, g, b, a}); }
+
+KXUIDescription KXUIButton::description() const {
+    return _described("button", _caption ? _caption->text() : nullptr);
+}
 
 void KXUIButton::draw() {
     _drawWithBackgroundColor(_isDepressed() ? _depressedBackgroundColor : _normalBackgroundColor);

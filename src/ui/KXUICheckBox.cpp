@@ -2,6 +2,7 @@
 
 #include "core/ground/UIColors.h"
 #include "ui/Caption.h"
+#include "ui/Description.h"
 #include "ui/WholePixels.h"
 #include "ui/WidgetDrawing.h"
 
@@ -52,6 +53,7 @@ KXSize KXUICheckBox::_fit() const {
 }
 
 void KXUICheckBox::setSize(KXSize size) {
+    _noteAskedSize(size);
     if (size.width == -1 || size.height == -1) {
         const KXSize fit = _fit();
         if (size.width == -1)
@@ -69,6 +71,12 @@ void KXUICheckBox::setBoxColor(KXColor color) { _boxColor = color; }
 void KXUICheckBox::setBorderColor(KXColor color) { _borderColor = color; }
 void KXUICheckBox::setMarkColor(KXColor color) { _markColor = color; }
 void KXUICheckBox::setTextColor(KXColor color) { _textColor = color; }
+
+KXUIDescription KXUICheckBox::description() const {
+    KXUIDescription said = _described(_isRound ? "radio button" : "check box", text());
+    _KXAddState(said, _isChecked ? "checked" : "not checked");
+    return said;
+}
 
 int KXUICheckBox::clicked(int button) {
     const int result = _KXUIWidget::clicked(button);

@@ -8,6 +8,7 @@
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>
+#include <Kobaltrix/KXKeys.h>
 #include <Kobaltrix/KXUIButton.h>
 
 #include <algorithm>
@@ -16,7 +17,7 @@
 #include <utility>
 
 KXUIDialogBox::KXUIDialogBox()
-    : _messageWidth(0), _messageAlign(KXTextAlignStart), _buttonIndexClicked(-1),
+    : _messageWidth(0), _messageAlign(KXTextAlignStart), _buttonIndexClicked(-1), _keyButton(0), _clicks(0),
       _padding(2), _backgroundColor{1, 1, 1, 1}, _textColor{0, 0, 0, 1}, _borderColor{0, 0, 0, 1} {}
 
 KXUIDialogBox::~KXUIDialogBox() = default;
@@ -136,8 +137,38 @@ void KXUIDialogBox::poll() {
         return;
     }
     for (std::size_t i = 0; i < _buttons.size(); ++i)
-        if (_buttons[i]->clicked(KXMouseLeft))
+        if (_buttons[i]->clicked(KXMouseLeft)) {
             _buttonIndexClicked = static_cast<int32_t>(i);
+            ++_clicks;
+        }
+}
+
+int KXUIDialogBox::pollInPanel() {
+    const unsigned before = _clicks;
+    poll();
+    return _clicks != before ? -1 : 0;
+}
+
+int KXUIDialogBox::handleKey(const KXUIKey& key) {
+    const int last = static_cast<int>(_buttons.size()) - 1;
+    if ((key.key != KXKeyLeft && key.key != KXKeyRight) || last < 0) {
+        KXUIButton* const present = button(_keyButton);
+        return present ? present->handleKey(key) : 0;
+    }
+    _keyButton = std::clamp(_keyButton + (key.key == KXKeyLeft ? -1 : 1), 0, last);
+    return -1;
+}
+
+KXRect KXUIDialogBox::focusRect() const {
+    return _keyButton < std::ssize(_buttons) ? _buttons[static_cast<std::size_t>(_keyButton)]->rect()
+                                             : rect();
+}
+
+KXUIDescription KXUIDialogBox::description() const {
+    KXUIDescription said = _described("dialog", _message ? _message->text() : nullptr);
+    if (_keyButton < std::ssize(_buttons))
+        said.value = _buttons[static_cast<std::size_t>(_keyButton)]->description().name;
+    return said;
 }
 
 void KXUIDialogBox::draw() {

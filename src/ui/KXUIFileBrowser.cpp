@@ -2,6 +2,7 @@
 
 #include "core/ground/HeapGlobal.h"
 #include "platform/FileFacts.h"
+#include "ui/Description.h"
 #include "util/Utf8.h"
 
 #include <Kobaltrix/KXString.h>
@@ -428,4 +429,19 @@ void KXUIFileBrowser::State::choose(const std::string& path) {
     chosen = path;
     hasChosen = true;
     noteUsed(_KXParentOf(path));
+}
+
+int KXUIFileBrowser::pollInPanel() { return poll(); }
+int KXUIFileBrowser::takesKeyboard() const { return 0; }
+int KXUIFileBrowser::containsPoint(KXPoint point) const {
+    return isShown() ? _KXUIWidget::containsPoint(point) : 0;
+}
+
+KXUIDescription KXUIFileBrowser::description() const {
+    KXUIDescription said = _described("file browser", nullptr);
+    if (isShown())
+        said.value = folder();
+    else
+        _KXAddState(said, "closed");
+    return said;
 }

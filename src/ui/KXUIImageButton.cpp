@@ -35,12 +35,13 @@ KXSize KXUIImageButton::_pictureSize() const {
 void KXUIImageButton::setSize(KXSize size) {
     if (!_texture)
         return KXUIButton::setSize(size);
-    const KXSize picture = _pictureSize();
+    const KXSize asked = size, picture = _pictureSize();
     if (size.width == -1)
         size.width = std::ceil(picture.width) + 2 * KXUIWidgetInnerPadding.width;
     if (size.height == -1)
         size.height = std::ceil(picture.height) + 2 * KXUIWidgetInnerPadding.height;
     KXUIButton::setSize(size);
+    _noteAskedSize(asked);
 }
 
 void KXUIImageButton::draw() {

@@ -92,6 +92,12 @@ int KXUILabel::clicked(int button) {
     return result;
 }
 
+int KXUILabel::takesKeyboard() const { return 0; }
+
+void KXUILabel::refit() { _fit(); }
+
+KXUIDescription KXUILabel::description() const { return _described("label", text()); }
+
 void KXUILabel::draw() {
     const _KXWidgetDrawing drawing(*this);
     if (!drawing)

@@ -1,6 +1,7 @@
 #include "ui/KXUIListBox.h"
 
 #include "core/ground/UIColors.h"
+#include "ui/Description.h"
 #include "util/Utf8.h"
 
 #include <Kobaltrix/KXString.h>
@@ -16,6 +17,13 @@ KXUIListBox::KXUIListBox()
       _state(std::make_unique<State>(*this)) {}
 
 KXUIListBox::~KXUIListBox() = default;
+
+KXUIDescription KXUIListBox::description() const {
+    KXUIDescription said = _described("list", nullptr);
+    if (const char* const row = text(selectedIndex()))
+        said.value = _KXSpokenText(row);
+    return said;
+}
 
 bool KXUIListBox::_isRow(int index) const { return index >= 0 && index < count(); }
 

@@ -3,6 +3,7 @@
 #include "core/ground/Truncate.h"
 #include "text/KXUIGlobalFont.h"
 #include "ui/Caption.h"
+#include "ui/Description.h"
 #include "ui/Theme.h"
 #include "ui/WidgetDrawing.h"
 
@@ -300,4 +301,26 @@ void KXUIMenu::_drawEntries() {
     KXDrawRectFill({first.origin, {first.size.width, border}}, colors.border);
     KXDrawRectFill({{last.origin.x, last.origin.y + last.size.height - border}, {last.size.width, border}},
                    colors.border);
+}
+
+int KXUIMenu::pollInPanel() {
+    poll();
+    return 0;
+}
+
+int KXUIMenu::takesKeyboard() const { return 0; }
+
+int KXUIMenu::containsPoint(KXPoint point) const {
+    const auto contains = [&](const auto& entry) { return entry->containsPoint(point); };
+    return _KXUIWidget::containsPoint(point) ||
+                   (_open && std::any_of(_entries.begin(), _entries.end(), contains))
+               ? -1
+               : 0;
+}
+
+KXUIDescription KXUIMenu::description() const {
+    KXUIDescription said = _described("menu", _label ? _label->text() : nullptr);
+    if (_open)
+        _KXAddState(said, "open");
+    return said;
 }

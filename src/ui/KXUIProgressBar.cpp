@@ -69,6 +69,14 @@ void KXUIProgressBar::_writeCaption() {
     _secondsShown = seconds;
 }
 
+int KXUIProgressBar::takesKeyboard() const { return 0; }
+
+KXUIDescription KXUIProgressBar::description() const {
+    KXUIDescription said = _described("progress bar", nullptr);
+    said.value = std::to_string(_KXTruncate(_progress * 100)) + "%";
+    return said;
+}
+
 void KXUIProgressBar::draw() {
     const _KXWidgetDrawing drawing(*this);
     if (!drawing)

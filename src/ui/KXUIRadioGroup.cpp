@@ -1,15 +1,17 @@
 #include <Kobaltrix/KXUIRadioGroup.h>
 
+#include "ui/Description.h"
 #include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXFont.h>
+#include <Kobaltrix/KXKeys.h>
 #include <Kobaltrix/KXUICheckBox.h>
 
 #include <algorithm>
 #include <iterator>
 #include <utility>
 
-KXUIRadioGroup::KXUIRadioGroup() : _selected(-1) {}
+KXUIRadioGroup::KXUIRadioGroup() : _selected(-1), _changedByKey(0) {}
 
 KXUIRadioGroup::~KXUIRadioGroup() = default;
 
@@ -100,6 +102,48 @@ int KXUIRadioGroup::poll() {
     const bool changes = chosen != _selected;
     setSelectedIndex(chosen); // a click has taken the mark of what was chosen before
     return changes ? -1 : 0;
+}
+
+int KXUIRadioGroup::pollInPanel() {
+    const int changed = poll();
+    return std::exchange(_changedByKey, 0) || changed ? -1 : 0;
+}
+
+// Disabled options are passed over.
+int KXUIRadioGroup::handleKey(const KXUIKey& key) {
+    const bool back = key.key == KXKeyUp || key.key == KXKeyLeft || key.key == KXKeyEnd;
+    const bool moves = back || key.key == KXKeyDown || key.key == KXKeyRight || key.key == KXKeyHome ||
+                       (key.key == KXKeySpace && _selected == -1);
+    if (!moves || key.alt || key.control || key.command)
+        return 0;
+    const bool toEnd = key.key == KXKeyHome || key.key == KXKeyEnd || _selected == -1;
+    int next = toEnd ? (back ? count() : -1) : _selected;
+    do
+        next += back ? -1 : 1;
+    while (option(next) && !option(next)->isEnabled());
+    if (!option(next) || next == _selected)
+        return -1;
+    setSelectedIndex(next);
+    _changedByKey = -1;
+    return -1;
+}
+
+KXRect KXUIRadioGroup::focusRect() const {
+    return _selected >= 0 && _selected < count() ? _options[static_cast<std::size_t>(_selected)]->rect()
+                                                 : rect();
+}
+
+void KXUIRadioGroup::refit() {
+    for (const auto& option : _options)
+        option->setSize({-1, -1});
+    _layOut();
+}
+
+KXUIDescription KXUIRadioGroup::description() const {
+    KXUIDescription said = _described("radio group", nullptr);
+    if (_selected >= 0 && _selected < count())
+        said.value = _KXSpokenText(_options[static_cast<std::size_t>(_selected)]->text());
+    return said;
 }
 
 void KXUIRadioGroup::draw() {

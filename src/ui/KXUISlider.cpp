@@ -8,8 +8,11 @@
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXMouse.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <string>
+#include <utility>
 
 static constexpr float knobWidth = 16, smallestWidth = 32, heightWithoutFont = 16;
 
@@ -25,7 +28,7 @@ KXUISlider::KXUISlider()
     : _knobFillColor(_KXUIBackroundColor), _knobPressedFillColor(_KXUIBackgroundColor_Interaction),
       _knobBorderColor(_KXUIBorderColor), _trackFillColor(_KXUIBackroundColor),
       _trackBorderColor(_KXUIBorderColor), _knob(KXZeroRect), _track(KXZeroRect), _pressed(0), _dragging(0),
-      _minimum(0), _maximum(100), _value(50) {
+      _changedByKey(0), _minimum(0), _maximum(100), _value(50) {
     _layOutKnob();
 }
 
@@ -97,6 +100,42 @@ int KXUISlider::poll() {
     if (_dragging && !_mouseIsElsewhere())
         _dragTo(KXMousePoint.x);
     return _value != before ? -1 : 0;
+}
+
+int KXUISlider::pollInPanel() {
+    const int changed = poll();
+    return std::exchange(_changedByKey, 0) || changed ? -1 : 0;
+}
+
+int KXUISlider::handleKey(const KXUIKey& key) {
+    if (key.alt || key.control || key.command)
+        return 0;
+    const std::int64_t page = std::max<std::int64_t>(1, widthOf(_minimum, _maximum) / 10);
+    const struct {
+        int key;
+        std::int64_t value;
+    } keys[] = {{KXKeyLeft, _value - std::int64_t{1}},
+                {KXKeyRight, _value + std::int64_t{1}},
+                {KXKeyPageDown, _value - page},
+                {KXKeyPageUp, _value + page},
+                {KXKeyHome, _minimum},
+                {KXKeyEnd, _maximum}};
+    for (const auto& row : keys) {
+        if (row.key != key.key)
+            continue;
+        const int before = _value;
+        if (_minimum <= _maximum)
+            setValue(static_cast<int>(std::clamp<std::int64_t>(row.value, _minimum, _maximum)));
+        _changedByKey |= _value != before;
+        return -1;
+    }
+    return 0;
+}
+
+KXUIDescription KXUISlider::description() const {
+    KXUIDescription said = _described("slider", nullptr);
+    said.value = std::to_string(_value);
+    return said;
 }
 
 void KXUISlider::_dragTo(float mouseX) {

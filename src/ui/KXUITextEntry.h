@@ -12,7 +12,7 @@
 
 /// What an entry's header does not show.
 struct _KXTextEntryEditor : _KXFocus {
-    explicit _KXTextEntryEditor(KXUITextEntry& edited) : entry(edited) {}
+    explicit _KXTextEntryEditor(KXUITextEntry& edited) : entry(edited) { leavesReturn = true; }
 
     KXUITextEntry& entry;
     _KXTextEdit edit;

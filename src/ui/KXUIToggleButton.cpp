@@ -1,5 +1,7 @@
 #include <Kobaltrix/KXUIButton.h>
 
+#include "ui/Description.h"
+
 KXUIToggleButton::KXUIToggleButton()
     : _onBackgroundColor(depressedBackgroundColor()), _onDepressedBackgroundColor(normalBackgroundColor()),
       _state(KXUIToggleButtonStateOff) {}
@@ -19,6 +21,14 @@ int KXUIToggleButton::clicked(int button) {
     else if (result && _state == KXUIToggleButtonStateOn)
         _state = KXUIToggleButtonStateOff;
     return result;
+}
+
+KXUIDescription KXUIToggleButton::description() const {
+    KXUIDescription said = KXUIButton::description();
+    said.role = "toggle button";
+    if (_state == KXUIToggleButtonStateOn)
+        _KXAddState(said, "on");
+    return said;
 }
 
 void KXUIToggleButton::draw() {

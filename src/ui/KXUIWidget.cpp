@@ -5,6 +5,7 @@
 #include "text/FontCache.h"
 #include "text/KXUIGlobalFont.h"
 #include "ui/Caption.h"
+#include "ui/Description.h"
 #include "ui/Focus.h"
 #include "ui/Theme.h"
 #include "ui/Tooltip.h"
@@ -12,7 +13,9 @@
 
 #include <Kobaltrix/KXInputEvents.h>
 #include <Kobaltrix/KXMouse.h>
+#include <Kobaltrix/KXUILabel.h>
 #include <Kobaltrix/KXUILayout.h>
+#include <Kobaltrix/KXUIPanel.h>
 
 #include <algorithm>
 #include <cmath>
@@ -26,16 +29,19 @@ const int _KXUIWidget::KXUIWidgetStateDepressed;
 constinit KXSize _KXUIWidget::KXUIWidgetInnerPadding = {3, 3};
 
 _KXUIWidget::_KXUIWidget()
-    : _rect(KXZeroRect), _natural(KXZeroSize), _sizeChanges(0), _isBeingPlaced(false), _windowID(0),
-      _isDisabled(0), _isHidden(0), _buttons{}, _pairedWith(nullptr), _layout(nullptr),
-      _fontAliasMode(KXAliasModeTexture), _fontSize(10), _font(_KXUIGlobalFont),
-      _fontGeneration(_KXGlobalFontGeneration) {}
+    : _rect(KXZeroRect), _natural(KXZeroSize), _asked(KXZeroSize), _sizeChanges(0), _isBeingPlaced(false),
+      _windowID(0), _isDisabled(0), _isHidden(0), _wasActivated(0), _buttons{}, _pairedWith(nullptr),
+      _layout(nullptr), _inPanel(nullptr), _fontAliasMode(KXAliasModeTexture), _fontSize(10),
+      _font(_KXUIGlobalFont), _fontGeneration(_KXGlobalFontGeneration) {}
 
 _KXUIWidget::~_KXUIWidget() {
     _pairWith(nullptr);
     _KXForgetTooltipOwner(this);
     if (_layout)
         _layout->_forget(*this);
+    if (_inPanel)
+        _inPanel->remove(*this);
+    _KXFocus::forgetClaims(*this);
 }
 
 void _KXUIWidget::setOrigin(KXPoint origin) { _rect.origin = origin; }
@@ -63,6 +69,12 @@ void _KXUIWidget::setWindowID(unsigned id) { _windowID = id; }
 
 unsigned _KXUIWidget::windowID() const { return _windowID; }
 
+/// To be called first by setSize() of widgets that fit their size to a text where it is -1.
+void _KXUIWidget::_noteAskedSize(KXSize size) {
+    if (!_isBeingPlaced)
+        _asked = size;
+}
+
 /// The size that it has outside of a layout.
 KXSize _KXUIWidget::_naturalSize() const { return _natural; }
 
@@ -81,7 +93,9 @@ void _KXUIWidget::_place(KXRect rect) {
     _isBeingPlaced = false;
 }
 
-bool _KXUIWidget::_mouseIsElsewhere() const { return _KXIsElsewhere(_windowID, KXMouseWindowID); }
+bool _KXUIWidget::_mouseIsElsewhere() const {
+    return _KXIsElsewhere(_windowID, KXMouseWindowID) || _KXFocus::pointerIsKeptFrom(*this);
+}
 
 bool _KXUIWidget::_keyboardIsElsewhere() const { return _KXIsElsewhere(_windowID, KXKeyboardWindowID); }
 
@@ -90,13 +104,17 @@ int _KXUIWidget::mouseOver() { return _takesInput() && _isInRect() ? -1 : 0; }
 /// Whether the pointer is over it, also while it is disabled.
 bool _KXUIWidget::_isUnderPointer() { return _takesInput() ? mouseOver() : !_isHidden && _isInRect(); }
 
-bool _KXUIWidget::_isInRect() const {
-    if (_mouseIsElsewhere())
-        return false;
-    const float x = static_cast<float>(KXMouseX), y = static_cast<float>(KXMouseY);
-    return _rect.origin.x < x && x <= _rect.origin.x + _rect.size.width && _rect.origin.y < y &&
-           y <= _rect.origin.y + _rect.size.height;
+static bool contains(KXRect rect, float x, float y) {
+    return rect.origin.x < x && x <= rect.origin.x + rect.size.width && rect.origin.y < y &&
+           y <= rect.origin.y + rect.size.height;
 }
+
+bool _KXUIWidget::_isInRect() const {
+    return !_mouseIsElsewhere() &&
+           contains(_rect, static_cast<float>(KXMouseX), static_cast<float>(KXMouseY));
+}
+
+int _KXUIWidget::containsPoint(KXPoint point) const { return contains(_rect, point.x, point.y) ? -1 : 0; }
 
 int _KXUIWidget::mouseDownInside(int button) {
     const ButtonRecord* record = _record(button);
@@ -156,6 +174,52 @@ void _KXUIWidget::setTooltip(const char* text) {
 }
 const char* _KXUIWidget::tooltip() const { return _tooltip ? _tooltip->text() : nullptr; }
 _KXCaption* _KXUIWidget::_tooltipCaption() const { return _tooltip.get(); }
+
+int _KXUIWidget::activated() const { return _wasActivated; }
+void _KXUIWidget::_setActivated(int activated) { _wasActivated = activated ? -1 : 0; }
+KXUIPanel* _KXUIWidget::_panel() const { return _inPanel; }
+void _KXUIWidget::_setPanel(KXUIPanel* panel) { _inPanel = panel; }
+
+int _KXUIWidget::pollInPanel() { return clicked(KXMouseLeft); }
+int _KXUIWidget::takesKeyboard() const { return -1; }
+KXRect _KXUIWidget::focusRect() const { return rect(); }
+int _KXUIWidget::hasPopup() const { return 0; }
+void _KXUIWidget::drawPopup() {}
+void _KXUIWidget::refit() {
+    if (_asked.width == -1 || _asked.height == -1)
+        setSize(_asked);
+}
+_KXFocus* _KXUIWidget::_keyboardFocus() { return nullptr; }
+
+int _KXUIWidget::handleKey(const KXUIKey& key) {
+    const bool presses = key.key == KXKeyReturn || key.key == KXKeyPadEnter || key.key == KXKeySpace;
+    if (!presses || key.control || key.alt || key.command)
+        return 0;
+    if (!key.isRepeat)
+        click(KXMouseLeft);
+    return -1;
+}
+
+KXUIDescription _KXUIWidget::description() const { return _described("", nullptr); }
+
+/// What all widgets say of themselves. @param caption null for one that has none.
+KXUIDescription _KXUIWidget::_described(const char* role, const char* caption) const {
+    const auto* const label = dynamic_cast<const KXUILabel*>(_pair());
+    const bool isLabel = dynamic_cast<const KXUILabel*>(this);
+    KXUIDescription said = {role, caption ? caption : "", "", ""};
+    if (said.name.empty() && label && !isLabel)
+        said.name = label->text();
+    if (said.name.empty() && tooltip())
+        said.name = tooltip();
+    said.name = _KXSpokenText(said.name.c_str());
+    if (_isDisabled)
+        _KXAddState(said, "disabled");
+    if (_isHidden)
+        _KXAddState(said, "hidden");
+    if (_inPanel && _inPanel->focused() == this)
+        _KXAddState(said, "focused");
+    return said;
+}
 
 /// The other of a label and the widget that it names.
 _KXUIWidget* _KXUIWidget::_pair() const { return _pairedWith; }

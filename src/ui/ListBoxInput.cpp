@@ -35,6 +35,8 @@ void KXUIListBox::setWindowID(unsigned id) {
 void KXUIListBox::setFocus(int focus) { focus ? _state->takeKeyboard() : _state->giveUpKeyboard(); }
 
 _KXFocus& KXUIListBox::_focus() { return *_state; }
+_KXFocus* KXUIListBox::_keyboardFocus() { return _state.get(); }
+int KXUIListBox::pollInPanel() { return poll(); }
 
 int KXUIListBox::poll() {
     if (!_takesInput())

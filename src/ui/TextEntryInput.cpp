@@ -4,6 +4,7 @@
 
 #include "core/ground/LogicClock.h"
 #include "input/TextInput.h"
+#include "ui/Description.h"
 #include "ui/Shortcuts.h"
 
 #include <Kobaltrix/KXClipboard.h>
@@ -70,6 +71,19 @@ void KXUITextEntry::unfocus() { _editor->giveUpKeyboard(); }
 int KXUITextEntry::isFocused() const { return _editor->hasKeyboard() ? -1 : 0; }
 
 _KXFocus& KXUITextEntry::_focus() { return *_editor; }
+_KXFocus* KXUITextEntry::_keyboardFocus() { return _editor.get(); }
+int KXUITextEntry::pollInPanel() { return poll(); }
+
+KXUIDescription KXUITextEntry::description() const {
+    KXUIDescription said = _described("text entry", nullptr);
+    if (said.name.empty())
+        said.name = _KXSpokenText(_editor->placeholder.c_str());
+    if (isMasked())
+        _KXAddState(said, "masked");
+    else
+        said.value = text();
+    return said;
+}
 
 int KXUITextEntry::poll() {
     if (_takesInput())

@@ -4,5 +4,7 @@
 
 /// The theme that was set last.
 inline constinit KXUITheme _KXTheme;
+/// How often one was set.
+inline constinit unsigned _KXThemeRevision = 0;
 
 inline bool _KXCaptionsAreLaidOut() { return _KXTheme.captions == KXUICaptionsLaidOut; }

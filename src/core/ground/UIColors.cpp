@@ -9,3 +9,8 @@ void KXSetUIColor(KXColor border, KXColor background, KXColor backgroundInteract
     _KXUIFocusColor = focus;
     _KXUITextColor = text;
 }
+
+KXUIColors KXCurrentUIColors() {
+    return {_KXUIBorderColor,    _KXUIBackroundColor, _KXUIBackgroundColor_Interaction,
+            _KXUISelectionColor, _KXUIFocusColor,     _KXUITextColor};
+}

@@ -1,0 +1,503 @@
+#include <Kobaltrix/KXUIPanel.h>
+
+#include "ui/Description.h"
+#include "ui/Focus.h"
+#include "ui/Look.h"
+#include "ui/Theme.h"
+#include "ui/WidgetDrawing.h"
+
+#include <Kobaltrix/KXMouse.h>
+#include <Kobaltrix/KXUILabel.h>
+#include <Kobaltrix/KXUILayout.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+/// The keyboard for a widget that has no part of its own for it.
+struct Stop final : _KXFocus {
+    Stop(_KXUIPanelParts& in, _KXUIWidget& of) : parts(in), widget(of) {}
+    bool takesText() const override { return false; }
+    void heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) override;
+    void heardKey(const KXInputEvent& key, const _KXModifiers& modifiers) override;
+
+    _KXUIPanelParts& parts;
+    _KXUIWidget& widget;
+    std::uint64_t pressStep = 0; // one more than that in which it was pressed last
+};
+
+struct Child {
+    _KXUIWidget* widget;
+    std::unique_ptr<Stop> stop;
+
+    _KXFocus* focus() const {
+        _KXFocus* const own = widget->_keyboardFocus();
+        return own ? own : stop.get();
+    }
+};
+
+struct Mnemonic {
+    int key;
+    _KXUIWidget* widget;
+};
+} // namespace
+
+/// It hears the mouse before its widgets do, and says event by event which of them lies on top; and keys that
+/// are for no widget or for no single one.
+struct _KXUIPanelParts final : _KXFocus, _KXFocus::KeyFilter {
+    explicit _KXUIPanelParts(KXUIPanel& of) : panel(&of) {}
+
+    KXUIPanel* panel; // null once it has ended
+    std::vector<Child> children;
+    std::vector<std::unique_ptr<Stop>> removed; // since the last poll, maybe by what they were hearing
+    std::vector<Mnemonic> mnemonics;
+    _KXUIWidget *defaultButton = nullptr, *cancelButton = nullptr;
+    _KXUIWidget* holder = nullptr; // that a press of the mouse began on which lasts
+    KXUILayout* layout = nullptr;
+    KXUIColors colors = KXCurrentUIColors();
+    unsigned themeRevision = _KXThemeRevision;
+    bool hasBackground = false;
+    int polls = 0; // that are under way
+
+    const Child* childOf(const _KXUIWidget& widget) const;
+    _KXUIWidget* topAt(KXPoint point) const;
+    void claimRestingPointer();
+    void leaveOutWidgets();
+    void place();
+
+    bool keepsKey(const KXInputEvent& key, const _KXModifiers& modifiers) override;
+    bool usesMnemonic(int key);
+    bool clickByReturn();
+    bool clickByEscape();
+
+protected:
+    bool takesText() const override { return false; }
+    void heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) override;
+    void heardKeyOfNobody(const KXInputEvent& key, const _KXModifiers& modifiers) override;
+};
+
+static KXUIPanel& rootOf(KXUIPanel& panel) {
+    KXUIPanel* root = &panel;
+    while (root->_panel())
+        root = root->_panel();
+    return *root;
+}
+
+static _KXFocus* focusOf(const _KXUIWidget& widget) {
+    const Child* const child = widget._panel() ? widget._panel()->_own().childOf(widget) : nullptr;
+    return child ? child->focus() : nullptr;
+}
+
+static bool canHaveKeyboard(const _KXUIWidget& widget) {
+    return widget._takesInput() && widget.takesKeyboard() && focusOf(widget);
+}
+
+static void takeKeyboardTo(_KXUIWidget& widget) {
+    focusOf(widget)->takeKeyboardByKey();
+    for (KXUIPanel* panel = widget._panel(); panel; panel = panel->_panel())
+        panel->reveal(widget.focusRect());
+}
+
+/// Takes the keyboard to the stop behind the one that has it, or before it; from none to the first or last.
+static void passKeyboardOn(KXUIPanel& root, bool back) {
+    std::vector<_KXUIWidget*> stops;
+    root._takeStops(stops);
+    if (stops.empty())
+        return;
+    if (back)
+        std::reverse(stops.begin(), stops.end());
+    const auto present = std::find_if(stops.begin(), stops.end(),
+                                      [](_KXUIWidget* stop) { return focusOf(*stop)->hasKeyboard(); });
+    const auto next = present == stops.end() || present + 1 == stops.end() ? stops.begin() : present + 1;
+    takeKeyboardTo(**next);
+}
+
+static KXUIKey keyOf(const KXInputEvent& event, const _KXModifiers& modifiers) {
+    return {event.key,       event.type == KXInputEventKeyRepeat,
+            modifiers.shift, modifiers.control,
+            modifiers.alt,   modifiers.command};
+}
+
+static bool isReturn(const KXInputEvent& event) {
+    return event.key == KXKeyReturn || event.key == KXKeyPadEnter;
+}
+
+// A press that ends within its step was never there for those who ask once a step.
+void Stop::heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) {
+    if (event.button != KXMouseLeft || modifiers.control || !widget.mouseOver())
+        return;
+    const std::uint64_t now = std::uint64_t{_KXStep().step} + 1;
+    if (event.type == KXInputEventMouseDown) {
+        pressStep = now;
+        if (widget.takesKeyboard())
+            takeKeyboard();
+    } else if (event.type == KXInputEventMouseUp && pressStep == now) {
+        pressStep = 0;
+        widget.click(KXMouseLeft);
+    }
+}
+
+void Stop::heardKey(const KXInputEvent& key, const _KXModifiers& modifiers) {
+    const std::shared_ptr<_KXUIPanelParts> kept = parts.panel->_shared(); // the key may end the panel
+    if (!widget.handleKey(keyOf(key, modifiers)) && key.type == KXInputEventKeyDown && isReturn(key))
+        kept->clickByReturn();
+}
+
+const Child* _KXUIPanelParts::childOf(const _KXUIWidget& widget) const {
+    const auto child = std::find_if(children.begin(), children.end(),
+                                    [&](const Child& each) { return each.widget == &widget; });
+    return child == children.end() ? nullptr : &*child;
+}
+
+/// What is open lies above all, then comes what was added last.
+_KXUIWidget* _KXUIPanelParts::topAt(KXPoint point) const {
+    for (auto child = children.rbegin(); child != children.rend(); ++child)
+        if (child->widget->hasPopup())
+            return child->widget;
+    for (auto child = children.rbegin(); child != children.rend(); ++child)
+        if (child->widget->isVisible() && child->widget->containsPoint(point))
+            return child->widget;
+    return hasBackground && panel->_KXUIWidget::containsPoint(point) ? panel : nullptr;
+}
+
+void _KXUIPanelParts::heardMouse(const KXInputEvent& event, const _KXModifiers&) {
+    if (event.type != KXInputEventMouseDown && event.type != KXInputEventMouseWheel)
+        return;
+    _KXUIWidget* const top = topAt(KXMousePoint);
+    if (event.type == KXInputEventMouseDown)
+        holder = top;
+    if (!top)
+        return;
+    claimPointer(*top);
+    if (top == panel)
+        return;
+    const Turn turn(*top);
+    if (auto* const inner = dynamic_cast<KXUIPanel*>(top))
+        inner->_own().hearSoFar();
+    else if (_KXFocus* const focus = focusOf(*top))
+        focus->hearSoFar(); // before those that are polled earlier hear of what comes next
+}
+
+/// While a button is held the pointer is with the one that it was pressed on.
+void _KXUIPanelParts::claimRestingPointer() {
+    if (_KXIsElsewhere(windowID, KXMouseWindowID))
+        return;
+    const bool held = KXMouse(KXMouseLeft) || KXMouse(KXMouseRight) || KXMouse(KXMouseMiddle);
+    if (!held)
+        holder = nullptr;
+    if (_KXUIWidget* const top = holder ? holder : topAt(KXMousePoint))
+        claimPointer(*top);
+}
+
+/// In place of a poll, while the user does not work the panel.
+void _KXUIPanelParts::leaveOutWidgets() {
+    leaveOut();
+    holder = nullptr;
+    for (const Child& child : children) {
+        child.widget->_setActivated(0);
+        child.widget->_letGo(KXMouseLeft);
+        if (auto* const inner = dynamic_cast<KXUIPanel*>(child.widget))
+            inner->_own().leaveOutWidgets();
+        else if (_KXFocus* const focus = child.focus())
+            focus->leaveOut();
+    }
+}
+
+void _KXUIPanelParts::place() {
+    if (std::exchange(themeRevision, _KXThemeRevision) != _KXThemeRevision)
+        panel->refit();
+    if (layout)
+        layout->setRect(panel->rect().origin, panel->rect().size);
+}
+
+/// Whether a key that is on its way to a widget is the panel's.
+bool _KXUIPanelParts::keepsKey(const KXInputEvent& key, const _KXModifiers& modifiers) {
+    const _KXFocus* const owner = keyboardOwner();
+    const auto child = std::find_if(children.begin(), children.end(),
+                                    [&](const Child& each) { return each.focus() == owner; });
+    if (child == children.end() || child->widget->hasPopup())
+        return false;
+    if (key.key == KXKeyTab && !modifiers.alt && !modifiers.command && owner->keepsTab == modifiers.control)
+        return passKeyboardOn(rootOf(*panel), modifiers.shift), true;
+    if (modifiers.alt && !modifiers.control && rootOf(*panel)._own().usesMnemonic(key.key))
+        return true;
+    if (key.key == KXKeyEscape && clickByEscape())
+        return true;
+    if (isReturn(key) && owner->leavesReturn && !modifiers.alt)
+        clickByReturn();
+    return false;
+}
+
+void _KXUIPanelParts::heardKeyOfNobody(const KXInputEvent& key, const _KXModifiers& modifiers) {
+    if (panel->_panel() || inputMethodIsAtWork() || panel->hasPopup()) // those who hold this one hear it, too
+        return;
+    if (key.key == KXKeyTab && !modifiers.alt && !modifiers.control && !modifiers.command)
+        passKeyboardOn(*panel, modifiers.shift);
+    else if (modifiers.alt && !modifiers.control)
+        usesMnemonic(key.key);
+    else if (key.key == KXKeyEscape)
+        clickByEscape();
+    else if (isReturn(key) && !modifiers.alt)
+        clickByReturn();
+}
+
+bool _KXUIPanelParts::usesMnemonic(int key) {
+    for (const Mnemonic& mnemonic : mnemonics) {
+        const auto* const label = dynamic_cast<const KXUILabel*>(mnemonic.widget);
+        _KXUIWidget* const widget = label ? label->widget() : mnemonic.widget;
+        if (mnemonic.key != key || !widget || !widget->_takesInput())
+            continue;
+        if (canHaveKeyboard(*widget))
+            takeKeyboardTo(*widget);
+        if (!widget->_keyboardFocus())
+            widget->click(KXMouseLeft);
+        return true;
+    }
+    return std::any_of(children.begin(), children.end(), [key](const Child& child) {
+        auto* const inner = dynamic_cast<KXUIPanel*>(child.widget);
+        return inner && inner->_takesInput() && inner->_own().usesMnemonic(key);
+    });
+}
+
+static bool clickFrom(KXUIPanel* panel, _KXUIWidget* _KXUIPanelParts::*button) {
+    for (; panel; panel = panel->_panel())
+        if (_KXUIWidget* const widget = panel->_own().*button) {
+            widget->click(KXMouseLeft);
+            return true;
+        }
+    return false;
+}
+
+bool _KXUIPanelParts::clickByReturn() { return clickFrom(panel, &_KXUIPanelParts::defaultButton); }
+bool _KXUIPanelParts::clickByEscape() { return clickFrom(panel, &_KXUIPanelParts::cancelButton); }
+
+KXUIPanel::KXUIPanel() : _parts(std::make_shared<_KXUIPanelParts>(*this)) {}
+
+KXUIPanel::~KXUIPanel() {
+    while (!_parts->children.empty())
+        remove(*_parts->children.back().widget);
+    _parts->panel = nullptr;
+}
+
+_KXUIPanelParts& KXUIPanel::_own() const { return *_parts; }
+std::shared_ptr<_KXUIPanelParts> KXUIPanel::_shared() const { return _parts; }
+
+void KXUIPanel::add(_KXUIWidget& widget) {
+    for (const KXUIPanel* above = this; above; above = above->_panel())
+        if (above == &widget)
+            return;
+    auto stop = widget._keyboardFocus() || dynamic_cast<KXUIPanel*>(&widget)
+                    ? nullptr
+                    : std::make_unique<Stop>(*_parts, widget);
+    _parts->children.reserve(_parts->children.size() + 1);
+    _parts->removed.reserve(_parts->removed.size() + _parts->children.size() + 1);
+    if (KXUIPanel* const before = widget._panel())
+        before->remove(widget);
+    _parts->children.push_back({&widget, std::move(stop)});
+    widget._setPanel(this);
+    if (windowID())
+        widget.setWindowID(windowID());
+    if (_KXFocus* const focus = _parts->children.back().focus()) {
+        focus->filter = _parts.get();
+        focus->windowID = widget.windowID();
+    }
+}
+
+void KXUIPanel::remove(_KXUIWidget& widget) {
+    auto& children = _parts->children;
+    const auto child = std::find_if(children.begin(), children.end(),
+                                    [&](const Child& each) { return each.widget == &widget; });
+    if (child == children.end())
+        return;
+    if (_KXFocus* const focus = child->focus()) {
+        focus->filter = nullptr;
+        focus->giveUpKeyboard();
+    }
+    for (_KXUIWidget** each : {&_parts->defaultButton, &_parts->cancelButton, &_parts->holder})
+        if (*each == &widget)
+            *each = nullptr;
+    std::erase_if(_parts->mnemonics, [&](const Mnemonic& each) { return each.widget == &widget; });
+    widget._setPanel(nullptr);
+    if (child->stop)
+        _parts->removed.push_back(std::move(child->stop));
+    children.erase(child);
+}
+
+int KXUIPanel::count() const { return static_cast<int>(_parts->children.size()); }
+
+_KXUIWidget* KXUIPanel::widget(int index) const {
+    return index >= 0 && index < count() ? _parts->children[static_cast<std::size_t>(index)].widget : nullptr;
+}
+
+void KXUIPanel::setLayout(KXUILayout* layout) {
+    _parts->layout = layout;
+    _parts->place();
+}
+
+void KXUIPanel::setHasBackground(int has) { _parts->hasBackground = has; }
+void KXUIPanel::setColors(const KXUIColors& colors) { _parts->colors = colors; }
+void KXUIPanel::setDefaultButton(_KXUIWidget* widget) { _parts->defaultButton = widget; }
+void KXUIPanel::setCancelButton(_KXUIWidget* widget) { _parts->cancelButton = widget; }
+
+void KXUIPanel::setMnemonic(_KXUIWidget& widget, int key) {
+    std::erase_if(_parts->mnemonics, [&](const Mnemonic& each) { return each.widget == &widget; });
+    if (key && widget._panel() == this)
+        _parts->mnemonics.push_back({key, &widget});
+}
+
+int KXUIPanel::focus(_KXUIWidget& widget) {
+    const KXUIPanel* above = widget._panel();
+    while (above && above != this)
+        above = above->_panel();
+    if (!above || !canHaveKeyboard(widget))
+        return 0;
+    takeKeyboardTo(widget);
+    return -1;
+}
+
+_KXUIWidget* KXUIPanel::focused() const {
+    for (const Child& child : _parts->children) {
+        if (const auto* const inner = dynamic_cast<const KXUIPanel*>(child.widget)) {
+            if (_KXUIWidget* const within = inner->focused())
+                return within;
+        } else if (const _KXFocus* const focus = child.focus(); focus && focus->hasKeyboard()) {
+            return child.widget;
+        }
+    }
+    return nullptr;
+}
+
+void KXUIPanel::_takeStops(std::vector<_KXUIWidget*>& stops) const {
+    if (!_takesInput())
+        return;
+    for (const Child& child : _parts->children)
+        if (const auto* const inner = dynamic_cast<const KXUIPanel*>(child.widget))
+            inner->_takeStops(stops);
+        else if (canHaveKeyboard(*child.widget))
+            stops.push_back(child.widget);
+}
+
+namespace {
+class Count {
+public:
+    explicit Count(int& count) : _count(++count) {}
+    ~Count() { --_count; }
+    Count(const Count&) = delete;
+    Count& operator=(const Count&) = delete;
+
+private:
+    int& _count;
+};
+} // namespace
+
+// What is polled may take widgets out, itself too, and end the panel.
+int KXUIPanel::poll() {
+    const std::shared_ptr<_KXUIPanelParts> parts = _parts;
+    if (!_takesInput())
+        return parts->leaveOutWidgets(), 0;
+    if (parts->polls == 0)
+        parts->removed.clear();
+    const Count count(parts->polls);
+    parts->place();
+    parts->hear();
+    if (parts->panel)
+        parts->claimRestingPointer();
+    int acted = 0;
+    for (std::size_t i = 0; i < parts->children.size();) {
+        _KXUIWidget& widget = *parts->children[i].widget;
+        const _KXFocus::Turn turn(widget);
+        if (Stop* const stop = parts->children[i].stop.get()) {
+            if (!widget._takesInput())
+                stop->leaveOut();
+            stop->hear();
+        }
+        const auto isThere = [&] {
+            return i < parts->children.size() && parts->children[i].widget == &widget;
+        };
+        if (!isThere())
+            continue;
+        const int result = widget.pollInPanel();
+        if (!isThere())
+            continue;
+        widget._setActivated(result);
+        acted |= result;
+        ++i;
+    }
+    return acted ? -1 : 0;
+}
+
+void KXUIPanel::_drawWidgets() {
+    for (const Child& child : _parts->children) {
+        const _KXFocus::Turn turn(*child.widget);
+        child.widget->draw();
+        if (child.stop && child.stop->hasKeyboard() && child.stop->arrivedByKeyboard)
+            _KXDrawFocusRing(child.widget->focusRect(), _parts->colors);
+    }
+}
+
+void KXUIPanel::draw() {
+    const _KXWidgetDrawing drawing(*this);
+    if (!drawing)
+        return;
+    _parts->place();
+    if (_parts->hasBackground)
+        _KXDrawPart(KXUIPartPanel, rect(), KXUIPartNormal, _parts->colors);
+    _drawWidgets();
+    if (!_panel())
+        drawPopup();
+}
+
+void KXUIPanel::drawPopup() {
+    for (const Child& child : _parts->children)
+        if (child.widget->isVisible() && child.widget->hasPopup()) {
+            const _KXFocus::Turn turn(*child.widget);
+            child.widget->drawPopup();
+        }
+}
+
+static void describe(const std::vector<Child>& children, std::vector<KXUIDescription>& all) {
+    for (const Child& child : children) {
+        if (!child.widget->isVisible())
+            continue;
+        all.push_back(child.widget->description());
+        if (const auto* const inner = dynamic_cast<const KXUIPanel*>(child.widget))
+            describe(inner->_own().children, all);
+    }
+}
+
+std::vector<KXUIDescription> KXUIPanel::descriptions() const {
+    std::vector<KXUIDescription> all;
+    describe(_parts->children, all);
+    return all;
+}
+
+void KXUIPanel::setWindowID(unsigned id) {
+    _KXUIWidget::setWindowID(id);
+    _parts->windowID = id;
+    for (const Child& child : _parts->children) {
+        child.widget->setWindowID(id);
+        if (child.stop)
+            child.stop->windowID = id;
+    }
+}
+
+int KXUIPanel::pollInPanel() { return poll(); }
+int KXUIPanel::takesKeyboard() const { return 0; }
+int KXUIPanel::containsPoint(KXPoint point) const { return _parts->topAt(point) ? -1 : 0; }
+
+int KXUIPanel::hasPopup() const {
+    return std::any_of(
+               _parts->children.begin(), _parts->children.end(),
+               [](const Child& child) { return child.widget->isVisible() && child.widget->hasPopup(); })
+               ? -1
+               : 0;
+}
+
+void KXUIPanel::refit() {
+    for (const Child& child : _parts->children)
+        child.widget->refit();
+}
+
+void KXUIPanel::reveal(KXRect) {}
+
+KXUIDescription KXUIPanel::description() const { return _described("panel", nullptr); }

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <Kobaltrix/KXUIColors.h>
+#include <Kobaltrix/KXUITheme.h>
+
+// How the parts of widgets look: in the theme's pictures or palette, or else in the widget's own colours;
+// dimmed where the widget that is being drawn is disabled.
+
+/// Draws a box of a part.
+/// @param states several of KXUIPartState. @param own the widget's colours, for where no theme has others.
+void _KXDrawPart(KXUIPart part, KXRect box, unsigned states, const KXUIColors& own);
+/// The colour of texts and marks on a part.
+KXColor _KXPartText(KXUIPart part, unsigned states, const KXUIColors& own);
+/// The colour of what is less important than a text on a part.
+KXColor _KXFaintText(const KXUIColors& own);
+/// The ring within the edge of what has the keyboard.
+void _KXDrawFocusRing(KXRect box, const KXUIColors& own);
