@@ -89,6 +89,9 @@ static _KXFocus* focusOf(const _KXUIWidget& widget) {
 }
 
 static bool canHaveKeyboard(const _KXUIWidget& widget) {
+    for (const KXUIPanel* panel = widget._panel(); panel; panel = panel->_panel())
+        if (!panel->_takesInput())
+            return false;
     return widget._takesInput() && widget.takesKeyboard() && focusOf(widget);
 }
 
