@@ -51,7 +51,7 @@ public:
     KXUIDescription description() const override;
 
     // Used by the library itself.
-    KX_INTERNAL void _drawWithBackgroundColor(KXColor background);
+    KX_INTERNAL void _drawWithBackgroundColor(KXColor background, bool isOn = false);
 
 private:
     KXColor _normalBackgroundColor;

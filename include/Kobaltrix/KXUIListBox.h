@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Kobaltrix/KXUIColors.h>
 #include <Kobaltrix/KXUIWidget.h>
 
 #include <array>
@@ -155,7 +156,8 @@ private:
     KX_INTERNAL void _findTyped(const char* text);
     KX_INTERNAL int _nextBeginningWith(const char* word, int from) const;
     KX_INTERNAL const char* _shownText(int index, int width);
-    KX_INTERNAL void _drawDetails(const Layout& layout, int row, float y);
+    KX_INTERNAL void _drawDetails(const Layout& layout, int row, float y, KXColor color);
+    KX_INTERNAL KXUIColors _ownColors() const;
     KX_INTERNAL void _drawRows(const Layout& layout);
     KX_INTERNAL void _drawScrollBar(const Layout& layout);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Kobaltrix/KXUIColors.h>
 #include <Kobaltrix/KXUIWidget.h>
 
 #include <memory>
@@ -128,6 +129,7 @@ private:
     KX_INTERNAL float _textTop() const;
     KX_INTERNAL float _textWidth() const;
     KX_INTERNAL KXRect _lineRect(float from, float to) const;
+    KX_INTERNAL KXUIColors _ownColors() const;
     KX_INTERNAL void _drawText();
     KX_INTERNAL void _drawCursor();
     KX_INTERNAL void _showInputMethodTheCursor();

@@ -5,6 +5,7 @@
 #include "core/ground/UIColors.h"
 #include "render/ClipScope.h"
 #include "render/GraphicsContext.h"
+#include "ui/Look.h"
 #include "ui/WholePixels.h"
 #include "ui/WidgetDrawing.h"
 
@@ -136,7 +137,7 @@ void KXUIFileBrowser::State::drawSortMark() {
             {{title.origin.x + title.size.width - 10 - half,
               std::floor(title.origin.y + title.size.height / 2) - rows / 2 + static_cast<float>(row)},
              {2 * half + 1, 1}},
-            textColor);
+            _KXPanelText(textColor));
     }
 }
 
@@ -183,11 +184,11 @@ static void printLine(KXFont& font, KXRect place, KXColor color, const char* tex
 
 void KXUIFileBrowser::State::printTexts(KXFont& font) {
     crumbs.update(font, folder, crumbsPlace);
-    crumbs.draw(font, _KXWidgetColor(textColor));
+    crumbs.draw(font, _KXPanelText(textColor));
     const auto beginning = [&font](const char* text, float width) {
         return _KXTextThatFits(font, text, width, _KXSpans::Plain);
     };
-    printLine(font, messagePlace, _KXWidgetColor(textColor),
+    printLine(font, messagePlace, _KXPanelText(textColor),
               messageShown.of(font, message, messagePlace.size.width, beginning));
 }
 
@@ -210,7 +211,10 @@ void KXUIFileBrowser::draw() {
     if (!drawing)
         return;
     const _KXClipScope clip(rect());
-    KXDrawRectFill(rect(), _KXWidgetColor(state.backgroundColor));
+    KXUIColors own = {};
+    own.border = state.borderColor;
+    own.background = state.backgroundColor;
+    _KXDrawPart(KXUIPartPanel, rect(), KXUIPartNormal, own);
     if (KXFont* const font = _fontInUse())
         state.printTexts(*font);
     if (state.places.rect().size.width > 0)
@@ -223,7 +227,7 @@ void KXUIFileBrowser::draw() {
     state.name.draw();
     if (state.previewPlace.size.width > 0)
         state.drawPreview();
-    KXDrawRect(rect(), _KXWidgetColor(state.borderColor));
+    KXDrawRect(rect(), _KXColorsOf(KXUIPartPanel, KXUIPartNormal, own).border); // over parts that stick out
 }
 
 void KXUIFileBrowser::setBackgroundColor(KXColor color) { _state->backgroundColor = color; }

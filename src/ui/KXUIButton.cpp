@@ -2,9 +2,8 @@
 
 #include "core/ground/UIColors.h"
 #include "ui/Caption.h"
+#include "ui/Look.h"
 #include "ui/WidgetDrawing.h"
-
-#include <Kobaltrix/KXDrawing.h>
 
 KXUIButton::KXUIButton()
     : _normalBackgroundColor(_KXUIBackroundColor),
@@ -68,14 +67,16 @@ void KXUIButton::draw() {
     _drawWithBackgroundColor(_isDepressed() ? _depressedBackgroundColor : _normalBackgroundColor);
 }
 
-void KXUIButton::_drawWithBackgroundColor(KXColor background) {
+void KXUIButton::_drawWithBackgroundColor(KXColor background, bool isOn) {
     const _KXWidgetDrawing drawing(*this);
     if (!drawing)
         return;
     const KXRect box = rect();
-    KXDrawRectFill(box, _KXWidgetColor(background));
-    KXDrawRect(box, _KXWidgetColor(_borderColor));
+    const KXUIColors own = {_borderColor, background, background, background, _borderColor, _textColor};
+    const unsigned states = (_isDepressed() ? KXUIPartPressed : 0U) | (isOn ? KXUIPartOn : 0U) |
+                            (mouseOver() ? KXUIPartHovered : 0U);
+    _KXDrawPart(KXUIPartButton, box, states, own);
     if (_caption)
-        _caption->drawLine(_fontInUse(), box, KXUIWidgetInnerPadding, _KXWidgetColor(_textColor),
-                           KXTextAlignCentre);
+        _caption->drawLine(_fontInUse(), box, KXUIWidgetInnerPadding,
+                           _KXPartText(KXUIPartButton, states, own), KXTextAlignCentre);
 }

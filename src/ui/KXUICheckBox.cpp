@@ -3,6 +3,7 @@
 #include "core/ground/UIColors.h"
 #include "ui/Caption.h"
 #include "ui/Description.h"
+#include "ui/Look.h"
 #include "ui/WholePixels.h"
 #include "ui/WidgetDrawing.h"
 
@@ -87,7 +88,7 @@ int KXUICheckBox::clicked(int button) {
 
 // A hook of upright strips, which is sharp at every size, or a dot.
 void KXUICheckBox::_drawMark(KXRect box) const {
-    const KXColor color = _KXWidgetColor(_markColor);
+    const KXColor color = _KXPanelText(_markColor);
     const int side = _KXWholePixel(box.size.width), thickness = std::max(2, side / 5),
               width = side - 2 * std::max(2, side / 5), turn = width / 3;
     if (_isRound)
@@ -110,13 +111,14 @@ void KXUICheckBox::draw() {
               top = _KXWholePixel(all.origin.y + std::floor((all.size.height - side) / 2)),
               pixels = _KXWholePixel(side);
     const KXRect box = _KXRectBetween(left, top, left + pixels, top + pixels);
-    const KXColor fill = _KXWidgetColor(_isDepressed() ? _borderColor : _boxColor);
+    const unsigned states = (_isDepressed() ? KXUIPartPressed : 0U) | (mouseOver() ? KXUIPartHovered : 0U);
+    const KXUIColors own = {_borderColor, _boxColor, _borderColor, _boxColor, _borderColor, _markColor};
     if (_isRound) {
-        drawDisc(box, pixels / 2, _KXWidgetColor(_borderColor));
-        drawDisc(box, pixels / 2 - 1, fill);
+        const _KXPartColors colors = _KXColorsOf(KXUIPartField, states, own);
+        drawDisc(box, pixels / 2, colors.border);
+        drawDisc(box, pixels / 2 - 1, colors.fill);
     } else {
-        KXDrawRectFill(box, fill);
-        KXDrawRect(box, _KXWidgetColor(_borderColor));
+        _KXDrawPart(KXUIPartField, box, states, own);
     }
     if (_isChecked)
         _drawMark(box);
@@ -125,5 +127,5 @@ void KXUICheckBox::draw() {
     const float inset = side + 2 * KXUIWidgetInnerPadding.width;
     _caption->drawLineLaidOut(
         _fontInUse(), {{all.origin.x + inset, all.origin.y}, {all.size.width - inset, all.size.height}}, 0,
-        _KXWidgetColor(_textColor), KXTextAlignLeft);
+        _KXPanelText(_textColor), KXTextAlignLeft);
 }

@@ -2,11 +2,11 @@
 
 #include "core/ground/Truncate.h"
 #include "ui/Caption.h"
+#include "ui/Look.h"
 #include "ui/Theme.h"
 #include "ui/WidgetDrawing.h"
 #include "util/Utf8.h"
 
-#include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXFont.h>
 #include <Kobaltrix/KXKeys.h>
 #include <Kobaltrix/KXUIButton.h>
@@ -176,12 +176,14 @@ void KXUIDialogBox::draw() {
     if (!drawing)
         return;
     const KXRect box = rect();
-    KXDrawRectFill(box, _KXWidgetColor(_backgroundColor));
-    KXDrawRect(box, _KXWidgetColor(_borderColor));
+    const KXUIColors own = {_borderColor,     _backgroundColor, _backgroundColor,
+                            _backgroundColor, _borderColor,     _textColor};
+    _KXDrawPart(KXUIPartPanel, box, KXUIPartNormal, own);
     const float padding = static_cast<float>(_padding);
     if (_message)
         _message->drawLines(_fontInUse(), {box.origin.x + padding, box.origin.y + padding},
-                            box.size.width - 2 * padding, _KXWidgetColor(_textColor), _messageAlign);
+                            box.size.width - 2 * padding, _KXPartText(KXUIPartPanel, KXUIPartNormal, own),
+                            _messageAlign);
     for (const auto& button : _buttons)
         button->draw();
 }

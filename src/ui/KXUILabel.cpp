@@ -2,6 +2,7 @@
 
 #include "core/ground/UIColors.h"
 #include "ui/Caption.h"
+#include "ui/Look.h"
 #include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXUIListBox.h>
@@ -104,5 +105,5 @@ void KXUILabel::draw() {
         return;
     const KXRect box = rect();
     if (const KXTextLayout* const layout = _laidOut(box.size))
-        layout->draw({std::floor(box.origin.x), std::floor(box.origin.y)}, _KXWidgetColor(_textColor));
+        layout->draw({std::floor(box.origin.x), std::floor(box.origin.y)}, _KXPanelText(_textColor));
 }

@@ -75,6 +75,11 @@ void _KXUIMenuBase::_setLabel(const std::string& text) {
 }
 
 _KXUIMenuBase::Colors _KXUIMenuBase::_drawnColors() const {
+    const KXUIPalette& palette = _KXTheme.palette;
+    if (_KXTheme.usesPalette)
+        return {_KXWidgetColor(palette.menu), _KXWidgetColor(palette.buttonHovered),
+                _KXWidgetColor(palette.buttonPressed), _KXWidgetColor(palette.border),
+                _KXWidgetColor(palette.text)};
     return {_KXWidgetColor(_colors.normal), _KXWidgetColor(_colors.hover), _KXWidgetColor(_colors.open),
             _KXWidgetColor(_colors.border), _KXWidgetColor(_colors.text)};
 }

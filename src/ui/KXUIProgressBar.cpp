@@ -4,9 +4,8 @@
 #include "core/ground/Truncate.h"
 #include "core/ground/UIColors.h"
 #include "ui/Caption.h"
+#include "ui/Look.h"
 #include "ui/WidgetDrawing.h"
-
-#include <Kobaltrix/KXDrawing.h>
 
 #include <algorithm>
 #include <cmath>
@@ -83,10 +82,14 @@ void KXUIProgressBar::draw() {
         return;
     _writeCaption();
     const KXRect bar = rect();
-    KXDrawRectFill(bar, _KXWidgetColor(_backgroundColor));
-    KXDrawRectFill({bar.origin, {std::round(bar.size.width * _progress), bar.size.height}},
-                   _KXWidgetColor(_doneColor));
-    KXDrawRect(bar, _KXWidgetColor(_borderColor));
-    _caption->drawLineLaidOut(_fontInUse(), bar, KXUIWidgetInnerPadding.width, _KXWidgetColor(_textColor),
-                              KXTextAlignCentre);
+    const KXUIColors own = {_borderColor, _backgroundColor, _backgroundColor,
+                            _doneColor,   _borderColor,     _textColor};
+    _KXDrawPart(KXUIPartTrack, bar, KXUIPartNormal, own);
+    const float done = std::min(std::round(bar.size.width * _progress), bar.size.width - 1);
+    if (done > 1)
+        _KXDrawPart(KXUIPartSelection,
+                    {{bar.origin.x + 1, bar.origin.y + 1}, {done - 1, bar.size.height - 2}}, KXUIPartNormal,
+                    own);
+    _caption->drawLineLaidOut(_fontInUse(), bar, KXUIWidgetInnerPadding.width,
+                              _KXPartText(KXUIPartTrack, KXUIPartNormal, own), KXTextAlignCentre);
 }

@@ -3,9 +3,9 @@
 #include "core/ground/Truncate.h"
 #include "core/ground/UIColors.h"
 #include "input/PressEdge.h"
+#include "ui/Look.h"
 #include "ui/WidgetDrawing.h"
 
-#include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXMouse.h>
 
 #include <algorithm>
@@ -156,8 +156,12 @@ void KXUISlider::draw() {
     const _KXWidgetDrawing drawing(*this);
     if (!drawing)
         return;
-    KXDrawRectFill(_track, _KXWidgetColor(_trackFillColor));
-    KXDrawRect(_track, _KXWidgetColor(_trackBorderColor));
-    KXDrawRectFill(_knob, _KXWidgetColor(_dragging ? _knobPressedFillColor : _knobFillColor));
-    KXDrawRect(_knob, _KXWidgetColor(_knobBorderColor));
+    KXUIColors own = {};
+    own.border = _trackBorderColor;
+    own.interaction = _trackFillColor;
+    _KXDrawPart(KXUIPartTrack, _track, KXUIPartNormal, own);
+    own.border = _knobBorderColor;
+    own.background = _knobFillColor;
+    own.interaction = _knobPressedFillColor;
+    _KXDrawPart(KXUIPartKnob, _knob, _dragging ? KXUIPartPressed : KXUIPartNormal, own);
 }

@@ -1,4 +1,5 @@
 #include "ui/KXUITextEntry.h"
+#include "ui/Look.h"
 #include "ui/WidgetDrawing.h"
 
 #include "core/ground/LogicClock.h"
@@ -109,10 +110,13 @@ void KXUITextEntry::draw() {
     const _KXWidgetDrawing drawing(*this);
     if (!drawing)
         return;
-    KXDrawRectFill(rect(), _KXWidgetColor(_backgroundColor));
+    _KXDrawPart(KXUIPartField, rect(), isFocused() ? KXUIPartFocused : KXUIPartNormal, _ownColors());
     if (_fontInUse() && _fontInUse()->getSize() > 0)
         _drawText();
-    KXDrawRect(rect(), _KXWidgetColor(isFocused() ? _focusColor : _borderColor));
+}
+
+KXUIColors KXUITextEntry::_ownColors() const {
+    return {_borderColor, _backgroundColor, _backgroundColor, _selectionColor, _focusColor, _textColor};
 }
 
 void KXUITextEntry::_drawText() {
@@ -127,11 +131,12 @@ void KXUITextEntry::_drawText() {
     const KXPoint origin = {static_cast<float>(_KXTruncate(box.origin.x)) + KXUIWidgetInnerPadding.width,
                             _textTop()};
     if (shown.text().empty())
-        _fontInUse()->print(origin, _KXWidgetColor(_placeholderColor), "%s", _editor->placeholder.c_str());
+        _fontInUse()->print(origin, _KXFaintText(_placeholderColor), "%s", _editor->placeholder.c_str());
     if (isFocused() && shown.hasSelection())
-        KXDrawRectFill(_lineRect(view.xOf(shown.selectionStart()), view.xOf(shown.selectionEnd())),
-                       _KXWidgetColor(_selectionColor));
-    _fontInUse()->_printPlain(origin, _KXWidgetColor(_textColor), view.shown());
+        _KXDrawPart(KXUIPartSelection,
+                    _lineRect(view.xOf(shown.selectionStart()), view.xOf(shown.selectionEnd())),
+                    KXUIPartNormal, _ownColors());
+    _fontInUse()->_printPlain(origin, _KXPanelText(_textColor), view.shown());
     if (isFocused())
         _drawCursor();
 }
@@ -145,14 +150,14 @@ void KXUITextEntry::_drawCursor() {
         KXRect line = _lineRect(_editor->view.xOf(_editor->edit.selectionStart()), x);
         line.origin.y += line.size.height - 1;
         line.size.height = 1;
-        KXDrawRectFill(line, _KXWidgetColor(_textColor));
+        KXDrawRectFill(line, _KXPanelText(_textColor));
     }
     if (_editor->blinkRevision != shown.revision()) {
         _editor->blinkRevision = shown.revision();
         _editor->blinkTime = _KXLogicCurrentTime;
     }
     if ((_KXLogicCurrentTime - _editor->blinkTime) / halfPeriod % 2 == 0)
-        KXDrawRectFill(_lineRect(x, x + 1), _KXWidgetColor(_textColor));
+        KXDrawRectFill(_lineRect(x, x + 1), _KXPanelText(_textColor));
 }
 
 void KXUITextEntry::setBackgroundColor(KXColor color) { _backgroundColor = color; }

@@ -33,7 +33,7 @@ KXUIDescription KXUIToggleButton::description() const {
 
 void KXUIToggleButton::draw() {
     if (_state == KXUIToggleButtonStateOn)
-        _drawWithBackgroundColor(_isDepressed() ? _onDepressedBackgroundColor : _onBackgroundColor);
+        _drawWithBackgroundColor(_isDepressed() ? _onDepressedBackgroundColor : _onBackgroundColor, true);
     else
         KXUIButton::draw();
 }

@@ -5,6 +5,7 @@
 #include "render/ClipScope.h"
 #include "render/GraphicsContext.h"
 #include "text/KXUIGlobalFont.h"
+#include "ui/Look.h"
 #include "ui/WholePixels.h"
 #include "ui/WidgetDrawing.h"
 
@@ -101,26 +102,30 @@ void KXUIListBox::_drawRows(const Layout& layout) {
         state.shownFontRevision = font._currentRevision();
         state.shownWidth = width;
     }
+    const KXUIColors own = _ownColors();
     const _KXClipScope clip(_KXRectBetween(layout.left, layout.top, layout.rowsRight, layout.bottom));
     int row = static_cast<int>(state.scrolled / layout.rowHeight);
     int top = layout.top - static_cast<int>(state.scrolled % layout.rowHeight);
     for (; row < count() && top < layout.bottom; ++row, top += layout.rowHeight) {
         const KXRect whole = _KXRectBetween(layout.left, top, layout.rowsRight, top + layout.rowHeight);
         if (isSelected(row))
-            KXDrawRectFill(whole, _KXWidgetColor(_selectionColor));
+            _KXDrawPart(KXUIPartSelection, whole, KXUIPartNormal, own);
         if (state.several && row == state.selected && hasFocus())
-            KXDrawRect(whole, _KXWidgetColor(_focusColor)); // keys move from it, and it may not be selected
+            KXDrawRect(whole, _KXColorsOf(KXUIPartField, KXUIPartFocused, own)
+                                  .border); // keys move from it, and it may not be selected
         const KXPoint place = {static_cast<float>(layout.left + paddingWidth),
                                static_cast<float>(top) + KXUIWidgetInnerPadding.height};
+        const KXColor color =
+            _KXPartText(isSelected(row) ? KXUIPartSelection : KXUIPartField, KXUIPartNormal, own);
         if (state.spans == _KXSpans::Plain)
-            font._printPlain(place, _KXWidgetColor(_textColor), _shownText(row, width));
+            font._printPlain(place, color, _shownText(row, width));
         else
-            font.print(place, _KXWidgetColor(_textColor), "%s", _shownText(row, width));
-        _drawDetails(layout, row, place.y);
+            font.print(place, color, "%s", _shownText(row, width));
+        _drawDetails(layout, row, place.y, color);
     }
 }
 
-void KXUIListBox::_drawDetails(const Layout& layout, int row, float y) {
+void KXUIListBox::_drawDetails(const Layout& layout, int row, float y, KXColor color) {
     const State& state = *_state;
     if (state.details.empty())
         return;
@@ -129,17 +134,25 @@ void KXUIListBox::_drawDetails(const Layout& layout, int row, float y) {
          right -= static_cast<float>(state.detailWidths[i]))
         if (state.detailWidths[i] > 0) {
             const float width = state.shown[row % state.shown.size()].detailWidths[i];
-            _fontInUse()->_printPlain({std::floor(right - width), y}, _KXWidgetColor(_textColor),
-                                      state.details[row][i].c_str());
+            _fontInUse()->_printPlain({std::floor(right - width), y}, color, state.details[row][i].c_str());
         }
 }
 
+KXUIColors KXUIListBox::_ownColors() const {
+    return {_borderColor, _backgroundColor, _trackColor, _selectionColor, _focusColor, _textColor};
+}
+
 void KXUIListBox::_drawScrollBar(const Layout& layout) {
-    KXDrawRectFill(_KXRectBetween(layout.rowsRight, layout.top, layout.right, layout.bottom),
-                   _KXWidgetColor(_trackColor));
+    KXUIColors own = _ownColors();
+    own.border = own.interaction = _trackColor;
+    _KXDrawPart(KXUIPartTrack, _KXRectBetween(layout.rowsRight, layout.top, layout.right, layout.bottom),
+                KXUIPartNormal, own);
+    own.border = _borderColor;
+    own.background = _knobColor;
+    own.interaction = _selectionColor;
     const KXRect knob = _KXRectBetween(layout.rowsRight, layout.knobTop, layout.right, layout.knobBottom);
-    KXDrawRectFill(knob, _KXWidgetColor(_state->holds(State::Press::Knob) ? _selectionColor : _knobColor));
-    KXDrawRect(knob, _KXWidgetColor(_borderColor));
+    _KXDrawPart(KXUIPartKnob, knob, _state->holds(State::Press::Knob) ? KXUIPartPressed : KXUIPartNormal,
+                own);
 }
 
 void KXUIListBox::draw() {
@@ -149,12 +162,11 @@ void KXUIListBox::draw() {
     if (!drawing)
         return;
     const Layout layout = _settledLayout();
-    KXDrawRectFill(rect(), _KXWidgetColor(_backgroundColor));
+    _KXDrawPart(KXUIPartField, rect(), hasFocus() ? KXUIPartFocused : KXUIPartNormal, _ownColors());
     if (layout.right > layout.left && layout.bottom > layout.top) {
         if (_fontInUse())
             _drawRows(layout);
         if (layout.scrolls)
             _drawScrollBar(layout);
     }
-    KXDrawRect(rect(), _KXWidgetColor(hasFocus() ? _focusColor : _borderColor));
 }

@@ -83,17 +83,22 @@ static KXColor ownFill(KXUIPart part, unsigned states, const KXUIColors& own) {
                                                                             : own.background;
 }
 
+_KXPartColors _KXColorsOf(KXUIPart part, unsigned states, const KXUIColors& own) {
+    const bool rings = part == KXUIPartField && states & KXUIPartFocused;
+    if (!_KXTheme.usesPalette)
+        return {_KXWidgetColor(ownFill(part, states, own)), _KXWidgetColor(rings ? own.focus : own.border)};
+    const KXUIPalette& palette = _KXTheme.palette;
+    return {_KXWidgetColor(paletteFill(part, states)),
+            _KXWidgetColor(rings ? palette.focus : palette.border)};
+}
+
 void _KXDrawPart(KXUIPart part, KXRect box, unsigned states, const KXUIColors& own) {
     if (const KXUISkin* const skin = skinOf(part, states))
         return drawSkin(*skin, box);
-    const bool themed = _KXTheme.usesPalette;
-    KXDrawRectFill(box, _KXWidgetColor(themed ? paletteFill(part, states) : ownFill(part, states, own)));
-    if (part == KXUIPartSelection)
-        return;
-    const bool rings = part == KXUIPartField && states & KXUIPartFocused;
-    const KXUIPalette& palette = _KXTheme.palette;
-    KXDrawRect(box, _KXWidgetColor(themed ? (rings ? palette.focus : palette.border)
-                                          : (rings ? own.focus : own.border)));
+    const _KXPartColors colors = _KXColorsOf(part, states, own);
+    KXDrawRectFill(box, colors.fill);
+    if (part != KXUIPartSelection)
+        KXDrawRect(box, colors.border);
 }
 
 KXColor _KXPartText(KXUIPart part, unsigned states, const KXUIColors& own) {
@@ -104,10 +109,12 @@ KXColor _KXPartText(KXUIPart part, unsigned states, const KXUIColors& own) {
     return _KXWidgetColor(isSelected ? _KXTheme.palette.selectedText : _KXTheme.palette.text);
 }
 
-KXColor _KXFaintText(const KXUIColors& own) {
-    if (_KXTheme.usesPalette)
-        return _KXWidgetColor(_KXTheme.palette.faintText);
-    return _KXWidgetColor({own.text.r, own.text.g, own.text.b, own.text.a / 2});
+KXColor _KXFaintText(KXColor own) {
+    return _KXWidgetColor(_KXTheme.usesPalette ? _KXTheme.palette.faintText : own);
+}
+
+KXColor _KXPanelText(KXColor own) {
+    return _KXWidgetColor(_KXTheme.usesPalette ? _KXTheme.palette.text : own);
 }
 
 void _KXDrawFocusRing(KXRect box, const KXUIColors& own) {
