@@ -135,6 +135,7 @@ public:
     KX_INTERNAL _KXFocus& _focus();
 
 private:
+    friend class KXUIDropDown; // whose rows it shows
     struct KX_INTERNAL Layout;
     struct KX_INTERNAL State;
     KX_INTERNAL Layout _layout() const;
@@ -142,6 +143,7 @@ private:
     KX_INTERNAL bool _isRow(int index) const;
     KX_INTERNAL void _rowsChanged();
     KX_INTERNAL void _selectOnly(int from, int to);
+    KX_INTERNAL void _passTime();
     KX_INTERNAL int _told();
     KX_INTERNAL void _select(int row, const _KXModifiers& modifiers, bool takesInOrOut);
     KX_INTERNAL void _press(const _KXModifiers& modifiers);

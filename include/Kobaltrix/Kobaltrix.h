@@ -18,7 +18,8 @@
 ///   KXActions.h, KXInputEvents.h, KXClipboard.h
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
 ///   KXUITextEntry.h, KXUIFileBrowser.h, KXUILabel.h, KXUILayout.h, KXUICheckBox.h, KXUIRadioGroup.h,
-///   KXUIProgressBar.h, KXUIImageButton.h, KXUITheme.h
+///   KXUIProgressBar.h, KXUIImageButton.h, KXUIDropDown.h, KXUISpinBox.h,
+///   KXUITheme.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkLimits.h, KXNetworkBuffer.h
@@ -89,6 +90,7 @@
 #include <Kobaltrix/KXUICheckBox.h>
 #include <Kobaltrix/KXUIColors.h>
 #include <Kobaltrix/KXUIDialogBox.h>
+#include <Kobaltrix/KXUIDropDown.h>
 #include <Kobaltrix/KXUIFileBrowser.h>
 #include <Kobaltrix/KXUIGlobalFont.h>
 #include <Kobaltrix/KXUIImageButton.h>
@@ -100,6 +102,7 @@
 #include <Kobaltrix/KXUIProgressBar.h>
 #include <Kobaltrix/KXUIRadioGroup.h>
 #include <Kobaltrix/KXUISlider.h>
+#include <Kobaltrix/KXUISpinBox.h>
 #include <Kobaltrix/KXUITextEntry.h>
 #include <Kobaltrix/KXUITheme.h>
 #include <Kobaltrix/KXUIWidget.h>

@@ -38,6 +38,7 @@ struct KXUIListBox::State : _KXFocus {
         bool isSelected = false; ///< Among several.
     };
     KXUIListBox& box;
+    _KXFocus* whole = this; ///< That hears for it: itself, or what it is a part of.
     std::vector<Row> rows;
     int selected = -1;    ///< The one, or of several the one that keys move from.
     bool several = false; ///< Whether the user may select them.
@@ -77,9 +78,8 @@ struct KXUIListBox::State : _KXFocus {
     unsigned shownFontRevision = 0;
     int shownWidth = 0;
 
-    bool holds(Press part) const { return press == part && hasPointer(); }
+    bool holds(Press part) const { return press == part && whole->hasPointer(); }
 
-protected:
     void heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) override;
     void heardKey(const KXInputEvent& key, const _KXModifiers& modifiers) override;
     void heardText(const char* text) override { box._findTyped(text); }

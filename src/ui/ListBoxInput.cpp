@@ -25,7 +25,7 @@ constexpr int dragBegins = 4; // points
 std::uint32_t millisecondsSince(std::uint32_t time) { return _KXLogicCurrentTime - time; }
 } // namespace
 
-int KXUIListBox::hasFocus() const { return _state->hasKeyboard() ? -1 : 0; }
+int KXUIListBox::hasFocus() const { return _state->whole->hasKeyboard() ? -1 : 0; }
 
 void KXUIListBox::setWindowID(unsigned id) {
     _KXUIWidget::setWindowID(id);
@@ -42,11 +42,16 @@ int KXUIListBox::poll() {
     if (!_takesInput())
         _state->leaveOut();
     _state->hear();
+    _passTime();
+    return _told();
+}
+
+// What goes on while a button is held. Once in a step.
+void KXUIListBox::_passTime() {
     if (_state->holds(State::Press::Track))
         for (int pages = _KXRepeatsSince(_state->pageStep); pages > 0; --pages)
             _turnPage();
     _scrollByDragging();
-    return _told();
 }
 
 /// A poll for what came before an event, without the doing of time.
@@ -67,7 +72,7 @@ void KXUIListBox::State::heardMouse(const KXInputEvent& event, const _KXModifier
         event.button == KXMouseLeft || event.button == KXMouseRight || event.button == KXMouseMiddle;
     if (event.type == KXInputEventMouseDown && isButton) {
         const bool over = box.mouseOver();
-        over ? takeKeyboard() : giveUpKeyboard();
+        over ? whole->takeKeyboard() : whole->giveUpKeyboard();
         if (over && event.button == KXMouseLeft && (!modifiers.control || (several && !_KXIsMac)))
             box._press(modifiers);
     } else if (event.type == KXInputEventMouseMoved) {
@@ -81,7 +86,7 @@ void KXUIListBox::State::heardMouse(const KXInputEvent& event, const _KXModifier
 void KXUIListBox::_press(const _KXModifiers& modifiers) {
     const Layout layout = _settledLayout();
     const bool inView = KXMouseY >= layout.top && KXMouseY < layout.bottom;
-    _state->takePointer();
+    _state->whole->takePointer();
     if (!layout.scrolls || !inView || KXMouseX < layout.rowsRight) {
         const int row = indexAt(KXMousePoint);
         _state->press = row == -1 ? State::Press::Nothing : State::Press::Row;

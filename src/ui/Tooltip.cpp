@@ -4,12 +4,12 @@
 #include "render/GraphicsContext.h"
 #include "text/KXUIGlobalFont.h"
 #include "ui/Caption.h"
+#include "ui/TargetSize.h"
 #include "ui/Theme.h"
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXInputEvents.h>
 #include <Kobaltrix/KXMouse.h>
-#include <Kobaltrix/KXTexture.h>
 #include <Kobaltrix/KXUIWidget.h>
 #include <Kobaltrix/KXWindow.h>
 
@@ -43,15 +43,6 @@ static bool isTime() {
            !KXMouse(KXMouseMiddle) && !KXMouse(KXMouseRight);
 }
 
-// Of what is drawn into, in its units.
-static KXSize targetSize() {
-    KXRenderContext* const target = KXCurrentRenderContext();
-    if (auto* const window = dynamic_cast<KXWindow*>(target))
-        return window->logicalSize();
-    auto* const texture = dynamic_cast<KXTexture*>(target);
-    return texture ? texture->size() : KXZeroSize;
-}
-
 // Below the pointer, or above it where there is no room, and within the target as far as that goes.
 static KXPoint placeFor(KXSize box, KXSize room) {
     constexpr float pointerHeight = 20, gap = 4;
@@ -67,7 +58,7 @@ static void drawTip(_KXCaption& caption, const KXFont& font) {
     const KXUITooltipTheme& theme = _KXTheme.tooltip;
     const KXSize padding = {_KXUIWidget::KXUIWidgetInnerPadding.width + border,
                             _KXUIWidget::KXUIWidgetInnerPadding.height + border};
-    const KXSize room = targetSize();
+    const KXSize room = _KXTargetSize();
     const float widest = std::max(1.0f, room.width - 2 * padding.width);
     const KXTextLayout& text =
         caption.lines(font, theme.width > 0 ? std::min(theme.width, widest) : widest, KXTextAlignStart);
