@@ -2,8 +2,8 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Truncate.h"
-#include "map/MapJson.h"
 #include "map/MapModel.h"
+#include "util/Json.h"
 #include "util/Slide.h"
 
 #include <atomic>
@@ -88,7 +88,7 @@ int KXMap::load(const char* path) {
     auto loaded = std::make_unique<_KXMapState>();
     try {
         _KXReadMap(path, maximumCells, *loaded);
-    } catch (const _KXMapFault& fault) {
+    } catch (const _KXJsonFault& fault) {
         _KXReportError("Unable to load a map: %s", fault.text.c_str());
         return 0;
     }

@@ -119,5 +119,5 @@ struct _KXMapState {
     }
 };
 
-/// Reads a map. Throws a _KXMapFault.
+/// Reads a map. Throws a _KXJsonFault.
 void _KXReadMap(const std::string& path, std::uint32_t mostCells, _KXMapState& map);

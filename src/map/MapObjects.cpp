@@ -4,14 +4,14 @@
 
 #include <algorithm>
 
-static KXMapShape shapeOf(const _KXMapValue& value) {
+static KXMapShape shapeOf(const _KXJsonValue& value) {
     const std::pair<const char*, KXMapShape> shapes[] = {
         {"gid", KXMapShapeTile},        {"polygon", KXMapShapePolygon}, {"polyline", KXMapShapePolyline},
         {"text", KXMapShapeText},       {"ellipse", KXMapShapeEllipse}, {"point", KXMapShapePoint},
         {"capsule", KXMapShapeCapsule},
     };
     for (const auto& [key, shape] : shapes)
-        if (value.has(key) && (value.member(key).kind() != _KXMapKind::Flag || value.member(key).flag()))
+        if (value.has(key) && (value.member(key).kind() != _KXJsonKind::Flag || value.member(key).flag()))
             return shape;
     return KXMapShapeRect;
 }
@@ -25,7 +25,7 @@ static void inherit(KXMapObject& object, const _KXTileInfo& tile) {
             object.properties.push_back(property);
 }
 
-static KXMapObject readObject(const _KXMapValue& value, int layer, const _KXMapState& map) {
+static KXMapObject readObject(const _KXJsonValue& value, int layer, const _KXMapState& map) {
     if (value.has("template"))
         value.member("template").fail("objects of templates cannot be loaded; detach them in the editor");
     KXMapObject object = {};
@@ -43,9 +43,9 @@ static KXMapObject readObject(const _KXMapValue& value, int layer, const _KXMapS
     if (object.shape == KXMapShapeText)
         object.text = value.member("text").text("text");
     const bool hasPoints = object.shape == KXMapShapePolygon || object.shape == KXMapShapePolyline;
-    for (const _KXMapValue& point :
+    for (const _KXJsonValue& point :
          hasPoints ? value.elements(object.shape == KXMapShapePolygon ? "polygon" : "polyline")
-                   : std::vector<_KXMapValue>())
+                   : std::vector<_KXJsonValue>())
         object.points.push_back(object.pivot + KXPoint{point.number("x", 0), point.number("y", 0)});
     if (object.shape == KXMapShapeTile) {
         object.tile = map.tileOf(static_cast<std::uint32_t>(value.member("gid").whole(0, 0xFFFFFFFF)));
@@ -60,9 +60,9 @@ static KXMapObject readObject(const _KXMapValue& value, int layer, const _KXMapS
     return object;
 }
 
-void _KXReadObjects(const _KXMapValue& value, int layer, _KXMapState& map) {
+void _KXReadObjects(const _KXJsonValue& value, int layer, _KXMapState& map) {
     const auto first = static_cast<std::ptrdiff_t>(map.objects.size());
-    for (const _KXMapValue& object : value.elements("objects"))
+    for (const _KXJsonValue& object : value.elements("objects"))
         map.objects.push_back(readObject(object.named(), layer, map));
     const std::string order = value.text("draworder", "topdown");
     if (order == "topdown")

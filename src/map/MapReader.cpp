@@ -17,12 +17,12 @@ public:
     Reader(const std::string& file, std::uint32_t mostCells, _KXMapState& map)
         : _file(file), _cellsLeft(mostCells), _map(map) {}
 
-    void read(const _KXMapValue& root);
+    void read(const _KXJsonValue& root);
 
 private:
-    void readLayers(const _KXMapValue& owner, const Inherited& group, int depth);
-    void readLayer(const _KXMapValue& value, const std::string& type, const Inherited& own);
-    Inherited inherited(const _KXMapValue& value, const Inherited& group) const;
+    void readLayers(const _KXJsonValue& owner, const Inherited& group, int depth);
+    void readLayer(const _KXJsonValue& value, const std::string& type, const Inherited& own);
+    Inherited inherited(const _KXJsonValue& value, const Inherited& group) const;
 
     const std::string& _file;
     std::int64_t _cellsLeft;
@@ -30,7 +30,7 @@ private:
     _KXMapState& _map;
 };
 
-void Reader::read(const _KXMapValue& root) {
+void Reader::read(const _KXJsonValue& root) {
     if (root.text("type", "map") != "map")
         root.member("type").fail("is no map");
     if (root.text("orientation", "orthogonal") != "orthogonal")
@@ -49,7 +49,7 @@ void Reader::read(const _KXMapValue& root) {
     _map.parallaxOrigin = {root.number("parallaxoriginx", 0), root.number("parallaxoriginy", 0)};
     _map.properties = _KXReadMapProperties(root);
     _isInfinite = root.flag("infinite", false);
-    for (const _KXMapValue& value : root.elements("tilesets")) {
+    for (const _KXJsonValue& value : root.elements("tilesets")) {
         _map.tilesets.push_back(_KXReadTileset(value, _file));
         const KXSize reach = _map.tilesets.back().reach();
         _map.reach = {std::max(_map.reach.width, reach.width), std::max(_map.reach.height, reach.height)};
@@ -60,7 +60,7 @@ void Reader::read(const _KXMapValue& root) {
     readLayers(root, {}, 0);
 }
 
-Inherited Reader::inherited(const _KXMapValue& value, const Inherited& group) const {
+Inherited Reader::inherited(const _KXJsonValue& value, const Inherited& group) const {
     Inherited own = group;
     const KXColor tint = value.color("tintcolor", {1, 1, 1, 1});
     own.visible = group.visible && value.flag("visible", true) ? -1 : 0;
@@ -72,12 +72,12 @@ Inherited Reader::inherited(const _KXMapValue& value, const Inherited& group) co
     return own;
 }
 
-void Reader::readLayers(const _KXMapValue& owner, const Inherited& group, int depth) {
+void Reader::readLayers(const _KXJsonValue& owner, const Inherited& group, int depth) {
     constexpr int deepest = 64;
     if (depth > deepest)
-        throw _KXMapFault{_file + ": layers lie in too many groups"};
-    for (const _KXMapValue& element : owner.elements("layers")) {
-        const _KXMapValue value = element.named();
+        throw _KXJsonFault{_file + ": layers lie in too many groups"};
+    for (const _KXJsonValue& element : owner.elements("layers")) {
+        const _KXJsonValue value = element.named();
         const std::string type = value.member("type").text();
         const Inherited own = inherited(value, group);
         if (type == "group")
@@ -87,7 +87,7 @@ void Reader::readLayers(const _KXMapValue& owner, const Inherited& group, int de
     }
 }
 
-void Reader::readLayer(const _KXMapValue& value, const std::string& type, const Inherited& own) {
+void Reader::readLayer(const _KXJsonValue& value, const std::string& type, const Inherited& own) {
     const auto index = static_cast<int>(_map.layers.size());
     KXMapLayer layer = {value.text("name"), KXMapLayerTiles, own.visible, own.opacity,
                         own.offset,         own.parallax,    own.tint,    _KXReadMapProperties(value)};
@@ -121,6 +121,6 @@ std::string _KXMapPathBeside(const std::string& file, const std::string& path) {
 }
 
 void _KXReadMap(const std::string& path, std::uint32_t mostCells, _KXMapState& map) {
-    const _KXMapDocument document(path);
+    const _KXJsonDocument document(path);
     Reader(path, mostCells, map).read(document.root());
 }

@@ -6,7 +6,7 @@
 namespace {
 class TileReader {
 public:
-    TileReader(const _KXMapValue& layer, std::int64_t& left, _KXTileGrid& grid)
+    TileReader(const _KXJsonValue& layer, std::int64_t& left, _KXTileGrid& grid)
         : _encoding(layer.text("encoding", "csv")), _compression(layer.text("compression")), _left(left),
           _grid(grid) {
         if (_encoding != "csv" && _encoding != "base64")
@@ -16,7 +16,7 @@ public:
     }
 
     /// @param owner the layer, or a piece of an infinite one.
-    void read(const _KXMapValue& owner, int x, int y) {
+    void read(const _KXJsonValue& owner, int x, int y) {
         const auto side = [&owner](const char* key) {
             return static_cast<int>(owner.member(key).whole(0, _KXTileGrid::farthest));
         };
@@ -24,7 +24,7 @@ public:
         _left -= std::int64_t{width} * height;
         if (_left < 0)
             owner.fail("there are more cells than a map may have");
-        const _KXMapValue data = owner.member("data");
+        const _KXJsonValue data = owner.member("data");
         if (_encoding == "csv")
             return readNumbers(data, x, y, width, height);
         std::string bytes;
@@ -34,14 +34,14 @@ public:
     }
 
 private:
-    void readNumbers(const _KXMapValue& data, int x, int y, int width, int height) {
+    void readNumbers(const _KXJsonValue& data, int x, int y, int width, int height) {
         const auto cells = data.cells(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
         for (int i = 0; i < std::ssize(cells); ++i)
             if (const std::uint32_t cell = cells[static_cast<std::size_t>(i)]) // all are empty at the start
                 _grid.set(x + i % width, y + i / width, cell);
     }
 
-    void readBytes(const _KXMapValue& data, _KXTileBytes& bytes, int x, int y, int width, int height) {
+    void readBytes(const _KXJsonValue& data, _KXTileBytes& bytes, int x, int y, int width, int height) {
         std::vector<unsigned char> row(static_cast<std::size_t>(width) * 4);
         for (int line = 0; line < height; ++line) {
             if (!bytes.read(row.data(), row.size()))
@@ -64,14 +64,14 @@ private:
 };
 } // namespace
 
-void _KXReadTiles(const _KXMapValue& layer, bool isInfinite, std::int64_t& left, _KXTileGrid& grid) {
+void _KXReadTiles(const _KXJsonValue& layer, bool isInfinite, std::int64_t& left, _KXTileGrid& grid) {
     TileReader reader(layer, left, grid);
     if (!isInfinite)
         return reader.read(layer, 0, 0);
-    const auto place = [](const _KXMapValue& chunk, const char* key) {
+    const auto place = [](const _KXJsonValue& chunk, const char* key) {
         constexpr int most = _KXTileGrid::farthest;
         return static_cast<int>(chunk.member(key).whole(-most, most));
     };
-    for (const _KXMapValue& chunk : layer.elements("chunks"))
+    for (const _KXJsonValue& chunk : layer.elements("chunks"))
         reader.read(chunk, place(chunk, "x"), place(chunk, "y"));
 }

@@ -6,30 +6,30 @@
 
 namespace {
 void addProperty(KXMapProperties& properties, const std::string& name, const std::string& type,
-                 const _KXMapValue& value, int depth);
+                 const _KXJsonValue& value, int depth);
 
 // Members of classes and elements of lists, with their owner's name before their own.
-void addNested(KXMapProperties& properties, const std::string& name, const _KXMapValue& value, int depth) {
+void addNested(KXMapProperties& properties, const std::string& name, const _KXJsonValue& value, int depth) {
     if (depth > 32)
         value.fail("is nested too deeply");
-    if (value.kind() == _KXMapKind::List) {
+    if (value.kind() == _KXJsonKind::List) {
         int index = 0;
-        for (const _KXMapValue& element : value.elements())
+        for (const _KXJsonValue& element : value.elements())
             addProperty(properties, name + "." + std::to_string(index++), element.text("type", "string"),
                         element.member("value"), depth + 1);
         return;
     }
     for (const auto& [key, member] : value.members()) {
-        const char* const type = member.kind() == _KXMapKind::Flag     ? "bool"
-                                 : member.kind() == _KXMapKind::Number ? "float"
-                                 : member.kind() == _KXMapKind::Text   ? "string"
-                                                                       : "class";
+        const char* const type = member.kind() == _KXJsonKind::Flag     ? "bool"
+                                 : member.kind() == _KXJsonKind::Number ? "float"
+                                 : member.kind() == _KXJsonKind::Text   ? "string"
+                                                                        : "class";
         addProperty(properties, name + "." + key, type, member, depth + 1);
     }
 }
 
 void addProperty(KXMapProperties& properties, const std::string& name, const std::string& type,
-                 const _KXMapValue& value, int depth) {
+                 const _KXJsonValue& value, int depth) {
     KXMapProperty property = {name, KXMapPropertyText, "", 0, {0, 0, 0, 0}};
     if (type == "class" || type == "list")
         return addNested(properties, name, value, depth);
@@ -52,7 +52,7 @@ void addProperty(KXMapProperties& properties, const std::string& name, const std
     properties.push_back(std::move(property));
 }
 
-KXPoint alignmentOf(const _KXMapValue& set) {
+KXPoint alignmentOf(const _KXJsonValue& set) {
     const std::string name = set.text("objectalignment", "unspecified");
     const char* const names[] = {"topleft", "top",        "topright", "left",       "center",
                                  "right",   "bottomleft", "bottom",   "bottomright"};
@@ -64,11 +64,11 @@ KXPoint alignmentOf(const _KXMapValue& set) {
     return {0, 1};
 }
 
-_KXTileInfo readTile(const _KXMapValue& value, const std::string& file) {
+_KXTileInfo readTile(const _KXJsonValue& value, const std::string& file) {
     _KXTileInfo tile;
     tile.type = _KXReadMapType(value);
     tile.properties = _KXReadMapProperties(value);
-    for (const _KXMapValue& frame : value.elements("animation")) {
+    for (const _KXJsonValue& frame : value.elements("animation")) {
         constexpr int most = 1 << 30;
         tile.animation.push_back({static_cast<int>(frame.member("tileid").whole(0, most)),
                                   static_cast<int>(frame.member("duration").whole(0, most))});
@@ -86,7 +86,7 @@ _KXTileInfo readTile(const _KXMapValue& value, const std::string& file) {
     return tile;
 }
 
-_KXTileset readSet(const _KXMapValue& value, const std::string& file) {
+_KXTileset readSet(const _KXJsonValue& value, const std::string& file) {
     constexpr int most = 1 << 24;
     _KXTileset set;
     set.tileSize = {static_cast<float>(value.integer("tilewidth", 0, 0, most)),
@@ -111,34 +111,34 @@ _KXTileset readSet(const _KXMapValue& value, const std::string& file) {
         if (set.columns < 1)
             value.fail("it has no columns");
     }
-    for (const _KXMapValue& tile : value.elements("tiles"))
+    for (const _KXJsonValue& tile : value.elements("tiles"))
         set.tiles[static_cast<int>(tile.member("id").whole(0, 1 << 28))] = readTile(tile, file);
     return set;
 }
 } // namespace
 
-KXMapProperties _KXReadMapProperties(const _KXMapValue& owner) {
+KXMapProperties _KXReadMapProperties(const _KXJsonValue& owner) {
     KXMapProperties properties;
-    for (const _KXMapValue& value : owner.elements("properties"))
+    for (const _KXJsonValue& value : owner.elements("properties"))
         addProperty(properties, value.member("name").text(), value.text("type", "string"),
                     value.member("value"), 0);
     return properties;
 }
 
-std::string _KXReadMapType(const _KXMapValue& owner) {
+std::string _KXReadMapType(const _KXJsonValue& owner) {
     const std::string type = owner.text("type");
     return type.empty() ? owner.text("class") : type;
 }
 
-_KXTileset _KXReadTileset(const _KXMapValue& value, const std::string& file) {
+_KXTileset _KXReadTileset(const _KXJsonValue& value, const std::string& file) {
     const auto first = static_cast<std::uint32_t>(value.member("firstgid").whole(1, 0x0FFFFFFF));
     _KXTileset set;
     if (!value.has("source")) {
         set = readSet(value, file);
     } else {
         const std::string path = _KXMapPathBeside(file, value.text("source"));
-        const _KXMapDocument document(path);
-        const _KXMapValue outside = document.root();
+        const _KXJsonDocument document(path);
+        const _KXJsonValue outside = document.root();
         if (outside.text("type", "tileset") != "tileset")
             outside.member("type").fail("is no set of tiles");
         set = readSet(outside, path);

@@ -1,4 +1,4 @@
-#include "map/MapJson.h"
+#include "util/Json.h"
 
 #include "util/WholeFile.h"
 
@@ -11,55 +11,55 @@
 
 using Json = nlohmann::json;
 
-void _KXMapValue::fail(const std::string& what) const { throw _KXMapFault{_way + ": " + what}; }
+void _KXJsonValue::fail(const std::string& what) const { throw _KXJsonFault{_way + ": " + what}; }
 
-_KXMapKind _KXMapValue::kind() const {
-    return _json->is_boolean()  ? _KXMapKind::Flag
-           : _json->is_number() ? _KXMapKind::Number
-           : _json->is_string() ? _KXMapKind::Text
-           : _json->is_array()  ? _KXMapKind::List
-           : _json->is_object() ? _KXMapKind::Object
-                                : _KXMapKind::Nothing;
+_KXJsonKind _KXJsonValue::kind() const {
+    return _json->is_boolean()  ? _KXJsonKind::Flag
+           : _json->is_number() ? _KXJsonKind::Number
+           : _json->is_string() ? _KXJsonKind::Text
+           : _json->is_array()  ? _KXJsonKind::List
+           : _json->is_object() ? _KXJsonKind::Object
+                                : _KXJsonKind::Nothing;
 }
 
-bool _KXMapValue::has(const char* key) const {
+bool _KXJsonValue::has(const char* key) const {
     if (!_json->is_object())
         fail("must be an object");
     const auto found = _json->find(key);
     return found != _json->end() && !found->is_null();
 }
 
-_KXMapValue _KXMapValue::member(const char* key) const {
+_KXJsonValue _KXJsonValue::member(const char* key) const {
     const std::string way = _way + (_way.ends_with(": ") ? "" : ".") + key;
     if (!has(key))
-        throw _KXMapFault{way + " is missing"};
+        throw _KXJsonFault{way + " is missing"};
     return {*_json->find(key), way};
 }
 
-std::vector<_KXMapValue> _KXMapValue::elements() const {
+std::vector<_KXJsonValue> _KXJsonValue::elements() const {
     if (!_json->is_array())
         fail("must be a list");
-    std::vector<_KXMapValue> values;
+    std::vector<_KXJsonValue> values;
     values.reserve(_json->size());
     for (const Json& element : *_json)
         values.emplace_back(element, _way + "[" + std::to_string(values.size()) + "]");
     return values;
 }
 
-std::vector<_KXMapValue> _KXMapValue::elements(const char* key) const {
-    return has(key) ? member(key).elements() : std::vector<_KXMapValue>();
+std::vector<_KXJsonValue> _KXJsonValue::elements(const char* key) const {
+    return has(key) ? member(key).elements() : std::vector<_KXJsonValue>();
 }
 
-std::vector<std::pair<std::string, _KXMapValue>> _KXMapValue::members() const {
+std::vector<std::pair<std::string, _KXJsonValue>> _KXJsonValue::members() const {
     if (!_json->is_object())
         fail("must be an object");
-    std::vector<std::pair<std::string, _KXMapValue>> members;
+    std::vector<std::pair<std::string, _KXJsonValue>> members;
     for (const auto& [key, member] : _json->items())
-        members.emplace_back(key, _KXMapValue(member, _way + "." + key));
+        members.emplace_back(key, _KXJsonValue(member, _way + "." + key));
     return members;
 }
 
-std::vector<std::uint32_t> _KXMapValue::cells(std::size_t wanted) const {
+std::vector<std::uint32_t> _KXJsonValue::cells(std::size_t wanted) const {
     if (!_json->is_array())
         fail("must be a list of numbers");
     if (_json->size() != wanted)
@@ -75,7 +75,7 @@ std::vector<std::uint32_t> _KXMapValue::cells(std::size_t wanted) const {
 }
 
 // Whole numbers may be written with a fraction of zeros.
-std::int64_t _KXMapValue::whole(std::int64_t least, std::int64_t most) const {
+std::int64_t _KXJsonValue::whole(std::int64_t least, std::int64_t most) const {
     const double value = number();
     if (value != std::floor(value))
         fail("must be a whole number");
@@ -84,7 +84,7 @@ std::int64_t _KXMapValue::whole(std::int64_t least, std::int64_t most) const {
     return static_cast<std::int64_t>(value);
 }
 
-double _KXMapValue::number() const {
+double _KXJsonValue::number() const {
     if (!_json->is_number())
         fail("must be a number");
     const double value = _json->get<double>();
@@ -93,39 +93,39 @@ double _KXMapValue::number() const {
     return value;
 }
 
-const std::string& _KXMapValue::text() const {
+const std::string& _KXJsonValue::text() const {
     if (!_json->is_string())
         fail("must be a text");
     return _json->get_ref<const std::string&>();
 }
 
-bool _KXMapValue::flag() const {
+bool _KXJsonValue::flag() const {
     if (!_json->is_boolean())
         fail("must be true or false");
     return _json->get<bool>();
 }
 
-int _KXMapValue::integer(const char* key, int without, int least, int most) const {
+int _KXJsonValue::integer(const char* key, int without, int least, int most) const {
     return has(key) ? static_cast<int>(member(key).whole(least, most)) : without;
 }
 
-float _KXMapValue::number(const char* key, float without) const {
+float _KXJsonValue::number(const char* key, float without) const {
     return has(key) ? static_cast<float>(member(key).number()) : without;
 }
 
-std::string _KXMapValue::text(const char* key, const char* without) const {
+std::string _KXJsonValue::text(const char* key, const char* without) const {
     return has(key) ? member(key).text() : without;
 }
 
-bool _KXMapValue::flag(const char* key, bool without) const {
+bool _KXJsonValue::flag(const char* key, bool without) const {
     return has(key) ? member(key).flag() : without;
 }
 
-KXColor _KXMapValue::color(const char* key, KXColor without) const {
+KXColor _KXJsonValue::color(const char* key, KXColor without) const {
     return has(key) && !member(key).text().empty() ? member(key).color() : without;
 }
 
-KXColor _KXMapValue::color() const {
+KXColor _KXJsonValue::color() const {
     const std::string digits = text().substr(text().starts_with('#') ? 1 : 0);
     if ((digits.size() != 6 && digits.size() != 8) ||
         digits.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos)
@@ -135,8 +135,8 @@ KXColor _KXMapValue::color() const {
     return KXMakeColori(channel(16), channel(8), channel(0), digits.size() == 8 ? channel(24) : 255);
 }
 
-_KXMapValue _KXMapValue::named() const {
-    const std::string name = has("name") && member("name").kind() == _KXMapKind::Text ? text("name") : "";
+_KXJsonValue _KXJsonValue::named() const {
+    const std::string name = has("name") && member("name").kind() == _KXJsonKind::Text ? text("name") : "";
     return {*_json, name.empty() ? _way : _way + " (" + name + ")"};
 }
 
@@ -162,21 +162,21 @@ static bool isTooDeep(std::string_view json) {
 
 static Json parse(const std::string& path) {
     if (path.ends_with(".tsx") || path.ends_with(".tmx") || path.ends_with(".tx"))
-        throw _KXMapFault{path + ": is XML; save it as JSON in the editor"};
+        throw _KXJsonFault{path + ": is XML; save it as JSON in the editor"};
     std::string content;
     if (!_KXReadWholeFile(path.c_str(), std::size_t{1} << 30, content))
-        throw _KXMapFault{KXError()};
+        throw _KXJsonFault{KXError()};
     std::string_view json = content;
     if (json.starts_with("\xEF\xBB\xBF")) // a byte order mark
         json.remove_prefix(3);
     if (isTooDeep(json))
-        throw _KXMapFault{path + ": is nested too deeply"};
+        throw _KXJsonFault{path + ": is nested too deeply"};
     try {
         return Json::parse(json);
     } catch (const Json::exception& error) {
         std::string what = error.what();
         what.erase(0, std::min(what.size(), what.find("] ") + 2)); // the other library's number
-        throw _KXMapFault{path + ": is no valid JSON: " + what};
+        throw _KXJsonFault{path + ": is no valid JSON: " + what};
     }
 }
 
@@ -190,7 +190,7 @@ static void makeEmpty(Json& json) {
     json.clear();
 }
 
-_KXMapDocument::_KXMapDocument(std::string path)
+_KXJsonDocument::_KXJsonDocument(std::string path)
     : _path(std::move(path)), _json(std::make_unique<Json>(parse(_path))) {}
 
-_KXMapDocument::~_KXMapDocument() { makeEmpty(*_json); }
+_KXJsonDocument::~_KXJsonDocument() { makeEmpty(*_json); }

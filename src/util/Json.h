@@ -12,31 +12,31 @@
 #include <utility>
 #include <vector>
 
-/// Why a map cannot be loaded. It never leaves this room.
-struct _KXMapFault {
+/// What is wrong with a file. It never leaves the room that reads it.
+struct _KXJsonFault {
     std::string text;
 };
 
 /// What a value in a file is.
-enum class _KXMapKind { Nothing, Flag, Number, Text, List, Object };
+enum class _KXJsonKind { Nothing, Flag, Number, Text, List, Object };
 
 /// A place in a JSON file that knows its way, to say what is wrong with it. Each operation throws a
-/// _KXMapFault if the value is not of the kind that is asked for.
-class _KXMapValue {
+/// _KXJsonFault if the value is not of the kind that is asked for.
+class _KXJsonValue {
 public:
-    _KXMapValue(const nlohmann::json& json, std::string way) : _json(&json), _way(std::move(way)) {}
+    _KXJsonValue(const nlohmann::json& json, std::string way) : _json(&json), _way(std::move(way)) {}
 
     [[noreturn]] void fail(const std::string& what) const;
-    _KXMapKind kind() const;
+    _KXJsonKind kind() const;
 
     /// Whether there is such a member, and it is not null.
     bool has(const char* key) const;
-    _KXMapValue member(const char* key) const;
-    std::vector<_KXMapValue> elements() const;
+    _KXJsonValue member(const char* key) const;
+    std::vector<_KXJsonValue> elements() const;
     /// The same for a member; none if it is missing.
-    std::vector<_KXMapValue> elements(const char* key) const;
+    std::vector<_KXJsonValue> elements(const char* key) const;
     /// Those of an object, with their names.
-    std::vector<std::pair<std::string, _KXMapValue>> members() const;
+    std::vector<std::pair<std::string, _KXJsonValue>> members() const;
     /// The elements, so many cells of tiles.
     std::vector<std::uint32_t> cells(std::size_t wanted) const;
 
@@ -56,7 +56,7 @@ public:
     KXColor color() const;
 
     /// The same place, with the name it has in the editor.
-    _KXMapValue named() const;
+    _KXJsonValue named() const;
 
 private:
     const nlohmann::json* _json;
@@ -64,14 +64,14 @@ private:
 };
 
 /// What a file holds; it must outlive what is made of it.
-class _KXMapDocument {
+class _KXJsonDocument {
 public:
-    explicit _KXMapDocument(std::string path);
-    ~_KXMapDocument();
-    _KXMapDocument(const _KXMapDocument&) = delete;
-    _KXMapDocument& operator=(const _KXMapDocument&) = delete;
+    explicit _KXJsonDocument(std::string path);
+    ~_KXJsonDocument();
+    _KXJsonDocument(const _KXJsonDocument&) = delete;
+    _KXJsonDocument& operator=(const _KXJsonDocument&) = delete;
 
-    _KXMapValue root() const { return {*_json, _path + ": "}; }
+    _KXJsonValue root() const { return {*_json, _path + ": "}; }
 
 private:
     std::string _path;
