@@ -4,6 +4,9 @@
 
 #include <stdint.h>
 
+#include <memory>
+
+class KXFont;
 class KXTexture;
 
 /// @file
@@ -103,6 +106,12 @@ struct KXUITheme {
     KXUIPalette palette = {};           ///< The colours of all widgets.
     KXUIPartSkins skins[KXUIPartCount]; ///< Pictures instead of boxes, by #KXUIPart.
     float ringWidth = 2;                ///< Pixels of the ring around what has the keyboard.
+    /// The font of widgets that have none of their own, instead of that of KXUISetGlobalFont(), those that
+    /// exist, too; null for none. Not owned: one of KXCachedFont(), and no more used once the cache is
+    /// cleared.
+    KXFont* font = nullptr;
+    /// What _KXUIWidget::KXUIWidgetInnerPadding is set to with the theme; negative leaves it.
+    KXSize padding = {-1, -1};
 };
 
 /// Dark texts on light grey, captions laid out.
@@ -117,3 +126,44 @@ KX_API KXUITheme KXUIHighContrastTheme();
 KX_API void KXUISetTheme(const KXUITheme& theme);
 /// The theme that was set last.
 KX_API KXUITheme KXUICurrentTheme();
+
+struct _KXUIThemeParts;
+
+/// A theme in a file, with the pictures that it needs.
+///
+/// @code
+/// KXUIThemeFile file;
+/// if (file.load("themes/wood.json"))
+///     KXUISetTheme(file.theme());
+/// @endcode
+///
+/// The file is JSON; whatever it does not name is as in its base:
+///
+///     {"base": "dark", "font": {"file": "wood.ttf", "size": 14}, "padding": [6, 4], "ring": 2,
+///      "disabledOpacity": 0.4, "tooltipDelay": 500,
+///      "colors": {"panel": "#3A2A1A", "selectedText": "#FFFFFF"},
+///      "skins": {"image": "wood.png", "corner": 6, "scale": 1,
+///                "button": {"normal": [0, 0, 24, 24], "hovered": [24, 0, 24, 24], "corner": 8}}}
+///
+/// "base" is "light", "dark" or "contrast". Colours are #RRGGBB or #AARRGGBB and have the names of
+/// #KXUIPalette; parts of "skins" are "panel", "button", "field", "menu", "header", "track", "knob" and
+/// "selection", each with rectangles of the image, x, y, width and height in pixels. Paths begin at the
+/// file's folder.
+class KX_API KXUIThemeFile {
+public:
+    /// The light theme, until load().
+    KXUIThemeFile();
+    /// Lets the pictures go; a theme that is set and has some of them is drawn without them from then on.
+    ~KXUIThemeFile();
+    KXUIThemeFile(const KXUIThemeFile&) = delete;
+    KXUIThemeFile& operator=(const KXUIThemeFile&) = delete;
+
+    /// Reads a file; needs the context of a window, as textures do. @return -1; 0 with the theme as it was,
+    /// and in KXError() where in the file what is wrong.
+    int load(const char* path);
+    /// The theme.
+    const KXUITheme& theme() const;
+
+private:
+    std::unique_ptr<_KXUIThemeParts> _parts;
+};

@@ -256,7 +256,7 @@ int _KXUIWidget::setFontSize(int size) {
     KXFont* const font = _fontInUse();
     if (!font)
         return 0;
-    if (font == _KXUIGlobalFont) {
+    if (font == _KXUIGlobalFont || font == _KXThemeFont()) {
         _KXReportError("Widget(%p) is using the global UI font. Its size is not changeable.",
                        static_cast<void*>(this));
         return 0;
@@ -265,8 +265,11 @@ int _KXUIWidget::setFontSize(int size) {
     return -1;
 }
 
-/// The font, or null once the cache has deleted it.
+/// The font, its own or that of all, or null once the cache has deleted it.
 KXFont* _KXUIWidget::_fontInUse() const {
+    if (_KXTheme.font && _fontPath.empty())
+        if (KXFont* const font = _KXThemeFont())
+            return font;
     return _fontGeneration == _KXGlobalFontGeneration ? _font : nullptr;
 }
 

@@ -1,5 +1,11 @@
 #include "ui/Theme.h"
 
+#include "text/FontCache.h"
+
+#include <Kobaltrix/KXUIWidget.h>
+
+static constinit unsigned fontGeneration = 0; // of the cache, when the theme was set
+
 static KXColor grey(float value) { return {value, value, value, 1}; }
 
 // What the themes that come with the library have in common.
@@ -69,6 +75,14 @@ KXUITheme KXUIHighContrastTheme() {
 void KXUISetTheme(const KXUITheme& theme) {
     _KXTheme = theme;
     ++_KXThemeRevision;
+    fontGeneration = _KXGlobalFontGeneration;
+    KXSize& padding = _KXUIWidget::KXUIWidgetInnerPadding;
+    if (theme.padding.width >= 0)
+        padding.width = theme.padding.width;
+    if (theme.padding.height >= 0)
+        padding.height = theme.padding.height;
 }
+
+KXFont* _KXThemeFont() { return fontGeneration == _KXGlobalFontGeneration ? _KXTheme.font : nullptr; }
 
 KXUITheme KXUICurrentTheme() { return _KXTheme; }
