@@ -108,6 +108,7 @@ public:
     /// Draws the list into the current target, within the limit that the game has set there, which stays.
     void draw() override;
     int pollInPanel() override;                   ///< poll().
+    int takesWheel() const override;              ///< -1.
     KXUIDescription description() const override; ///< The row that is selected is its value.
     _KXFocus* _keyboardFocus() override;
 

@@ -98,6 +98,7 @@ public:
     int pollInPanel() override;                      ///< poll().
     int takesKeyboard() const override;              ///< 0: its widgets do.
     int containsPoint(KXPoint point) const override; ///< -1 where one of its widgets is, or its background.
+    int takesWheel() const override;                 ///< Whether the widget under the pointer does.
     int hasPopup() const override;                   ///< -1 while one of its widgets has.
     void drawPopup() override;                       ///< Draws what those have.
     void refit() override;                           ///< Of its widgets.
@@ -111,9 +112,11 @@ public:
     KX_INTERNAL std::shared_ptr<_KXUIPanelParts> _shared() const;
 
 protected:
-    /// Draws the widgets, and what is open above them unless the panel is in another.
-    KX_INTERNAL void _drawWidgets();
+    // For the panels of the library.
+    KX_INTERNAL explicit KXUIPanel(std::shared_ptr<_KXUIPanelParts> (*makeParts)(KXUIPanel&));
+    KX_INTERNAL void _addFixed(_KXUIWidget& widget);
 
 private:
+    KX_INTERNAL void _drawWidgets(bool fixed);
     std::shared_ptr<_KXUIPanelParts> _parts;
 };

@@ -139,6 +139,9 @@ public:
     virtual KXRect focusRect() const;
     /// Whether a point belongs to it: one in its rectangle, without the left and top edges.
     virtual int containsPoint(KXPoint point) const;
+    /// Whether turning the wheel over it does something; the base says 0, and the wheel scrolls what it is
+    /// in.
+    virtual int takesWheel() const;
     /// -1 while something of it is open above all other widgets, such as the list of a drop-down: the mouse
     /// is its alone, wherever it is.
     virtual int hasPopup() const;

@@ -101,6 +101,7 @@
 #include <Kobaltrix/KXUIPanel.h>
 #include <Kobaltrix/KXUIProgressBar.h>
 #include <Kobaltrix/KXUIRadioGroup.h>
+#include <Kobaltrix/KXUIScrollPanel.h>
 #include <Kobaltrix/KXUISlider.h>
 #include <Kobaltrix/KXUISpinBox.h>
 #include <Kobaltrix/KXUITextEntry.h>

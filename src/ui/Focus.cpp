@@ -2,6 +2,7 @@
 
 #include "input/KXMouse.h"
 #include "input/TextInput.h"
+#include "ui/WholePixels.h"
 
 #include <Kobaltrix/KXKeyboard.h>
 
@@ -342,7 +343,8 @@ void _KXFocus::takePointer() {
     owners.pointerTaken = owners.hearing;
 }
 
-_KXFocus::Turn::Turn(const _KXUIWidget& whose) : _whose(&whose), _outer(std::exchange(owners.turn, this)) {}
+_KXFocus::Turn::Turn(const _KXUIWidget& whose, const KXRect* view)
+    : _whose(&whose), _view(view), _outer(std::exchange(owners.turn, this)) {}
 _KXFocus::Turn::~Turn() { owners.turn = _outer; }
 
 bool _KXFocus::isAnothers(const _KXUIWidget* claimer) {
@@ -374,6 +376,9 @@ void _KXFocus::forgetClaims(const _KXUIWidget& widget) {
 }
 
 bool _KXFocus::pointerIsKeptFrom(const _KXUIWidget& widget) {
+    for (const Turn* turn = owners.turn; turn; turn = turn->_outer)
+        if (turn->_view && !_KXContains(*turn->_view, KXMousePoint))
+            return true;
     return !owners.hearing && owners.pointerClaimer != &widget &&
            _KXStep().step - owners.pointerClaimed <= 1 && isAnothers(owners.pointerClaimer);
 }

@@ -79,7 +79,8 @@ public:
     /// part of it, in its turn. Outside of the hearing of an event it claims the pointer alone.
     static void claimPointer(const _KXUIWidget& widget);
     /// Whether the pointer is claimed, in this step or the last, by another than a widget or whose turn it
-    /// is. While an event is heard it is not: whose that is has been asked before.
+    /// is, or where that is not to be seen. While an event is heard it is not claimed: whose that is has been
+    /// asked before.
     static bool pointerIsKeptFrom(const _KXUIWidget& widget);
     /// A widget ends.
     static void forgetClaims(const _KXUIWidget& widget);
@@ -87,7 +88,8 @@ public:
     /// from.
     class Turn {
     public:
-        explicit Turn(const _KXUIWidget& whose);
+        /// @param view where alone it is to be seen, and so under the pointer; null for everywhere.
+        explicit Turn(const _KXUIWidget& whose, const KXRect* view = nullptr);
         ~Turn();
         Turn(const Turn&) = delete;
         Turn& operator=(const Turn&) = delete;
@@ -95,6 +97,7 @@ public:
     private:
         friend class _KXFocus;
         const _KXUIWidget* _whose;
+        const KXRect* _view;
         const Turn* _outer;
     };
 

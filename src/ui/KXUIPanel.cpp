@@ -1,9 +1,9 @@
-#include <Kobaltrix/KXUIPanel.h>
+#include "ui/KXUIPanel.h"
 
+#include "render/ClipScope.h"
 #include "ui/Description.h"
-#include "ui/Focus.h"
 #include "ui/Look.h"
-#include "ui/Theme.h"
+#include "ui/WholePixels.h"
 #include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXMouse.h>
@@ -13,69 +13,6 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-/// The keyboard for a widget that has no part of its own for it.
-struct Stop final : _KXFocus {
-    Stop(_KXUIPanelParts& in, _KXUIWidget& of) : parts(in), widget(of) {}
-    bool takesText() const override { return false; }
-    void heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) override;
-    void heardKey(const KXInputEvent& key, const _KXModifiers& modifiers) override;
-
-    _KXUIPanelParts& parts;
-    _KXUIWidget& widget;
-    std::uint64_t pressStep = 0; // one more than that in which it was pressed last
-};
-
-struct Child {
-    _KXUIWidget* widget;
-    std::unique_ptr<Stop> stop;
-
-    _KXFocus* focus() const {
-        _KXFocus* const own = widget->_keyboardFocus();
-        return own ? own : stop.get();
-    }
-};
-
-struct Mnemonic {
-    int key;
-    _KXUIWidget* widget;
-};
-} // namespace
-
-/// It hears the mouse before its widgets do, and says event by event which of them lies on top; and keys that
-/// are for no widget or for no single one.
-struct _KXUIPanelParts final : _KXFocus, _KXFocus::KeyFilter {
-    explicit _KXUIPanelParts(KXUIPanel& of) : panel(&of) {}
-
-    KXUIPanel* panel; // null once it has ended
-    std::vector<Child> children;
-    std::vector<std::unique_ptr<Stop>> removed; // since the last poll, maybe by what they were hearing
-    std::vector<Mnemonic> mnemonics;
-    _KXUIWidget *defaultButton = nullptr, *cancelButton = nullptr;
-    _KXUIWidget* holder = nullptr; // that a press of the mouse began on which lasts
-    KXUILayout* layout = nullptr;
-    KXUIColors colors = KXCurrentUIColors();
-    unsigned themeRevision = _KXThemeRevision;
-    bool hasBackground = false;
-    int polls = 0; // that are under way
-
-    const Child* childOf(const _KXUIWidget& widget) const;
-    _KXUIWidget* topAt(KXPoint point) const;
-    void claimRestingPointer();
-    void leaveOutWidgets();
-    void place();
-
-    bool keepsKey(const KXInputEvent& key, const _KXModifiers& modifiers) override;
-    bool usesMnemonic(int key);
-    bool clickByReturn();
-    bool clickByEscape();
-
-protected:
-    bool takesText() const override { return false; }
-    void heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) override;
-    void heardKeyOfNobody(const KXInputEvent& key, const _KXModifiers& modifiers) override;
-};
-
 static KXUIPanel& rootOf(KXUIPanel& panel) {
     KXUIPanel* root = &panel;
     while (root->_panel())
@@ -84,7 +21,7 @@ static KXUIPanel& rootOf(KXUIPanel& panel) {
 }
 
 static _KXFocus* focusOf(const _KXUIWidget& widget) {
-    const Child* const child = widget._panel() ? widget._panel()->_own().childOf(widget) : nullptr;
+    const _KXPanelChild* const child = widget._panel() ? widget._panel()->_own().childOf(widget) : nullptr;
     return child ? child->focus() : nullptr;
 }
 
@@ -126,7 +63,7 @@ static bool isReturn(const KXInputEvent& event) {
 }
 
 // A press that ends within its step was never there for those who ask once a step.
-void Stop::heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) {
+void _KXPanelStop::heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) {
     if (event.button != KXMouseLeft || modifiers.control || !widget.mouseOver())
         return;
     const std::uint64_t now = std::uint64_t{_KXStep().step} + 1;
@@ -140,15 +77,15 @@ void Stop::heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) 
     }
 }
 
-void Stop::heardKey(const KXInputEvent& key, const _KXModifiers& modifiers) {
+void _KXPanelStop::heardKey(const KXInputEvent& key, const _KXModifiers& modifiers) {
     const std::shared_ptr<_KXUIPanelParts> kept = parts.panel->_shared(); // the key may end the panel
     if (!widget.handleKey(keyOf(key, modifiers)) && key.type == KXInputEventKeyDown && isReturn(key))
         kept->clickByReturn();
 }
 
-const Child* _KXUIPanelParts::childOf(const _KXUIWidget& widget) const {
+const _KXPanelChild* _KXUIPanelParts::childOf(const _KXUIWidget& widget) const {
     const auto child = std::find_if(children.begin(), children.end(),
-                                    [&](const Child& each) { return each.widget == &widget; });
+                                    [&](const _KXPanelChild& each) { return each.widget == &widget; });
     return child == children.end() ? nullptr : &*child;
 }
 
@@ -157,10 +94,18 @@ _KXUIWidget* _KXUIPanelParts::topAt(KXPoint point) const {
     for (auto child = children.rbegin(); child != children.rend(); ++child)
         if (child->widget->hasPopup())
             return child->widget;
-    for (auto child = children.rbegin(); child != children.rend(); ++child)
-        if (child->widget->isVisible() && child->widget->containsPoint(point))
-            return child->widget;
-    return hasBackground && panel->_KXUIWidget::containsPoint(point) ? panel : nullptr;
+    const KXRect* const seen = view();
+    const bool isInView = !seen || _KXContains(*seen, point);
+    for (const bool fixed : {true, false})
+        for (auto child = children.rbegin(); child != children.rend(); ++child)
+            if (child->isFixed == fixed && (fixed || isInView) && child->widget->isVisible() &&
+                child->widget->containsPoint(point))
+                return child->widget;
+    return (hasBackground || seen) && panel->_KXUIWidget::containsPoint(point) ? panel : nullptr;
+}
+
+const KXRect* _KXUIPanelParts::viewOf(const _KXPanelChild& child) const {
+    return child.isFixed || child.widget == holder || child.widget->hasPopup() ? nullptr : view();
 }
 
 void _KXUIPanelParts::heardMouse(const KXInputEvent& event, const _KXModifiers&) {
@@ -172,9 +117,12 @@ void _KXUIPanelParts::heardMouse(const KXInputEvent& event, const _KXModifiers&)
     if (!top)
         return;
     claimPointer(*top);
+    if (event.type == KXInputEventMouseWheel && (top == panel || (!top->takesWheel() && !top->hasPopup())))
+        heardFreeWheel(event);
     if (top == panel)
         return;
-    const Turn turn(*top);
+    const _KXPanelChild* const child = childOf(*top);
+    const Turn turn(*top, child ? viewOf(*child) : nullptr);
     if (auto* const inner = dynamic_cast<KXUIPanel*>(top))
         inner->_own().hearSoFar();
     else if (_KXFocus* const focus = focusOf(*top))
@@ -196,7 +144,7 @@ void _KXUIPanelParts::claimRestingPointer() {
 void _KXUIPanelParts::leaveOutWidgets() {
     leaveOut();
     holder = nullptr;
-    for (const Child& child : children) {
+    for (const _KXPanelChild& child : children) {
         child.widget->_setActivated(0);
         child.widget->_letGo(KXMouseLeft);
         if (auto* const inner = dynamic_cast<KXUIPanel*>(child.widget))
@@ -209,6 +157,10 @@ void _KXUIPanelParts::leaveOutWidgets() {
 void _KXUIPanelParts::place() {
     if (std::exchange(themeRevision, _KXThemeRevision) != _KXThemeRevision)
         panel->refit();
+    placeLayout();
+}
+
+void _KXUIPanelParts::placeLayout() {
     if (layout)
         layout->setRect(panel->rect().origin, panel->rect().size);
 }
@@ -217,7 +169,7 @@ void _KXUIPanelParts::place() {
 bool _KXUIPanelParts::keepsKey(const KXInputEvent& key, const _KXModifiers& modifiers) {
     const _KXFocus* const owner = keyboardOwner();
     const auto child = std::find_if(children.begin(), children.end(),
-                                    [&](const Child& each) { return each.focus() == owner; });
+                                    [&](const _KXPanelChild& each) { return each.focus() == owner; });
     if (child == children.end() || child->widget->hasPopup())
         return false;
     if (key.key == KXKeyTab && !modifiers.alt && !modifiers.command && owner->keepsTab == modifiers.control)
@@ -245,7 +197,7 @@ void _KXUIPanelParts::heardKeyOfNobody(const KXInputEvent& key, const _KXModifie
 }
 
 bool _KXUIPanelParts::usesMnemonic(int key) {
-    for (const Mnemonic& mnemonic : mnemonics) {
+    for (const _KXPanelMnemonic& mnemonic : mnemonics) {
         const auto* const label = dynamic_cast<const KXUILabel*>(mnemonic.widget);
         _KXUIWidget* const widget = label ? label->widget() : mnemonic.widget;
         if (mnemonic.key != key || !widget || !widget->_takesInput())
@@ -256,7 +208,7 @@ bool _KXUIPanelParts::usesMnemonic(int key) {
             widget->click(KXMouseLeft);
         return true;
     }
-    return std::any_of(children.begin(), children.end(), [key](const Child& child) {
+    return std::any_of(children.begin(), children.end(), [key](const _KXPanelChild& child) {
         auto* const inner = dynamic_cast<KXUIPanel*>(child.widget);
         return inner && inner->_takesInput() && inner->_own().usesMnemonic(key);
     });
@@ -275,6 +227,7 @@ bool _KXUIPanelParts::clickByReturn() { return clickFrom(panel, &_KXUIPanelParts
 bool _KXUIPanelParts::clickByEscape() { return clickFrom(panel, &_KXUIPanelParts::cancelButton); }
 
 KXUIPanel::KXUIPanel() : _parts(std::make_shared<_KXUIPanelParts>(*this)) {}
+KXUIPanel::KXUIPanel(std::shared_ptr<_KXUIPanelParts> (*makeParts)(KXUIPanel&)) : _parts(makeParts(*this)) {}
 
 KXUIPanel::~KXUIPanel() {
     while (!_parts->children.empty())
@@ -291,7 +244,7 @@ void KXUIPanel::add(_KXUIWidget& widget) {
             return;
     auto stop = widget._keyboardFocus() || dynamic_cast<KXUIPanel*>(&widget)
                     ? nullptr
-                    : std::make_unique<Stop>(*_parts, widget);
+                    : std::make_unique<_KXPanelStop>(*_parts, widget);
     _parts->children.reserve(_parts->children.size() + 1);
     _parts->removed.reserve(_parts->removed.size() + _parts->children.size() + 1);
     if (KXUIPanel* const before = widget._panel())
@@ -306,10 +259,16 @@ void KXUIPanel::add(_KXUIWidget& widget) {
     }
 }
 
+/// One that lies above the others and does not scroll with them.
+void KXUIPanel::_addFixed(_KXUIWidget& widget) {
+    add(widget);
+    _parts->children.back().isFixed = true;
+}
+
 void KXUIPanel::remove(_KXUIWidget& widget) {
     auto& children = _parts->children;
     const auto child = std::find_if(children.begin(), children.end(),
-                                    [&](const Child& each) { return each.widget == &widget; });
+                                    [&](const _KXPanelChild& each) { return each.widget == &widget; });
     if (child == children.end())
         return;
     if (_KXFocus* const focus = child->focus()) {
@@ -319,7 +278,7 @@ void KXUIPanel::remove(_KXUIWidget& widget) {
     for (_KXUIWidget** each : {&_parts->defaultButton, &_parts->cancelButton, &_parts->holder})
         if (*each == &widget)
             *each = nullptr;
-    std::erase_if(_parts->mnemonics, [&](const Mnemonic& each) { return each.widget == &widget; });
+    std::erase_if(_parts->mnemonics, [&](const _KXPanelMnemonic& each) { return each.widget == &widget; });
     widget._setPanel(nullptr);
     if (child->stop)
         _parts->removed.push_back(std::move(child->stop));
@@ -343,7 +302,7 @@ void KXUIPanel::setDefaultButton(_KXUIWidget* widget) { _parts->defaultButton = 
 void KXUIPanel::setCancelButton(_KXUIWidget* widget) { _parts->cancelButton = widget; }
 
 void KXUIPanel::setMnemonic(_KXUIWidget& widget, int key) {
-    std::erase_if(_parts->mnemonics, [&](const Mnemonic& each) { return each.widget == &widget; });
+    std::erase_if(_parts->mnemonics, [&](const _KXPanelMnemonic& each) { return each.widget == &widget; });
     if (key && widget._panel() == this)
         _parts->mnemonics.push_back({key, &widget});
 }
@@ -359,7 +318,7 @@ int KXUIPanel::focus(_KXUIWidget& widget) {
 }
 
 _KXUIWidget* KXUIPanel::focused() const {
-    for (const Child& child : _parts->children) {
+    for (const _KXPanelChild& child : _parts->children) {
         if (const auto* const inner = dynamic_cast<const KXUIPanel*>(child.widget)) {
             if (_KXUIWidget* const within = inner->focused())
                 return within;
@@ -373,7 +332,7 @@ _KXUIWidget* KXUIPanel::focused() const {
 void KXUIPanel::_takeStops(std::vector<_KXUIWidget*>& stops) const {
     if (!_takesInput())
         return;
-    for (const Child& child : _parts->children)
+    for (const _KXPanelChild& child : _parts->children)
         if (const auto* const inner = dynamic_cast<const KXUIPanel*>(child.widget))
             inner->_takeStops(stops);
         else if (canHaveKeyboard(*child.widget))
@@ -408,8 +367,8 @@ int KXUIPanel::poll() {
     int acted = 0;
     for (std::size_t i = 0; i < parts->children.size();) {
         _KXUIWidget& widget = *parts->children[i].widget;
-        const _KXFocus::Turn turn(widget);
-        if (Stop* const stop = parts->children[i].stop.get()) {
+        const _KXFocus::Turn turn(widget, parts->viewOf(parts->children[i]));
+        if (_KXPanelStop* const stop = parts->children[i].stop.get()) {
             if (!widget._takesInput())
                 stop->leaveOut();
             stop->hear();
@@ -429,9 +388,11 @@ int KXUIPanel::poll() {
     return acted ? -1 : 0;
 }
 
-void KXUIPanel::_drawWidgets() {
-    for (const Child& child : _parts->children) {
-        const _KXFocus::Turn turn(*child.widget);
+void KXUIPanel::_drawWidgets(bool fixed) {
+    for (const _KXPanelChild& child : _parts->children) {
+        if (child.isFixed != fixed)
+            continue;
+        const _KXFocus::Turn turn(*child.widget, _parts->viewOf(child));
         child.widget->draw();
         if (child.stop && child.stop->hasKeyboard() && child.stop->arrivedByKeyboard)
             _KXDrawFocusRing(child.widget->focusRect(), _parts->colors);
@@ -445,21 +406,27 @@ void KXUIPanel::draw() {
     _parts->place();
     if (_parts->hasBackground)
         _KXDrawPart(KXUIPartPanel, rect(), KXUIPartNormal, _parts->colors);
-    _drawWidgets();
+    if (const KXRect* const view = _parts->view()) {
+        const _KXClipScope clip(*view);
+        _drawWidgets(false);
+    } else {
+        _drawWidgets(false);
+    }
+    _drawWidgets(true);
     if (!_panel())
         drawPopup();
 }
 
 void KXUIPanel::drawPopup() {
-    for (const Child& child : _parts->children)
+    for (const _KXPanelChild& child : _parts->children)
         if (child.widget->isVisible() && child.widget->hasPopup()) {
             const _KXFocus::Turn turn(*child.widget);
             child.widget->drawPopup();
         }
 }
 
-static void describe(const std::vector<Child>& children, std::vector<KXUIDescription>& all) {
-    for (const Child& child : children) {
+static void describe(const std::vector<_KXPanelChild>& children, std::vector<KXUIDescription>& all) {
+    for (const _KXPanelChild& child : children) {
         if (!child.widget->isVisible())
             continue;
         all.push_back(child.widget->description());
@@ -477,7 +444,7 @@ std::vector<KXUIDescription> KXUIPanel::descriptions() const {
 void KXUIPanel::setWindowID(unsigned id) {
     _KXUIWidget::setWindowID(id);
     _parts->windowID = id;
-    for (const Child& child : _parts->children) {
+    for (const _KXPanelChild& child : _parts->children) {
         child.widget->setWindowID(id);
         if (child.stop)
             child.stop->windowID = id;
@@ -488,16 +455,22 @@ int KXUIPanel::pollInPanel() { return poll(); }
 int KXUIPanel::takesKeyboard() const { return 0; }
 int KXUIPanel::containsPoint(KXPoint point) const { return _parts->topAt(point) ? -1 : 0; }
 
+int KXUIPanel::takesWheel() const {
+    const _KXUIWidget* const top = _parts->topAt(KXMousePoint);
+    return top && top != this && top->takesWheel() ? -1 : 0;
+}
+
 int KXUIPanel::hasPopup() const {
-    return std::any_of(
-               _parts->children.begin(), _parts->children.end(),
-               [](const Child& child) { return child.widget->isVisible() && child.widget->hasPopup(); })
+    return std::any_of(_parts->children.begin(), _parts->children.end(),
+                       [](const _KXPanelChild& child) {
+                           return child.widget->isVisible() && child.widget->hasPopup();
+                       })
                ? -1
                : 0;
 }
 
 void KXUIPanel::refit() {
-    for (const Child& child : _parts->children)
+    for (const _KXPanelChild& child : _parts->children)
         child.widget->refit();
 }
 

@@ -9,6 +9,7 @@
 #include "ui/Focus.h"
 #include "ui/Theme.h"
 #include "ui/Tooltip.h"
+#include "ui/WholePixels.h"
 #include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXInputEvents.h>
@@ -104,17 +105,12 @@ int _KXUIWidget::mouseOver() { return _takesInput() && _isInRect() ? -1 : 0; }
 /// Whether the pointer is over it, also while it is disabled.
 bool _KXUIWidget::_isUnderPointer() { return _takesInput() ? mouseOver() : !_isHidden && _isInRect(); }
 
-static bool contains(KXRect rect, float x, float y) {
-    return rect.origin.x < x && x <= rect.origin.x + rect.size.width && rect.origin.y < y &&
-           y <= rect.origin.y + rect.size.height;
-}
-
 bool _KXUIWidget::_isInRect() const {
     return !_mouseIsElsewhere() &&
-           contains(_rect, static_cast<float>(KXMouseX), static_cast<float>(KXMouseY));
+           _KXContains(_rect, {static_cast<float>(KXMouseX), static_cast<float>(KXMouseY)});
 }
 
-int _KXUIWidget::containsPoint(KXPoint point) const { return contains(_rect, point.x, point.y) ? -1 : 0; }
+int _KXUIWidget::containsPoint(KXPoint point) const { return _KXContains(_rect, point) ? -1 : 0; }
 
 int _KXUIWidget::mouseDownInside(int button) {
     const ButtonRecord* record = _record(button);
@@ -183,6 +179,7 @@ void _KXUIWidget::_setPanel(KXUIPanel* panel) { _inPanel = panel; }
 int _KXUIWidget::pollInPanel() { return clicked(KXMouseLeft); }
 int _KXUIWidget::takesKeyboard() const { return -1; }
 KXRect _KXUIWidget::focusRect() const { return rect(); }
+int _KXUIWidget::takesWheel() const { return 0; }
 int _KXUIWidget::hasPopup() const { return 0; }
 void _KXUIWidget::drawPopup() {}
 void _KXUIWidget::refit() {

@@ -37,6 +37,7 @@ void KXUIListBox::setFocus(int focus) { focus ? _state->takeKeyboard() : _state-
 _KXFocus& KXUIListBox::_focus() { return *_state; }
 _KXFocus* KXUIListBox::_keyboardFocus() { return _state.get(); }
 int KXUIListBox::pollInPanel() { return poll(); }
+int KXUIListBox::takesWheel() const { return -1; }
 
 int KXUIListBox::poll() {
     if (!_takesInput())

@@ -6,6 +6,7 @@
 
 #include <Kobaltrix/KXError.h>
 #include <Kobaltrix/KXFont.h>
+#include <Kobaltrix/KXImage.h>
 #include <Kobaltrix/KXTexture.h>
 #include <Kobaltrix/KXUITheme.h>
 
@@ -149,8 +150,10 @@ KXUISkin Reader::readSkin(const _KXJsonValue& skins, const _KXJsonValue& part, c
 KXTexture* Reader::texture(const _KXJsonValue& name) {
     std::unique_ptr<KXTexture>& texture = textures[name.text()];
     if (!texture) {
-        texture = std::make_unique<KXTexture>(beside(name.text()).c_str());
-        if (texture->size().width <= 0)
+        KXImage image;
+        if (image.load(beside(name.text()).c_str()))
+            texture = std::make_unique<KXTexture>(image);
+        if (!texture || texture->size().width <= 0)
             name.fail(std::string("cannot be loaded: ") + KXError());
     }
     return texture.get();

@@ -17,3 +17,9 @@ inline KXRect _KXRectBetween(int left, int top, int right, int bottom) {
     return {{static_cast<float>(left), static_cast<float>(top)},
             {static_cast<float>(std::max(0, right - left)), static_cast<float>(std::max(0, bottom - top))}};
 }
+
+/// Whether a point belongs to a widget of a rectangle: its left and top edges do not.
+inline bool _KXContains(KXRect rect, KXPoint point) {
+    return rect.origin.x < point.x && point.x <= rect.origin.x + rect.size.width &&
+           rect.origin.y < point.y && point.y <= rect.origin.y + rect.size.height;
+}
