@@ -19,7 +19,7 @@
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
 ///   KXUITextEntry.h, KXUIFileBrowser.h, KXUILabel.h, KXUILayout.h, KXUICheckBox.h, KXUIRadioGroup.h,
 ///   KXUIProgressBar.h, KXUIImageButton.h, KXUIDropDown.h, KXUISpinBox.h,
-///   KXUITheme.h
+///   KXUINumberSlider.h, KXUITheme.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkLimits.h, KXNetworkBuffer.h
@@ -98,6 +98,7 @@
 #include <Kobaltrix/KXUILayout.h>
 #include <Kobaltrix/KXUIListBox.h>
 #include <Kobaltrix/KXUIMenu.h>
+#include <Kobaltrix/KXUINumberSlider.h>
 #include <Kobaltrix/KXUIPanel.h>
 #include <Kobaltrix/KXUIProgressBar.h>
 #include <Kobaltrix/KXUIRadioGroup.h>

@@ -22,6 +22,21 @@ double _KXNumberRange::within(double number) const {
     return number == number ? std::clamp(number, from, to) : from;
 }
 
+double _KXNumberRange::nearest(double number) const {
+    const double inside = within(number);
+    if (!(step > 0) || inside >= to)
+        return inside;
+    const double below = from + std::floor((inside - from) / step) * step, above = std::min(below + step, to);
+    return within(inside - below < above - inside ? below : above);
+}
+
+std::string _KXShortNumberText(double number) {
+    constexpr int mostDecimals = 5;
+    std::string text = _KXNumberText(number, mostDecimals);
+    text.erase(text.find_last_not_of('0') + 1);
+    return text.ends_with('.') ? text.substr(0, text.size() - 1) : text;
+}
+
 std::string _KXNumberText(double number, int decimals) {
     char text[64]; // the furthest number has 16 digits
     std::snprintf(text, sizeof text, "%.*f", decimals, number);

@@ -198,4 +198,86 @@ TEST_F(SpinBox, Look) {
     expectGolden(Image::of(*window), "ui/spin_box");
     EXPECT_EQ(allocationsOf(frame), 0u);
 }
+
+struct NumberSlider : UITest {
+    NumberSlider() {
+        options.from = -1;
+        options.to = 1.1;
+        options.step = 0.25;
+        slider.setOptions(options);
+        slider.setNumber(-1);
+        slider.setRect({20, 20}, {121, 20}); // 105 for the knob's way: 50 to a number
+        standing.setRect({200, 20}, {20, 116});
+    }
+    int poll() override { return slider.poll() | standing.poll(); }
+    std::string state() override {
+        return KXTempString("%g %g%s", slider.number(), standing.number(), slider.hasFocus() ? "" : " -");
+    }
+    KXUINumberSlider slider, standing{[] {
+        KXUINumberSliderOptions made;
+        made.isVertical = -1;
+        made.to = 100;
+        return made;
+    }()};
+    KXUINumberSliderOptions options;
+};
+
+TEST_F(NumberSlider, FollowsThePointer) {
+    expectEach(
+        "press 28 30 -> -1 0; at 33 30 -> -1 0; at 35 30 -> told -0.75 0; at 300 100 -> told 1.1 0; "
+        "at 125 30 -> told 1 0; at -5 30 -> told -1 0; release, at 60 30 -> -1 0; "
+        "click 78 30 -> told 0 0; press 85 30, release -> 0 0; click 15 30 -> 0 0 -; "
+        "press 210 130, at 210 120 -> told 0 10 -; at 210 0 -> told 0 100 -; at 210 80, release -> told 0 50 -");
+}
+
+TEST_F(NumberSlider, IsWorkedByKeysAndTyping) {
+    slider.setFocus(-1);
+    expectEach(
+        "Right -> told -0.75 0; Up & Up -> told -0.25 0; Left, Down -> told -0.75 0; "
+        "PageUp -> told 1.1 0; Right -> 1.1 0; Left -> told 0.75 0; Home -> told -1 0; End -> told 1.1 0; "
+        "type -x0.3 -> 1.1 0; Return -> told -0.25 0; type 12, Escape, Return -> -0.25 0; "
+        "type 1.9, Backspace, Return -> told 1 0; type 0, Left -> told 0.75 0; Return -> 0.75 0; "
+        "type --, Return -> 0.75 0; at 60 30, wheel 1 -> told 1 0; at 300 20, wheel -1 -> 1 0; "
+        "at 60 30, wheel -0.5, wheel -0.5 -> told 0.75 0; type 0.5, click 300 20 -> 0.75 0 -; "
+        "at 60 30, wheel 1, Right -> 0.75 0 -");
+    standing.setFocus(-1);
+    expectEach("Up -> told 0.75 1 -; PageUp -> told 0.75 11 -; hold Up, poll 33 -> told 0.75 14 -");
+    standing.setEnabled(0);
+    expectEach("poll 3, let Up, Up, click 210 40 -> 0.75 14 -");
+}
+
+TEST_F(NumberSlider, HasAnyRange) {
+    for (const double from : {double{NAN}, double{INFINITY}, -1e300, -3.0, 5.0})
+        for (const double to : {double{NAN}, -double{INFINITY}, 1e300, 5.0})
+            for (const double step : {double{NAN}, double{INFINITY}, -1.0, 1e-300, 0.3}) {
+                options = {};
+                options.from = from, options.to = to, options.step = step;
+                slider.setOptions(options);
+                slider.setNumber(from);
+                slider.setFocus(-1);
+                act("click 90 30, PageUp, Left, type 99999999999999999999999999, Return");
+                EXPECT_LE(std::abs(slider.number()), 1e15);
+                slider.draw();
+            }
+    slider.setNumber(5);
+    slider.setNumber(NAN);
+    EXPECT_EQ(slider.number(), 5);
+    for (const float side : {0.0f, -50.0f, 1e30f, NAN, INFINITY}) {
+        slider.setRect({side, side}, {side, side});
+        act("press 10 10, at 50 50, release");
+        slider.draw();
+    }
+}
+
+TEST_F(NumberSlider, Look) {
+    standing.setNumber(75);
+    KXUINumberSlider off;
+    off.setRect({20, 60}, {-1, -1});
+    off.setEnabled(0);
+    act("click 60 30, type 0.5");
+    const auto frame = [&] { slider.draw(), standing.draw(), off.draw(), poll(); };
+    frame();
+    expectGolden(Image::of(*window), "ui/number_slider");
+    EXPECT_EQ(allocationsOf(frame), 0u);
+}
 } // namespace
