@@ -223,11 +223,11 @@ struct NumberSlider : UITest {
 };
 
 TEST_F(NumberSlider, FollowsThePointer) {
-    expectEach(
-        "press 28 30 -> -1 0; at 33 30 -> -1 0; at 35 30 -> told -0.75 0; at 300 100 -> told 1.1 0; "
-        "at 125 30 -> told 1 0; at -5 30 -> told -1 0; release, at 60 30 -> -1 0; "
-        "click 78 30 -> told 0 0; press 85 30, release -> 0 0; click 15 30 -> 0 0 -; "
-        "press 210 130, at 210 120 -> told 0 10 -; at 210 0 -> told 0 100 -; at 210 80, release -> told 0 50 -");
+    expectEach("press 28 30 -> -1 0; at 33 30 -> -1 0; at 35 30 -> told -0.75 0; at 300 100 -> told 1.1 0; "
+               "at 125 30 -> told 1 0; at -5 30 -> told -1 0; release, at 60 30 -> -1 0; "
+               "click 78 30 -> told 0 0; press 85 30, release -> 0 0; click 15 30 -> 0 0 -; "
+               "press 210 130, at 210 120 -> told 0 10 -; at 210 0 -> told 0 100 -; at 210 80, release -> "
+               "told 0 50 -");
 }
 
 TEST_F(NumberSlider, IsWorkedByKeysAndTyping) {
@@ -278,6 +278,127 @@ TEST_F(NumberSlider, Look) {
     const auto frame = [&] { slider.draw(), standing.draw(), off.draw(), poll(); };
     frame();
     expectGolden(Image::of(*window), "ui/number_slider");
+    EXPECT_EQ(allocationsOf(frame), 0u);
+}
+
+struct TabBar : UITest {
+    TabBar() {
+        for (const char* title : {"A", "B", "C", "D"})
+            bar.add(title);
+        bar.setRect({20, 20}, {-1, -1});
+    }
+    int poll() override { return bar.poll(); }
+    /// "tab 2" is in the middle of the third title, "mark 2" on its mark; as long as nothing is scrolled.
+    KXPoint place(const std::string& name) const override {
+        const bool isMark = name.starts_with("mark");
+        if (!isMark && !name.starts_with("tab"))
+            return UITest::place(name);
+        float left = 20, width = 0;
+        for (int i = 0, last = std::stoi(name.substr(4)); i <= last; ++i) {
+            left += width;
+            width = bar._idealSizeForText(bar.title(i)).width + 10 + (closable ? 16 : 0);
+        }
+        return {left + (isMark ? width - 12 : width / 2), 30};
+    }
+    std::string state() override {
+        std::string all = KXTempString("%d%s ", bar.selectedIndex(), bar.hasFocus() ? "" : "-");
+        for (int i = 0; i < bar.count(); ++i)
+            all += bar.title(i);
+        if (bar.closedIndex() != -1)
+            all += KXTempString(" x%d", bar.closedIndex());
+        return bar.movedFrom() == -1 ? all : all + KXTempString(" %d>%d", bar.movedFrom(), bar.movedTo());
+    }
+    KXUITabBar bar;
+    bool closable = false;
+};
+
+TEST_F(TabBar, ChoosesTitles) {
+    expectEach(
+        "press tab 2 -> told 2 ABCD; at tab 0, release -> 2 ABCD; Right -> told 3 ABCD; Right -> 3 ABCD; "
+        "Home -> told 0 ABCD; Left -> 0 ABCD; End, Left & Left -> told 1 ABCD; Delete -> 1 ABCD; "
+        "Left Ctrl+Right -> 1 ABCD; click tab 1 -> 1 ABCD; click 300 30 -> 1- ABCD; Right -> 1- ABCD; "
+        "hold Left Ctrl, click tab 3, let Left Ctrl -> 1- ABCD");
+    EXPECT_EQ(bar.insert(1, "x"), 1);
+    EXPECT_EQ(bar.remove(0), -1);
+    EXPECT_EQ(state(), "1- xBCD");
+    bar.remove(1);
+    EXPECT_EQ(state(), "1- xCD");
+    bar.setSelectedIndex(2);
+    bar.remove(2);
+    EXPECT_EQ(state(), "1- xC");
+    for (const int none : {-1, 2, INT_MIN, INT_MAX})
+        EXPECT_TRUE(!bar.remove(none) && !bar.setTitle(none, "") && !bar.title(none) &&
+                    !bar.setSelectedIndex(none) && (none == 2 || bar.insert(none, "") == -1));
+    EXPECT_TRUE(bar.add(nullptr) == -1 && !bar.setTitle(0, nullptr));
+    bar.setEnabled(0);
+    expectEach("click tab 0 -> 1- xC");
+    bar.setEnabled(-1);
+    bar.clear();
+    bar.setFocus(-1);
+    expectEach("Right, Delete, click 30 30, wheel 1 -> -1");
+}
+
+TEST_F(TabBar, AsksToCloseAndMovesTitles) {
+    bar.setClosable(closable = true);
+    bar.setReorderable(-1);
+    bar.setSize({-1, -1});
+    expectEach("press mark 2 -> 0 ABCD; release -> told 0 ABCD x2; wait 1, at 1 1 -> 0 ABCD; "
+               "press mark 2, at tab 1, release -> 0 ABCD; Delete & at tab 1 -> told 0 ABCD x0; "
+               "press tab 1, at tab 0 -> told 1 ABCD; at mark 2 -> 1 ABCD; release -> told 2 ACBD 1>2; "
+               "press tab 3, at 1 30, release -> told 0 DACB 3>0; press tab 0, at mark 0, release -> 0 DACB; "
+               "Left Ctrl+Left -> 0 DACB; Left Ctrl+Right & at 1 1 -> told 1 ADCB 0>1; End -> told 3 ADCB; "
+               "press tab 0, at tab 1, release -> told 0 ADCB");
+    bar.setSelectedIndex(1);
+    hands.move(place("tab 3"));
+    press(KXMouseMiddle);
+    EXPECT_EQ(poll(), -1);
+    EXPECT_EQ(state(), "1 ADCB x3");
+    release(KXMouseMiddle);
+    act("press tab 3");
+    bar.remove(3); // while it is dragged
+    expectEach("at tab 0, release -> 2 ADC");
+}
+
+TEST_F(TabBar, ScrollsTitlesThatDoNotFit) {
+    for (int i = bar.count(); i < 10000; ++i)
+        bar.add(("Page " + std::to_string(i)).c_str());
+    bar.setRect({20, 20}, {200, 22});
+    const auto under = [&](const char* at) { return act(at), bar.selectedIndex(); };
+    bar.setSelectedIndex(5000);
+    EXPECT_EQ(under("click 190 30"), 5000);
+    EXPECT_EQ(under("at 100 30, wheel -10, click 190 30"), 5005);
+    EXPECT_EQ(under("press 30 30, poll 60, release, click 45 30"), 4996);
+    bar.setReorderable(-1);
+    bar.setSelectedIndex(0);
+    act("press 45 30, at 230 30, poll 100, release");
+    EXPECT_EQ(bar.title(bar.selectedIndex()), std::string("A"));
+    EXPECT_EQ(bar.selectedIndex(), 14);
+    for (const float side : {0.0f, 30.0f, -50.0f, 1e30f, NAN, INFINITY}) {
+        bar.setRect({side, side}, {side, side});
+        act("press 10 10, at 50 50");
+        bar.draw();
+        act("release, End, wheel -1");
+        bar.draw();
+    }
+}
+
+TEST_F(TabBar, Look) {
+    KXUITabBar full, off;
+    for (KXUITabBar* each : {&full, &off})
+        for (const char* title : {"Ground", "\u041a\u0430\u0440\u0442\u0430",
+                                  "A very long title that takes all the room there is and more",
+                                  "\u062e\u0631\u064a\u0637\u0629"})
+            each->add(title);
+    full.setClosable(-1);
+    full.setRect({20, 60}, {260, -1});
+    full.setSelectedIndex(1);
+    off.setRect({20, 100}, {260, 30});
+    off.setEnabled(0);
+    bar.setReorderable(-1);
+    act("press tab 1, at tab 3");
+    const auto frame = [&] { bar.draw(), full.draw(), off.draw(), poll(), full.poll(); };
+    frame();
+    expectGolden(Image::of(*window), "ui/tab_bar");
     EXPECT_EQ(allocationsOf(frame), 0u);
 }
 } // namespace
