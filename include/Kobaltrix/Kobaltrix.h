@@ -19,7 +19,7 @@
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
 ///   KXUITextEntry.h, KXUIFileBrowser.h, KXUILabel.h, KXUILayout.h, KXUICheckBox.h, KXUIRadioGroup.h,
 ///   KXUIProgressBar.h, KXUIImageButton.h, KXUIDropDown.h, KXUISpinBox.h,
-///   KXUINumberSlider.h, KXUITabBar.h, KXUITheme.h
+///   KXUINumberSlider.h, KXUITabBar.h, KXUISplitPanel.h, KXUITheme.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkLimits.h, KXNetworkBuffer.h
@@ -105,6 +105,7 @@
 #include <Kobaltrix/KXUIScrollPanel.h>
 #include <Kobaltrix/KXUISlider.h>
 #include <Kobaltrix/KXUISpinBox.h>
+#include <Kobaltrix/KXUISplitPanel.h>
 #include <Kobaltrix/KXUITabBar.h>
 #include <Kobaltrix/KXUITextEntry.h>
 #include <Kobaltrix/KXUITheme.h>

@@ -1,4 +1,4 @@
-#include <Kobaltrix/KXCursor.h>
+#include "render/Cursor.h"
 
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/LibraryRun.h"
@@ -57,4 +57,37 @@ int KXSetCursor(KXTexture& texture, KXPoint hotSpot) {
     const _KXSurface surface(texture._newSurface());
     return show(surface ? SDL_CreateColorCursor(surface.get(), _KXTruncate(hotSpot.x), _KXTruncate(hotSpot.y))
                         : nullptr);
+}
+
+namespace {
+constexpr int nothing = -1;
+
+struct Loan {
+    int wanted = nothing; // in this step,
+    int shown = nothing;  // and since the last
+    SDL_Cursor* cursor = nullptr;
+    unsigned run = 0; // that made it
+};
+} // namespace
+
+static constinit Loan loan;
+
+void _KXLendCursor(KXCursor cursor) { loan.wanted = cursor; }
+
+int _KXLentCursor() { return loan.shown; }
+
+void _KXSettleCursor() {
+    const int wanted = std::exchange(loan.wanted, nothing);
+    if (loan.run != _KXLibraryRun)
+        loan.cursor = nullptr; // the platform has freed it
+    else if (wanted == loan.shown)
+        return;
+    SDL_Cursor* const cursor =
+        wanted == nothing ? nullptr : SDL_CreateSystemCursor(systemCursor(static_cast<KXCursor>(wanted)));
+    SDL_Cursor* const own = shownInRun == _KXLibraryRun ? shownCursor : nullptr;
+    if (cursor || loan.cursor)
+        SDL_SetCursor(cursor ? cursor : own ? own : SDL_GetDefaultCursor());
+    SDL_FreeCursor(std::exchange(loan.cursor, cursor)); // none is fine
+    loan.shown = wanted;
+    loan.run = _KXLibraryRun;
 }

@@ -31,7 +31,7 @@ unsigned _KXControl::states() const {
 
 void _KXControl::drawRing() const {
     if (hasKeyboard() && arrivedByKeyboard)
-        _KXDrawFocusRing(widget.rect(), colors);
+        _KXDrawFocusRing(widget.focusRect(), colors);
 }
 
 // With Control held the left button counts as the right one.

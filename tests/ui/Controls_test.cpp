@@ -2,6 +2,8 @@
 
 #include "UITest.h"
 
+#include "render/Cursor.h"
+
 #include <algorithm>
 
 namespace {
@@ -399,6 +401,103 @@ TEST_F(TabBar, Look) {
     const auto frame = [&] { bar.draw(), full.draw(), off.draw(), poll(), full.poll(); };
     frame();
     expectGolden(Image::of(*window), "ui/tab_bar");
+    EXPECT_EQ(allocationsOf(frame), 0u);
+}
+
+struct SplitPanel : UITest {
+    SplitPanel() {
+        upper.first().add(left, 1);
+        lower.first().add(upperRight, 1);
+        lower.second().add(lowerRight, 1);
+        upper.second().add(lower, 1);
+        upper.setRect({10, 10}, {206, 146}); // 200 beside the divider at 110, 140 below each other
+    }
+    static KXUISplitPanelOptions below() {
+        KXUISplitPanelOptions options;
+        options.kind = KXUIColumn;
+        options.share = 0.25f;
+        options.leastFirst = 10;
+        return options;
+    }
+    int poll() override {
+        const int told = upper.poll() | lower.poll();
+        _KXSettleCursor();
+        return told;
+    }
+    /// How wide the first part is, and how high the upper one; the pointer's shape where it has another.
+    std::string state() override {
+        std::string all = KXTempString("%g %g", left.rect().size.width, upperRight.rect().size.height);
+        if (_KXLentCursor() != -1)
+            all += _KXLentCursor() == KXCursorWidth ? " wide" : " high";
+        return all;
+    }
+    KXUISplitPanel upper, lower{below()};
+    KXUIListBox left, upperRight, lowerRight;
+};
+
+TEST_F(SplitPanel, FollowsThePointerAndKeys) {
+    expectEach(
+        "at 112 20 -> 100 35 wide; press -> 100 35 wide; at 132 180 -> told 120 35 wide; "
+        "at 0 0 -> told 40 35 wide; at 300 0 -> told 160 35 wide; release -> 160 35; "
+        "press 170 20, release, press -> told 100 35 wide; at 112 20, release, wait 40 -> 100 35 wide; "
+        "press 112 20, at 113 20 -> told 101 35 wide; release, press 112 20, release -> 101 35 wide; "
+        "Left -> told 93 35; Down, Left Ctrl+Left -> 93 35; End -> told 160 35; "
+        "Home -> told 40 35; Return -> told 100 35 wide");
+    expectEach("press 150 47 -> 100 35 high; at 150 57, release -> told 100 45 high; Down -> told 100 53; "
+               "Right -> 100 53; hold Up, poll 33 -> told 100 29; let Up, at 300 190 -> 100 29");
+    expectOrigin(lowerRight, 116, 10 + 29 + 6);
+    expectSize(lowerRight, 100, 146 - 29 - 6);
+    upper.setEnabled(0);
+    expectEach("press 112 20, at 150 20, release -> 100 29");
+}
+
+TEST_F(SplitPanel, KeepsItsShareInAnySize) {
+    upper.setShare(0.7f);
+    for (const auto& [width, first] : {std::pair{206.0f, 140.0f},
+                                       {406.0f, 280.0f},
+                                       {120.0f, 74.0f},
+                                       {86.0f, 40.0f},
+                                       {46.0f, 20.0f},
+                                       {6.0f, 0.0f},
+                                       {3.0f, 0.0f},
+                                       {206.0f, 140.0f}}) {
+        upper.setSize({width, 100});
+        EXPECT_EQ(upper.firstRect().size.width, first) << width;
+        EXPECT_EQ(left.rect().size.width, first) << width;
+        EXPECT_EQ(first + upper.dividerRect().size.width + upper.secondRect().size.width, width);
+    }
+    for (const float share : {NAN, -1.0f, INFINITY}) {
+        upper.setShare(share);
+        EXPECT_EQ(upper.share(), share == share ? std::clamp(share, 0.0f, 1.0f) : 0.7f);
+    }
+    KXUISplitPanelOptions wild;
+    wild.share = wild.leastFirst = wild.leastSecond = wild.divider = NAN;
+    EXPECT_EQ(KXUISplitPanel(wild).share(), 0.5f);
+    wild.leastFirst = wild.leastSecond = wild.divider = INFINITY;
+    KXUISplitPanel full(wild);
+    for (const float side : {0.0f, -50.0f, 3e38f, NAN, INFINITY}) {
+        full.setRect({side, side}, {side, side});
+        upper.setRect({side, side}, {side, side});
+        upper.setFocus(-1);
+        act("End, Left, press 112 20, at 50 50, release");
+        full.draw();
+        upper.draw();
+    }
+}
+
+TEST_F(SplitPanel, Look) {
+    for (KXUIListBox* list : {&left, &upperRight, &lowerRight})
+        list->add("Row");
+    lower.setFocus(-1);
+    act("press 112 20");
+    const auto frame = [&] {
+        for (_KXUIWidget* each :
+             std::initializer_list<_KXUIWidget*>{&left, &upperRight, &lowerRight, &upper, &lower})
+            each->draw();
+        poll();
+    };
+    frame();
+    expectGolden(Image::of(*window), "ui/split_panel");
     EXPECT_EQ(allocationsOf(frame), 0u);
 }
 } // namespace

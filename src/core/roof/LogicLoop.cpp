@@ -8,6 +8,7 @@
 #include "input/StepInput.h"
 #include "platform/Sleep.h"
 #include "platform/VideoDriver.h"
+#include "render/Cursor.h"
 #include "render/DrawBatch.h"
 #include "util/KXString.h"
 
@@ -102,6 +103,7 @@ void KXLogicUpdate() {
     if (_KXLogicCurrentCycles == 0 || --_KXLogicCurrentCycles == 0)
         _KXLogicTimeElapsed = 0;
     _KXEndInputStep();
+    _KXSettleCursor();
     if (_KXTemporaryStringCleanupDisabledCount == 0)
         _KXCleanTempStrings();
     const std::time_t now = _KXTimeOfDay();
