@@ -107,6 +107,7 @@
 #include <Kobaltrix/KXUISpinBox.h>
 #include <Kobaltrix/KXUISplitPanel.h>
 #include <Kobaltrix/KXUITabBar.h>
+#include <Kobaltrix/KXUITextArea.h>
 #include <Kobaltrix/KXUITextEntry.h>
 #include <Kobaltrix/KXUITheme.h>
 #include <Kobaltrix/KXUIWidget.h>

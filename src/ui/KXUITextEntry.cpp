@@ -143,7 +143,6 @@ void KXUITextEntry::_drawText() {
 
 // What is being composed is underlined; it lies before the cursor.
 void KXUITextEntry::_drawCursor() {
-    constexpr std::uint32_t halfPeriod = 500; // milliseconds
     const _KXTextEdit& shown = _editor->shown();
     const float x = _editor->view.xOf(shown.cursor());
     if (!_editor->composition.empty()) {
@@ -152,11 +151,7 @@ void KXUITextEntry::_drawCursor() {
         line.size.height = 1;
         KXDrawRectFill(line, _KXPanelText(_textColor));
     }
-    if (_editor->blinkRevision != shown.revision()) {
-        _editor->blinkRevision = shown.revision();
-        _editor->blinkTime = _KXLogicCurrentTime;
-    }
-    if ((_KXLogicCurrentTime - _editor->blinkTime) / halfPeriod % 2 == 0)
+    if (_editor->blink.isOn(shown.revision()))
         KXDrawRectFill(_lineRect(x, x + 1), _KXPanelText(_textColor));
 }
 

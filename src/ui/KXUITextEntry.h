@@ -3,6 +3,7 @@
 #include "input/KXMouse.h"
 #include "text/TextEdit.h"
 #include "text/TextView.h"
+#include "ui/EditInput.h"
 #include "ui/Focus.h"
 
 #include <Kobaltrix/KXUITextEntry.h>
@@ -24,15 +25,12 @@ struct _KXTextEntryEditor : _KXFocus {
 
     bool changed = false, entered = false; // by what no poll has told of yet
 
-    int clicks = 0; // in quick succession at one place
-    int pressX = 0, pressY = 0, dragX = 0;
-    std::uint32_t pressTime = 0;
+    _KXClicks clicks;
+    int dragX = 0;
     std::size_t pressPosition = 0;
-    std::uint32_t blinkTime = 0; // the cursor is seen for half a second from then on
-    std::uint64_t blinkRevision = 0;
+    _KXBlink blink;
 
     const _KXTextEdit& shown() const { return composition.empty() ? edit : composed; }
-    int countClicks();
     void compose(std::string text);
     bool isSecret() const override { return edit.isSecret(); }
 
@@ -46,6 +44,5 @@ protected:
     void tabArrived() override { edit.selectAll(); }
 
 private:
-    void useShortcut(int key, const _KXModifiers& modifiers);
     void passOn(int key, const _KXModifiers& modifiers);
 };

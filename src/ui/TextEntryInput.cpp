@@ -18,18 +18,6 @@ KXUITextEntry* KXUIFocusedTextEntry() {
     return editor && !editor->entry._keyboardIsElsewhere() ? &editor->entry : nullptr;
 }
 
-int _KXTextEntryEditor::countClicks() {
-    constexpr std::uint32_t quick = 500; // milliseconds
-    constexpr int near = 4;              // points
-    const bool again = clicks > 0 && _KXLogicCurrentTime - pressTime <= quick &&
-                       std::abs(KXMouseX - pressX) <= near && std::abs(KXMouseY - pressY) <= near;
-    clicks = again ? clicks % 3 + 1 : 1;
-    pressTime = _KXLogicCurrentTime;
-    pressX = dragX = KXMouseX;
-    pressY = KXMouseY;
-    return clicks;
-}
-
 void _KXTextEntryEditor::compose(std::string text) {
     if (text == composition && text.empty())
         return;
@@ -44,7 +32,7 @@ void _KXTextEntryEditor::compose(std::string text) {
     composition = std::move(text);
 }
 
-void _KXTextEntryEditor::keyboardTaken() { blinkTime = _KXLogicCurrentTime; }
+void _KXTextEntryEditor::keyboardTaken() { blink.begin(); }
 
 // With Control held the left button counts as the right one, so pressing it then does nothing. Control that
 // comes or goes while the button is held ends nothing.
@@ -119,7 +107,8 @@ void KXUITextEntry::_press(bool extends) {
     focus();
     _editor->takePointer();
     _editor->pressPosition = _editor->view.positionUnder(x);
-    switch (_editor->countClicks()) {
+    _editor->dragX = KXMouseX;
+    switch (_editor->clicks.press()) {
     case 1:
         edit.select(extends ? edit.anchor() : nearest, nearest);
         break;
@@ -141,9 +130,9 @@ void KXUITextEntry::_drag() {
     _updateView();
     const float x = pointer - _textLeft();
     _KXTextEdit& edit = _editor->edit;
-    if (_editor->clicks == 1)
+    if (_editor->clicks.count == 1)
         edit.select(edit.anchor(), _editor->view.positionNearest(x));
-    else if (_editor->clicks == 2)
+    else if (_editor->clicks.count == 2)
         edit.selectWords(_editor->pressPosition, _editor->view.positionUnder(x));
 }
 
@@ -172,22 +161,9 @@ void _KXTextEntryEditor::heardKey(const KXInputEvent& key, const _KXModifiers& m
         return;
     }
     const bool first = key.type == KXInputEventKeyDown;
-    if (_KXIsShortcut(modifiers) && (first || key.key == KXKeyZ || key.key == KXKeyY))
-        useShortcut(key.key, modifiers);
+    changed |= _KXUseEditShortcut(edit, key, modifiers, false);
     if (first && !modifiers.alt) // keys with Alt are for the desktop or the game
         passOn(key.key, modifiers);
-}
-
-void _KXTextEntryEditor::useShortcut(int key, const _KXModifiers& modifiers) {
-    if (key == KXKeyZ || key == KXKeyY)
-        changed |= key == KXKeyY || modifiers.shift ? edit.redo() : edit.undo();
-    else if (key == KXKeyA)
-        edit.selectAll();
-    else if ((key == KXKeyC || key == KXKeyX) && !edit.isSecret() && edit.hasSelection() &&
-             KXSetClipboardText(edit.selectedText().c_str()))
-        changed |= key == KXKeyX && edit.erase(_KXCursorStep::Left);
-    else if (key == KXKeyV)
-        changed |= edit.insert(KXClipboardText());
 }
 
 void _KXTextEntryEditor::passOn(int key, const _KXModifiers& modifiers) {

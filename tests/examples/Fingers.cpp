@@ -176,6 +176,20 @@ void lookAtPictures() {
     at(40, [] { user.move({55, 20}); }); // the folder above
 }
 
+/// A line is added, the keyboard goes to the notes, and two words of the scene are selected.
+void writeScene() {
+    at(5, [] { user.type("owl"); });
+    tap(8, KXKeyReturn);
+    tap(12, KXKeyTab);
+    at(16, [] { user.type("say \"Ah.\""); });
+    at(20, [] { user.hold(KXKeyLeftControl); });
+    tap(22, KXKeyTab);
+    at(26, [] { user.release(KXKeyLeftControl); });
+    at(30, [] { user.type("Two who meet each night, and never at ease: a play in one act.\n\nBarn"); });
+    press(60, 80, 42);
+    at(66, [] { user.move({150, 106}); });
+}
+
 const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},
                                                          {"10_game_pad", holdPad},
                                                          {"12_widgets", useWidgets},
@@ -189,7 +203,8 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"25_replay", flyTwice},
                                                          {"37_logical_size", point},
                                                          {"43_captions", rest},
-                                                         {"44_files", lookAtPictures}};
+                                                         {"44_files", lookAtPictures},
+                                                         {"49_text_area", writeScene}};
 
 void play(int step) {
     if (step == 1)

@@ -67,6 +67,9 @@ void fuzz(FuzzBytes bytes) {
     KXUITextEntry entry;
     entry.setOrigin({100, 60});
     entry.setSize({120, 20});
+    KXUITextArea area;
+    area.setRect({160, 90}, {90, 60});
+    area.setWraps(-1);
     KXUIMenu menu("Menu"), *const under = new KXUIMenu("Under");
     under->addMenuItemWithName(
         "Clear", [](void* of) { static_cast<KXUIListBox*>(of)->clear(); }, &list);
@@ -87,17 +90,22 @@ void fuzz(FuzzBytes bytes) {
         if (KXLogicLoop()) {
             list.poll();
             entry.poll();
+            area.poll();
             menu.poll();
             require(list.selectedIndex() < list.count(), "what is selected is a row");
             for (int row = -1, last; (last = row, row = list.nextSelectedIndex(row)) != -1;)
                 require(row > last && row < list.count() && list.isSelected(row), "so is each of several");
             require(entry.cursor() <= entry.length(), "the cursor is in the text");
+            require(area.charactersBefore(area.positionOf(area.cursor())) == area.cursor(),
+                    "and in its line");
             KXLogicUpdate();
         }
         list.draw();
         entry.draw();
+        area.draw();
         menu.draw();
         KXPostLogicLoop();
     }
     entry.unfocus();
+    area.unfocus();
 }

@@ -322,6 +322,24 @@ TEST_F(Refusals, Widgets) {
     refuseEach(memory, "entry", entry, all, [](KXUITextEntry& made) { return (made.setText(longText), -1); });
     refuseEach(memory, "drawing", entry, seen, drawn);
 
+    const auto area = widget<KXUITextArea>([](KXUITextArea& made) {
+        made.setSize({100, 60});
+        made.setShowsLineNumbers(-1);
+        made.setText("one\ntwo");
+        made.select(5, 2);
+        made.insert("hree"); // which can be taken back
+    });
+    const auto written = [this](KXUITextArea& made) {
+        return picture(made) + made.text() + std::to_string(made.length()) + std::to_string(made.cursor());
+    };
+    static const std::string manyLines = std::string(9000, 'x') + "\n" + std::string(9000, 'y');
+    refuseEach(memory, "area", area, written,
+               [](KXUITextArea& made) { return (made.setText(manyLines.c_str()), -1); });
+    refuseEach(memory, "lines", area, written,
+               [](KXUITextArea& made) { return (made.insert(manyLines.c_str()), -1); });
+    refuseEach(memory, "undoing", area, written, [](KXUITextArea& made) { return made.undo(); });
+    refuseEach(memory, "drawn area", area, written, drawn);
+
     const auto list = widget<KXUIListBox>([](KXUIListBox& made) { made.add(shortText); });
     refuseEach(memory, "row", list, seen, [](KXUIListBox& made) { return made.add(longText) == 1; });
     refuseEach(memory, "other row", list, seen, [](KXUIListBox& made) { return made.rename(0, longText); });

@@ -16,6 +16,7 @@ struct EveryWidget : UITest {
         for (int i = 0; i < 50; ++i)
             list.add(text);
         browser.show(KXUIFileBrowserModeOpen, "/usr");
+        area.setText(KXTempString("%s\n\t%s\n\n\n\n", text, text));
         for (std::size_t i = 0; i < std::size(all); ++i)
             place(*all[i], i);
     }
@@ -32,6 +33,7 @@ struct EveryWidget : UITest {
         list.poll();
         entry.poll();
         browser.poll();
+        area.poll();
         return 0;
     }
     void drawAll() {
@@ -46,7 +48,8 @@ struct EveryWidget : UITest {
     KXUIListBox list;
     KXUITextEntry entry;
     KXUIFileBrowser browser;
-    _KXUIWidget* const all[7] = {&button, &slider, &menu, &dialog, &list, &entry, &browser};
+    KXUITextArea area;
+    _KXUIWidget* const all[8] = {&button, &slider, &menu, &dialog, &list, &entry, &browser, &area};
 };
 
 TEST_F(EveryWidget, BearsAnyPlaceSizeAndPadding) {
@@ -57,6 +60,10 @@ TEST_F(EveryWidget, BearsAnyPlaceSizeAndPadding) {
         act("at 15 15, press, at -30 15, wheel -1, release");
         entry.focus();
         act("type x, Left");
+        area.setWraps(!area.wraps());
+        area.setShowsLineNumbers(area.wraps());
+        area.focus();
+        act("type x, Down, PageDown, End");
         list.setFocus(-1);
         act("PageDown");
         drawAll();
