@@ -19,7 +19,8 @@
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
 ///   KXUITextEntry.h, KXUIFileBrowser.h, KXUILabel.h, KXUILayout.h, KXUICheckBox.h, KXUIRadioGroup.h,
 ///   KXUIProgressBar.h, KXUIImageButton.h, KXUIDropDown.h, KXUISpinBox.h,
-///   KXUINumberSlider.h, KXUITabBar.h, KXUISplitPanel.h, KXUITheme.h
+///   KXUINumberSlider.h, KXUITabBar.h, KXUISplitPanel.h,
+///   KXUIColorPicker.h, KXUIToast.h, KXUITheme.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkLimits.h, KXNetworkBuffer.h
@@ -88,6 +89,7 @@
 #include <Kobaltrix/KXTypes.h>
 #include <Kobaltrix/KXUIButton.h>
 #include <Kobaltrix/KXUICheckBox.h>
+#include <Kobaltrix/KXUIColorPicker.h>
 #include <Kobaltrix/KXUIColors.h>
 #include <Kobaltrix/KXUIDialogBox.h>
 #include <Kobaltrix/KXUIDropDown.h>
@@ -110,6 +112,7 @@
 #include <Kobaltrix/KXUITextArea.h>
 #include <Kobaltrix/KXUITextEntry.h>
 #include <Kobaltrix/KXUITheme.h>
+#include <Kobaltrix/KXUIToast.h>
 #include <Kobaltrix/KXUIWidget.h>
 #include <Kobaltrix/KXVector3D.h>
 #include <Kobaltrix/KXWindow.h>

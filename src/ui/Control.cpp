@@ -5,7 +5,7 @@
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXKeys.h>
-#include <Kobaltrix/KXUIWidget.h>
+#include <Kobaltrix/KXUITextEntry.h>
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +14,8 @@
 int _KXControl::poll() {
     windowID = widget.windowID();
     if (widget._takesInput()) {
-        pollTabStop();
+        if (stopsTab())
+            pollTabStop();
     } else {
         leaveOut();
         leftOut();
@@ -78,4 +79,12 @@ void _KXDrawArrow(KXRect box, KXDirection direction, KXColor color) {
         return upright ? KXPoint{x + across, y + along} : KXPoint{x + along, y + across};
     };
     KXDrawTriangleFill(at(tip, 0), at(back, half), at(back, -half), color);
+}
+
+void _KXColorEntry(KXUITextEntry& entry, const KXUIColors& colors) {
+    entry.setBackgroundColor(colors.background);
+    entry.setBorderColor(colors.border);
+    entry.setFocusColor(colors.focus);
+    entry.setTextColor(colors.text);
+    entry.setSelectionColor(colors.selection);
 }

@@ -4,6 +4,7 @@
 
 #include <Kobaltrix/KXUIColors.h>
 
+class KXUITextEntry;
 class _KXUIWidget;
 
 /// What the smaller widgets have in common: a press of the left button over one takes the keyboard and the
@@ -32,6 +33,8 @@ protected:
     virtual void released() {}
     /// Notches away from the user, with the pointer over it.
     virtual void wheelTurned(float) {}
+    /// Whether Tab stops at it.
+    virtual bool stopsTab() const { return true; }
     /// What belongs to the time of a step, once it is heard.
     virtual void stepHeard() {}
     /// The user cannot work it.
@@ -57,6 +60,9 @@ public:
 private:
     std::uint32_t _since = 0, _told = 0;
 };
+
+/// Gives a line to type into, a part of a control, the colours of it.
+void _KXColorEntry(KXUITextEntry& entry, const KXUIColors& colors);
 
 /// A filled triangle that points in one of four directions, in the middle of a box, in a colour as
 /// _KXPartText() gives it.

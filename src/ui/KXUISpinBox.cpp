@@ -238,11 +238,7 @@ void KXUISpinBox::setWindowID(unsigned id) {
 
 void KXUISpinBox::setColors(const KXUIColors& colors) {
     _state->colors = colors;
-    _state->entry.setBackgroundColor(colors.background);
-    _state->entry.setBorderColor(colors.border);
-    _state->entry.setFocusColor(colors.focus);
-    _state->entry.setTextColor(colors.text);
-    _state->entry.setSelectionColor(colors.selection);
+    _KXColorEntry(_state->entry, colors);
 }
 
 void KXUISpinBox::draw() {
