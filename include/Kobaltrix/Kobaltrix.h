@@ -19,7 +19,7 @@
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
 ///   KXUITextEntry.h, KXUIFileBrowser.h, KXUILabel.h, KXUILayout.h, KXUICheckBox.h, KXUIRadioGroup.h,
 ///   KXUIProgressBar.h, KXUIImageButton.h, KXUIDropDown.h, KXUISpinBox.h,
-///   KXUINumberSlider.h, KXUITabBar.h, KXUISplitPanel.h,
+///   KXUINumberSlider.h, KXUITabBar.h, KXUISplitPanel.h, KXUIMenuBar.h,
 ///   KXUIColorPicker.h, KXUIToast.h, KXUITheme.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
@@ -100,6 +100,7 @@
 #include <Kobaltrix/KXUILayout.h>
 #include <Kobaltrix/KXUIListBox.h>
 #include <Kobaltrix/KXUIMenu.h>
+#include <Kobaltrix/KXUIMenuBar.h>
 #include <Kobaltrix/KXUINumberSlider.h>
 #include <Kobaltrix/KXUIPanel.h>
 #include <Kobaltrix/KXUIProgressBar.h>

@@ -3,7 +3,11 @@
 #include "text/KXUIGlobalFont.h"
 #include "ui/Theme.h"
 #include "ui/WholePixels.h"
+#include "util/Utf8.h"
 
+#include <Kobaltrix/KXDrawing.h>
+
+#include <algorithm>
 #include <cmath>
 
 float _KXCaption::widthOf(const KXFont& font, const char* text) {
@@ -38,8 +42,21 @@ void _KXCaption::drawLine(KXFont* font, KXRect box, KXSize inset, KXColor color,
     _KXUIGlobalFontPrint(font, {left + inset.width, top + inset.height}, color, text());
 }
 
+static void underline(const KXTextLayout& layout, int index, KXPoint corner, KXColor color) {
+    const KXTextLine line = layout.line(0);
+    if (index < line.begin || index >= line.end)
+        return;
+    const int next = static_cast<int>(_KXNextCharacter(layout.text(), static_cast<std::size_t>(index)));
+    KXRect parts[4];
+    const int count = std::min(layout.selection(index, next, parts, 4), 4);
+    for (int i = 0; i < count; ++i)
+        KXDrawRectFill({{std::floor(corner.x + parts[i].origin.x), std::floor(corner.y + line.baseline) + 1},
+                        {std::max(1.0f, std::floor(parts[i].size.width)), 1}},
+                       color);
+}
+
 void _KXCaption::drawLineLaidOut(const KXFont* font, KXRect box, float inset, KXColor color,
-                                 KXTextAlign align) {
+                                 KXTextAlign align, int underlined) {
     const KXRect room = _KXRectBetween(_KXWholePixel(box.origin.x + inset), _KXWholePixel(box.origin.y),
                                        _KXWholePixel(box.origin.x + box.size.width - inset),
                                        _KXWholePixel(box.origin.y + box.size.height));
@@ -52,6 +69,7 @@ void _KXCaption::drawLineLaidOut(const KXFont* font, KXRect box, float inset, KX
     options.verticalAlign = KXTextMiddle;
     options.maxLines = 1;
     layOut(*font, options).draw(room.origin, color);
+    underline(_layout, underlined, room.origin, color);
 }
 
 void _KXCaption::drawLines(KXFont* font, KXPoint corner, float width, KXColor color, KXTextAlign align) {

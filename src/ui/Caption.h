@@ -28,8 +28,10 @@ public:
     /// Draws it as one line in a box: printed at @a inset from its top left, or laid out between what
     /// @a inset leaves at both sides, in the middle of the whole height.
     void drawLine(KXFont* font, KXRect box, KXSize inset, KXColor color, KXTextAlign align);
-    /// The same for what is laid out in any theme.
-    void drawLineLaidOut(const KXFont* font, KXRect box, float inset, KXColor color, KXTextAlign align);
+    /// The same for what is laid out in any theme. @param underlined the index of a character that is seen
+    /// with a line below it, -1 for none.
+    void drawLineLaidOut(const KXFont* font, KXRect box, float inset, KXColor color, KXTextAlign align,
+                         int underlined = -1);
     /// Draws it from a corner on: printed as one line, or laid out and wrapped at a width.
     void drawLines(KXFont* font, KXPoint corner, float width, KXColor color, KXTextAlign align);
 

@@ -8,7 +8,9 @@
 #include <Kobaltrix/KXKeys.h>
 #include <Kobaltrix/KXMouse.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
 
 int _KXClicks::press() {
     constexpr std::uint32_t quick = 500; // milliseconds
@@ -30,6 +32,14 @@ bool _KXBlink::isOn(std::uint64_t revision) {
         begin();
     _revision = revision;
     return (_KXLogicCurrentTime - _time) / halfPeriod % 2 == 0;
+}
+
+bool _KXIsEditKey(int key, const _KXModifiers& modifiers) {
+    static constexpr int moving[] = {KXKeyLeft, KXKeyRight,  KXKeyUp,       KXKeyDown,      KXKeyHome,
+                                     KXKeyEnd,  KXKeyPageUp, KXKeyPageDown, KXKeyBackspace, KXKeyDelete};
+    static constexpr int letters[] = {KXKeyA, KXKeyC, KXKeyV, KXKeyX, KXKeyY, KXKeyZ};
+    const auto isIn = [key](const auto& keys) { return std::ranges::find(keys, key) != std::end(keys); };
+    return isIn(moving) || (_KXIsShortcut(modifiers) && isIn(letters));
 }
 
 bool _KXUseEditShortcut(_KXTextEditing& edit, const KXInputEvent& event, const _KXModifiers& modifiers,

@@ -31,6 +31,9 @@ private:
     std::uint64_t _revision = 0;
 };
 
+/// Whether a key means something to such a widget, also with Control or the like: none of its keys is a
+/// shortcut of a menu meanwhile.
+bool _KXIsEditKey(int key, const _KXModifiers& modifiers);
 /// Control, or Command on macOS, with A, C, X, V, Z and Y. @return whether the text changed.
 bool _KXUseEditShortcut(_KXTextEditing& edit, const KXInputEvent& key, const _KXModifiers& modifiers,
                         bool isReadOnly);

@@ -15,7 +15,10 @@ struct Owners {
     _KXFocus* pointer = nullptr;
     std::uint64_t keyboardTaken = 0; // the number of the event behind the one in which it was taken,
     std::uint64_t pointerTaken = 0;
-    std::uint64_t keyboardFrom = 0; // and of the first whose keys nobody was told of
+    std::uint64_t keyboardFrom = 0;  // and of the first whose keys nobody was told of
+    std::uint64_t keyboardFreed = 0; // the number behind the one in which it was left to nobody
+    bool keyboardIsBorrowed = false, lenderHadItByKeyboard = false;
+    _KXFocus* lender = nullptr; // who had it before
     // Stops of Tab: the one that is polled or was polled last, and the one before it.
     _KXFocus *stop = nullptr, *stopBefore = nullptr;
     bool keyboardIsOnItsWay = false; // to the next of them
@@ -72,9 +75,11 @@ static std::uint64_t here() { return owners.hearing ? owners.hearing : _KXNextEv
 
 static void letGoOfKeyboard() {
     owners.keyboard = nullptr;
-    owners.keyboardIsOnItsWay = owners.composing = false;
+    owners.keyboardIsOnItsWay = owners.composing = owners.keyboardIsBorrowed = false;
+    owners.lender = nullptr;
     owners.composed = 0;
     owners.repeatingKey = 0;
+    owners.keyboardFreed = here();
 }
 
 _KXFocus::_KXFocus() : _heard(_KXNextEventNumber()), _lentUntil(0), _polledStep(_KXStep().step) {}
@@ -84,7 +89,7 @@ _KXFocus::~_KXFocus() {
         letGoOfKeyboard();
         _KXEndTextInput();
     }
-    for (_KXFocus** owner : {&owners.pointer, &owners.stop, &owners.stopBefore})
+    for (_KXFocus** owner : {&owners.pointer, &owners.stop, &owners.stopBefore, &owners.lender})
         if (*owner == this)
             *owner = nullptr;
 }
@@ -130,6 +135,37 @@ void _KXFocus::giveUpKeyboard() {
     letGoOfKeyboard();
     _KXEndTextInput();
     keyboardLost();
+}
+
+void _KXFocus::borrowKeyboard() {
+    if (hasKeyboard())
+        return;
+    _KXFocus* const lender = owners.keyboardIsBorrowed ? owners.lender : owners.keyboard;
+    const bool byKeyboard =
+        owners.keyboardIsBorrowed ? owners.lenderHadItByKeyboard : lender && lender->arrivedByKeyboard;
+    takeKeyboard();
+    if (!hasKeyboard())
+        return;
+    owners.keyboardIsBorrowed = true;
+    owners.lender = lender;
+    owners.lenderHadItByKeyboard = byKeyboard;
+}
+
+void _KXFocus::returnKeyboard() {
+    if (!hasKeyboard())
+        return;
+    _KXFocus* const lender = owners.lender;
+    const bool byKeyboard = owners.lenderHadItByKeyboard;
+    giveUpKeyboard();
+    if (!lender || owners.keyboard)
+        return;
+    lender->takeKeyboard();
+    lender->arrivedByKeyboard = byKeyboard;
+}
+
+bool _KXFocus::isBehindBorrower() const {
+    return owners.keyboardIsBorrowed && !hasKeyboard() &&
+           (!windowID || !owners.keyboard->windowID || windowID == owners.keyboard->windowID);
 }
 
 void _KXFocus::leaveOut() {
@@ -278,11 +314,20 @@ void _KXFocus::hearEvent(std::uint64_t number, bool pointerMovedOn) {
     if (isOfMouse(past.event)) {
         if (isNew && !isAnothers(past.claimer))
             hearMouse(past, pointerMovedOn);
-    } else if (mayHear) {
-        hearKeyboard(past);
-    } else if (isNew && !owners.keyboard && past.event.type == KXInputEventKeyDown) {
-        heardKeyOfNobody(past.event, past.modifiers);
+        return;
     }
+    if (isNew)
+        overheard(past.event, past.modifiers);
+    if (mayHear)
+        hearKeyboard(past);
+    else if (isNew && !owners.keyboard && number >= owners.keyboardFreed &&
+             past.event.type == KXInputEventKeyDown)
+        heardKeyOfNobody(past.event, past.modifiers);
+}
+
+bool _KXFocus::needsKey(int key, const _KXModifiers& modifiers) const {
+    const bool isFunctionKey = (key >= KXKeyF1 && key <= KXKeyF15) || (key >= KXKeyF16 && key <= KXKeyF24);
+    return !isFunctionKey && !modifiers.control && !modifiers.command && !modifiers.alt;
 }
 
 bool _KXFocus::nextTypingMayBeSecret() {

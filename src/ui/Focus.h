@@ -43,6 +43,12 @@ public:
     void takeKeyboardByKey();
     /// Leaves the keyboard to nobody; nothing happens without it.
     void giveUpKeyboard();
+    /// Takes the keyboard for a while, until returnKeyboard() or until another takes it.
+    void borrowKeyboard();
+    /// Gives it back to whoever had it, if that still lives; nothing happens without it.
+    void returnKeyboard();
+    /// Whether another in the same window has borrowed it: something is open there.
+    bool isBehindBorrower() const;
 
     /// To be called first in each poll of a widget that Tab stops at: if the keyboard is on its way, it
     /// arrives here.
@@ -111,8 +117,13 @@ public:
     struct KeyFilter {
         virtual ~KeyFilter() = default;
         virtual bool keepsKey(const KXInputEvent& key, const _KXModifiers& modifiers) = 0;
+        /// Whether all keys are its own, or its widgets', so that none is a shortcut of a menu.
+        virtual bool needsAllKeys() const { return false; }
     };
     KeyFilter* filter = nullptr;
+    /// Whether a key is for this alone while it has the keyboard, and no shortcut of a menu: by itself each
+    /// that is neither a function key nor held with Control, Command or Alt.
+    virtual bool needsKey(int key, const _KXModifiers& modifiers) const;
 
     /// Hands the keyboard on at Tab and back at Shift and Tab, by itself.
     bool passesTabOn = false;
@@ -136,6 +147,8 @@ protected:
     virtual void keyboardTaken() {}
     /// The keyboard goes; all that was for this widget has been heard.
     virtual void keyboardLost() {}
+    /// Anything but the mouse, whoever has the keyboard, before that one is told of it.
+    virtual void overheard(const KXInputEvent&, const _KXModifiers&) {}
     /// A key went down while nobody has the keyboard.
     virtual void heardKeyOfNobody(const KXInputEvent&, const _KXModifiers&) {}
     /// Whether the keyboard is for typing, with what the platform does for that.

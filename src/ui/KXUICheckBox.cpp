@@ -4,6 +4,7 @@
 #include "ui/Caption.h"
 #include "ui/Description.h"
 #include "ui/Look.h"
+#include "ui/Marks.h"
 #include "ui/WholePixels.h"
 #include "ui/WidgetDrawing.h"
 
@@ -11,13 +12,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
-
-static void drawDisc(KXRect box, int radius, KXColor color) {
-    constexpr int corners = 24;
-    KXDrawCircleFill({box.origin.x + box.size.width / 2, box.origin.y + box.size.height / 2}, radius, corners,
-                     color);
-}
 
 KXUICheckBox::KXUICheckBox()
     : _boxColor(_KXUIBackroundColor), _borderColor(_KXUIBorderColor), _markColor(_KXUITextColor),
@@ -86,19 +80,12 @@ int KXUICheckBox::clicked(int button) {
     return result;
 }
 
-// A hook of upright strips, which is sharp at every size, or a dot.
 void KXUICheckBox::_drawMark(KXRect box) const {
     const KXColor color = _KXPanelText(_markColor);
-    const int side = _KXWholePixel(box.size.width), thickness = std::max(2, side / 5),
-              width = side - 2 * std::max(2, side / 5), turn = width / 3;
     if (_isRound)
-        return drawDisc(box, side / 4, color);
-    const int top = (side - thickness - (width - 1 - turn)) / 2, lowest = top + width - 1 - turn;
-    for (int i = 0; i < width; ++i) {
-        const KXPoint at = {box.origin.x + static_cast<float>((side - width) / 2 + i),
-                            box.origin.y + static_cast<float>(lowest - std::abs(i - turn))};
-        KXDrawRectFill({at, {1, static_cast<float>(thickness)}}, color);
-    }
+        _KXDrawDisc(box, _KXWholePixel(box.size.width) / 4, color);
+    else
+        _KXDrawHook(box, color);
 }
 
 void KXUICheckBox::draw() {
@@ -115,8 +102,8 @@ void KXUICheckBox::draw() {
     const KXUIColors own = {_borderColor, _boxColor, _borderColor, _boxColor, _borderColor, _markColor};
     if (_isRound) {
         const _KXPartColors colors = _KXColorsOf(KXUIPartField, states, own);
-        drawDisc(box, pixels / 2, colors.border);
-        drawDisc(box, pixels / 2 - 1, colors.fill);
+        _KXDrawDisc(box, pixels / 2, colors.border);
+        _KXDrawDisc(box, pixels / 2 - 1, colors.fill);
     } else {
         _KXDrawPart(KXUIPartField, box, states, own);
     }

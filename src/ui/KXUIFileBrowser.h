@@ -114,4 +114,5 @@ struct KXUIFileBrowser::State : _KXFocus, _KXFocus::KeyFilter {
 protected:
     void heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) override;
     bool keepsKey(const KXInputEvent& key, const _KXModifiers& modifiers) override;
+    bool needsAllKeys() const override { return true; }
 };

@@ -79,6 +79,7 @@ struct KXUIListBox::State : _KXFocus {
     int shownWidth = 0;
 
     bool holds(Press part) const { return press == part && whole->hasPointer(); }
+    bool needsKey(int key, const _KXModifiers& modifiers) const override;
 
     void heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) override;
     void heardKey(const KXInputEvent& key, const _KXModifiers& modifiers) override;

@@ -56,6 +56,9 @@ struct KXUITextArea::State : _KXFocus {
     void followBar();
     void turnWheel(KXPoint notches, bool sideways);
     bool moveByKey(int key, const _KXModifiers& modifiers);
+    bool needsKey(int key, const _KXModifiers& modifiers) const override {
+        return _KXFocus::needsKey(key, modifiers) || _KXIsEditKey(key, modifiers);
+    }
     void goTo(std::size_t position, bool select);
     void goByRows(int rows, bool select);
     void eraseByKey(int key, const _KXModifiers& modifiers);

@@ -33,6 +33,7 @@ struct _KXTextEntryEditor : _KXFocus {
     const _KXTextEdit& shown() const { return composition.empty() ? edit : composed; }
     void compose(std::string text);
     bool isSecret() const override { return edit.isSecret(); }
+    bool needsKey(int key, const _KXModifiers& modifiers) const override;
 
 protected:
     void heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) override;

@@ -209,6 +209,13 @@ void KXUIListBox::State::heardKey(const KXInputEvent& key, const _KXModifiers& m
     box._typeKey(key, modifiers);
 }
 
+// What it means by itself of keys with Control.
+bool KXUIListBox::State::needsKey(int key, const _KXModifiers& modifiers) const {
+    return _KXFocus::needsKey(key, modifiers) ||
+           (several &&
+            (key == KXKeySpace || box._rowForKey(key) != -1 || (key == KXKeyA && _KXIsShortcut(modifiers))));
+}
+
 void KXUIListBox::_typeKey(const KXInputEvent& key, const _KXModifiers& modifiers) {
     State& state = *_state;
     const bool first = key.type == KXInputEventKeyDown, shortcut = _KXIsShortcut(modifiers);

@@ -166,6 +166,10 @@ void _KXTextEntryEditor::heardKey(const KXInputEvent& key, const _KXModifiers& m
         passOn(key.key, modifiers);
 }
 
+bool _KXTextEntryEditor::needsKey(int key, const _KXModifiers& modifiers) const {
+    return _KXFocus::needsKey(key, modifiers) || _KXIsEditKey(key, modifiers);
+}
+
 void _KXTextEntryEditor::passOn(int key, const _KXModifiers& modifiers) {
     if (key == KXKeyReturn || key == KXKeyPadEnter)
         entered = true;

@@ -176,6 +176,22 @@ void lookAtPictures() {
     at(40, [] { user.move({55, 20}); }); // the folder above
 }
 
+/// Paints by the menu at the pointer, and opens a sub-menu by letters.
+void edit() {
+    int start = 2;
+    for (const KXPoint cell : {KXPoint{176, 112}, {240, 112}, {208, 144}, {176, 176}, {240, 176}}) {
+        at(start, [=] { user.move(cell); });
+        at(start + 1, [] { user.hold(KXMouseRight); });
+        at(start + 2, [] { user.release(KXMouseRight); });
+        tap(start + 4, KXKeyP);
+        start += 10;
+    }
+    at(60, [] { user.hold(KXKeyLeftAlt); });
+    tap(62, KXKeyF);
+    at(68, [] { user.release(KXKeyLeftAlt); });
+    tap(70, KXKeyR);
+}
+
 /// A line is added, the keyboard goes to the notes, and two words of the scene are selected.
 void writeScene() {
     at(5, [] { user.type("owl"); });
@@ -204,6 +220,7 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"37_logical_size", point},
                                                          {"43_captions", rest},
                                                          {"44_files", lookAtPictures},
+                                                         {"46_menu_bar", edit},
                                                          {"49_text_area", writeScene}};
 
 void play(int step) {
