@@ -74,8 +74,9 @@ public:
     void setDefaultButton(_KXUIWidget* widget);
     /// The widget that is clicked by Escape, unless something is open that Escape closes.
     void setCancelButton(_KXUIWidget* widget);
-    /// Has Alt and a key click a widget, or take the keyboard to one that is typed into or chosen from. For a
-    /// label it means the widget that the label names. @param key a KXKeyNumber; 0 for none.
+    /// Has Alt and a key click a widget, or take the keyboard to one that is typed into or chosen from.
+    /// @param widget one of this panel; a label means the widget that it names. @param key a KXKeyNumber; 0
+    /// for none.
     void setMnemonic(_KXUIWidget& widget, int key);
 
     /// Gives a widget of this panel, or of one within it, the keyboard. @return -1, or 0 with nothing changed

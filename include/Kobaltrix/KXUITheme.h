@@ -145,10 +145,10 @@ struct _KXUIThemeParts;
 ///      "skins": {"image": "wood.png", "corner": 6, "scale": 1,
 ///                "button": {"normal": [0, 0, 24, 24], "hovered": [24, 0, 24, 24], "corner": 8}}}
 ///
-/// "base" is "light", "dark" or "contrast". Colours are #RRGGBB or #AARRGGBB and have the names of
-/// #KXUIPalette; parts of "skins" are "panel", "button", "field", "menu", "header", "track", "knob" and
-/// "selection", each with rectangles of the image, x, y, width and height in pixels. Paths begin at the
-/// file's folder.
+/// "base" is "light", "dark" or "contrast". Colours are written as in the example, or with their opacity
+/// before them (`80FF0000` is a half red), and have the names of #KXUIPalette; parts of "skins" are "panel",
+/// "button", "field", "menu", "header", "track", "knob" and "selection", each with rectangles of the image,
+/// x, y, width and height in pixels. Paths begin at the file's folder.
 class KX_API KXUIThemeFile {
 public:
     /// The light theme, until load().

@@ -34,9 +34,12 @@ struct KXUIDescription {
 
 /// A key that is meant for a widget.
 struct KXUIKey {
-    int key;                          ///< Its number, see KXKeyNumber.
-    int isRepeat;                     ///< Non-zero where it is held and repeats.
-    int shift, control, alt, command; ///< Non-zero for the modifiers that are held.
+    int key;      ///< Its number, see KXKeyNumber.
+    int isRepeat; ///< Non-zero where it is held and repeats.
+    int shift;    ///< Non-zero while either Shift is held.
+    int control;  ///< Non-zero while either Control is held.
+    int alt;      ///< Non-zero while either Alt is held.
+    int command;  ///< Non-zero while either Command key is held.
 };
 
 /// The base of all widgets.

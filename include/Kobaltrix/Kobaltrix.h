@@ -20,7 +20,7 @@
 ///   KXUITextEntry.h, KXUIFileBrowser.h, KXUILabel.h, KXUILayout.h, KXUICheckBox.h, KXUIRadioGroup.h,
 ///   KXUIProgressBar.h, KXUIImageButton.h, KXUIDropDown.h, KXUISpinBox.h,
 ///   KXUINumberSlider.h, KXUITabBar.h, KXUISplitPanel.h, KXUIMenuBar.h,
-///   KXUIColorPicker.h, KXUIToast.h, KXUITheme.h
+///   KXUIColorPicker.h, KXUIToast.h, KXUIPanel.h, KXUIScrollPanel.h, KXUITheme.h
 /// - Sound: KXAudio.h, KXSound.h, KXMusic.h
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkLimits.h, KXNetworkBuffer.h

@@ -87,6 +87,7 @@ void _KXUIWidget::_place(KXRect rect) {
     _isBeingPlaced = true;
     try {
         setRect(rect.origin, rect.size);
+        setOrigin(rect.origin); // by which a slider places its track
     } catch (...) {
         _isBeingPlaced = false;
         throw;

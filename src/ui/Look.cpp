@@ -120,10 +120,10 @@ KXColor _KXPanelText(KXColor own) {
 void _KXDrawFocusRing(KXRect box, const KXUIColors& own) {
     const KXColor color = _KXWidgetColor(_KXTheme.usesPalette ? _KXTheme.palette.focus : own.focus);
     const int rings = std::clamp(_KXWholePixel(_KXTheme.ringWidth), 1, 8);
-    for (int i = 0; i < rings; ++i) {
-        const float inset = static_cast<float>(i);
-        KXDrawRect({{box.origin.x + inset, box.origin.y + inset},
-                    {box.size.width - 2 * inset, box.size.height - 2 * inset}},
+    for (int i = 1; i <= rings; ++i) {
+        const float out = static_cast<float>(i);
+        KXDrawRect({{box.origin.x - out, box.origin.y - out},
+                    {box.size.width + 2 * out, box.size.height + 2 * out}},
                    color);
     }
 }

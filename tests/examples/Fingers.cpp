@@ -206,6 +206,18 @@ void writeScene() {
     at(66, [] { user.move({150, 106}); });
 }
 
+/// By the keyboard alone: a name, a rank of the open list, and on to the button.
+void fillIn() {
+    tap(5, KXKeyTab);
+    at(10, [] { user.type("Ada"); });
+    tap(15, KXKeyTab);
+    tap(25, KXKeySpace);
+    tap(35, KXKeyDown);
+    tap(45, KXKeyReturn);
+    tap(55, KXKeyTab);
+    tap(65, KXKeySpace);
+}
+
 const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},
                                                          {"10_game_pad", holdPad},
                                                          {"12_widgets", useWidgets},
@@ -221,7 +233,8 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"43_captions", rest},
                                                          {"44_files", lookAtPictures},
                                                          {"46_menu_bar", edit},
-                                                         {"49_text_area", writeScene}};
+                                                         {"49_text_area", writeScene},
+                                                         {"51_panel", fillIn}};
 
 void play(int step) {
     if (step == 1)
