@@ -137,6 +137,7 @@ public:
 
 private:
     friend class KXUIDropDown; // whose rows it shows
+    friend class _KXItemList;  // the same
     struct KX_INTERNAL Layout;
     struct KX_INTERNAL State;
     KX_INTERNAL Layout _layout() const;
@@ -157,6 +158,7 @@ private:
     KX_INTERNAL void _typeKey(const KXInputEvent& key, const _KXModifiers& modifiers);
     KX_INTERNAL int _rowForKey(int key) const;
     KX_INTERNAL void _findTyped(const char* text);
+    KX_INTERNAL const char* _rowText(int row) const;
     KX_INTERNAL int _nextBeginningWith(const char* word, int from) const;
     KX_INTERNAL const char* _shownText(int index, int width);
     KX_INTERNAL void _drawDetails(const Layout& layout, int row, float y, KXColor color);

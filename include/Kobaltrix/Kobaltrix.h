@@ -114,6 +114,7 @@
 #include <Kobaltrix/KXUITextEntry.h>
 #include <Kobaltrix/KXUITheme.h>
 #include <Kobaltrix/KXUIToast.h>
+#include <Kobaltrix/KXUITreeList.h>
 #include <Kobaltrix/KXUIWidget.h>
 #include <Kobaltrix/KXVector3D.h>
 #include <Kobaltrix/KXWindow.h>

@@ -40,10 +40,11 @@ struct KXUIListBox::State : _KXFocus {
     KXUIListBox& box;
     _KXFocus* whole = this; ///< That hears for it: itself, or what it is a part of.
     std::vector<Row> rows;
-    int selected = -1;    ///< The one, or of several the one that keys move from.
-    bool several = false; ///< Whether the user may select them.
-    int anchor = -1;      ///< Where a selection of several rows in a row began.
-    int activated = -1;   ///< As the last poll told, and the user's doing that none has told of yet.
+    class _KXItemList* items = nullptr; ///< That hold what the rows say and draw it, null for the rows.
+    int selected = -1;                  ///< The one, or of several the one that keys move from.
+    bool several = false;               ///< Whether the user may select them.
+    int anchor = -1;                    ///< Where a selection of several rows in a row began.
+    int activated = -1; ///< As the last poll told, and the user's doing that none has told of yet.
     bool changed = false;
     int activatedNow = -1;
     bool changedNow = false;

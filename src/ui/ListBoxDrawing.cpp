@@ -5,6 +5,7 @@
 #include "render/ClipScope.h"
 #include "render/GraphicsContext.h"
 #include "text/KXUIGlobalFont.h"
+#include "ui/ItemList.h"
 #include "ui/Look.h"
 #include "ui/WholePixels.h"
 #include "ui/WidgetDrawing.h"
@@ -117,7 +118,9 @@ void KXUIListBox::_drawRows(const Layout& layout) {
                                static_cast<float>(top) + KXUIWidgetInnerPadding.height};
         const KXColor color =
             _KXPartText(isSelected(row) ? KXUIPartSelection : KXUIPartField, KXUIPartNormal, own);
-        if (state.spans == _KXSpans::Plain)
+        if (const _KXListItem* const item = state.items ? state.items->itemAt(row) : nullptr)
+            state.items->drawRow(*item, whole, color);
+        else if (state.spans == _KXSpans::Plain)
             font._printPlain(place, color, _shownText(row, width));
         else
             font.print(place, color, "%s", _shownText(row, width));

@@ -5,6 +5,7 @@
 #include "core/ground/LogicClock.h"
 #include "input/KXMouse.h"
 #include "text/ColorEscapes.h"
+#include "ui/ItemList.h"
 #include "ui/Shortcuts.h"
 #include "util/TextOrder.h"
 
@@ -260,11 +261,16 @@ int KXUIListBox::_rowForKey(int key) const {
     }
 }
 
+const char* KXUIListBox::_rowText(int row) const {
+    const _KXListItem* const item = _state->items ? _state->items->itemAt(row) : nullptr;
+    return item ? _state->items->textOf(*item) : _state->rows[static_cast<std::size_t>(row)].text.c_str();
+}
+
 // The next row that begins with a word, from row @a from on to the end and on from the first; -1 for none.
 int KXUIListBox::_nextBeginningWith(const char* word, int from) const {
     for (std::size_t i = 0, rows = _state->rows.size(); i < rows; ++i) {
         const std::size_t row = (from + i) % rows;
-        const char* text = _state->rows[row].text.c_str();
+        const char* text = _rowText(static_cast<int>(row));
         char visible[1024];
         if (_state->spans == _KXSpans::Colored && std::strstr(text, "{C")) {
             _KXVisibleText(visible, sizeof visible, text);
