@@ -38,7 +38,7 @@ struct KXUINumberSliderOptions {
 /// Escape drops it.
 class KX_API KXUINumberSlider : public _KXUIWidget {
 public:
-    /// At the first number.
+    /// At 0, or the number that is nearest to it.
     explicit KXUINumberSlider(const KXUINumberSliderOptions& options = KXUINumberSliderOptions());
     ~KXUINumberSlider() override;
 

@@ -39,7 +39,7 @@ struct KXUISpinBoxOptions {
 /// notch. A button that is held counts on after 500 ms, and then every 33 ms.
 class KX_API KXUISpinBox : public _KXUIWidget {
 public:
-    /// At the least number.
+    /// At 0, or the number that is nearest to it.
     explicit KXUISpinBox(const KXUISpinBoxOptions& options = KXUISpinBoxOptions());
     ~KXUISpinBox() override;
 

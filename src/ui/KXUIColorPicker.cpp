@@ -99,7 +99,7 @@ struct Field final : _KXUIWidget {
     Field(Picked& of, Kind which) : picked(of), kind(which), hand(*this) {}
 
     struct Hand final : _KXControl {
-        explicit Hand(Field& of) : _KXControl(of), field(of) {}
+        explicit Hand(Field& of) : _KXControl(of), field(of) { leavesReturn = true; }
         Field& field;
 
     protected:

@@ -136,7 +136,6 @@ KXUINumberSlider::KXUINumberSlider(const KXUINumberSliderOptions& options)
     : _state(std::make_unique<State>(*this)) {
     _state->type("");
     setOptions(options);
-    setNumber(_state->range.from);
 }
 
 KXUINumberSlider::~KXUINumberSlider() = default;

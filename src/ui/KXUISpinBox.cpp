@@ -12,6 +12,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
+#include <string>
 #include <utility>
 
 static constexpr int stepsOfAPage = 10;
@@ -31,7 +33,7 @@ struct KXUISpinBox::State : _KXControl, _KXFocus::KeyFilter {
     _KXHeldButton repeats;
     _KXNotches notches;
 
-    void show();
+    void show(double shown);
     void setTo(double wanted);
     void take();
     void count(int steps);
@@ -46,14 +48,17 @@ protected:
     void heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) override;
 };
 
-void KXUISpinBox::State::show() { entry.setText((_KXNumberText(number, decimals) + suffix).c_str()); }
+void KXUISpinBox::State::show(double shown) {
+    entry.setText((_KXNumberText(shown, decimals) + suffix).c_str());
+}
 
 /// Rounded first, so that an end that has more digits is not passed.
 void KXUISpinBox::State::setTo(double wanted) {
     double rounded = wanted;
     _KXReadNumber(_KXNumberText(range.within(wanted), decimals).c_str(), "", rounded);
-    number = range.within(rounded);
-    show();
+    rounded = range.within(rounded);
+    show(rounded); // which may lack memory
+    number = rounded;
 }
 
 /// What was typed becomes the number, if it is one.
@@ -105,7 +110,7 @@ bool KXUISpinBox::State::keepsKey(const KXInputEvent& key, const _KXModifiers& m
     case KXKeyPageDown:
         return hold(key.key, -stepsOfAPage), true;
     case KXKeyEscape:
-        show();
+        show(number);
         return false;
     default:
         return false;
@@ -160,16 +165,27 @@ void KXUISpinBox::State::hearStep() {
 
 KXUISpinBox::KXUISpinBox(const KXUISpinBoxOptions& options) : _state(std::make_unique<State>(*this)) {
     setOptions(options);
-    setNumber(_state->range.from);
 }
 
 KXUISpinBox::~KXUISpinBox() = default;
 
 void KXUISpinBox::setOptions(const KXUISpinBoxOptions& options) {
-    _state->suffix = options.suffix ? options.suffix : "";
-    _state->decimals = std::clamp(options.decimals, 0, 9);
-    _state->range = _KXNumberRange::of(options.from, options.to, options.step);
-    _state->setTo(_state->number);
+    State& state = *_state;
+    _KXNumberRange range = _KXNumberRange::of(options.from, options.to, options.step);
+    int decimals = std::clamp(options.decimals, 0, 9);
+    std::string suffix = options.suffix ? options.suffix : "";
+    const auto exchange = [&] {
+        std::swap(state.range, range);
+        std::swap(state.decimals, decimals);
+        state.suffix.swap(suffix);
+    };
+    exchange();
+    try {
+        state.setTo(state.number);
+    } catch (const std::bad_alloc&) {
+        exchange();
+        throw;
+    }
 }
 
 void KXUISpinBox::setNumber(double number) {
@@ -193,7 +209,7 @@ int KXUISpinBox::poll() {
         state.entry._focus().leaveOut();
         state.leaveOut();
         if (std::exchange(state.hadKeyboard, false))
-            state.show();
+            state.show(state.number);
         state.heldSteps = 0;
     }
     return std::exchange(state.changed, false) ? -1 : 0;

@@ -8,7 +8,7 @@
 #include <vector>
 
 struct KXUITabBar::State : _KXControl {
-    explicit State(KXUITabBar& of) : _KXControl(of), bar(of) {}
+    explicit State(KXUITabBar& of) : _KXControl(of), bar(of) { leavesReturn = true; }
 
     struct Tab {
         _KXCaption title;

@@ -218,6 +218,29 @@ void fillIn() {
     tap(65, KXKeySpace);
 }
 
+/// A layer is moved, the divider too, and its ways to be mixed are looked at.
+void setLayer() {
+    press(4, 182, 200);
+    at(10, [] { user.move({192, 200}); });
+    at(12, [] { user.release(KXMouseLeft); });
+    click(20, 90, 64);
+    at(26, [] { user.hold(KXKeyLeftControl); });
+    tap(27, KXKeyA);
+    at(31, [] { user.release(KXKeyLeftControl); });
+    at(32, [] { user.type("-30"); });
+    tap(34, KXKeyReturn);
+    click(50, 100, 106);
+    tap(60, KXKeyDown);
+    tap(70, KXKeyDown);
+}
+
+/// Another colour is chosen and taken, and one after it looked at.
+void colorLamp() {
+    click(10, 140, 40);
+    tap(20, KXKeyReturn);
+    click(30, 186, 100);
+}
+
 const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},
                                                          {"10_game_pad", holdPad},
                                                          {"12_widgets", useWidgets},
@@ -233,6 +256,8 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"43_captions", rest},
                                                          {"44_files", lookAtPictures},
                                                          {"46_menu_bar", edit},
+                                                         {"47_controls", setLayer},
+                                                         {"48_color_picker", colorLamp},
                                                          {"49_text_area", writeScene},
                                                          {"51_panel", fillIn}};
 

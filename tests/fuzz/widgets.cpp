@@ -77,6 +77,27 @@ void fuzz(FuzzBytes bytes) {
         "Add", [](void* to) { static_cast<KXUIListBox*>(to)->add("another"); }, &list);
     menu.addSubMenu(under);
     menu.layout();
+    KXUIDropDown choice;
+    KXUISpinBox number;
+    KXUINumberSlider slider;
+    KXUITabBar tabs;
+    KXUISplitPanel split;
+    KXUIColorPicker picker;
+    KXUIToast toast;
+    KXUIPanel panel;
+    KXUIToastOptions undo;
+    undo.action = "Undo";
+    _KXUIWidget* const controls[] = {&choice, &number, &slider, &tabs, &split, &picker, &toast};
+    for (int i = 0; i < 7; ++i) {
+        controls[i]->setRect({150.0f + 60 * (i % 3), 10.0f + 50 * (i / 3)}, {90, 60});
+        panel.add(*controls[i]);
+    }
+    tabs.setClosable(-1);
+    tabs.setReorderable(-1);
+    for (int i = 0; i < 12; ++i) {
+        choice.add(KXTempString("choice %d", i));
+        tabs.add(KXTempString("tab %d", i));
+    }
     list.setMultipleSelection(bytes.byte() & 1);
     for (int row = 0; row < 20; ++row)
         list.add(KXTempString("row %d", row * 7919 % 20));
@@ -92,6 +113,15 @@ void fuzz(FuzzBytes bytes) {
             entry.poll();
             area.poll();
             menu.poll();
+            panel.poll();
+            if (toast.count() == 0)
+                toast.show("A message", undo);
+            if (const int closed = tabs.closedIndex(); closed != -1)
+                tabs.remove(closed);
+            require(number.number() >= 0 && number.number() <= 100, "a number is one of its options");
+            require(slider.number() >= 0 && slider.number() <= 1, "so is a slider's");
+            require(tabs.count() == 0 || tabs.selectedIndex() >= 0, "a tab is chosen");
+            require(split.share() >= 0 && split.share() <= 1, "a share is one");
             require(list.selectedIndex() < list.count(), "what is selected is a row");
             for (int row = -1, last; (last = row, row = list.nextSelectedIndex(row)) != -1;)
                 require(row > last && row < list.count() && list.isSelected(row), "so is each of several");
@@ -104,6 +134,7 @@ void fuzz(FuzzBytes bytes) {
         entry.draw();
         area.draw();
         menu.draw();
+        panel.draw();
         KXPostLogicLoop();
     }
     entry.unfocus();

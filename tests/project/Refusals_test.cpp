@@ -345,6 +345,26 @@ TEST_F(Refusals, Widgets) {
     refuseEach(memory, "other row", list, seen, [](KXUIListBox& made) { return made.rename(0, longText); });
     refuseEach(memory, "list", list, seen, drawn);
 
+    const auto choice = widget<KXUIDropDown>([](KXUIDropDown& made) {
+        made.add(shortText);
+        made.setSelectedIndex(0);
+    });
+    refuseEach(memory, "choice", choice, seen, [](KXUIDropDown& made) { return made.add(longText) == 1; });
+    const auto number = widget<KXUISpinBox>([](KXUISpinBox& made) { made.setNumber(7); });
+    refuseEach(memory, "number", number, seen, [](KXUISpinBox& made) {
+        KXUISpinBoxOptions options;
+        options.from = 9;
+        options.suffix = longText;
+        return (made.setOptions(options), -1);
+    });
+    const auto tabs = widget<KXUITabBar>([](KXUITabBar& made) { made.add(shortText); });
+    refuseEach(memory, "tab", tabs, seen, [](KXUITabBar& made) { return made.insert(0, longText) == 0; });
+    refuseEach(memory, "tabs", tabs, seen, drawn);
+    const auto toast = widget<KXUIToast>([](KXUIToast& made) { made.show(shortText); });
+    refuseEach(memory, "message", toast, seen, [](KXUIToast& made) { return made.show(longText) == 1; });
+    const auto picker = widget<KXUIColorPicker>([](KXUIColorPicker& made) { made.setShowsOpacity(-1); });
+    refuseEach(memory, "picker", picker, seen, drawn);
+
     const auto menu = widget<KXUIMenu>([](KXUIMenu& made) {
         made.addDivider();
         made.click(KXMouseLeft);
