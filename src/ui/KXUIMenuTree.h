@@ -92,6 +92,7 @@ private:
     void press(bool isLeft);
     void holdPointer(bool onEntry);
     void release();
+    void unlightBehind(Spot at);
     void lightTo(Spot at);
     void hover();
     void turnWheel(float notches);

@@ -88,8 +88,15 @@ void _KXUIMenuTree::State::release() {
         choose(*parent.entries[at.index], parent);
 }
 
+/// The pointer is in no column but those before the innermost.
+void _KXUIMenuTree::State::unlightBehind(Spot at) {
+    if (at.level < innermost() && !isBar(innermost()))
+        levels.back().lit = -1;
+}
+
 /// Lights what is under the pointer, and on the way to it the entries whose columns are open.
 void _KXUIMenuTree::State::lightTo(Spot at) {
+    unlightBehind(at);
     for (int level = 0; level < at.level; ++level)
         levels[level].lit = levels[level + 1].place;
     if (std::exchange(levels[at.level].lit, at.index) == at.index && hoveredLevel == at.level)
@@ -101,8 +108,7 @@ void _KXUIMenuTree::State::lightTo(Spot at) {
 
 void _KXUIMenuTree::State::hover() {
     const Spot at = spot();
-    if (at.level < innermost() && !isBar(innermost()))
-        levels.back().lit = -1;
+    unlightBehind(at);
     if (at.level == -1 || (isBar(at.level) && at.index == -1)) {
         hoveredLevel = -1;
         return;

@@ -38,6 +38,15 @@ struct MenuBar : UITest {
     }
     int poll() override {
         int told = 0;
+        if (panel) {
+            if (!bar._panel())
+                bar.poll();
+            told = panel->poll();
+            said += bar.activated() ? " " + std::to_string(bar.chosen()) : "";
+            for (const _KXUIWidget* each : {&button, &cancel})
+                clicks += each->activated() ? each == &cancel ? 100 : 1 : 0;
+            return told;
+        }
         for (_KXUIMenuTree* each : {static_cast<_KXUIMenuTree*>(&bar), static_cast<_KXUIMenuTree*>(&context)})
             while (each->poll())
                 said += " " + std::to_string(each->chosen()), told = -1;
@@ -79,7 +88,8 @@ struct MenuBar : UITest {
     Seen<KXUIMenuBar> bar;
     Seen<KXUIContextMenu> context;
     KXUITextEntry entry;
-    KXUIButton button;
+    KXUIButton button, cancel;
+    KXUIPanel* panel = nullptr; ///< With some of them.
     std::string said;
     int clicks = 0;
 };
@@ -228,6 +238,40 @@ TEST_F(MenuBar, AColumnOpensAtThePointer) {
     EXPECT_FALSE(context.isOpen());
 }
 
+TEST_F(MenuBar, LiesAboveAPanelAndKeepsItsKeys) {
+    KXUIPanel all;
+    panel = &all;
+    button.setRect({5, 25}, {100, 100});
+    for (_KXUIWidget* each : std::initializer_list<_KXUIWidget*>{&bar, &button, &cancel, &entry})
+        all.add(*each);
+    all.setCancelButton(&cancel);
+    all.setDefaultButton(&button);
+    expectEach(
+        "click 20 60 -> told -; click File, click Quit -> told - 4; press File, at New, release -> told - 1; "
+        "click File, click 20 130 -> -; click 20 160 -> - typing; F10, Tab -> File; Down, Return -> told - "
+        "typing 1; "
+        "F10, Escape -> - typing; Left Ctrl+Q -> told - typing 4");
+    EXPECT_EQ(clicks, 1);
+    all.remove(bar); // polled by itself, before the panel
+    act("click 300 180, F10, Escape");
+    EXPECT_EQ(clicks, 1) << "an Escape that closed the bar is nothing to the panel";
+    act("Escape, Return");
+    EXPECT_EQ(clicks, 102);
+    panel = nullptr;
+}
+
+TEST_F(MenuBar, IsWorkedInItsOwnWindowAlone) {
+    KXWindow other("Other", {320, 200});
+    bar.setWindowID(window->id());
+    act("click File");
+    hands = KXTestUser(other.id());
+    expectEach("at New, click 300 150, Down, Escape, N -> File; hold Left Ctrl, N, let Left Ctrl -> File");
+    hands = KXTestUser(window->id());
+    expectEach("click Quit -> told - 4");
+    hands = KXTestUser(other.id());
+    expectEach("click File, F10, Left Ctrl+N, Left Alt -> -; click 20 160 -> - typing");
+}
+
 TEST_F(MenuBar, WhatIsHigherThanTheWindowScrolls) {
     std::vector<KXUIMenuEntry> many(40);
     std::vector<std::string> names;
@@ -309,5 +353,294 @@ TEST_F(MenuBar, Looks) {
                "Alt+F -> -");
     _KXIsMac = false;
     EXPECT_STREQ(KXUIShortcutName({}), "");
+}
+
+/// An entry of a bar as a reader has it in mind. A capital letter is its mnemonic.
+struct Node {
+    std::string text; ///< Empty for a line.
+    std::vector<Node> kids = {};
+    bool isOff = false;
+
+    bool isSelectable() const { return !text.empty() && !isOff; }
+    std::string marked() const { return std::isupper(text[0]) ? "&" + text : text; }
+};
+
+/// What a bar is expected to do, without any place, time or widget.
+struct Model {
+    struct Level {
+        const Node* node;
+        int place = -1, lit = -1;
+    };
+    struct Spot {
+        int level, index; // -1: beside all of it, or on nothing
+        KXPoint point;
+    };
+    const Node& root;
+    std::vector<Level> levels = {};
+    std::string chosen = "";
+    bool held = false, heldInside = false;
+    KXPoint heldAt = {0, 0};
+
+    int inner() const { return static_cast<int>(levels.size()) - 1; }
+    std::string lit() const {
+        for (auto level = levels.rbegin(); level != levels.rend(); ++level)
+            if (level->lit != -1)
+                return level->node->kids[level->lit].text;
+        return "";
+    }
+    template<class Holds>
+    static int next(const Node& node, int from, int step, Holds holds) {
+        const int count = static_cast<int>(node.kids.size());
+        for (int i = from == -1 && step < 0 ? count : from, tries = 0; tries < count; ++tries)
+            if (i = (i + step + count) % count; node.kids[i].isSelectable() && holds(node.kids[i]))
+                return i;
+        return -1;
+    }
+    static int next(const Node& node, int from, int step) {
+        return next(node, from, step, [](const Node&) { return true; });
+    }
+    void closeTo(int level) {
+        if (level < inner())
+            levels[level].lit = levels[level + 1].place;
+        while (level < inner())
+            levels.pop_back();
+    }
+    void open(int level, int index) {
+        closeTo(level);
+        levels[level].lit = index;
+        levels.push_back({&levels[level].node->kids[index], index});
+    }
+    void enter(int step) {
+        if (levels.back().lit == -1)
+            return;
+        open(inner(), levels.back().lit);
+        levels.back().lit = next(*levels.back().node, -1, step);
+    }
+    void goTo(int title) {
+        const bool wasOpen = inner() > 0;
+        closeTo(0);
+        levels[0].lit = title;
+        if (wasOpen)
+            enter(1);
+    }
+    void choose(const Node& node) {
+        chosen += " " + node.text;
+        end();
+    }
+    void end() { levels.clear(), held = false; }
+
+    void rest(const Spot& at) { // the pointer comes somewhere, and stays
+        if (levels.empty())
+            return;
+        if (at.level < inner() && inner() > 0)
+            levels.back().lit = -1;
+        if (at.level == -1 || (at.level == 0 && at.index == -1))
+            return;
+        for (int level = 0; level < at.level; ++level)
+            levels[level].lit = levels[level + 1].place;
+        levels[at.level].lit = at.index;
+        const bool isOpen = at.level < inner() && levels[at.level + 1].place == at.index;
+        if (at.index == -1 || isOpen || (at.level == 0 && inner() == 0))
+            return;
+        if (!levels[at.level].node->kids[at.index].kids.empty())
+            return open(at.level, at.index);
+        closeTo(at.level);
+        levels[at.level].lit = at.index;
+    }
+    void press(const Spot& at) {
+        if (levels.empty() && (at.level != 0 || at.index == -1))
+            return;
+        const bool toggles = at.level == 0 && inner() > 0 && levels[1].place == at.index;
+        if (at.level == -1 || (at.level == 0 && at.index == -1) || toggles)
+            return end();
+        if (levels.empty())
+            levels.push_back({&root});
+        if (at.index == -1)
+            return;
+        held = true, heldInside = at.level > 0, heldAt = at.point;
+        if (at.level == 0)
+            return open(0, at.index);
+        rest(at);
+    }
+    void release(const Spot& at) {
+        const bool moved = std::abs(at.point.x - heldAt.x) >= 4 || std::abs(at.point.y - heldAt.y) >= 4;
+        if (!std::exchange(held, false) || levels.empty() || (!heldInside && !moved))
+            return;
+        if (at.level == -1)
+            return end();
+        if (at.level > 0 && at.index != -1)
+            if (const Node& node = levels[at.level].node->kids[at.index]; node.kids.empty())
+                choose(node);
+    }
+    void key(const std::string& key) {
+        if (levels.empty()) {
+            if (key == "F10" || key == "Left Alt")
+                levels.push_back({&root, -1, next(root, -1, 1)});
+            return;
+        }
+        const Node& column = *levels.back().node;
+        const int step = key == "Up" || key == "Left" || key == "End" ? -1 : 1;
+        const int title = inner() > 0 ? levels[1].place : levels[0].lit;
+        const Node* const lit = levels.back().lit == -1 ? nullptr : &column.kids[levels.back().lit];
+        if (key == "F10" || key == "Left Alt" || (key == "Escape" && inner() < 2))
+            end();
+        else if (key == "Escape" || (key == "Left" && inner() > 1))
+            closeTo(inner() - 1);
+        else if ((key == "Right" && inner() > 0 && lit && !lit->kids.empty()) ||
+                 ((key == "Up" || key == "Down") && inner() == 0))
+            enter(step);
+        else if (key == "Left" || key == "Right")
+            goTo(next(root, title, step));
+        else if (key == "Up" || key == "Down" || key == "Home" || key == "End")
+            levels.back().lit = next(column, key == "Home" || key == "End" ? -1 : levels.back().lit, step);
+        else if (key == "Return" || key == "Space")
+            !lit ? void() : lit->kids.empty() ? choose(*lit) : enter(1);
+        else
+            letter(column, key[0]);
+    }
+    void letter(const Node& column, char letter) {
+        const int lit = levels.back().lit;
+        const auto isMnemonic = [=](const Node& node) { return node.text[0] == letter; };
+        const int mnemonic = next(column, lit, 1, isMnemonic);
+        if (mnemonic != -1) {
+            levels.back().lit = mnemonic;
+            if (next(column, mnemonic, 1, isMnemonic) == mnemonic)
+                column.kids[mnemonic].kids.empty() ? choose(column.kids[mnemonic]) : enter(1);
+            return;
+        }
+        const int first =
+            next(column, lit, 1, [=](const Node& node) { return std::toupper(node.text[0]) == letter; });
+        if (first != -1)
+            levels.back().lit = first;
+    }
+};
+
+struct RandomHands : UITest {
+    RandomHands() {
+        window->setSize({640, 400}); // all columns beside one another
+        for (const Node& title : tree.kids) {
+            const int id = nameOf(title);
+            bar.addMenu(title.marked().c_str(), {}, id);
+            bar.setEntryEnabled(id, !title.isOff);
+            fill(title);
+        }
+        bar.setSize({640, -1});
+        entry.setRect({-1, 19}, {650, 400}); // all that is not the bar
+        act("at 600 390");
+        entry.focus();
+    }
+    int nameOf(const Node& node) {
+        names.push_back(node.text);
+        return static_cast<int>(names.size());
+    }
+    void fill(const Node& node) {
+        const int parent = static_cast<int>(std::ranges::find(names, node.text) - names.begin()) + 1;
+        for (const Node& kid : node.kids) {
+            const std::string text = kid.text.empty() ? "" : kid.marked();
+            KXUIMenuEntry made = {kid.text.empty() ? nullptr : text.c_str(), nameOf(kid)};
+            made.enabled = !kid.isOff;
+            bar.addSubMenu(parent, &made, 1);
+            fill(kid);
+        }
+    }
+    /// Somewhere in the bar, in a column that is open, or beside them.
+    KXPoint anyPoint() {
+        auto& state = bar.in();
+        const int level = pick(std::max(1, state.innermost() + 1));
+        if (pick(12) == 0)
+            return {600, 390};
+        const auto& starts = state.rows(level ? *state.levels[level].entry : state.root).starts;
+        const int index = pick(static_cast<int>(starts.size()) - 1),
+                  middle = (starts[index] + starts[index + 1]) / 2;
+        if (level == 0)
+            return {float(middle), 5};
+        return {float(state.levels[level].left + 6), float(state.levels[level].top + middle)};
+    }
+    /// What a point is on now: columns come and go by keys, too.
+    Model::Spot spotAt(KXPoint point) {
+        auto& state = bar.in();
+        for (int level = std::max(0, state.innermost()); level >= 0; --level) {
+            const auto& starts = state.rows(level ? *state.levels[level].entry : state.root).starts;
+            const float left = level ? float(state.levels[level].left) : 0,
+                        top = level ? float(state.levels[level].top) : 0;
+            const KXRect box = {{left, top},
+                                {level ? float(state.levels[level].right) - left : 640,
+                                 level ? float(state.levels[level].bottom) - top : bar.rect().size.height}};
+            if (point.x < left || point.y < top || point.x >= left + box.size.width ||
+                point.y >= top + box.size.height)
+                continue;
+            const int along = int(level ? point.y - top - 1 : point.x);
+            const auto index = std::ranges::upper_bound(starts, along) - starts.begin() - 1;
+            const Node& node = level ? *model.levels[level].node : tree;
+            const bool is = index < int(node.kids.size()) && node.kids[index].isSelectable();
+            return {level, is ? int(index) : -1, point};
+        }
+        return {-1, -1, point};
+    }
+    int pick(int below) { return std::uniform_int_distribution<>(0, below - 1)(random); }
+    int poll() override {
+        while (bar.poll())
+            said += " " + names[bar.chosen() - 1];
+        return entry.poll();
+    }
+    void doSomething() {
+        static constexpr const char* keys[] = {"Up",   "Down",     "Down",   "Left",   "Right", "Right",
+                                               "Home", "End",      "Return", "Return", "Space", "Escape",
+                                               "F10",  "Left Alt", "N",      "O",      "S"};
+        const int kind = pick(10);
+        const bool opens = model.levels.empty() && pick(2) == 0;
+        if (kind < 4 || opens) {
+            done = opens ? (pick(2) ? "F10" : "Left Alt") : keys[pick(std::size(keys))];
+            act(done);
+            return model.key(done);
+        }
+        if (kind < 7) {
+            done = isDown ? "release" : "press";
+            at = spotAt(at.point);
+            act(done);
+            isDown ? model.release(at) : model.press(at);
+            isDown = !isDown;
+            return;
+        }
+        at = spotAt(anyPoint());
+        done = "at " + std::to_string(int(at.point.x)) + " " + std::to_string(int(at.point.y));
+        act(done + ", poll 20");
+        model.rest(at);
+    }
+
+    const Node tree = {
+        "",
+        {{"File",
+          {{"New"}, {"open"}, {"often"}, {""}, {"Sort", {{"by name"}, {"by Size"}}}, {"stop", {}, true}}},
+         {"Edit", {{"Not", {{"now"}, {"never", {{"Or"}, {"so"}}}}}, {"Some"}, {"Sum"}}},
+         {"off", {{"hidden"}}, true},
+         {"View", {{"", {}}, {"one"}, {"other"}}}}};
+    Model model{tree};
+    Seen<KXUIMenuBar> bar;
+    KXUITextEntry entry;
+    std::vector<std::string> names;
+    std::string said, done;
+    Model::Spot at = {-1, -1, {600, 390}};
+    bool isDown = false;
+    std::mt19937 random{4};
+};
+
+TEST_F(RandomHands, DoWhatAReaderExpects) {
+    std::string before;
+    int acted = 0;
+    for (int i = 0; i < 5000; ++i) {
+        doSomething();
+        const std::string lit = bar.isOpen() ? bar.description().name : "",
+                          now = std::to_string(bar.in().innermost());
+        ASSERT_EQ(now + " " + lit + said, std::to_string(model.inner()) + " " + model.lit() + model.chosen)
+            << "step " << i << ": " << done << ", after " << before;
+        if (done == "Escape" && !bar.isOpen())
+            entry.focus(); // which may have been for the entry
+        ASSERT_NE(entry.isFocused(), bar.isOpen()) << done << ", after " << before;
+        before = now + " " + lit;
+        acted += said.empty() ? 0 : 1;
+        said.clear(), model.chosen.clear();
+    }
+    EXPECT_GT(acted, 100);
 }
 } // namespace
