@@ -48,7 +48,8 @@ void Canvas::goTo(int column, int row) {
     const int fromColumn = _column, fromRow = _row;
     const int steps = std::max(std::abs(column - _column), std::abs(row - _row));
     for (int i = 1; i <= steps; ++i) {
-        _column = fromColumn + static_cast<int>(std::lround(static_cast<float>((column - fromColumn) * i) / steps));
+        _column =
+            fromColumn + static_cast<int>(std::lround(static_cast<float>((column - fromColumn) * i) / steps));
         _row = fromRow + static_cast<int>(std::lround(static_cast<float>((row - fromRow) * i) / steps));
         if (_isPainting)
             use();
@@ -67,7 +68,8 @@ int Canvas::pollInPanel() {
         const KXPoint place = KXCameraToWorld(camera(), KXMousePoint);
         if (begins && tool != Tool::Pick)
             _history.note(); // a stroke is one change
-        goTo(static_cast<int>(std::floor(place.x / tileSide)), static_cast<int>(std::floor(place.y / tileSide)));
+        goTo(static_cast<int>(std::floor(place.x / tileSide)),
+             static_cast<int>(std::floor(place.y / tileSide)));
         if (begins)
             use();
     }
@@ -102,16 +104,19 @@ KXUIDescription Canvas::description() const {
 void Canvas::drawLayers(const Level& level, KXRect bounds) {
     const int left = std::max(0, static_cast<int>(bounds.origin.x) / tileSide),
               top = std::max(0, static_cast<int>(bounds.origin.y) / tileSide),
-              right = std::min(level.columns, static_cast<int>(bounds.origin.x + bounds.size.width) / tileSide + 1),
-              bottom = std::min(level.rows, static_cast<int>(bounds.origin.y + bounds.size.height) / tileSide + 1);
+              right = std::min(level.columns,
+                               static_cast<int>(bounds.origin.x + bounds.size.width) / tileSide + 1),
+              bottom =
+                  std::min(level.rows, static_cast<int>(bounds.origin.y + bounds.size.height) / tileSide + 1);
     for (const Layer& each : level.layers)
         for (int row = top; row < bottom && each.isVisible; ++row)
             for (int column = left; column < right; ++column)
                 if (const int number = each.tiles[row * level.columns + column]; number >= 0) {
                     KXDrawOptions options;
                     options.position = {float(column * tileSide), float(row * tileSide)};
-                    options.source = {{float(number % tilesInRow * tileSide), float(number / tilesInRow * tileSide)},
-                                      {tileSide, tileSide}};
+                    options.source = {
+                        {float(number % tilesInRow * tileSide), float(number / tilesInRow * tileSide)},
+                        {tileSide, tileSide}};
                     _tiles.draw(options);
                 }
 }
@@ -125,10 +130,11 @@ void Canvas::draw() {
     drawLayers(level, KXCameraBounds(camera()));
     const KXColor faint = {1, 1, 1, 0.12f};
     for (int column = 0; showsGrid && column <= level.columns; ++column)
-        KXDrawRectFill({{float(column * tileSide), 0}, {1 / _zoom, all.size.height}}, faint);
+        KXDrawLine({float(column * tileSide), 0}, {float(column * tileSide), all.size.height}, faint);
     for (int row = 0; showsGrid && row <= level.rows; ++row)
-        KXDrawRectFill({{0, float(row * tileSide)}, {all.size.width, 1 / _zoom}}, faint);
+        KXDrawLine({0, float(row * tileSide)}, {all.size.width, float(row * tileSide)}, faint);
     if (level.has(_column, _row))
-        KXDrawRect({{float(_column * tileSide), float(_row * tileSide)}, {tileSide, tileSide}}, {1, 0.85f, 0.5f, 1});
+        KXDrawRect({{float(_column * tileSide), float(_row * tileSide)}, {tileSide, tileSide}},
+                   {1, 0.85f, 0.5f, 1});
     KXPopCamera();
 }

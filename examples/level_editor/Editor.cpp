@@ -1,8 +1,25 @@
 #include "Editor.h"
 
 namespace {
-enum { New = 1, Open, Save, SaveAs, Quit, Undo, Redo, AddLayer, RemoveLayer, RaiseLayer, Grid, ZoomIn, ZoomOut, Whole,
-       Light, Dark, Contrast };
+enum {
+    New = 1,
+    Open,
+    Save,
+    SaveAs,
+    Quit,
+    Undo,
+    Redo,
+    AddLayer,
+    RemoveLayer,
+    RaiseLayer,
+    Grid,
+    ZoomIn,
+    ZoomOut,
+    Whole,
+    Light,
+    Dark,
+    Contrast
+};
 }
 
 Editor::Editor(const char* path) {
@@ -37,7 +54,9 @@ void Editor::makeMenus() {
                            {},
                            {"&Quit", Quit, {KXKeyQ, KXUICommand}}});
     _bar.addMenu("&Edit", {{"&Undo", Undo, {KXKeyZ, KXUICommand}}, {"&Redo", Redo, {KXKeyY, KXUICommand}}});
-    _bar.addMenu("&Layer", {{"&Add", AddLayer}, {"&Remove", RemoveLayer}, {"R&aise", RaiseLayer, {KXKeyUp, KXUICommand}}});
+    _bar.addMenu(
+        "&Layer",
+        {{"&Add", AddLayer}, {"&Remove", RemoveLayer}, {"R&aise", RaiseLayer, {KXKeyUp, KXUICommand}}});
     _bar.addMenu("&View", {{"&Grid", Grid, {KXKeyG, KXUICommand}, KXUIMenuEntryCheck, -1},
                            {"Zoom &in", ZoomIn, {KXKeyF3}},
                            {"Zoom &out", ZoomOut, {KXKeyF2}},
@@ -52,8 +71,8 @@ void Editor::makeMenus() {
 
 void Editor::makeTools() {
     const char* const names[] = {"Brush", "Fill", "Erase", "Pick"};
-    const char* const tips[] = {"Paints the tile that is chosen", "Fills what is connected", "Takes tiles away",
-                                "Chooses the tile under the pointer"};
+    const char* const tips[] = {"Paints the tile that is chosen", "Fills what is connected",
+                                "Takes tiles away", "Chooses the tile under the pointer"};
     for (int i = 0; i < 4; ++i) {
         _tools[i].setText(names[i]);
         _tools[i].setTooltip(tips[i]);
@@ -62,8 +81,9 @@ void Editor::makeTools() {
         _panel.setMnemonic(_tools[i], KXKey1 + i); // Alt and a digit
     }
     for (int i = 0; i < tileCount; ++i) {
-        _tileButtons[i].setTexture(&_tiles, {{float(i % tilesInRow * tileSide), float(i / tilesInRow * tileSide)},
-                                             {tileSide, tileSide}});
+        _tileButtons[i].setTexture(
+            &_tiles,
+            {{float(i % tilesInRow * tileSide), float(i / tilesInRow * tileSide)}, {tileSide, tileSide}});
         _tileButtons[i].setScale(1.5f);
         _tileButtons[i].setTooltip(KXTempString("Tile %d", i + 1));
         _palette.add(_tileButtons[i]);
@@ -101,8 +121,9 @@ void Editor::makeSide() {
         _side.add(*each);
     _side.add(_size);
     _side.addSpace(0, 1);
-    for (_KXUIWidget* each : std::initializer_list<_KXUIWidget*>{&_layersLabel, &_layers, &_add, &_remove, &_nameLabel, &_name,
-                                                                 &_visible, &_sizeLabel, &_columns, &_rows, &_canvas, &_status})
+    for (_KXUIWidget* each :
+         std::initializer_list<_KXUIWidget*>{&_layersLabel, &_layers, &_add, &_remove, &_nameLabel, &_name,
+                                             &_visible, &_sizeLabel, &_columns, &_rows, &_canvas, &_status})
         _panel.add(*each);
     _panel.setMnemonic(_layersLabel, KXKeyY);
 }
@@ -134,7 +155,8 @@ void Editor::show() {
     _bar.setEntryEnabled(Redo, _history.canRedo());
     _bar.setEntryEnabled(RemoveLayer, level.layers.size() > 1);
     for (int i = 0; i < 4; ++i)
-        _tools[i].setState(i == static_cast<int>(_canvas.tool) ? KXUIToggleButtonStateOn : KXUIToggleButtonStateOff);
+        _tools[i].setState(i == static_cast<int>(_canvas.tool) ? KXUIToggleButtonStateOn
+                                                               : KXUIToggleButtonStateOff);
 }
 
 void Editor::poll() {
@@ -158,7 +180,8 @@ void Editor::pollTools() {
         if (_tileButtons[i].activated())
             _canvas.tile = i;
     if (_canvas.activated())
-        say(KXTempString("Column %d, row %d, tile %d", _canvas.column() + 1, _canvas.row() + 1, _canvas.tile + 1));
+        say(KXTempString("Column %d, row %d, tile %d", _canvas.column() + 1, _canvas.row() + 1,
+                         _canvas.tile + 1));
 }
 
 void Editor::pollLayers() {
@@ -183,7 +206,8 @@ void Editor::changeLayers(int entry) {
     int& present = _canvas.layer;
     if (entry == AddLayer) {
         present = static_cast<int>(layers.size());
-        layers.push_back({KXTempString("Layer %d", present + 1), true, std::vector<int>(layers[0].tiles.size(), -1)});
+        layers.push_back(
+            {KXTempString("Layer %d", present + 1), true, std::vector<int>(layers[0].tiles.size(), -1)});
     } else if (entry == RemoveLayer && layers.size() > 1) {
         layers.erase(layers.begin() + present);
     } else if (entry == RaiseLayer && present > 0) {
@@ -194,7 +218,8 @@ void Editor::changeLayers(int entry) {
 
 void Editor::choose(int entry) {
     const KXRect canvas = _canvas.rect();
-    const KXPoint middle = {canvas.origin.x + canvas.size.width / 2, canvas.origin.y + canvas.size.height / 2};
+    const KXPoint middle = {canvas.origin.x + canvas.size.width / 2,
+                            canvas.origin.y + canvas.size.height / 2};
     switch (entry) {
     case New:
     case Open:
@@ -238,7 +263,7 @@ void Editor::leave(int entry) {
     } else if (entry == New) {
         _path.clear();
         _history.begin(Level::empty());
-        _canvas.showWhole();
+        _showsWhole = true;
     } else if (entry == Open) {
         _saves = false;
         _files.show(KXUIFileBrowserModeOpen, nullptr);
@@ -277,7 +302,7 @@ void Editor::open(const char* path) {
         return say(KXError());
     _path = path;
     _history.begin(level);
-    _canvas.showWhole();
+    _showsWhole = true;
     say("Opened");
 }
 
@@ -292,11 +317,15 @@ void Editor::save() {
 
 void Editor::draw(KXSize window) {
     _panel.setRect(KXZeroPoint, window);
-    _files.setRect({window.width / 8, window.height / 8}, {window.width * 0.75f, window.height * 0.75f});
-    if (_canvas.zoom() == 1 && _canvas.rect().size.width > 0 && !_history.canUndo())
+    if (_showsWhole && _canvas.rect().size.width > 0) { // once it has a place
         _canvas.showWhole();
+        _showsWhole = false;
+    }
+    _files.setRect({window.width / 8, window.height / 8}, {window.width * 0.75f, window.height * 0.75f});
     KXBeginDrawBatch();
     _panel.draw();
+    const KXRect chosen = _tileButtons[_canvas.tile].rect();
+    KXDrawRect(chosen, {1, 0.85f, 0.5f, 1});
     if (_asks) {
         KXDrawRectFill({KXZeroPoint, window}, {0, 0, 0, 0.5f});
         const KXSize size = _dialog.rect().size;

@@ -51,6 +51,7 @@ private:
     KXUIPanel _panel, _question;
     KXUIDialogBox _dialog;
     KXUIFileBrowser _files;
+    bool _showsWhole = true;
     bool _saves = false, _asks = false; // what the browser is for; whether the question is open
     int _leaving = 0;                   // the entry that the question is about
 };

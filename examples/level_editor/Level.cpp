@@ -76,17 +76,19 @@ static std::string inQuotes(const std::string& text) {
 bool Level::save(const char* path) const {
     KXSaveFile file(path); // whole, or not at all
     FILE* const out = file.stream();
-    std::fprintf(out,
-                 "{\"type\": \"map\", \"version\": \"1.10\", \"orientation\": \"orthogonal\", \"infinite\": false,\n"
-                 " \"width\": %d, \"height\": %d, \"tilewidth\": %d, \"tileheight\": %d,\n"
-                 " \"tilesets\": [{\"firstgid\": 1, \"source\": \"tiles.tsj\"}],\n \"layers\": [",
-                 columns, rows, tileSide, tileSide);
+    std::fprintf(
+        out,
+        "{\"type\": \"map\", \"version\": \"1.10\", \"orientation\": \"orthogonal\", \"infinite\": false,\n"
+        " \"width\": %d, \"height\": %d, \"tilewidth\": %d, \"tileheight\": %d,\n"
+        " \"tilesets\": [{\"firstgid\": 1, \"source\": \"tiles.tsj\"}],\n \"layers\": [",
+        columns, rows, tileSide, tileSide);
     for (std::size_t i = 0; i < layers.size(); ++i) {
-        std::fprintf(out,
-                     "%s\n  {\"type\": \"tilelayer\", \"id\": %d, \"name\": %s, \"visible\": %s, \"opacity\": 1,\n"
-                     "   \"x\": 0, \"y\": 0, \"width\": %d, \"height\": %d, \"data\": [",
-                     i ? "," : "", static_cast<int>(i) + 1, inQuotes(layers[i].name).c_str(),
-                     layers[i].isVisible ? "true" : "false", columns, rows);
+        std::fprintf(
+            out,
+            "%s\n  {\"type\": \"tilelayer\", \"id\": %d, \"name\": %s, \"visible\": %s, \"opacity\": 1,\n"
+            "   \"x\": 0, \"y\": 0, \"width\": %d, \"height\": %d, \"data\": [",
+            i ? "," : "", static_cast<int>(i) + 1, inQuotes(layers[i].name).c_str(),
+            layers[i].isVisible ? "true" : "false", columns, rows);
         for (std::size_t cell = 0; cell < layers[i].tiles.size(); ++cell)
             std::fprintf(out, "%s%d", cell ? "," : "", layers[i].tiles[cell] + 1);
         std::fprintf(out, "]}");

@@ -3,6 +3,8 @@
 #include "support/Golden.h"
 #include "support/Program.h"
 
+#include <Kobaltrix/KXMap.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -37,6 +39,31 @@ TEST_P(Examples, ShowWhatTheGalleryShows) {
 
 INSTANTIATE_TEST_SUITE_P(All, Examples, testing::Values(ALL),
                          [](const auto& example) { return std::string(example.param); });
+
+// A recording paints and fills, takes back, adds a layer, answers a question and saves; it ends with an open
+// menu.
+TEST(LevelEditor, MakesALevelInAReplayedSession) {
+    const TemporaryFolder folder;
+    for (const char* file : {"meadow.tmj", "tiles.tsj", "tiles.png", "hills.png"})
+        std::filesystem::copy_file(std::string(ROOT "/examples/assets/") + file, folder / file);
+    const Outcome run =
+        runProgram(folder, "env -u DISPLAY -u WAYLAND_DISPLAY -u SDL_VIDEODRIVER KOBALTRIX_REPLAY='" ROOT
+                           "/examples/level_editor/session.txt' '" EXAMPLES
+                           "/level_editor' --screenshot shot.png --frames "
+                           "310 meadow.tmj");
+    EXPECT_EQ(run.status, 0) << run.output;
+    const Image shot = Image::fromFile(folder / "shot.png");
+    EXPECT_EQ(KXTestGallery(ROOT "/docs/gallery").compare(shot, "level_editor", {2, 200}).message, "");
+    KXMap made;
+    ASSERT_TRUE(made.load((folder / "meadow.tmj").c_str()));
+    ASSERT_EQ(made.layers().size(), 3u);
+    EXPECT_TRUE(made.layers()[0].name == "plants" && made.layers()[2].name == "ground");
+    EXPECT_TRUE(made.layers()[1].name == "night \"1\"" && !made.layers()[1].visible);
+    const int ground = made.layerNamed("ground");
+    EXPECT_EQ(made.tileAt(ground, 25, 4).id, 8) << "filled";
+    EXPECT_EQ(made.tileAt(ground, 25, 6).id, 8) << "erased, and that taken back";
+    EXPECT_EQ(made.tileAt(ground, 30, 4).tileset, -1);
+}
 
 TEST(Example, EndsAfterSomeFramesAndSaysWhatIsWrong) {
     const TemporaryFolder folder;

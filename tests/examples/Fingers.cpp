@@ -241,6 +241,57 @@ void colorLamp() {
     click(30, 186, 100);
 }
 
+/// A keystroke with a modifier held.
+void tapWith(int start, KXKeyNumber modifier, KXKeyNumber key) {
+    at(start, [=] { user.hold(modifier); });
+    tap(start + 1, key);
+    at(start + 6, [=] { user.release(modifier); });
+}
+
+/// A stroke of the brush.
+void drag(int start, KXPoint from, KXPoint to) {
+    press(start, int(from.x), int(from.y));
+    at(start + 4, [=] { user.move({(from.x + to.x) / 2, (from.y + to.y) / 2}); });
+    at(start + 6, [=] { user.move(to); });
+    at(start + 8, [] { user.release(KXMouseLeft); });
+}
+
+/// A level is changed with every tool, by mouse and keys, and saved.
+void editLevel() {
+    for (int step = 8; step < 14; step += 2)
+        at(step, [] {
+            user.move({440, 246});
+            user.wheel(1);
+        });
+    click(20, 134, 112); // a tile, and a wall of it on the ground
+    tapWith(30, KXKeyLeftAlt, KXKeyY);
+    tap(40, KXKeyDown);
+    drag(50, {300, 180}, {420, 180});
+    drag(64, {360, 180}, {360, 250});
+    tapWith(80, KXKeyLeftAlt, KXKey3); // a hole in it
+    click(90, 360, 215);
+    tapWith(100, KXKeyLeftControl, KXKeyZ);
+    tapWith(110, KXKeyLeftControl, KXKeyZ);
+    tapWith(120, KXKeyLeftControl, KXKeyY);
+    click(130, 24, 148); // suns by fill
+    tapWith(140, KXKeyLeftAlt, KXKey2);
+    click(150, 340, 180);
+    click(160, 37, 312); // a layer of its own
+    click(170, 80, 355);
+    tapWith(180, KXKeyLeftControl, KXKeyA);
+    at(190, [] { user.type("night \"1\""); });
+    click(200, 12, 380);
+    tapWith(210, KXKeyLeftControl, KXKeyUp);
+    tapWith(220, KXKeyLeftControl, KXKeyN); // which asks, and is called off
+    tap(230, KXKeyEscape);
+    tapWith(240, KXKeyLeftControl, KXKeyS);
+    tapWith(250, KXKeyLeftAlt, KXKeyV);
+    tap(260, KXKeyG);
+    click(270, 60, 44); // the keyboard from a tool on
+    tap(280, KXKeyTab);
+    tapWith(290, KXKeyLeftAlt, KXKeyL);
+}
+
 const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},
                                                          {"10_game_pad", holdPad},
                                                          {"12_widgets", useWidgets},
@@ -259,7 +310,8 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"47_controls", setLayer},
                                                          {"48_color_picker", colorLamp},
                                                          {"49_text_area", writeScene},
-                                                         {"51_panel", fillIn}};
+                                                         {"51_panel", fillIn},
+                                                         {"level_editor", editLevel}};
 
 void play(int step) {
     if (step == 1)
