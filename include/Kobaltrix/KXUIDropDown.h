@@ -68,9 +68,9 @@ public:
     /// Sets the extent in pixels. A width of -1 becomes that of the widest text with the arrow, which
     /// measures all of them; a height of -1 that of a line.
     void setSize(KXSize size) override;
-    /// Like _KXUIWidget::setFont(), also for the list.
+    /// Like _KXUIWidget::setFont(), also for the list, and fits what setSize() was given -1 for.
     int setFont(const char* path, KXAliasMode mode) override;
-    /// Like _KXUIWidget::setFontSize(), also for the list.
+    /// Like _KXUIWidget::setFontSize(), also for the list, and fits what setSize() was given -1 for.
     int setFontSize(int size) override;
     /// See _KXUIWidget::setWindowID().
     void setWindowID(unsigned id) override;

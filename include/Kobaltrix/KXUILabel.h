@@ -48,9 +48,9 @@ public:
     /// Like _KXUIWidget::setFontSize(), and fits the size also where that gives 0.
     int setFontSize(int size) override;
 
-    /// Names a widget: a click on the label puts the keyboard into a text entry or a list box, and clicks any
-    /// other with the left button. @param widget not owned, and forgotten when it ends; null for none. A
-    /// widget has one label, the last that was given it.
+    /// Names a widget: a click on the label gives it the keyboard if it takes keys, as an entry does, and
+    /// clicks any other with the left button. @param widget not owned, and forgotten when it ends; null for
+    /// none. A widget has one label, the last that was given it.
     void setWidget(_KXUIWidget* widget);
     /// The widget that it names; null for none.
     _KXUIWidget* widget() const;

@@ -64,9 +64,9 @@ public:
     /// Sets the extent in pixels. A width of -1 becomes that of the longest number with its suffix and the
     /// buttons, a height of -1 that of a line.
     void setSize(KXSize size) override;
-    /// Like _KXUIWidget::setFont().
+    /// Like _KXUIWidget::setFont(), and fits what setSize() was given -1 for.
     int setFont(const char* path, KXAliasMode mode) override;
-    /// Like _KXUIWidget::setFontSize().
+    /// Like _KXUIWidget::setFontSize(), and fits what setSize() was given -1 for.
     int setFontSize(int size) override;
     /// See _KXUIWidget::setWindowID().
     void setWindowID(unsigned id) override;

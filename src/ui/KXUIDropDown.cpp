@@ -163,7 +163,8 @@ void KXUIDropDown::State::stepHeard() {
     if (isOpen) {
         place();
         list._passTime();
-        claimPointer(widget);
+        if (!_KXIsElsewhere(windowID, KXMouseWindowID))
+            claimPointer(widget);
     }
     list._told();
 }
@@ -241,13 +242,15 @@ void KXUIDropDown::setSize(KXSize size) {
 
 int KXUIDropDown::setFont(const char* path, KXAliasMode mode) {
     _state->list.setFont(path, mode);
-    return _KXUIWidget::setFont(path, mode);
+    const int result = _KXUIWidget::setFont(path, mode);
+    refit();
+    return result;
 }
 
 int KXUIDropDown::setFontSize(int size) {
-    if (!_KXUIWidget::setFontSize(size))
-        return 0;
-    return _state->list.setFontSize(size);
+    const int result = _KXUIWidget::setFontSize(size) ? _state->list.setFontSize(size) : 0;
+    refit();
+    return result;
 }
 
 void KXUIDropDown::setWindowID(unsigned id) {

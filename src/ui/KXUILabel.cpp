@@ -2,11 +2,9 @@
 
 #include "core/ground/UIColors.h"
 #include "ui/Caption.h"
+#include "ui/Focus.h"
 #include "ui/Look.h"
 #include "ui/WidgetDrawing.h"
-
-#include <Kobaltrix/KXUIListBox.h>
-#include <Kobaltrix/KXUITextEntry.h>
 
 #include <cmath>
 
@@ -84,10 +82,8 @@ int KXUILabel::clicked(int button) {
     _KXUIWidget* const named = widget();
     if (!result || button != KXMouseLeft || !named)
         return result;
-    if (auto* const entry = dynamic_cast<KXUITextEntry*>(named))
-        entry->focus();
-    else if (auto* const list = dynamic_cast<KXUIListBox*>(named))
-        list->setFocus(-1);
+    if (_KXFocus* const focus = named->_keyboardFocus())
+        focus->takeKeyboard();
     else
         named->click(KXMouseLeft);
     return result;

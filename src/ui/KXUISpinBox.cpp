@@ -5,6 +5,7 @@
 #include "ui/KXUITextEntry.h"
 #include "ui/Look.h"
 #include "ui/NumberRange.h"
+#include "ui/Tooltip.h"
 #include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXKeyboard.h>
@@ -239,11 +240,15 @@ void KXUISpinBox::setSize(KXSize size) {
 
 int KXUISpinBox::setFont(const char* path, KXAliasMode mode) {
     _state->entry.setFont(path, mode);
-    return _KXUIWidget::setFont(path, mode);
+    const int result = _KXUIWidget::setFont(path, mode);
+    refit();
+    return result;
 }
 
 int KXUISpinBox::setFontSize(int size) {
-    return _KXUIWidget::setFontSize(size) ? _state->entry.setFontSize(size) : 0;
+    const int result = _KXUIWidget::setFontSize(size) ? _state->entry.setFontSize(size) : 0;
+    refit();
+    return result;
 }
 
 void KXUISpinBox::setWindowID(unsigned id) {
@@ -271,6 +276,7 @@ void KXUISpinBox::draw() {
                      _KXPartText(KXUIPartButton, states, _state->colors));
     }
     _state->entry.draw();
+    _KXTooltipOwnerIsDrawn(*this); // also above the line
 }
 
 int KXUISpinBox::pollInPanel() { return poll(); }

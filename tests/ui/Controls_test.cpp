@@ -83,6 +83,11 @@ TEST_F(DropDown, OpensWhereThereIsRoom) {
     box.setSize({-1, -1});
     const float widest = std::ceil(box._fontInUse()->advance("Beech"));
     expectSize(box, widest + 6 + rowHeight, rowHeight);
+    KXUIDropDown own;
+    own.add("Text");
+    own.setSize({-1, -1});
+    EXPECT_TRUE(own.setFont(testFont(), KXAliasModeTexture) && own.setFontSize(24));
+    EXPECT_GT(own.rect().size.height, 2 * 12.0f);
     box.setRect({20, 180 - rowHeight}, {100, rowHeight});
     box.draw();
     rowsAbove = 4;
@@ -499,5 +504,81 @@ TEST_F(SplitPanel, Look) {
     frame();
     expectGolden(Image::of(*window), "ui/split_panel");
     EXPECT_EQ(allocationsOf(frame), 0u);
+}
+
+/// All of them in a panel, with a button below the list of the drop-down.
+struct ControlsInAPanel : UITest {
+    ControlsInAPanel() {
+        for (const char* text : {"A", "B", "C"})
+            choice.add(text), tabs.add(text);
+        toast.show("Gone", [] {
+            KXUIToastOptions options;
+            options.action = "Undo";
+            options.milliseconds = 0;
+            return options;
+        }());
+        _KXUIWidget* const all[] = {&choice, &button, &number, &slider, &tabs, &split, &picker, &toast};
+        for (int i = 0; i < 8; ++i) {
+            all[i]->setRect({10 + 100 * float(i / 3), 10 + 30 * float(i % 3)}, {80, 24});
+            panel.add(*all[i]);
+        }
+        picker.setRect({210, 10}, {100, 100});
+        toast.setRect({10, 120}, {200, 60});
+        panel.setDefaultButton(&button);
+    }
+    int poll() override {
+        const int told = inPanel ? panel.poll() : choice.poll() | button.clicked(KXMouseLeft);
+        clicks += inPanel ? button.activated() : 0;
+        return told;
+    }
+    std::string state() override {
+        const _KXUIWidget* const focused = panel.focused();
+        return KXTempString("%d %d %s", choice.selectedIndex(), -clicks,
+                            focused ? focused->description().role.c_str() : "none");
+    }
+    KXUIDropDown choice;
+    KXUIButton button;
+    KXUISpinBox number;
+    KXUINumberSlider slider;
+    KXUITabBar tabs;
+    KXUISplitPanel split;
+    KXUIColorPicker picker;
+    KXUIToast toast;
+    KXUIPanel panel;
+    int clicks = 0;
+    bool inPanel = true;
+};
+
+TEST_F(ControlsInAPanel, TakeTurnsAtMouseAndKeyboard) {
+    expectEach(
+        "click 20 20 -> -1 0 drop-down; click 30 62, at 1 1 -> told 1 0 drop-down; "
+        "click 20 20, click 30 110 -> 1 0 drop-down; click 30 52, at 1 1 -> told 1 1 button; "
+        "click 20 20, click 120 20 -> 1 1 drop-down; Escape, Tab -> 1 1 button; "
+        "Tab, Up, PageUp -> told 1 1 spin box; type 5, Return -> told 1 2 spin box; "
+        "Tab, Right -> told 1 2 slider; Return -> told 1 3 slider; type .5, Return -> told 1 3 slider; "
+        "Tab, Right, Tab -> told 1 3 divider; Tab -> 1 3 slider; Tab, Tab -> 1 3 text entry; "
+        "Tab -> 1 3 button; Tab, Return & at 1 2 -> told 1 3 none; Tab -> 1 3 drop-down; "
+        "Left Shift+Tab -> 1 3 button");
+    EXPECT_TRUE(number.number() == 5 && slider.number() == 0.5 && tabs.selectedIndex() == 1 &&
+                toast.count() == 0);
+    KXUILabel name;
+    name.setText("Width");
+    name.setOrigin({10, 180});
+    name.setWidget(&number);
+    panel.add(name);
+    expectEach("click 20 185, at 1 1, Up -> told 1 3 spin box");
+    panel.remove(number); // its keys are its own again
+    number.setFocus(-1);
+    step();
+    hands.hold(KXKeyUp), step();
+    EXPECT_TRUE(number.poll() && number.number() == 7);
+    hands.release(KXKeyUp);
+    number.setFocus(0);
+
+    // Without a panel a list keeps what it covers from those that are polled later.
+    inPanel = false;
+    for (_KXUIWidget* each : std::initializer_list<_KXUIWidget*>{&choice, &button})
+        panel.remove(*each);
+    expectEach("click 20 20, click 30 44, at 1 1 -> told 0 3 none; click 30 52, at 1 1 -> told 0 3 none");
 }
 } // namespace
