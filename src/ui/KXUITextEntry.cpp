@@ -1,5 +1,6 @@
 #include "ui/KXUITextEntry.h"
 #include "ui/Look.h"
+#include "ui/Theme.h"
 #include "ui/WidgetDrawing.h"
 
 #include "core/ground/LogicClock.h"
@@ -132,11 +133,18 @@ void KXUITextEntry::_drawText() {
                             _textTop()};
     if (shown.text().empty())
         _fontInUse()->print(origin, _KXFaintText(_placeholderColor), "%s", _editor->placeholder.c_str());
-    if (isFocused() && shown.hasSelection())
-        _KXDrawPart(KXUIPartSelection,
-                    _lineRect(view.xOf(shown.selectionStart()), view.xOf(shown.selectionEnd())),
-                    KXUIPartNormal, _ownColors());
+    const bool showsSelection = isFocused() && shown.hasSelection();
+    const KXRect selected = showsSelection
+                                ? _lineRect(view.xOf(shown.selectionStart()), view.xOf(shown.selectionEnd()))
+                                : KXZeroRect;
+    if (showsSelection)
+        _KXDrawPart(KXUIPartSelection, selected, KXUIPartNormal, _ownColors());
     _fontInUse()->_printPlain(origin, _KXPanelText(_textColor), view.shown());
+    if (showsSelection && _KXTheme.usesPalette) { // whose selection wants a text of its own
+        const _KXClipScope within(selected);
+        _fontInUse()->_printPlain(origin, _KXPartText(KXUIPartSelection, KXUIPartNormal, _ownColors()),
+                                  view.shown());
+    }
     if (isFocused())
         _drawCursor();
 }

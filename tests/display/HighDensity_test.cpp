@@ -14,6 +14,7 @@
 
 #include "support/Golden.h"
 #include "text/TextTest.h"
+#include "ui/EveryState.h"
 
 #include <tuple>
 
@@ -168,5 +169,20 @@ TEST_F(HighDensity, WidgetsHaveSharpTextsThatEndWhereTheirBoxesDo) {
         each->draw();
     EXPECT_FALSE(glIsEnabled(GL_SCISSOR_TEST)) << "as it was before";
     expectGolden(Image::of(*window), "ui/dense");
+}
+
+TEST_F(HighDensity, EveryWidgetInEveryState) {
+    KXUISetGlobalFont(testFont(), KXAliasModeTexture, 12, KXZeroPoint);
+    window = nullptr;
+    window = std::make_unique<KXWindow>("States", EveryState::size);
+    window->setRenderContext();
+    window->setSharpText(-1);
+    EveryState states(*window);
+    for (const auto& [theme, name] :
+         {std::pair{KXUILightTheme(), "ui/states_light_dense"}, {KXUIDarkTheme(), "ui/states_dark_dense"}}) {
+        states.draw(theme);
+        expectGolden(Image::of(*window), name);
+    }
+    KXUISetTheme({});
 }
 } // namespace

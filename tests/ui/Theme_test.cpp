@@ -1,5 +1,6 @@
 // Themes, and what scrolls.
 
+#include "EveryState.h"
 #include "UITest.h"
 
 #include "support/TemporaryFolder.h"
@@ -61,6 +62,18 @@ TEST_F(Theme, ComesFromAFileWithItsPicturesAndItsFont) {
     KXUISetGlobalFont(testFont(), KXAliasModeTexture, 12, KXZeroPoint);
     panel.draw();
     EXPECT_EQ(button._fontInUse(), nullptr);
+}
+
+TEST_F(Theme, EveryWidgetInEveryState) {
+    window = nullptr;
+    window = std::make_unique<KXWindow>("States", EveryState::size);
+    window->setRenderContext();
+    EveryState states(*window);
+    for (const auto& [theme, name] :
+         {std::pair{KXUILightTheme(), "ui/states_light"}, {KXUIDarkTheme(), "ui/states_dark"}}) {
+        states.draw(theme);
+        expectGolden(Image::of(*window), name);
+    }
 }
 
 TEST_F(Theme, FilesThatAreWrongAreRefused) {
