@@ -1,6 +1,7 @@
 #include "WidgetsScene.h"
 
 #include "TitleScene.h"
+#include "ToolsScene.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -59,6 +60,8 @@ std::unique_ptr<Scene> WidgetsScene::step() {
     if (!leaves)
         return nullptr;
     _app.audio.play(Effect::Click);
+    if (_shows)
+        return std::move(_shows);
     return std::make_unique<TitleScene>(_app);
 }
 
@@ -131,6 +134,9 @@ bool WidgetsScene::obey(Command command) {
         return setGlow(Style::rose, "Rose");
     case Command::Teal:
         return setGlow(Style::teal, "Teal");
+    case Command::Tools:
+        _shows = std::make_unique<ToolsScene>(_app);
+        return true;
     default:
         return true;
     }

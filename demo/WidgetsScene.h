@@ -43,6 +43,7 @@ private:
     std::unique_ptr<KXUIDialogBox> _dialog; ///< While something is asked.
     std::vector<std::string> _answers;      ///< The captions of its buttons.
     bool _asksAboutFire = false;
-    bool _waits = false; ///< Until the mouse button is let go that ended the file browser.
-    KXUILabel _news;     ///< What the last widget did.
+    std::unique_ptr<Scene> _shows; ///< Instead of the title, when this one is left.
+    bool _waits = false;           ///< Until the mouse button is let go that ended the file browser.
+    KXUILabel _news;               ///< What the last widget did.
 };

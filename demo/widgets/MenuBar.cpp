@@ -32,6 +32,7 @@ MenuBar::MenuBar() : _file("File"), _fire("Fire"), _help("Help"), _all(_titles.b
     _fire.addDivider();
     addGlowMenu();
     add(_help, "About this screen", Command::About, 0, KXKeyF1);
+    add(_help, "More widgets", Command::Tools, 0, KXKeyF4);
 }
 
 // A menu in a menu in a menu. They belong to the menus that they are added to.

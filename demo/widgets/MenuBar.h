@@ -7,7 +7,7 @@
 #include <vector>
 
 /// What can be chosen in the menus.
-enum class Command { None, Open, Save, Title, Stoke, Damp, Dark, Gold, Rose, Teal, About };
+enum class Command { None, Open, Save, Title, Stoke, Damp, Dark, Gold, Rose, Teal, About, Tools };
 
 /// Three menus in a bar at the top, one of them with menus in menus. One is open at a time, and a click
 /// elsewhere closes it.

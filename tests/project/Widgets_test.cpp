@@ -123,6 +123,27 @@ TEST_F(Widgets, CanBeUsedWithoutAMouse) {
                   "Menu: Damp, so that the slider is at 50\nDialog box: Good\nFile browser: cancelled\n");
 }
 
+TEST_F(Widgets, OfToolsAreWorkedByKeysAndSayThemselves) {
+    user->press(KXKeyF4);
+    for (const KXKeyNumber key :
+         {KXKeyTab, KXKeyTab, KXKeyDown, KXKeyTab, KXKeyDown, KXKeyTab, KXKeyDown, KXKeyTab})
+        user->press(key); // a light theme, the bucket, a square brush
+    user->types("24");
+    user->presses({KXKeyReturn, KXKeyTab, KXKeyEnd, KXKeyTab, KXKeySpace});
+    expectShot("tools_choices");
+    user->click({30, 26}); // the pages
+    for (const char* page : {"tools_texts", "tools_rows", "tools_colors"}) {
+        user->press(KXKeyRight);
+        expectShot(page);
+    }
+    user->press(KXKeyEscape);
+    user->press(KXKeyF2); // the screen that it came from
+    expectReports("drop-down Theme: Light\ndrop-down Tool: Bucket\nradio group Brush: Square\n"
+                  "spin box Size: 24 px\nslider Strength: 100\ncheck box Snap to the grid\n"
+                  "tab bar : Text\ntab bar : Rows\ntab bar : Colours\n"
+                  "Menu: Stoke, so that the slider is at 60\n");
+}
+
 TEST_F(Widgets, EscapeLeavesOnlyWhenNothingElseIsMeant) {
     // The entry, the menu, the dialog and the browser are left first; F2 tells whether the screen is still
     // there.
