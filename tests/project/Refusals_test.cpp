@@ -340,6 +340,23 @@ TEST_F(Refusals, Widgets) {
     refuseEach(memory, "undoing", area, written, [](KXUITextArea& made) { return made.undo(); });
     refuseEach(memory, "drawn area", area, written, drawn);
 
+    const auto menus = widget<KXUIMenuBar>([](KXUIMenuBar& made) {
+        made.addMenu("", {{shortText, 1}});
+        made.setSize({90, -1});
+    });
+    refuseEach(memory, "menus", menus, seen, [](KXUIMenuBar& made) {
+        return (made.addMenu(longText, {{longText, 2}, {longText, 3}}), -1);
+    });
+    const auto entries = [](KXUIMenuBar& made) {
+        std::string known; // of those that have been added, all or none
+        for (int id = 1; id < 5; ++id)
+            known += made.isEntryEnabled(id) ? "y" : "n";
+        return known;
+    };
+    refuseEach(memory, "entries", menus, entries, [](KXUIMenuBar& made) {
+        return made.addSubMenu(1, {{longText, 2, {KXKeyA, KXUICommand}}, {longText, 3}});
+    });
+
     const auto list = widget<KXUIListBox>([](KXUIListBox& made) { made.add(shortText); });
     refuseEach(memory, "row", list, seen, [](KXUIListBox& made) { return made.add(longText) == 1; });
     refuseEach(memory, "other row", list, seen, [](KXUIListBox& made) { return made.rename(0, longText); });
