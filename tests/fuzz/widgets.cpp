@@ -19,11 +19,13 @@ static void pushEvent(FuzzBytes& bytes, unsigned window) {
     switch (bytes.byte() % 6) {
     case 0:
     case 1: {
-        const bool down = bytes.byte() & 1;
+        constexpr SDL_Keycode ofMenus[] = {SDLK_F10, SDLK_LALT, SDLK_f, SDLK_DOWN};
+        const int how = bytes.byte();
+        const bool down = how & 1;
         event.type = down ? SDL_KEYDOWN : SDL_KEYUP;
         event.key.windowID = window;
         event.key.state = down ? SDL_PRESSED : SDL_RELEASED;
-        event.key.keysym.sym = keyOf(bytes);
+        event.key.keysym.sym = how & 0x80 ? ofMenus[how >> 1 & 3] : keyOf(bytes);
         event.key.keysym.scancode = SDL_GetScancodeFromKey(event.key.keysym.sym);
         break;
     }
@@ -77,6 +79,14 @@ void fuzz(FuzzBytes bytes) {
         "Add", [](void* to) { static_cast<KXUIListBox*>(to)->add("another"); }, &list);
     menu.addSubMenu(under);
     menu.layout();
+    KXUIMenuBar bar;
+    KXUIContextMenu context;
+    bar.addMenu("&File",
+                {{"&New", 1, {KXKeyA, KXUICommand}}, {"&More", 2}, {}, {"Mark", 3, {}, KXUIMenuEntryCheck}});
+    bar.addSubMenu(2, {{"deep", 4}});
+    bar.addMenu("&Edit", {{"Copy", 5, {KXKeyDelete}}, {"Menu", 6}});
+    bar.setRect({0, 220}, {300, -1});
+    context.add({{"one", 1}, {"two", 2}});
     KXUIDropDown choice;
     KXUISpinBox number;
     KXUINumberSlider slider;
@@ -89,9 +99,12 @@ void fuzz(FuzzBytes bytes) {
     undo.action = "Undo";
     _KXUIWidget* const controls[] = {&choice, &number, &slider, &tabs, &split, &picker, &toast};
     for (int i = 0; i < 7; ++i) {
-        controls[i]->setRect({150.0f + 60 * (i % 3), 10.0f + 50 * (i / 3)}, {90, 60});
+        controls[i]->setRect({150 + 60 * static_cast<float>(i % 3), 10 + 50 * static_cast<float>(i / 3)},
+                             {90, 60});
         panel.add(*controls[i]);
     }
+    panel.add(context);
+    panel.add(bar);
     tabs.setClosable(-1);
     tabs.setReorderable(-1);
     for (int i = 0; i < 12; ++i) {
@@ -114,6 +127,14 @@ void fuzz(FuzzBytes bytes) {
             area.poll();
             menu.poll();
             panel.poll();
+            if (bar.chosen() == 1)
+                bar.addSubMenu(2, {{"deeper", 4}});
+            else if (bar.chosen() == 4)
+                bar.removeEntries(2);
+            else if (bar.chosen() == 5)
+                context.open(KXMousePoint);
+            bar.setEntryEnabled(2, list.selectedIndex() % 2);
+            require(!bar.isOpen() || !context.isOpen(), "one menu is open");
             if (toast.count() == 0)
                 toast.show("A message", undo);
             if (const int closed = tabs.closedIndex(); closed != -1)
