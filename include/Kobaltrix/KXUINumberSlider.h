@@ -64,6 +64,7 @@ public:
     /// Draws track and knob, and what is being typed.
     void draw() override;
 
+    int takesWheel() const override;              ///< hasFocus().
     int pollInPanel() override;                   ///< poll().
     KXUIDescription description() const override; ///< With the number as its value.
     _KXFocus* _keyboardFocus() override;

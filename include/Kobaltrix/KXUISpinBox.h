@@ -75,6 +75,7 @@ public:
     /// Draws the line and the buttons.
     void draw() override;
 
+    int takesWheel() const override;              ///< hasFocus().
     int pollInPanel() override;                   ///< poll().
     KXUIDescription description() const override; ///< With what stands in the line as its value.
     _KXFocus* _keyboardFocus() override;

@@ -83,6 +83,7 @@ public:
     /// Draws the titles.
     void draw() override;
 
+    int takesWheel() const override;              ///< -1: it scrolls the titles.
     int pollInPanel() override;                   ///< poll().
     KXUIDescription description() const override; ///< With the chosen title as its value.
     _KXFocus* _keyboardFocus() override;

@@ -197,6 +197,7 @@ void KXUINumberSlider::draw() {
                                  KXTextAlignCentre);
 }
 
+int KXUINumberSlider::takesWheel() const { return hasFocus(); }
 int KXUINumberSlider::pollInPanel() { return poll(); }
 
 _KXFocus* KXUINumberSlider::_keyboardFocus() { return _state.get(); }

@@ -279,6 +279,7 @@ void KXUISpinBox::draw() {
     _KXTooltipOwnerIsDrawn(*this); // also above the line
 }
 
+int KXUISpinBox::takesWheel() const { return hasFocus(); }
 int KXUISpinBox::pollInPanel() { return poll(); }
 
 _KXFocus* KXUISpinBox::_keyboardFocus() { return &_state->entry._focus(); }

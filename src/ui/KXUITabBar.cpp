@@ -385,6 +385,7 @@ void KXUITabBar::draw() {
     state.drawRing();
 }
 
+int KXUITabBar::takesWheel() const { return -1; }
 int KXUITabBar::pollInPanel() { return poll(); }
 
 _KXFocus* KXUITabBar::_keyboardFocus() { return _state.get(); }

@@ -176,6 +176,9 @@ TEST_F(Refusals, WhatIsLoadedIsWholeOrRefused) {
     const std::string picture = folder / "picture with a long name.png", controls = folder / "actions",
                       sound = SOUND_FILES "/44.wav", recording = PROJECT "/demo/recordings/keys.txt";
     std::unique_ptr<KXTexture>(window->copyTexture())->writeToPNG(picture.c_str());
+    const std::string theme = folder.write(
+        "theme",
+        R"({"ring": 3, "skins": {"knob": {"image": "picture with a long name.png", "normal": [0, 0, 9, 9]}}})");
     KXActions actions;
     actions.bind("jump", KXInputOfKey(KXKeySpace));
     actions.save(controls.c_str());
@@ -183,13 +186,14 @@ TEST_F(Refusals, WhatIsLoadedIsWholeOrRefused) {
         {"picture", [&] { return KXTexture(picture.c_str()).size().width > 0; }},
         {"image", [&] { return KXImage().load(picture.c_str()); }},
         {"map", [&] { return KXMap().load(PROJECT "/examples/assets/meadow.tmj"); }},
+        {"theme", [&] { return KXUIThemeFile().load(theme.c_str()); }},
         {"cache", [&] { return KXTextureCacheLoad(picture.c_str()) != nullptr; }},
         {"actions", [&] { return KXActions().load(controls.c_str()); }},
         {"sound", [&] { return !KXSound(sound.c_str()).isPlaying(); }},
         {"music", [&] { return (KXMusic(sound.c_str()).stop(), -1); }},
         {"replay", [&] { return KXBeginReplay(recording.c_str()); }},
     };
-    refuseEach(memory, "folder", [&] { return KXDirectoryContents(folder.path().c_str()).size() == 4; });
+    refuseEach(memory, "folder", [&] { return KXDirectoryContents(folder.path().c_str()).size() == 5; });
     for (const auto& [name, load] : rows)
         for (long* kind : {&memory, &calls})
             refuseEach(
@@ -303,6 +307,10 @@ TEST_F(Refusals, Widgets) {
     refuseEach(memory, "label", label, seen, [](KXUILabel& made) { return (made.setText(longText), -1); });
     const auto box = widget<KXUICheckBox>([](KXUICheckBox& made) { made.setText(shortText); });
     refuseEach(memory, "box", box, seen, [](KXUICheckBox& made) { return (made.setText(longText), -1); });
+    KXUIButton inPanel;
+    const auto panel = widget<KXUIPanel>([](KXUIPanel&) {});
+    const auto count = [](KXUIPanel& made) { return std::to_string(made.count()); };
+    refuseEach(memory, "panel", panel, count, [&](KXUIPanel& made) { return (made.add(inPanel), -1); });
     const auto group = widget<KXUIRadioGroup>([](KXUIRadioGroup& made) { made.add(shortText); });
     refuseEach(memory, "option", group, seen, [](KXUIRadioGroup& made) { return (made.add(longText), -1); });
     const auto bar = widget<KXUIProgressBar>([](KXUIProgressBar& made) { made.setSize({90, 20}); });
