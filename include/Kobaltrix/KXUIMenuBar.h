@@ -179,6 +179,10 @@ public:
 
     /// Sets the extent in pixels. A height of -1 is fitted to the font, a width of -1 to the titles.
     void setSize(KXSize size) override;
+    /// Like _KXUIWidget::setFont(), and fits what setSize() was asked to fit.
+    int setFont(const char* path, KXAliasMode mode) override;
+    /// Like _KXUIWidget::setFontSize(), and fits what setSize() was asked to fit.
+    int setFontSize(int size) override;
     /// Draws the bar, and its open columns over whatever was drawn before. Throws std::bad_alloc as
     /// KXTextLayout::draw() does.
     void draw() override;

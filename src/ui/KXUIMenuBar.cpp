@@ -25,6 +25,18 @@ void KXUIMenuBar::setSize(KXSize size) {
     _KXUIWidget::setSize(size);
 }
 
+int KXUIMenuBar::setFont(const char* path, KXAliasMode mode) {
+    const int result = _KXUIWidget::setFont(path, mode);
+    refit();
+    return result;
+}
+
+int KXUIMenuBar::setFontSize(int size) {
+    const int result = _KXUIWidget::setFontSize(size);
+    refit();
+    return result;
+}
+
 void KXUIMenuBar::draw() {
     const _KXWidgetDrawing drawing(*this);
     if (!drawing)

@@ -108,7 +108,7 @@ private:
     void chooseLit();
     bool useMnemonic(char32_t letter);
     bool goToLetter(char32_t letter);
-    bool useLetter(const KXInputEvent& key);
+    void useLetter(const KXInputEvent& key);
     bool useTitleMnemonic(const KXInputEvent& key);
     bool useShortcut(const KXInputEvent& key, const _KXModifiers& modifiers);
     void beginByKey();

@@ -230,11 +230,10 @@ bool _KXUIMenuTree::State::goToLetter(char32_t letter) {
     return next != -1;
 }
 
-bool _KXUIMenuTree::State::useLetter(const KXInputEvent& key) {
+void _KXUIMenuTree::State::useLetter(const KXInputEvent& key) {
     for (const char32_t letter : lettersOf(key))
         if (letter && (useMnemonic(letter) || goToLetter(letter)))
-            return true;
-    return false;
+            return;
 }
 
 /// Opens the menu that has the letter of a key underlined in its title.
@@ -332,9 +331,9 @@ void _KXUIMenuTree::State::heardFirstOf(const KXInputEvent& key, const _KXModifi
     default:
         if (writesLetters(modifiers))
             return;
-        if (plain && useLetter(key))
-            return;
-        if (!(modifiers.alt && hasTitles && useTitleMnemonic(key)))
+        if (plain && lettersOf(key)[0])
+            useLetter(key);
+        else if (!(modifiers.alt && hasTitles && useTitleMnemonic(key)))
             useShortcut(key, modifiers);
     }
 }

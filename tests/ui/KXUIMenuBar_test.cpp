@@ -128,7 +128,8 @@ TEST_F(MenuBar, IsWorkedByKeys) {
         "Right -> Grid; S -> Small; L -> Large; S -> Small; Space -> told - typing 8; "
         "F10, F, R -> meadow.lvl; C -> cave.lvl; Return -> told - typing 21; F10, V, Z -> Zoom; "
         "Right, Right -> New; N -> told - typing 1; Left Alt+X -> - typing; "
-        "F10, Down, hold Down, poll 40 -> Open recent"); // repeats every 33 ms after 500
+        "F10, Down, Q -> told - typing 4; F10, Down, G -> New; Escape, F10, Down, hold Down, poll 40 -> Open "
+        "recent"); // repeats every 33 ms after 500
     EXPECT_STREQ(entry.text(), "");
     expectEach("let Down, Left Alt -> - typing; type x -> told - typing");
     hands.hold(KXKeyLeftAlt);
@@ -168,6 +169,31 @@ TEST_F(MenuBar, SeveralOfAStepAreToldOneByOne) {
     step(); // a game that asks once a step
     EXPECT_TRUE(bar.poll() == -1 && bar.chosen() == Quit);
     EXPECT_TRUE(bar.poll() == 0 && bar.chosen() == 0);
+}
+
+TEST_F(MenuBar, SaysWhatIsLit) {
+    const std::pair<const char*, const char*> rows[] = {{"wait 1", "menu bar"},
+                                                        {"F10", "menu"},
+                                                        {"Down", "menu item, Ctrl+N"},
+                                                        {"R, Escape", "menu"},
+                                                        {"Left, Home", "check menu item, F5, not checked"},
+                                                        {"Down", "radio menu item, checked"}};
+    for (const auto& [acts, words] : rows) {
+        act(acts);
+        const KXUIDescription of = bar.description();
+        std::string all = of.role;
+        for (const std::string& each : {of.value, of.state})
+            all += each.empty() ? "" : ", " + each;
+        EXPECT_EQ(all, words) << acts;
+    }
+    act("Escape");
+    // Its size follows its font, as far as it was asked to.
+    EXPECT_EQ(bar.setFont(testFont(), KXAliasModeTexture), -1);
+    const float height = bar.rect().size.height;
+    EXPECT_EQ(bar.setFontSize(30), -1);
+    EXPECT_GT(bar.rect().size.height, height + 10);
+    EXPECT_EQ(bar.rect().size.width, 320);
+    bar.setFontSize(10);
 }
 
 TEST_F(MenuBar, EntriesChangeWhileTheyAreSeen) {
