@@ -110,6 +110,7 @@
 #include <Kobaltrix/KXUISpinBox.h>
 #include <Kobaltrix/KXUISplitPanel.h>
 #include <Kobaltrix/KXUITabBar.h>
+#include <Kobaltrix/KXUITable.h>
 #include <Kobaltrix/KXUITextArea.h>
 #include <Kobaltrix/KXUITextEntry.h>
 #include <Kobaltrix/KXUITheme.h>

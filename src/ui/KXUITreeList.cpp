@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <new>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -116,10 +117,22 @@ void KXUITreeList::State::toggle(Node& node, bool opens) {
 }
 
 void KXUITreeList::State::openAround(const Node& node) {
+    std::vector<Node*> opened;
     for (Node* at = node.parent; at != &top; at = at->parent)
-        if (!std::exchange(at->isOpen, true))
-            isShown = false;
-    look();
+        if (!at->isOpen)
+            opened.push_back(at);
+    const auto setAll = [&](bool isOpen) {
+        for (Node* const each : opened)
+            each->isOpen = isOpen;
+    };
+    setAll(true);
+    isShown = isShown && opened.empty();
+    try {
+        look();
+    } catch (const std::bad_alloc&) {
+        setAll(false);
+        throw;
+    }
 }
 
 // A square as high as the row, as deep in as the node is.

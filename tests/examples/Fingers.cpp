@@ -292,6 +292,17 @@ void editLevel() {
     tapWith(290, KXKeyLeftAlt, KXKeyL);
 }
 
+/// A branch is opened, the titles sort by name and then by number, and a border is moved.
+void lookAtBirds() {
+    click(5, 40, 46); // the mark of the oak
+    click(15, 230, 26);
+    click(25, 340, 26);
+    press(40, 303, 26);
+    at(44, [] { user.move({313, 26}); });
+    at(48, [] { user.release(KXMouseLeft); });
+    click(60, 240, 66);
+}
+
 const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},
                                                          {"10_game_pad", holdPad},
                                                          {"12_widgets", useWidgets},
@@ -310,6 +321,7 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"47_controls", setLayer},
                                                          {"48_color_picker", colorLamp},
                                                          {"49_text_area", writeScene},
+                                                         {"50_tree_table", lookAtBirds},
                                                          {"51_panel", fillIn},
                                                          {"level_editor", editLevel}};
 

@@ -72,6 +72,16 @@ void fuzz(FuzzBytes bytes) {
     KXUITextArea area;
     area.setRect({160, 90}, {90, 60});
     area.setWraps(-1);
+    KXUITreeList tree;
+    tree.setRect({20, 130}, {120, 60});
+    KXUITable table;
+    table.setRect({150, 130}, {120, 60});
+    table.addColumn({"One", 80});
+    table.addColumn({"Two", 80, KXTextAlignRight, -1});
+    for (int row = 0; row < 20; ++row) {
+        tree.add(row / 2, "node");
+        table.addRow({"row", KXTempString("%d", row * 7919 % 20)});
+    }
     KXUIMenu menu("Menu"), *const under = new KXUIMenu("Under");
     under->addMenuItemWithName(
         "Clear", [](void* of) { static_cast<KXUIListBox*>(of)->clear(); }, &list);
@@ -125,6 +135,8 @@ void fuzz(FuzzBytes bytes) {
             list.poll();
             entry.poll();
             area.poll();
+            tree.poll();
+            table.poll();
             menu.poll();
             panel.poll();
             if (bar.chosen() == 1)
@@ -149,11 +161,15 @@ void fuzz(FuzzBytes bytes) {
             require(entry.cursor() <= entry.length(), "the cursor is in the text");
             require(area.charactersBefore(area.positionOf(area.cursor())) == area.cursor(),
                     "and in its line");
+            require(tree.selectedNode() == 0 || tree.text(tree.selectedNode()), "what is selected is a node");
+            require(table.selectedRow() == 0 || table.isSelected(table.selectedRow()), "and a row");
             KXLogicUpdate();
         }
         list.draw();
         entry.draw();
         area.draw();
+        tree.draw();
+        table.draw();
         menu.draw();
         panel.draw();
         KXPostLogicLoop();

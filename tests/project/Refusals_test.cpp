@@ -364,6 +364,25 @@ TEST_F(Refusals, Widgets) {
     refuseEach(memory, "entries", menus, entries, [](KXUIMenuBar& made) {
         return made.addSubMenu(1, {{longText, 2, {KXKeyA, KXUICommand}}, {longText, 3}});
     });
+    const auto tree = widget<KXUITreeList>([](KXUITreeList& made) {
+        made.setSize({100, 60});
+        made.add(0, shortText);
+        made.add(1, shortText);
+    });
+    refuseEach(memory, "node", tree, seen, [](KXUITreeList& made) { return made.add(0, longText) ? -1 : 0; });
+    refuseEach(memory, "opened node", tree, seen, [](KXUITreeList& made) { return made.setSelectedNode(2); });
+    const auto table = widget<KXUITable>([](KXUITable& made) {
+        made.setSize({100, 60});
+        made.addColumn({shortText, 60});
+        made.addRow({shortText});
+        made.addRow({"a"});
+    });
+    refuseEach(memory, "column", table, seen, [](KXUITable& made) {
+        return made.addColumn({longText, 40}) ? -1 : 0;
+    });
+    refuseEach(memory, "table row", table, seen,
+               [](KXUITable& made) { return made.addRow({longText}) ? -1 : 0; });
+    refuseEach(memory, "sorting", table, seen, [](KXUITable& made) { return made.sortBy(0); });
 
     const auto list = widget<KXUIListBox>([](KXUIListBox& made) { made.add(shortText); });
     refuseEach(memory, "row", list, seen, [](KXUIListBox& made) { return made.add(longText) == 1; });
