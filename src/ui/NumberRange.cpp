@@ -24,7 +24,7 @@ double _KXNumberRange::within(double number) const {
 
 double _KXNumberRange::nearest(double number) const {
     const double inside = within(number);
-    if (!(step > 0) || inside >= to)
+    if (!(step > 0))
         return inside;
     const double below = from + std::floor((inside - from) / step) * step, above = std::min(below + step, to);
     return within(inside - below < above - inside ? below : above);

@@ -361,9 +361,12 @@ TEST_F(TabBar, AsksToCloseAndMovesTitles) {
     EXPECT_EQ(poll(), -1);
     EXPECT_EQ(state(), "1 ADCB x3");
     release(KXMouseMiddle);
+    act("press tab 0");
+    bar.setSelectedIndex(1); // while another is dragged
+    expectEach("at mark 2, release -> told 0 DCAB 0>2");
     act("press tab 3");
     bar.remove(3); // while it is dragged
-    expectEach("at tab 0, release -> 2 ADC");
+    expectEach("at tab 0, release -> 2 DCA");
 }
 
 TEST_F(TabBar, ScrollsTitlesThatDoNotFit) {
