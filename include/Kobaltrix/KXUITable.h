@@ -22,7 +22,7 @@ struct KXUITableColumn {
 ///
 /// @code
 /// KXUITable scores;
-/// scores.addColumn({"Name", 140});
+/// scores.addColumn({"Name", 140}); // so from C++14 on
 /// scores.addColumn({"Nights", 60, KXTextAlignRight, -1});
 /// const int lil = scores.addRow({"Lil", "12"});
 /// if (scores.poll() && scores.activatedRow()) // in a logic step

@@ -38,8 +38,9 @@ public:
     KXUITreeList();
     ~KXUITreeList() override;
 
-    /// Adds a node to what another holds. @param parent 0 for the top. @param before one that it holds, which
-    /// is to come next; 0 for the end. @return its number; 0 for a null @a text or another number.
+    /// Adds a node to what another holds. @param parent 0 for the top. @param text copied. @param before one
+    /// that the parent holds, which is to come next; 0 for the end. @return its number; 0 for a null @a text
+    /// or another number.
     int add(int parent, const char* text, int before = 0);
     /// Moves a node, with all that it holds, to where add() would put one. @return -1, or 0 if there are no
     /// such nodes or the node is or holds the new parent.
@@ -50,8 +51,9 @@ public:
     void clear();
     /// Gives a node another text. @return -1, or 0 if there is no such node or @a text is null.
     int rename(int node, const char* text);
-    /// Draws a picture before the node's text, as high as the text. @param icon not owned: it must live as
-    /// long as the node has it; null for none. @return -1, or 0 if there is no such node.
+    /// Draws a picture before a node's text, as high as the row. @param node its number. @param icon not
+    /// owned: it must live as long as the node has it; null for none.
+    /// @return -1, or 0 if there is no such node.
     int setIcon(int node, KXTexture* icon);
     /// How many nodes there are, those that are not shown included.
     int count() const;

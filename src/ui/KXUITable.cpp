@@ -1,12 +1,12 @@
 #include "ui/KXUITable.h"
 
+#include "platform/Locale.h"
 #include "render/GraphicsContext.h"
 #include "ui/Description.h"
 #include "ui/WidgetDrawing.h"
 #include "util/TextOrder.h"
 
 #include <algorithm>
-#include <charconv>
 #include <climits>
 #include <cmath>
 #include <limits>
@@ -32,10 +32,9 @@ void KXUITable::State::forgetKeys() {
 
 // The number that a text begins with; the least of all for one that begins with none.
 static double numberIn(const std::string& text) {
-    const std::size_t begin = std::min(text.find_first_not_of(" \t+"), text.size());
-    double number = 0;
-    const auto read = std::from_chars(text.data() + begin, text.data() + text.size(), number);
-    return read.ec == std::errc() && !std::isnan(number) ? number : -std::numeric_limits<double>::infinity();
+    const std::size_t begin = text.find_first_not_of(" \t+-.");
+    const bool isOne = begin != std::string::npos && text[begin] >= '0' && text[begin] <= '9';
+    return isOne ? _KXNumberIn(text.c_str()) : -std::numeric_limits<double>::infinity();
 }
 
 void KXUITable::State::makeKey(Row& row) const {
