@@ -74,7 +74,8 @@ public:
     void setDefaultButton(_KXUIWidget* widget);
     /// The widget that is clicked by Escape, unless something is open that Escape closes.
     void setCancelButton(_KXUIWidget* widget);
-    /// Has Alt and a key click a widget, or take the keyboard to one that is typed into or chosen from.
+    /// Has Alt and a key click a widget, or take the keyboard to one that is typed into or chosen from. The
+    /// letter is underlined in captions that are laid out.
     /// @param widget one of this panel; a label means the widget that it names. @param key a KXKeyNumber; 0
     /// for none.
     void setMnemonic(_KXUIWidget& widget, int key);

@@ -164,6 +164,8 @@ public:
     KX_INTERNAL bool _takesInput() const;
     KX_INTERNAL void _letGo(int button);
     KX_INTERNAL _KXCaption* _tooltipCaption() const;
+    KX_INTERNAL void _setMnemonic(int key);
+    KX_INTERNAL int _mnemonicIn(const char* text) const;
     KX_INTERNAL void _noteAskedSize(KXSize size);
     KX_INTERNAL void _setActivated(int activated);
     KX_INTERNAL KXUIPanel* _panel() const;
@@ -193,7 +195,7 @@ private:
     unsigned _sizeChanges;
     bool _isBeingPlaced;
     unsigned _windowID;
-    int32_t _isDisabled, _isHidden, _wasActivated;
+    int32_t _isDisabled, _isHidden, _wasActivated, _mnemonic;
     ButtonRecord _buttons[7];
     std::unique_ptr<_KXCaption> _tooltip;
     _KXUIWidget* _pairedWith; // a label and the widget that it names

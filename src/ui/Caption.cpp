@@ -35,16 +35,17 @@ const KXTextLayout& _KXCaption::lines(const KXFont& font, float width, KXTextAli
     return layOut(font, options);
 }
 
-void _KXCaption::drawLine(KXFont* font, KXRect box, KXSize inset, KXColor color, KXTextAlign align) {
+void _KXCaption::drawLine(KXFont* font, KXRect box, KXSize inset, KXColor color, KXTextAlign align,
+                          int underlined) {
     if (_KXCaptionsAreLaidOut())
-        return drawLineLaidOut(font, box, inset.width, color, align);
+        return drawLineLaidOut(font, box, inset.width, color, align, underlined);
     const auto [left, top] = box.origin;
     _KXUIGlobalFontPrint(font, {left + inset.width, top + inset.height}, color, text());
 }
 
-static void underline(const KXTextLayout& layout, int index, KXPoint corner, KXColor color) {
+void _KXUnderline(const KXTextLayout& layout, int index, KXPoint corner, KXColor color) {
     const KXTextLine line = layout.line(0);
-    if (index < line.begin || index >= line.end)
+    if (index < 0 || index < line.begin || index >= line.end)
         return;
     const int next = static_cast<int>(_KXNextCharacter(layout.text(), static_cast<std::size_t>(index)));
     KXRect parts[4];
@@ -69,7 +70,7 @@ void _KXCaption::drawLineLaidOut(const KXFont* font, KXRect box, float inset, KX
     options.verticalAlign = KXTextMiddle;
     options.maxLines = 1;
     layOut(*font, options).draw(room.origin, color);
-    underline(_layout, underlined, room.origin, color);
+    _KXUnderline(_layout, underlined, room.origin, color);
 }
 
 void _KXCaption::drawLines(KXFont* font, KXPoint corner, float width, KXColor color, KXTextAlign align) {

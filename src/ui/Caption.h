@@ -27,9 +27,11 @@ public:
 
     /// Draws it as one line in a box: printed at @a inset from its top left, or laid out between what
     /// @a inset leaves at both sides, in the middle of the whole height.
-    void drawLine(KXFont* font, KXRect box, KXSize inset, KXColor color, KXTextAlign align);
-    /// The same for what is laid out in any theme. @param underlined the index of a character that is seen
-    /// with a line below it, -1 for none.
+    /// @param underlined the index of a character that is seen with a line below it if it is laid out, -1 for
+    /// none.
+    void drawLine(KXFont* font, KXRect box, KXSize inset, KXColor color, KXTextAlign align,
+                  int underlined = -1);
+    /// The same for what is laid out in any theme.
     void drawLineLaidOut(const KXFont* font, KXRect box, float inset, KXColor color, KXTextAlign align,
                          int underlined = -1);
     /// Draws it from a corner on: printed as one line, or laid out and wrapped at a width.
@@ -39,6 +41,9 @@ private:
     std::string _text;
     KXTextLayout _layout;
 };
+
+/// Draws a line below a character of a layout's first line.
+void _KXUnderline(const KXTextLayout& layout, int index, KXPoint corner, KXColor color);
 
 /// Gives a widget another caption, null for none, and has it fit its size. Where memory lacks for that it
 /// keeps the one it had.

@@ -78,5 +78,6 @@ void KXUIButton::_drawWithBackgroundColor(KXColor background, bool isOn) {
     _KXDrawPart(KXUIPartButton, box, states, own);
     if (_caption)
         _caption->drawLine(_fontInUse(), box, KXUIWidgetInnerPadding,
-                           _KXPartText(KXUIPartButton, states, own), KXTextAlignCentre);
+                           _KXPartText(KXUIPartButton, states, own), KXTextAlignCentre,
+                           _mnemonicIn(_caption->text()));
 }

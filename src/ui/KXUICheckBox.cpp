@@ -114,5 +114,5 @@ void KXUICheckBox::draw() {
     const float inset = side + 2 * KXUIWidgetInnerPadding.width;
     _caption->drawLineLaidOut(
         _fontInUse(), {{all.origin.x + inset, all.origin.y}, {all.size.width - inset, all.size.height}}, 0,
-        _KXPanelText(_textColor), KXTextAlignLeft);
+        _KXPanelText(_textColor), KXTextAlignLeft, _mnemonicIn(_caption->text()));
 }

@@ -100,6 +100,10 @@ void KXUILabel::draw() {
     if (!drawing)
         return;
     const KXRect box = rect();
-    if (const KXTextLayout* const layout = _laidOut(box.size))
-        layout->draw({std::floor(box.origin.x), std::floor(box.origin.y)}, _KXPanelText(_textColor));
+    const KXTextLayout* const layout = _laidOut(box.size);
+    if (!layout)
+        return;
+    const KXPoint corner = {std::floor(box.origin.x), std::floor(box.origin.y)};
+    layout->draw(corner, _KXPanelText(_textColor));
+    _KXUnderline(*layout, _mnemonicIn(layout->text()), corner, _KXPanelText(_textColor));
 }

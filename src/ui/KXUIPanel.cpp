@@ -280,6 +280,7 @@ void KXUIPanel::remove(_KXUIWidget& widget) {
             *each = nullptr;
     std::erase_if(_parts->mnemonics, [&](const _KXPanelMnemonic& each) { return each.widget == &widget; });
     widget._setPanel(nullptr);
+    widget._setMnemonic(0);
     if (child->stop)
         _parts->removed.push_back(std::move(child->stop));
     children.erase(child);
@@ -303,8 +304,11 @@ void KXUIPanel::setCancelButton(_KXUIWidget* widget) { _parts->cancelButton = wi
 
 void KXUIPanel::setMnemonic(_KXUIWidget& widget, int key) {
     std::erase_if(_parts->mnemonics, [&](const _KXPanelMnemonic& each) { return each.widget == &widget; });
-    if (key && widget._panel() == this)
+    if (widget._panel() != this)
+        return;
+    if (key)
         _parts->mnemonics.push_back({key, &widget});
+    widget._setMnemonic(key);
 }
 
 int KXUIPanel::focus(_KXUIWidget& widget) {

@@ -13,6 +13,7 @@
 #include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXInputEvents.h>
+#include <Kobaltrix/KXKeyboard.h>
 #include <Kobaltrix/KXMouse.h>
 #include <Kobaltrix/KXUILabel.h>
 #include <Kobaltrix/KXUILayout.h>
@@ -31,9 +32,9 @@ constinit KXSize _KXUIWidget::KXUIWidgetInnerPadding = {3, 3};
 
 _KXUIWidget::_KXUIWidget()
     : _rect(KXZeroRect), _natural(KXZeroSize), _asked(KXZeroSize), _sizeChanges(0), _isBeingPlaced(false),
-      _windowID(0), _isDisabled(0), _isHidden(0), _wasActivated(0), _buttons{}, _pairedWith(nullptr),
-      _layout(nullptr), _inPanel(nullptr), _fontAliasMode(KXAliasModeTexture), _fontSize(10),
-      _font(_KXUIGlobalFont), _fontGeneration(_KXGlobalFontGeneration) {}
+      _windowID(0), _isDisabled(0), _isHidden(0), _wasActivated(0), _mnemonic(0), _buttons{},
+      _pairedWith(nullptr), _layout(nullptr), _inPanel(nullptr), _fontAliasMode(KXAliasModeTexture),
+      _fontSize(10), _font(_KXUIGlobalFont), _fontGeneration(_KXGlobalFontGeneration) {}
 
 _KXUIWidget::~_KXUIWidget() {
     _pairWith(nullptr);
@@ -176,6 +177,22 @@ int _KXUIWidget::activated() const { return _wasActivated; }
 void _KXUIWidget::_setActivated(int activated) { _wasActivated = activated ? -1 : 0; }
 KXUIPanel* _KXUIWidget::_panel() const { return _inPanel; }
 void _KXUIWidget::_setPanel(KXUIPanel* panel) { _inPanel = panel; }
+
+static char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+/// The key that reaches it with Alt in its panel, 0 for none.
+void _KXUIWidget::_setMnemonic(int key) {
+    const char* const name = key ? KXKeyName(key) : "";
+    _mnemonic = name[0] && !name[1] ? upper(name[0]) : 0; // a letter or a digit
+}
+
+/// The index of the letter in its caption that stands for that key, -1 for none.
+int _KXUIWidget::_mnemonicIn(const char* text) const {
+    for (int i = 0; _mnemonic && text[i]; ++i)
+        if (upper(text[i]) == _mnemonic)
+            return i;
+    return -1;
+}
 
 int _KXUIWidget::pollInPanel() { return clicked(KXMouseLeft); }
 int _KXUIWidget::takesKeyboard() const { return -1; }
