@@ -128,12 +128,18 @@ void ToolsScene::makeRows() {
     const int barn = _tree.add(0, "Barn");
     _tree.add(barn, "Owl");
     _tree.setOpen(forest, -1);
+    KXUITableColumn count;
+    count.title = "Moths";
+    count.align = KXTextAlignRight;
+    count.numeric = -1;
+    _table.addColumn({"Night", 160});
+    _table.addColumn(count);
     for (int i = 1; i <= 40; ++i)
-        _list.add(KXTempString("Night %d", i));
+        _table.addRow({KXTempString("Night %d", i), KXTempString("%d", i * 37 % 101)});
     _split.first().add(_tree, 1);
-    _split.second().add(_list, 1);
+    _split.second().add(_table, 1);
     _rows.add(_split, 1);
-    for (_KXUIWidget* each : std::initializer_list<_KXUIWidget*>{&_tree, &_split, &_list})
+    for (_KXUIWidget* each : std::initializer_list<_KXUIWidget*>{&_tree, &_split, &_table})
         _pages[2].add(*each);
     addPage("Rows", _rows);
 }

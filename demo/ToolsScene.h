@@ -42,7 +42,7 @@ private:
     KXUICheckBox _wraps;
     KXUISplitPanel _split;
     KXUITreeList _tree;
-    KXUIListBox _list;
+    KXUITable _table;
     KXUIColorPicker _picker;
     KXUIToast _toast;
     KXUIButton _toaster, _back;

@@ -83,7 +83,7 @@ public:
     int hasPopup() const override;                ///< isOpen().
     void drawPopup() override;                    ///< Draws the list while it is open.
     KXUIDescription description() const override; ///< With the chosen text as its value.
-    _KXFocus* _keyboardFocus() override;
+    _KXFocus* keyboardPart() override;
 
 private:
     struct KX_INTERNAL State;

@@ -110,7 +110,7 @@ public:
     int pollInPanel() override;                   ///< poll().
     int takesWheel() const override;              ///< -1.
     KXUIDescription description() const override; ///< The row that is selected is its value.
-    _KXFocus* _keyboardFocus() override;
+    _KXFocus* keyboardPart() override;
 
     void setBackgroundColor(KXColor color);                      ///< Behind the rows.
     void setBackgroundColor(float r, float g, float b, float a); ///< Behind the rows.

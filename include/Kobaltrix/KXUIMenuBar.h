@@ -137,7 +137,7 @@ public:
     void drawPopup() override;          ///< Draws the columns that are open.
     /// While something is open the entry that is lit, with its shortcut as its value.
     KXUIDescription description() const override;
-    _KXFocus* _keyboardFocus() override;
+    _KXFocus* keyboardPart() override;
 
 protected:
     struct KX_INTERNAL State;

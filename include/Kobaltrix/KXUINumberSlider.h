@@ -67,7 +67,7 @@ public:
     int takesWheel() const override;              ///< hasFocus().
     int pollInPanel() override;                   ///< poll().
     KXUIDescription description() const override; ///< With the number as its value.
-    _KXFocus* _keyboardFocus() override;
+    _KXFocus* keyboardPart() override;
 
 private:
     struct KX_INTERNAL State;

@@ -78,7 +78,7 @@ public:
     int takesWheel() const override;              ///< hasFocus().
     int pollInPanel() override;                   ///< poll().
     KXUIDescription description() const override; ///< With what stands in the line as its value.
-    _KXFocus* _keyboardFocus() override;
+    _KXFocus* keyboardPart() override;
 
 private:
     struct KX_INTERNAL State;

@@ -78,7 +78,7 @@ public:
     int containsPoint(KXPoint point) const override; ///< -1 on the divider.
     KXRect focusRect() const override;               ///< dividerRect().
     KXUIDescription description() const override;    ///< With the share in per cent as its value.
-    _KXFocus* _keyboardFocus() override;
+    _KXFocus* keyboardPart() override;
 
 private:
     struct KX_INTERNAL State;

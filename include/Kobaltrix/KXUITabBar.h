@@ -86,7 +86,7 @@ public:
     int takesWheel() const override;              ///< -1: it scrolls the titles.
     int pollInPanel() override;                   ///< poll().
     KXUIDescription description() const override; ///< With the chosen title as its value.
-    _KXFocus* _keyboardFocus() override;
+    _KXFocus* keyboardPart() override;
 
 private:
     struct KX_INTERNAL State;

@@ -150,7 +150,7 @@ public:
     int pollInPanel() override;                   ///< poll().
     int takesWheel() const override;              ///< -1.
     KXUIDescription description() const override; ///< The line of the cursor is its value.
-    _KXFocus* _keyboardFocus() override;
+    _KXFocus* keyboardPart() override;
 
     // Used by the library itself.
     KX_INTERNAL unsigned long long _layoutsMade() const;

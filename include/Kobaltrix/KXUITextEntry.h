@@ -100,7 +100,7 @@ public:
     void draw() override;
     int pollInPanel() override;                   ///< poll().
     KXUIDescription description() const override; ///< The text is its value, unless it is masked.
-    _KXFocus* _keyboardFocus() override;
+    _KXFocus* keyboardPart() override;
 
     void setBackgroundColor(KXColor color);                       ///< Fills the box.
     void setBackgroundColor(float r, float g, float b, float a);  ///< Fills the box.

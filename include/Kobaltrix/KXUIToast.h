@@ -73,7 +73,7 @@ public:
     int containsPoint(KXPoint point) const override; ///< -1 on the message.
     KXRect focusRect() const override;               ///< That of the button.
     KXUIDescription description() const override;    ///< With the message as its name.
-    _KXFocus* _keyboardFocus() override;
+    _KXFocus* keyboardPart() override;
 
 private:
     struct KX_INTERNAL State;

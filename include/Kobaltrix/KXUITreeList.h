@@ -121,7 +121,7 @@ public:
     int pollInPanel() override;                   ///< poll().
     int takesWheel() const override;              ///< -1.
     KXUIDescription description() const override; ///< The node that is selected is its value.
-    _KXFocus* _keyboardFocus() override;
+    _KXFocus* keyboardPart() override;
 
 private:
     struct KX_INTERNAL State;

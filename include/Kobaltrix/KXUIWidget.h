@@ -153,7 +153,7 @@ public:
     /// The theme has changed: fits the size to the text anew, if that is what it was.
     virtual void refit();
     /// The part of it that has the keyboard, for widgets of the library; null if the panel shall provide one.
-    virtual _KXFocus* _keyboardFocus();
+    virtual _KXFocus* keyboardPart();
 
     // Used by the library itself.
     KX_INTERNAL KXSize _naturalSize() const;

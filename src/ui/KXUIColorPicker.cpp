@@ -120,7 +120,7 @@ struct Field final : _KXUIWidget {
     void step(int key, const _KXModifiers& modifiers);
     void drawFill() const;
     int pollInPanel() override { return hand.poll(); }
-    _KXFocus* _keyboardFocus() override { return &hand; }
+    _KXFocus* keyboardPart() override { return &hand; }
     KXUIDescription description() const override;
     void draw() override;
 };

@@ -293,7 +293,7 @@ void KXUIDropDown::drawPopup() {
 
 int KXUIDropDown::pollInPanel() { return poll(); }
 
-_KXFocus* KXUIDropDown::_keyboardFocus() { return _state.get(); }
+_KXFocus* KXUIDropDown::keyboardPart() { return _state.get(); }
 
 KXUIDescription KXUIDropDown::description() const {
     KXUIDescription said = _described("drop-down", nullptr);

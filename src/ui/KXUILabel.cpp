@@ -82,7 +82,7 @@ int KXUILabel::clicked(int button) {
     _KXUIWidget* const named = widget();
     if (!result || button != KXMouseLeft || !named)
         return result;
-    if (_KXFocus* const focus = named->_keyboardFocus())
+    if (_KXFocus* const focus = named->keyboardPart())
         focus->takeKeyboard();
     else
         named->click(KXMouseLeft);

@@ -93,7 +93,7 @@ void _KXUIMenuBase::_drawLabel(float free) const {
     const float border = static_cast<float>(_borderSize);
     _label->drawLine(_fontInUse(), box,
                      {border + KXUIWidgetInnerPadding.width, border + KXUIWidgetInnerPadding.height},
-                     _KXWidgetColor(_colors.text), KXTextAlignLeft);
+                     _drawnColors().text, KXTextAlignLeft);
 }
 
 /// Whether the row is on screen for a click that ends now. The title of a menu overlaps its first row by the

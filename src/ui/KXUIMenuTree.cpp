@@ -122,7 +122,7 @@ int _KXUIMenuTree::chosen() const { return _state->told; }
 int _KXUIMenuTree::pollInPanel() { return poll(); }
 int _KXUIMenuTree::takesKeyboard() const { return 0; }
 int _KXUIMenuTree::hasPopup() const { return isOpen(); }
-_KXFocus* _KXUIMenuTree::_keyboardFocus() { return _state.get(); }
+_KXFocus* _KXUIMenuTree::keyboardPart() { return _state.get(); }
 
 /// What is lit is said as the widget itself while something is open.
 KXUIDescription _KXUIMenuTree::description() const {

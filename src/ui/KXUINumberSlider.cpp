@@ -200,7 +200,7 @@ void KXUINumberSlider::draw() {
 int KXUINumberSlider::takesWheel() const { return hasFocus(); }
 int KXUINumberSlider::pollInPanel() { return poll(); }
 
-_KXFocus* KXUINumberSlider::_keyboardFocus() { return _state.get(); }
+_KXFocus* KXUINumberSlider::keyboardPart() { return _state.get(); }
 
 KXUIDescription KXUINumberSlider::description() const {
     KXUIDescription said = _described("slider", nullptr);

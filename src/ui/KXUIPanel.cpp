@@ -204,7 +204,7 @@ bool _KXUIPanelParts::usesMnemonic(int key) {
             continue;
         if (canHaveKeyboard(*widget))
             takeKeyboardTo(*widget);
-        if (!widget->_keyboardFocus())
+        if (!widget->keyboardPart())
             widget->click(KXMouseLeft);
         return true;
     }
@@ -242,7 +242,7 @@ void KXUIPanel::add(_KXUIWidget& widget) {
     for (const KXUIPanel* above = this; above; above = above->_panel())
         if (above == &widget)
             return;
-    auto stop = widget._keyboardFocus() || dynamic_cast<KXUIPanel*>(&widget)
+    auto stop = widget.keyboardPart() || dynamic_cast<KXUIPanel*>(&widget)
                     ? nullptr
                     : std::make_unique<_KXPanelStop>(*_parts, widget);
     _parts->children.reserve(_parts->children.size() + 1);

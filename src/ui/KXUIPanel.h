@@ -29,7 +29,7 @@ struct _KXPanelChild {
     bool isFixed = false; ///< It does not scroll with the others, and lies above them.
 
     _KXFocus* focus() const {
-        _KXFocus* const own = widget->_keyboardFocus();
+        _KXFocus* const own = widget->keyboardPart();
         return own ? own : stop.get();
     }
 };

@@ -282,7 +282,7 @@ void KXUISpinBox::draw() {
 int KXUISpinBox::takesWheel() const { return hasFocus(); }
 int KXUISpinBox::pollInPanel() { return poll(); }
 
-_KXFocus* KXUISpinBox::_keyboardFocus() { return &_state->entry._focus(); }
+_KXFocus* KXUISpinBox::keyboardPart() { return &_state->entry._focus(); }
 
 KXUIDescription KXUISpinBox::description() const {
     KXUIDescription said = _described("spin box", nullptr);

@@ -230,7 +230,7 @@ void KXUISplitPanel::draw() {
 
 int KXUISplitPanel::pollInPanel() { return poll(); }
 
-_KXFocus* KXUISplitPanel::_keyboardFocus() { return _state.get(); }
+_KXFocus* KXUISplitPanel::keyboardPart() { return _state.get(); }
 
 KXUIDescription KXUISplitPanel::description() const {
     KXUIDescription said = _described("divider", nullptr);

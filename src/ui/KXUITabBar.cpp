@@ -388,7 +388,7 @@ void KXUITabBar::draw() {
 int KXUITabBar::takesWheel() const { return -1; }
 int KXUITabBar::pollInPanel() { return poll(); }
 
-_KXFocus* KXUITabBar::_keyboardFocus() { return _state.get(); }
+_KXFocus* KXUITabBar::keyboardPart() { return _state.get(); }
 
 KXUIDescription KXUITabBar::description() const {
     KXUIDescription said = _described("tab bar", nullptr);

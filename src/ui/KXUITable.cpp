@@ -288,7 +288,7 @@ void KXUITable::draw() {
 
 int KXUITable::pollInPanel() { return poll(); }
 int KXUITable::takesWheel() const { return -1; }
-_KXFocus* KXUITable::_keyboardFocus() { return _state.get(); }
+_KXFocus* KXUITable::keyboardPart() { return _state.get(); }
 
 KXUIDescription KXUITable::description() const {
     KXUIDescription said = _described("table", nullptr);

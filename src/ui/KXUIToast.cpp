@@ -225,7 +225,7 @@ void KXUIToast::draw() {
 int KXUIToast::pollInPanel() { return poll(); }
 int KXUIToast::takesKeyboard() const { return _state->hasAction() ? -1 : 0; }
 KXRect KXUIToast::focusRect() const { return _state->actionRect(); }
-_KXFocus* KXUIToast::_keyboardFocus() { return _state.get(); }
+_KXFocus* KXUIToast::keyboardPart() { return _state.get(); }
 
 KXUIDescription KXUIToast::description() const {
     KXUIDescription said = _described("message", text());

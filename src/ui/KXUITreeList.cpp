@@ -431,7 +431,7 @@ void KXUITreeList::draw() {
 
 int KXUITreeList::pollInPanel() { return poll(); }
 int KXUITreeList::takesWheel() const { return -1; }
-_KXFocus* KXUITreeList::_keyboardFocus() { return _state.get(); }
+_KXFocus* KXUITreeList::keyboardPart() { return _state.get(); }
 
 KXUIDescription KXUITreeList::description() const {
     KXUIDescription said = _described("tree", nullptr);

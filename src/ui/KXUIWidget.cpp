@@ -204,7 +204,7 @@ void _KXUIWidget::refit() {
     if (_asked.width == -1 || _asked.height == -1)
         setSize(_asked);
 }
-_KXFocus* _KXUIWidget::_keyboardFocus() { return nullptr; }
+_KXFocus* _KXUIWidget::keyboardPart() { return nullptr; }
 
 int _KXUIWidget::handleKey(const KXUIKey& key) {
     const bool presses = key.key == KXKeyReturn || key.key == KXKeyPadEnter || key.key == KXKeySpace;

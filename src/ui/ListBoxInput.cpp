@@ -36,7 +36,7 @@ void KXUIListBox::setWindowID(unsigned id) {
 void KXUIListBox::setFocus(int focus) { focus ? _state->takeKeyboard() : _state->giveUpKeyboard(); }
 
 _KXFocus& KXUIListBox::_focus() { return *_state; }
-_KXFocus* KXUIListBox::_keyboardFocus() { return _state.get(); }
+_KXFocus* KXUIListBox::keyboardPart() { return _state.get(); }
 int KXUIListBox::pollInPanel() { return poll(); }
 int KXUIListBox::takesWheel() const { return -1; }
 

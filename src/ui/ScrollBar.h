@@ -26,7 +26,7 @@ public:
     void setWindowID(unsigned id) override;
     void draw() override;
     KXUIDescription description() const override;
-    _KXFocus* _keyboardFocus() override { return &_hand; }
+    _KXFocus* keyboardPart() override { return &_hand; }
 
 private:
     struct Hand final : _KXFocus {

@@ -40,7 +40,7 @@ void KXUITextArea::focus() { _state->takeKeyboard(); }
 void KXUITextArea::unfocus() { _state->giveUpKeyboard(); }
 int KXUITextArea::isFocused() const { return _state->hasKeyboard() ? -1 : 0; }
 
-_KXFocus* KXUITextArea::_keyboardFocus() { return _state.get(); }
+_KXFocus* KXUITextArea::keyboardPart() { return _state.get(); }
 int KXUITextArea::pollInPanel() { return poll(); }
 int KXUITextArea::takesWheel() const { return -1; }
 

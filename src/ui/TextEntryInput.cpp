@@ -59,7 +59,7 @@ void KXUITextEntry::unfocus() { _editor->giveUpKeyboard(); }
 int KXUITextEntry::isFocused() const { return _editor->hasKeyboard() ? -1 : 0; }
 
 _KXFocus& KXUITextEntry::_focus() { return *_editor; }
-_KXFocus* KXUITextEntry::_keyboardFocus() { return _editor.get(); }
+_KXFocus* KXUITextEntry::keyboardPart() { return _editor.get(); }
 int KXUITextEntry::pollInPanel() { return poll(); }
 
 KXUIDescription KXUITextEntry::description() const {

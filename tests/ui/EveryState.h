@@ -12,7 +12,7 @@
 /// held, with the keyboard, disabled; with what opens, opened.
 class EveryState {
 public:
-    static constexpr KXSize size = {690, 940};
+    static constexpr KXSize size = {690, 1000};
 
     explicit EveryState(KXWindow& window) : _hands(window.id()) {}
 
@@ -64,6 +64,16 @@ public:
             tree.setOpen(land, -1);
             tree.setSelectedNode(land);
             tree.add(0, "Sea");
+        });
+        add<KXUITable>(52, 52, [](KXUITable& table) {
+            table.addColumn({"Name", 60});
+            KXUITableColumn count;
+            count.title = "Count";
+            count.width = 50;
+            count.align = KXTextAlignRight;
+            table.addColumn(count);
+            table.addRow({"Owls", "3"});
+            table.setSelectedRow(table.addRow({"Moths", "120"}));
         });
         add<KXUITabBar>(22, 22, [](KXUITabBar& bar) {
             bar.add("Map");
