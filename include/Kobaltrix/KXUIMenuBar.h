@@ -53,7 +53,7 @@ enum KXUIModifier : int {
 
 /// Keys that choose an entry of a menu bar at any time.
 struct KXUIShortcut {
-    int key = KXKeyNone; ///< A key by its label, see KXKeyNumber; #KXKeyNone for no shortcut.
+    int key = KXKeyNone; ///< A key by its label, see KXKeyNumber; KXKeyNone for no shortcut.
     int modifiers = 0;   ///< What is held with it, of #KXUIModifier, and nothing else.
 };
 
@@ -93,14 +93,16 @@ public:
     int addSubMenu(int id, std::initializer_list<KXUIMenuEntry> entries) {
         return addSubMenu(id, entries.begin(), static_cast<int>(entries.size()));
     }
-    /// The same with a table. @param entries may be null where @a count is 0.
+    /// The same with a table. @param id as above. @param entries may be null where there are none. @param
+    /// count of the entries.
     int addSubMenu(int id, const KXUIMenuEntry* entries, int count);
     /// Removes all entries of an entry's sub-menu, to fill it anew. @return -1, or 0 if there is no such
     /// entry.
     int removeEntries(int id);
 
-    /// Gives an entry another text. @param text copied; null for an empty one. @return -1, or 0 if there is
-    /// no such entry. Throws std::bad_alloc, with nothing changed, when memory is exhausted.
+    /// Gives an entry another text. @param id its number. @param text copied; null for an empty one. @return
+    /// -1, or 0 if there is no such entry. Throws std::bad_alloc, with nothing changed, when memory is
+    /// exhausted.
     int setEntryText(int id, const char* text);
     /// Gives an entry another shortcut. @return -1, or 0 if there is no such entry.
     int setEntryShortcut(int id, KXUIShortcut shortcut);
@@ -140,11 +142,12 @@ public:
     _KXFocus* keyboardPart() override;
 
 protected:
+    // For the menus of the library.
     struct KX_INTERNAL State;
     KX_INTERNAL explicit _KXUIMenuTree(bool hasTitles);
     KX_INTERNAL void _drawTitles();
 
-    std::unique_ptr<State> _state;
+    std::unique_ptr<State> _state; ///< What the header does not show.
 
 private:
     KX_INTERNAL void _drawColumn(int level);
@@ -168,13 +171,15 @@ public:
     KXUIMenuBar();
     ~KXUIMenuBar() override;
 
-    /// Adds a title at the right of the others, with its entries. @param text copied; null is an empty one.
+    /// Adds a title at the right of the others. @param text copied; null is an empty one. @param entries of
+    /// its column.
     /// @param id for setEntryEnabled(), addSubMenu() and their kind; 0 for none.
     /// Throws std::bad_alloc, with nothing changed, when memory is exhausted.
     void addMenu(const char* text, std::initializer_list<KXUIMenuEntry> entries, int id = 0) {
         addMenu(text, entries.begin(), static_cast<int>(entries.size()), id);
     }
-    /// The same with a table. @param entries may be null where @a count is 0.
+    /// The same with a table. @param text,id as above. @param entries may be null where there are none.
+    /// @param count of the entries.
     void addMenu(const char* text, const KXUIMenuEntry* entries, int count, int id = 0);
 
     /// Sets the extent in pixels. A height of -1 is fitted to the font, a width of -1 to the titles.
@@ -208,7 +213,7 @@ public:
     void add(std::initializer_list<KXUIMenuEntry> entries) {
         add(entries.begin(), static_cast<int>(entries.size()));
     }
-    /// The same with a table. @param entries may be null where @a count is 0.
+    /// The same with a table. @param entries may be null where there are none. @param count of the entries.
     void add(const KXUIMenuEntry* entries, int count);
     /// Removes all entries.
     void clear();

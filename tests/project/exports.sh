@@ -2,7 +2,7 @@
 # exports.sh LIBRARY: the shared library exports what is public, and nothing else.
 set -euo pipefail
 # These are bases of public classes: games get to their members, if not to their names.
-bases='KXUIWidget|KXUIMenuBase|KXUIMenuItem|KXNetworkHandler'
+bases='KXUIWidget|KXUIMenuBase|KXUIMenuItem|KXUIMenuTree|KXNetworkHandler'
 symbols=$(nm --dynamic --demangle --defined-only "$1" | cut -d ' ' -f 3- | sed -E "s/\b_($bases)\b/\1/g")
 status=0
 if grep -vE '^((vtable|typeinfo|typeinfo name) for )?KX' <<<"$symbols" | grep -vE '^(_end|_edata|__bss_start)$'; then

@@ -57,6 +57,7 @@ TEST_F(Theme, ComesFromAFileWithItsPicturesAndItsFont) {
     EXPECT_EQ(pixel(21, 78), (Pixel{0, 0, 255, 255}));
     EXPECT_EQ(KXUICurrentTheme().tooltip.delay, 20);
     themes.reset(); // its pictures are gone
+    EXPECT_EQ(KXUICurrentTheme().skins[KXUIPartButton].normal.texture, nullptr);
     EXPECT_NE(pixel(20, 40), edge);
     KXClearGUIFontCache(); // and so is its font
     KXUISetGlobalFont(testFont(), KXAliasModeTexture, 12, KXZeroPoint);
