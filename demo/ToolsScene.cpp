@@ -17,7 +17,15 @@ ToolsScene::ToolsScene(App& app) : _app(app) {
     _toaster.setText("A message");
     _back.setText("Back");
 
+    _bar.addMenu("&Scene",
+                 {{"&Feed the fire", 4, {KXKeyF, KXUICommand}}, {}, {"&Back", 3, {KXKeyB, KXUICommand}}});
+    _bar.addMenu("&Theme", {{"&Dark", 10, {}, KXUIMenuEntryRadio, -1},
+                            {"&Light", 11, {}, KXUIMenuEntryRadio},
+                            {"&High contrast", 12, {}, KXUIMenuEntryRadio}});
+    _bar.setSize({-1, -1});
     _panel.setHasBackground(-1);
+    _panel.add(_bar);
+    _all.add(_bar);
     _panel.add(_tabs);
     _panel.add(_themeLabel);
     _panel.add(_theme);
@@ -54,6 +62,8 @@ void ToolsScene::setTheme(int number) {
                                     : KXUIHighContrastTheme();
     theme.padding = {8, 5};
     KXUISetTheme(theme);
+    _theme.setSelectedIndex(number);
+    _bar.setEntryChecked(10 + number, -1);
 }
 
 void ToolsScene::addPage(const char* title, KXUILayout& layout) {
@@ -65,11 +75,9 @@ void ToolsScene::addPage(const char* title, KXUILayout& layout) {
 }
 
 void ToolsScene::makeChoices() {
-    const std::pair<const char*, _KXUIWidget*> rows[] = {{"Tool", &_tool},
-                                                         {"Brush", &_brush},
-                                                         {"Size", &_size},
-                                                         {"Strength", &_strength},
-                                                         {"Done", &_progress}};
+    const std::pair<const char*, _KXUIWidget*> rows[] = {{"Tool", &_tool},     {"Brush", &_brush},
+                                                         {"Size", &_size},     {"Strength", &_strength},
+                                                         {"Done", &_progress}, {"Stamp", &_swatchPanel}};
     for (const char* name : {"Pencil", "Bucket", "Lantern"})
         _tool.add(name);
     _tool.setSelectedIndex(0);
@@ -91,6 +99,7 @@ void ToolsScene::makeChoices() {
     _strength.setSize({200, 22});
     _grid.setText("Snap to the grid");
     _grid.setChecked(-1);
+    makeSwatches();
     _choices.setGap(10);
     for (std::size_t i = 0; i < std::size(rows); ++i) {
         if (rows[i].second == &_tool || rows[i].second == &_size)
@@ -108,6 +117,23 @@ void ToolsScene::makeChoices() {
     _choices.add(_grid);
     _pages[0].add(_grid);
     addPage("Choices", _choices);
+}
+
+// Pictures to choose from, more than there is room for.
+void ToolsScene::makeSwatches() {
+    constexpr int side = 32;
+    for (std::size_t i = 0; i < _swatches.size(); ++i) {
+        KXImage image(side, side);
+        const float share = static_cast<float>(i) / static_cast<float>(_swatches.size());
+        image.drawCircleFill({side / 2, side / 2}, 4 + 12 * share, {1, 0.9f - 0.6f * share, 0.3f, 1});
+        _pictures[i] = std::make_unique<KXTexture>(image);
+        _swatches[i].setTexture(_pictures[i].get());
+        _swatches[i].setTooltip(KXTempString("Spark %d", static_cast<int>(i) + 1));
+        _swatchRow.add(_swatches[i]);
+        _swatchPanel.add(_swatches[i]);
+    }
+    _swatchPanel.setLayout(&_swatchRow);
+    _swatchPanel.setSize({300, 64});
 }
 
 void ToolsScene::makeTexts() {
@@ -165,13 +191,15 @@ void ToolsScene::tellWhatActed() {
         for (int i = 0; i < panel.count(); ++i) {
             const _KXUIWidget& widget = *panel.widget(i);
             const KXUIDescription said = widget.description();
-            if (widget.activated() && said.role != "panel" && &widget != &_back)
+            if (widget.activated() && said.role.find("panel") == std::string::npos && &widget != &_back &&
+                &widget != &_bar)
                 tell(said.role + " " + said.name + (said.value.empty() ? "" : ": " + said.value));
         }
     };
     tellOf(_panel);
     for (const KXUIPanel& page : _pages)
         tellOf(page);
+    tellOf(_swatchPanel);
 }
 
 std::unique_ptr<Scene> ToolsScene::step() {
@@ -182,13 +210,16 @@ std::unique_ptr<Scene> ToolsScene::step() {
         tellWhatActed();
     if (_theme.activated())
         setTheme(_theme.selectedIndex());
+    const int command = _bar.activated() ? _bar.chosen() : _menu.activated() ? _menu.chosen() : 0;
+    if (command >= 10)
+        setTheme(command - 10);
     if (_wraps.activated())
         _notes.setWraps(_wraps.isChecked());
-    if (_toaster.activated())
+    if (_toaster.activated() || command == 4)
         _toast.show("The fire has been fed.");
     if (!_menu.isOpen() && KXMouseWentUp(KXMouseRight))
         _menu.open(KXMousePoint);
-    if (!_back.activated() && !(_menu.activated() && _menu.chosen() == 3))
+    if (!_back.activated() && command != 3)
         return nullptr;
     _app.audio.play(Effect::Click);
     return std::make_unique<WidgetsScene>(_app);

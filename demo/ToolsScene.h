@@ -17,6 +17,7 @@ public:
 
 private:
     void makeChoices();
+    void makeSwatches();
     void makeTexts();
     void makeRows();
     void makeColors();
@@ -31,7 +32,7 @@ private:
     KXUILayout _all{KXUIColumn}, _top{KXUIRow}, _bottom{KXUIRow}, _choices{KXUIGrid, 2}, _texts{KXUIColumn},
         _rows{KXUIColumn}, _colors{KXUIRow};
     KXUITabBar _tabs;
-    KXUILabel _themeLabel, _news, _labels[5];
+    KXUILabel _themeLabel, _news, _labels[6];
     KXUIDropDown _theme, _tool;
     KXUICheckBox _grid;
     KXUIRadioGroup _brush;
@@ -47,4 +48,9 @@ private:
     KXUIToast _toast;
     KXUIButton _toaster, _back;
     KXUIContextMenu _menu;
+    KXUIMenuBar _bar;
+    std::array<std::unique_ptr<KXTexture>, 12> _pictures;
+    std::array<KXUIImageButton, 12> _swatches;
+    KXUILayout _swatchRow{KXUIRow};
+    KXUIScrollPanel _swatchPanel;
 };

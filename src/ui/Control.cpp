@@ -32,7 +32,7 @@ unsigned _KXControl::states() const {
 
 void _KXControl::drawRing() const {
     if (hasKeyboard() && arrivedByKeyboard)
-        _KXDrawFocusRing(widget.focusRect(), colors);
+        _KXDrawFocusRing(widget.focusRect(), nullptr, colors);
 }
 
 // With Control held the left button counts as the right one.

@@ -399,7 +399,7 @@ void KXUIPanel::_drawWidgets(bool fixed) {
         const _KXFocus::Turn turn(*child.widget, _parts->viewOf(child));
         child.widget->draw();
         if (child.stop && child.stop->hasKeyboard() && child.stop->arrivedByKeyboard)
-            _KXDrawFocusRing(child.widget->focusRect(), _parts->colors);
+            _KXDrawFocusRing(child.widget->focusRect(), _parts->viewOf(child), _parts->colors);
     }
 }
 

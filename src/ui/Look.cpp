@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 
 static const KXUISkin* skinOf(KXUIPart part, unsigned states) {
     const KXUIPartSkins& skins = _KXTheme.skins[part];
@@ -117,13 +118,17 @@ KXColor _KXPanelText(KXColor own) {
     return _KXWidgetColor(_KXTheme.usesPalette ? _KXTheme.palette.text : own);
 }
 
-void _KXDrawFocusRing(KXRect box, const KXUIColors& own) {
+void _KXDrawFocusRing(KXRect box, const KXRect* view, const KXUIColors& own) {
     const KXColor color = _KXWidgetColor(_KXTheme.usesPalette ? _KXTheme.palette.focus : own.focus);
     const int rings = std::clamp(_KXWholePixel(_KXTheme.ringWidth), 1, 8);
-    for (int i = 1; i <= rings; ++i) {
-        const float out = static_cast<float>(i);
-        KXDrawRect({{box.origin.x - out, box.origin.y - out},
-                    {box.size.width + 2 * out, box.size.height + 2 * out}},
-                   color);
-    }
+    const int limits[] = {view ? _KXWholePixel(view->origin.x) : INT_MIN,
+                          view ? _KXWholePixel(view->origin.y) : INT_MIN,
+                          view ? _KXWholePixel(view->origin.x + view->size.width) : INT_MAX,
+                          view ? _KXWholePixel(view->origin.y + view->size.height) : INT_MAX};
+    const int left = std::max(_KXWholePixel(box.origin.x) - rings, limits[0]),
+              top = std::max(_KXWholePixel(box.origin.y) - rings, limits[1]),
+              right = std::min(_KXWholePixel(box.origin.x + box.size.width) + rings, limits[2]),
+              bottom = std::min(_KXWholePixel(box.origin.y + box.size.height) + rings, limits[3]);
+    for (int i = 0; i < rings; ++i)
+        KXDrawRect(_KXRectBetween(left + i, top + i, right - i, bottom - i), color);
 }

@@ -20,5 +20,5 @@ KXColor _KXPartText(KXUIPart part, unsigned states, const KXUIColors& own);
 KXColor _KXFaintText(KXColor own);
 /// The colour of a text on the panel, or a widget's own.
 KXColor _KXPanelText(KXColor own);
-/// The ring around what has the keyboard.
-void _KXDrawFocusRing(KXRect box, const KXUIColors& own);
+/// The ring around what has the keyboard. @param view what it is drawn within, null for everything.
+void _KXDrawFocusRing(KXRect box, const KXRect* view, const KXUIColors& own);

@@ -12,7 +12,7 @@
 /// held, with the keyboard, disabled; with what opens, opened.
 class EveryState {
 public:
-    static constexpr KXSize size = {690, 1000};
+    static constexpr KXSize size = {690, 1112};
 
     explicit EveryState(KXWindow& window) : _hands(window.id()) {}
 
@@ -27,6 +27,7 @@ public:
             button.setText("On");
             button.setState(KXUIToggleButtonStateOn);
         });
+        add<PictureButton>(24, 24, [](PictureButton&) {});
         add<KXUICheckBox>(18, 18, [](KXUICheckBox& box) {
             box.setText("Checked");
             box.setChecked(-1);
@@ -94,12 +95,30 @@ public:
             box.addButton("Yes");
             box.addButton("No");
         });
+        add<TwoButtons>(32, 32, [](TwoButtons&) {});
+        add<KXUIToast>(34, 34, [](KXUIToast& toast) { toast.show("Saved"); });
         add<KXUIColorPicker>(110, 110, [](KXUIColorPicker& picker) {
             picker.setColor({0.9f, 0.5f, 0.2f, 1});
         });
     }
 
 private:
+    struct PictureButton : KXUIImageButton {
+        PictureButton() { setTexture(&texture); }
+        KXTexture texture{KXImage(16, 8, {0.3f, 0.7f, 0.3f, 1})};
+    };
+    struct TwoButtons : KXUIScrollPanel {
+        TwoButtons() {
+            for (KXUIButton& button : buttons) {
+                button.setText("In a panel");
+                column.add(button);
+                KXUIPanel::add(button);
+            }
+            setLayout(&column);
+        }
+        KXUIButton buttons[2];
+        KXUILayout column{KXUIColumn};
+    };
     struct TitledMenu : KXUIMenu {
         TitledMenu() : KXUIMenu("Menu") {}
     };

@@ -2,6 +2,9 @@
 
 #include "UITest.h"
 
+#include <memory>
+#include <vector>
+
 namespace {
 struct EveryWidget : UITest {
     EveryWidget() {
@@ -82,6 +85,72 @@ TEST_F(EveryWidget, BearsAnyPlaceSizeAndPadding) {
     }
     _KXUIWidget::KXUIWidgetInnerPadding = {3, 3};
     EXPECT_TRUE(slider.value() >= 0 && slider.value() <= 100);
+}
+
+// Those of tools, in a panel, which may be anywhere and of any size, too.
+TEST_F(EveryWidget, OfToolsBearsAnyPlaceSizeAndPadding) {
+    KXUIPanel panel;
+    KXUILayout column(KXUIColumn);
+    KXUIScrollPanel scroll;
+    std::vector<std::unique_ptr<_KXUIWidget>> made;
+    const auto add = [&](auto widget) {
+        panel.add(*widget);
+        made.push_back(std::move(widget));
+    };
+    auto box = std::make_unique<KXUIDropDown>();
+    auto lines = std::make_unique<KXUITextArea>();
+    auto tree = std::make_unique<KXUITreeList>();
+    auto table = std::make_unique<KXUITable>();
+    auto tabs = std::make_unique<KXUITabBar>();
+    auto menus = std::make_unique<KXUIMenuBar>();
+    auto toast = std::make_unique<KXUIToast>();
+    for (int i = 0; i < 30; ++i) {
+        box->add("row");
+        tree->add(i / 2, "node");
+        tabs->add("tab");
+    }
+    lines->setText("some text\nin lines");
+    lines->setShowsLineNumbers(-1);
+    table->addColumn({"Name", 60});
+    table->addRow({"cell"});
+    menus->addMenu("File", {{"New", 1}, {"Old", 2}});
+    toast->show("A message");
+    add(std::move(box));
+    add(std::move(lines));
+    add(std::move(tree));
+    add(std::move(table));
+    add(std::move(tabs));
+    add(std::move(menus));
+    add(std::move(toast));
+    add(std::make_unique<KXUISpinBox>());
+    add(std::make_unique<KXUINumberSlider>());
+    add(std::make_unique<KXUISplitPanel>());
+    add(std::make_unique<KXUIColorPicker>());
+    add(std::make_unique<KXUIProgressBar>());
+    KXUIButton inside;
+    inside.setSize({50, 400});
+    column.add(inside);
+    scroll.add(inside);
+    scroll.setLayout(&column);
+    panel.add(scroll);
+    constexpr float wild[] = {0, -1, -500, 5, 90, 1e9f, -1e30f, 3e38f, INFINITY, -INFINITY, NAN};
+    constexpr int count = std::size(wild);
+    for (int i = 0; i < count * count; ++i) {
+        _KXUIWidget::KXUIWidgetInnerPadding = {wild[i % 7 == 0 ? i / 7 % count : 4], 3};
+        for (int each = 0; each < panel.count(); ++each)
+            panel.widget(each)->setRect({wild[(i + 3) % count], wild[i / count]},
+                                        {wild[i % count], wild[(i + 7) % count]});
+        hands.move({float(i % 160) * 2, float(i % 100) * 2});
+        hands.hold(KXMouseLeft);
+        step();
+        panel.poll();
+        hands.wheel(i % 2 ? 1.0f : -1.0f);
+        hands.release(KXMouseLeft);
+        act("Tab");
+        panel.poll();
+        panel.draw();
+    }
+    _KXUIWidget::KXUIWidgetInnerPadding = {3, 3};
 }
 
 TEST_F(EveryWidget, DrawsNothingOutsideOfABoxThatScrollsNorOfTheGamesClip) {
