@@ -82,7 +82,8 @@ static void letGoOfKeyboard() {
     owners.keyboardFreed = here();
 }
 
-_KXFocus::_KXFocus() : _heard(_KXNextEventNumber()), _lentUntil(0), _polledStep(_KXStep().step) {}
+_KXFocus::_KXFocus()
+    : _heard(_KXNextEventNumber()), _lentUntil(0), _polledStep(_KXStep().step), _attendedStep(_polledStep) {}
 
 _KXFocus::~_KXFocus() {
     if (hasKeyboard()) {
@@ -120,6 +121,7 @@ void _KXFocus::takeKeyboard(std::uint64_t from) {
     if (std::exchange(owners.keyboard, this) == this)
         return;
     arrivedByKeyboard = false;
+    _attendedStep = _KXStep().step;
     if (takesText())
         _KXBeginTextInput();
     keyboardTaken();
@@ -320,7 +322,7 @@ void _KXFocus::hearEvent(std::uint64_t number, bool pointerMovedOn) {
         overheard(past.event, past.modifiers);
     if (mayHear)
         hearKeyboard(past);
-    else if (isNew && !owners.keyboard && number >= owners.keyboardFreed &&
+    else if (isNew && nobodyHears() && number >= owners.keyboardFreed &&
              past.event.type == KXInputEventKeyDown)
         heardKeyOfNobody(past.event, past.modifiers);
 }
@@ -354,8 +356,15 @@ void _KXFocus::hear() {
     hearRepeats();
 }
 
+// Whoever has the keyboard and is not polled, such as a button of a dialog that is over, keeps it from
+// nobody.
+bool _KXFocus::nobodyHears() {
+    return !owners.keyboard || _KXStep().step - owners.keyboard->_attendedStep > 1;
+}
+
 void _KXFocus::skipUnpolled() {
     const _KXStepInput& step = _KXStep();
+    _attendedStep = step.step;
     if (step.step - std::exchange(_polledStep, step.step) <= 1)
         return;
     const std::uint64_t latest = step.pastNumber + step.pastBefore;

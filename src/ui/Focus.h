@@ -149,7 +149,7 @@ protected:
     virtual void keyboardLost() {}
     /// Anything but the mouse, whoever has the keyboard, before that one is told of it.
     virtual void overheard(const KXInputEvent&, const _KXModifiers&) {}
-    /// A key went down while nobody has the keyboard.
+    /// A key went down while nobody has the keyboard, or one who is not polled.
     virtual void heardKeyOfNobody(const KXInputEvent&, const _KXModifiers&) {}
     /// Whether the keyboard is for typing, with what the platform does for that.
     virtual bool takesText() const { return true; }
@@ -163,8 +163,10 @@ private:
     void hearMouse(const _KXPastEvent& past, bool pointerMovedOn);
     void hearRepeats();
     void skipUnpolled();
+    static bool nobodyHears();
 
     std::uint64_t _heard;     // the first event of the mouse that was not heard
     std::uint64_t _lentUntil; // keys before that event are for this widget though another has them since
     std::uint32_t _polledStep;
+    std::uint32_t _attendedStep; // in which it heard or got the keyboard last
 };

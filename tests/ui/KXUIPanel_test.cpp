@@ -82,11 +82,11 @@ struct Panel : UITest {
 };
 
 TEST_F(Panel, TabGoesThroughEveryWidgetAndKeysWorkThem) {
-    expectEach(
-        "Tab -> name ''; type ab & Tab -> told save 'ab' name; Space -> told save 'ab' save;"
-        "Return -> told save 'ab' save; Tab & Space -> told box 'ab' box; Tab -> slider 'ab';"
-        "Right -> told slider 'ab' slider; Tab & Down -> told list 'ab' list; Tab -> opener 'ab';"
-        "Tab -> name 'ab'; Left Shift+Tab -> opener 'ab'; Left Shift+Tab & Left Shift+Tab, poll 1 -> slider 'ab'");
+    expectEach("Tab -> name ''; type ab & Tab -> told save 'ab' name; Space -> told save 'ab' save;"
+               "Return -> told save 'ab' save; Tab & Space -> told box 'ab' box; Tab -> slider 'ab';"
+               "Right -> told slider 'ab' slider; Tab & Down -> told list 'ab' list; Tab -> opener 'ab';"
+               "Tab -> name 'ab'; Left Shift+Tab -> opener 'ab'; Left Shift+Tab & Left Shift+Tab, poll 1 -> "
+               "slider 'ab'");
     EXPECT_TRUE(box.isChecked() && slider.value() == 51 && list.selectedIndex() == 0);
     slider.setEnabled(0); // what has the keyboard loses it
     list.setVisible(0);
@@ -193,6 +193,11 @@ TEST_F(Panel, MayBeInAnotherAndEndAtAnyTime) {
     panel.add(*ender);
     panel.focus(*ender);
     expectEach("Space & Space -> nobody 'z'; Tab -> save 'z'");
+    KXUIPanel question; // that is answered, and not polled any more
+    KXUIButton answer;
+    question.add(answer);
+    question.focus(answer);
+    expectEach("poll 2, Tab -> save 'z'; Tab -> box 'z'");
     auto brief = std::make_unique<KXUIPanel>();
     brief->add(box);
     brief.reset();
