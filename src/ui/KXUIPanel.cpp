@@ -265,25 +265,27 @@ void KXUIPanel::_addFixed(_KXUIWidget& widget) {
     _parts->children.back().isFixed = true;
 }
 
+// It gives up the keyboard last: what it hears then may do anything, also end the widget or the panel.
 void KXUIPanel::remove(_KXUIWidget& widget) {
-    auto& children = _parts->children;
-    const auto child = std::find_if(children.begin(), children.end(),
+    const std::shared_ptr<_KXUIPanelParts> parts = _parts;
+    const auto child = std::find_if(parts->children.begin(), parts->children.end(),
                                     [&](const _KXPanelChild& each) { return each.widget == &widget; });
-    if (child == children.end())
+    if (child == parts->children.end())
         return;
-    if (_KXFocus* const focus = child->focus()) {
+    _KXFocus* const focus = child->focus();
+    if (child->stop)
+        parts->removed.push_back(std::move(child->stop));
+    parts->children.erase(child);
+    for (_KXUIWidget** each : {&parts->defaultButton, &parts->cancelButton, &parts->holder})
+        if (*each == &widget)
+            *each = nullptr;
+    std::erase_if(parts->mnemonics, [&](const _KXPanelMnemonic& each) { return each.widget == &widget; });
+    widget._setPanel(nullptr);
+    widget._setMnemonic(0);
+    if (focus) {
         focus->filter = nullptr;
         focus->giveUpKeyboard();
     }
-    for (_KXUIWidget** each : {&_parts->defaultButton, &_parts->cancelButton, &_parts->holder})
-        if (*each == &widget)
-            *each = nullptr;
-    std::erase_if(_parts->mnemonics, [&](const _KXPanelMnemonic& each) { return each.widget == &widget; });
-    widget._setPanel(nullptr);
-    widget._setMnemonic(0);
-    if (child->stop)
-        _parts->removed.push_back(std::move(child->stop));
-    children.erase(child);
 }
 
 int KXUIPanel::count() const { return static_cast<int>(_parts->children.size()); }
