@@ -182,6 +182,8 @@ TEST_F(HighDensity, EveryWidgetInEveryState) {
          {std::pair{KXUILightTheme(), "ui/states_light_dense"}, {KXUIDarkTheme(), "ui/states_dark_dense"}}) {
         states.draw(theme);
         expectGolden(Image::of(*window), name);
+        EveryState::drawBrowser(theme);
+        expectGolden(Image::of(*window).part(0, 0, 960, 600), name + std::string("_browser"));
     }
     KXUISetTheme({});
 }

@@ -6,6 +6,8 @@
 #include <Kobaltrix/Kobaltrix.h>
 #include <KobaltrixTest/KXTestUser.h>
 
+#include "support/TemporaryFolder.h"
+
 #include <memory>
 
 /// Every kind of widget below each other, in every state beside each other: as it is, under the pointer,
@@ -100,6 +102,21 @@ public:
         add<KXUIColorPicker>(110, 110, [](KXUIColorPicker& picker) {
             picker.setColor({0.9f, 0.5f, 0.2f, 1});
         });
+    }
+
+    /// The same for the file browser, which wants more room, but for its path.
+    static void drawBrowser(const KXUITheme& theme) {
+        KXUISetTheme(theme);
+        const TemporaryFolder folder;
+        setenv("TZ", "UTC", 1);
+        for (const char* name : {"moths.txt", "night.png"})
+            std::filesystem::last_write_time(folder.write(name), std::filesystem::file_time_type());
+        KXUIFileBrowser browser;
+        browser.setRect({8, 8}, {390, 280}); // too narrow for places, which differ
+        browser.show(KXUIFileBrowserModeSave, folder.path().c_str(), "night.txt");
+        KXClear(theme.palette.track);
+        browser.draw();
+        KXDrawRectFill({{9, 9}, {388, 32}}, theme.palette.track);
     }
 
 private:

@@ -204,6 +204,17 @@ TEST_F(Panel, MayBeInAnotherAndEndAtAnyTime) {
     EXPECT_EQ(box._panel(), nullptr);
 }
 
+TEST_F(Panel, HearsOfItsOwnWindowAlone) {
+    panel.setWindowID(window->id() + 1);
+    KXUIButton late; // is told as well
+    panel.add(late);
+    EXPECT_EQ(late.windowID(), window->id() + 1);
+    expectEach(
+        "click save -> nobody ''; click name, type x -> nobody ''; Tab -> nobody ''; Return -> nobody ''");
+    panel.setWindowID(window->id());
+    expectEach("click save -> told save '' save; Tab & Space -> told box '' box");
+}
+
 TEST_F(Panel, SaysItselfInWords) {
     KXUILabel label;
     label.setText("Name of the level");

@@ -74,6 +74,8 @@ TEST_F(Theme, EveryWidgetInEveryState) {
          {std::pair{KXUILightTheme(), "ui/states_light"}, {KXUIDarkTheme(), "ui/states_dark"}}) {
         states.draw(theme);
         expectGolden(Image::of(*window), name);
+        EveryState::drawBrowser(theme);
+        expectGolden(Image::of(*window).part(0, 0, 480, 300), name + std::string("_browser"));
     }
 }
 
