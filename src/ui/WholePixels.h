@@ -20,6 +20,6 @@ inline KXRect _KXRectBetween(int left, int top, int right, int bottom) {
 
 /// Whether a point belongs to a widget of a rectangle: its left and top edges do not.
 inline bool _KXContains(KXRect rect, KXPoint point) {
-    return rect.origin.x < point.x && point.x <= rect.origin.x + rect.size.width &&
-           rect.origin.y < point.y && point.y <= rect.origin.y + rect.size.height;
+    return rect.origin.x < point.x && point.x <= rect.origin.x + rect.size.width && rect.origin.y < point.y &&
+           point.y <= rect.origin.y + rect.size.height;
 }
