@@ -1,5 +1,6 @@
 #include "render/Clip.h"
 
+#include "render/CuttingClip.h"
 #include "render/DrawBatch.h"
 
 #include <SDL_opengl.h>
@@ -7,6 +8,7 @@
 #include <algorithm>
 
 _KXClip _KXCurrentClip() {
+    _KXLeaveCutsToOpenGL(); // or its limit would not be all of it
     GLint box[4];
     glGetIntegerv(GL_SCISSOR_BOX, box);
     return {box[0], box[1], box[2], box[3], glIsEnabled(GL_SCISSOR_TEST) == GL_TRUE};

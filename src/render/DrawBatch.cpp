@@ -2,6 +2,8 @@
 
 #include "core/ground/HeapGlobal.h"
 #include "render/CameraMap.h"
+#include "render/ClipSink.h"
+#include "render/CuttingClip.h"
 #include "render/DrawSink.h"
 #include "render/GLCheck.h"
 #include "render/ShaderProgram.h"
@@ -117,7 +119,9 @@ bool _KXIsCollecting() {
     return mode[0] == GL_FILL && mode[1] == GL_FILL;
 }
 
-_KXDrawSink& _KXCurrentSink() { return _KXHasCamera ? _KXCameraSink() : _KXSinkWithoutCamera(); }
+_KXDrawSink& _KXCurrentSink() { return _KXCut ? _KXClipSink() : _KXSinkBehindClips(); }
+
+_KXDrawSink& _KXSinkBehindClips() { return _KXHasCamera ? _KXCameraSink() : _KXSinkWithoutCamera(); }
 
 _KXDrawSink& _KXSinkWithoutCamera() {
     if (_KXIsCollecting())
@@ -128,6 +132,10 @@ _KXDrawSink& _KXSinkWithoutCamera() {
 }
 
 void _KXDrawMesh(const _KXMeshCorner* corners, int count) {
+    (_KXCut ? _KXDrawMeshCut : _KXDrawMeshBehindClips)(corners, count);
+}
+
+void _KXDrawMeshBehindClips(const _KXMeshCorner* corners, int count) {
     (_KXHasCamera ? _KXDrawMeshSeen : _KXDrawMeshWithoutCamera)(corners, count);
 }
 
@@ -143,6 +151,7 @@ void _KXFlushBatch(KXDrawFlushReason reason) {
     _KXForgetWhatIsSeen();
     if (!batch.isEmpty())
         batch.flush(reason);
+    _KXLeaveCutsToOpenGL(); // whoever lets it out may change what the scopes have seen
 }
 
 void _KXDropBatch() { batch.drop(); }

@@ -52,6 +52,8 @@ protected:
 
 /// The way that draws go now.
 _KXDrawSink& _KXCurrentSink();
+/// The way behind the scopes that cut.
+_KXDrawSink& _KXSinkBehindClips();
 /// Draws quads the way that draws go now, and leaves the colour exactly as given.
 void _KXDrawQuads(const _KXQuad* quads, int count, _KXFill fill, unsigned texture, KXColor color,
                   bool showsEdges = false);
@@ -62,6 +64,8 @@ struct _KXMeshCorner {
 };
 /// Draws triangles of three corners each, the way that draws go now.
 void _KXDrawMesh(const _KXMeshCorner* corners, int count);
+/// The same behind the scopes that cut.
+void _KXDrawMeshBehindClips(const _KXMeshCorner* corners, int count);
 /// Draws at once.
 _KXDrawSink& _KXImmediateSink();
 /// Has what is drawn at once look anew which points are in view.

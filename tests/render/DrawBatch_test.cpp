@@ -2,6 +2,7 @@
 
 #include "render/DrawBatch.h"
 
+#include "render/ClipScope.h"
 #include "render/ContextParts.h"
 #include "render/GLFunctions.h"
 #include "text/TextTest.h"
@@ -71,6 +72,7 @@ void DrawBatch::scene(unsigned seed) {
     polygons.setSize(15);
     window->unsetClip();
     fill({0.1f, 0.2f, 0.3f, 1});
+    std::vector<std::unique_ptr<_KXClipScope>> scopes; // as widgets have them
     const int variation = between(0, 15);
     glBlendFunc(GL_SRC_ALPHA, variation < 2 ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, variation == 2 ? GL_DECAL : GL_MODULATE);
@@ -141,9 +143,14 @@ void DrawBatch::scene(unsigned seed) {
         [&] { other.clear(); },
         [&] { target.setRenderContext(); },
         [&] { showTarget(); },
+        [&] { scopes.push_back(std::make_unique<_KXClipScope>(anyRect())); },
+        [&] { scopes.push_back(std::make_unique<_KXClipScope>(rect(10, 5, 200, 60))); },
+        [&] { scopes.resize(scopes.empty() ? 0 : scopes.size() - 1); },
     };
     for (int call = between(1, 30); call > 0; --call)
         calls[between(0, static_cast<int>(std::size(calls)) - 1)]();
+    while (!scopes.empty())
+        scopes.pop_back();
     for (int i = 0; i < 30; ++i)
         KXPopBlendMode(), KXPopCamera(), KXPopShader();
     showTarget();

@@ -255,11 +255,16 @@ TEST_F(Panel, CostsNoDrawCallForEachWidget) {
                 widget->setText(i % 2 ? "Mg" : "other");
             many.push_back(std::move(widget));
         };
-        i % 5 == 0   ? make(std::make_unique<KXUIButton>())
+        i % 7 == 5   ? make(std::make_unique<KXUITextEntry>())
+        : i % 7 == 6 ? make(std::make_unique<KXUIListBox>())
+        : i % 5 == 0 ? make(std::make_unique<KXUIButton>())
         : i % 5 == 1 ? make(std::make_unique<KXUICheckBox>())
         : i % 5 == 2 ? make(std::make_unique<KXUILabel>())
         : i % 5 == 3 ? make(std::make_unique<KXUIProgressBar>())
                      : make(std::make_unique<KXUISlider>());
+        if (auto* const rows = dynamic_cast<KXUIListBox*>(many.back().get()))
+            for (const char* row : {"one", "two", "three"}) // more than it shows
+                rows->add(row);
         many.back()->setRect({float(i % 25) * 12, float(i / 25) * 5}, {40, 16});
         crowd.add(*many.back());
     }

@@ -74,6 +74,11 @@ TEST_F(Theme, EveryWidgetInEveryState) {
          {std::pair{KXUILightTheme(), "ui/states_light"}, {KXUIDarkTheme(), "ui/states_dark"}}) {
         states.draw(theme);
         expectGolden(Image::of(*window), name);
+        const Image atOnce = Image::of(*window);
+        KXBeginDrawBatch();
+        states.draw(theme);
+        KXEndDrawBatch();
+        EXPECT_EQ(differingPixels(atOnce, Image::of(*window)), 0) << "in a batch";
         EveryState::drawBrowser(theme);
         expectGolden(Image::of(*window).part(0, 0, 480, 300), name + std::string("_browser"));
     }
