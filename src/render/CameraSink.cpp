@@ -3,6 +3,7 @@
 #include "core/ground/HeapGlobal.h"
 #include "render/CameraMap.h"
 #include "render/Clip.h"
+#include "render/CornerBox.h"
 #include "render/DrawBatch.h"
 #include "render/View.h"
 
@@ -14,22 +15,7 @@
 #include <vector>
 
 namespace {
-// A part of the target: left, top, right and bottom.
-struct Box {
-    float left, top, right, bottom;
-};
-
-template<class Corner, class PointOf>
-Box boxAround(const Corner* corners, int count, const PointOf& pointOf) {
-    const KXPoint first = pointOf(corners[0]);
-    Box box = {first.x, first.y, first.x, first.y};
-    for (int i = 1; i < count; ++i) {
-        const KXPoint point = pointOf(corners[i]);
-        box = {std::min(box.left, point.x), std::min(box.top, point.y), std::max(box.right, point.x),
-               std::max(box.bottom, point.y)};
-    }
-    return box;
-}
+using Box = _KXCornerBox;
 
 // What of the target is to be seen: within OpenGL's view, and within the limit of drawing.
 class Seen {
@@ -106,7 +92,8 @@ void CameraSink::quads(const _KXQuad* quads, int count, const _KXPaint& paint) {
         _KXQuad& to = mapped[taken] = *quad;
         for (_KXCorner& corner : to.corners)
             corner.position = map(corner.position);
-        taken += isSeen(boxAround(to.corners, 4, [](const _KXCorner& corner) { return corner.position; }), 0);
+        taken +=
+            isSeen(_KXBoxAround(to.corners, 4, [](const _KXCorner& corner) { return corner.position; }), 0);
         if (taken == most)
             handOn();
     }
@@ -120,8 +107,9 @@ const std::vector<KXPoint>* CameraSink::seen(const KXPoint* points, int count, f
     std::vector<KXPoint>& mapped = kept.get();
     mapped.resize(static_cast<std::size_t>(std::max(0, count)));
     std::transform(points, points + mapped.size(), mapped.begin(), _KXCurrentCamera);
-    const bool isThere = !mapped.empty() && _KXCurrentCamera.seesAnything &&
-                         isSeen(boxAround(mapped.data(), count, [](KXPoint point) { return point; }), margin);
+    const bool isThere =
+        !mapped.empty() && _KXCurrentCamera.seesAnything &&
+        isSeen(_KXBoxAround(mapped.data(), count, [](KXPoint point) { return point; }), margin);
     return isThere ? &mapped : nullptr;
 }
 
@@ -134,7 +122,7 @@ void CameraSink::mesh(const _KXMeshCorner* corners, int count) {
     for (_KXMeshCorner& corner : mapped)
         corner.position = _KXCurrentCamera(corner.position);
     const auto positionOf = [](const _KXMeshCorner& corner) { return corner.position; };
-    if (count > 0 && isSeen(boxAround(mapped.data(), count, positionOf), 0))
+    if (count > 0 && isSeen(_KXBoxAround(mapped.data(), count, positionOf), 0))
         _KXDrawMeshWithoutCamera(mapped.data(), count);
 }
 

@@ -1,6 +1,7 @@
 #include "render/ClipSink.h"
 
 #include "render/CameraMap.h"
+#include "render/CornerBox.h"
 #include "render/CuttingClip.h"
 
 #include <algorithm>
@@ -8,23 +9,9 @@
 #include <utility>
 
 namespace {
-struct Box {
-    float left, top, right, bottom;
-};
+using Box = _KXCornerBox;
 
 enum class Place { Inside, Outside, Across };
-
-template<class Corner, class PositionOf>
-Box boxAround(const Corner* corners, int count, PositionOf positionOf) {
-    const KXPoint first = positionOf(corners[0]);
-    Box box = {first.x, first.y, first.x, first.y};
-    for (int i = 1; i < count; ++i) {
-        const KXPoint point = positionOf(corners[i]);
-        box = {std::min(box.left, point.x), std::min(box.top, point.y), std::max(box.right, point.x),
-               std::max(box.bottom, point.y)};
-    }
-    return box;
-}
 
 Box cutOf(const KXRect& cut) {
     const auto [origin, size] = cut;
@@ -109,7 +96,7 @@ void ClipSink::quads(const _KXQuad* quads, int count, const _KXPaint& paint) {
         }
         const Box cut = cutOf(*_KXCut);
         const Box box =
-            boxAround(quads[i].corners, 4, [](const _KXCorner& corner) { return corner.position; });
+            _KXBoxAround(quads[i].corners, 4, [](const _KXCorner& corner) { return corner.position; });
         const Place place = placeOf(box, cut, 0);
         if (place == Place::Outside || box.left == box.right || box.top == box.bottom)
             continue;
@@ -130,14 +117,14 @@ void ClipSink::quads(const _KXQuad* quads, int count, const _KXPaint& paint) {
 }
 
 void ClipSink::lines(const KXPoint* points, int count, bool closed, float width, KXColor color) {
-    if (count > 0 && placed(boxAround(points, count, itself), width) == Place::Inside)
+    if (count > 0 && placed(_KXBoxAround(points, count, itself), width) == Place::Inside)
         return _KXSinkBehindClips().lines(points, count, closed, width, color);
     leaveLineWidth(width);
     leaveColor(color);
 }
 
 void ClipSink::fan(const KXPoint* points, int count, KXColor color) {
-    if (count > 0 && placed(boxAround(points, count, itself), 0) == Place::Inside)
+    if (count > 0 && placed(_KXBoxAround(points, count, itself), 0) == Place::Inside)
         return _KXSinkBehindClips().fan(points, count, color);
     leaveColor(color);
 }
@@ -149,6 +136,6 @@ _KXDrawSink& _KXClipSink() { return clipSink; }
 
 void _KXDrawMeshCut(const _KXMeshCorner* corners, int count) {
     const auto positionOf = [](const _KXMeshCorner& corner) { return corner.position; };
-    if (count > 0 && placed(boxAround(corners, count, positionOf), 0) == Place::Inside)
+    if (count > 0 && placed(_KXBoxAround(corners, count, positionOf), 0) == Place::Inside)
         _KXDrawMeshBehindClips(corners, count);
 }

@@ -5,6 +5,7 @@
 
 #include <Kobaltrix/KXDrawing.h>
 #include <Kobaltrix/KXKeys.h>
+#include <Kobaltrix/KXUIListBox.h>
 #include <Kobaltrix/KXUITextEntry.h>
 
 #include <algorithm>
@@ -79,6 +80,16 @@ void _KXDrawArrow(KXRect box, KXDirection direction, KXColor color) {
         return upright ? KXPoint{x + across, y + along} : KXPoint{x + along, y + across};
     };
     KXDrawTriangleFill(at(tip, 0), at(back, half), at(back, -half), color);
+}
+
+void _KXColorList(KXUIListBox& list, const KXUIColors& of) {
+    list.setBackgroundColor(of.background);
+    list.setBorderColor(of.border);
+    list.setTextColor(of.text);
+    list.setSelectionColor(of.selection);
+    list.setFocusColor(of.focus);
+    list.setTrackColor(of.interaction);
+    list.setKnobColor(of.background);
 }
 
 void _KXColorEntry(KXUITextEntry& entry, const KXUIColors& colors) {

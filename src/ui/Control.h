@@ -4,6 +4,7 @@
 
 #include <Kobaltrix/KXUIColors.h>
 
+class KXUIListBox;
 class KXUITextEntry;
 class _KXUIWidget;
 
@@ -63,6 +64,8 @@ private:
 
 /// Gives a line to type into, a part of a control, the colours of it.
 void _KXColorEntry(KXUITextEntry& entry, const KXUIColors& colors);
+/// The same for a list.
+void _KXColorList(KXUIListBox& list, const KXUIColors& colors);
 
 /// A filled triangle that points in one of four directions, in the middle of a box, in a colour as
 /// _KXPartText() gives it.

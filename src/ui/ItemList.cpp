@@ -1,6 +1,9 @@
 #include "ui/ItemList.h"
 
+#include "ui/Control.h"
 #include "ui/KXUIListBox.h"
+
+#include <Kobaltrix/KXGeometry.h>
 
 #include <algorithm>
 #include <utility>
@@ -50,20 +53,13 @@ void _KXItemList::userSelects(const _KXListItem& item) {
 }
 
 void _KXItemList::place(KXRect rect) {
-    if (list.rect().origin.x != rect.origin.x || list.rect().origin.y != rect.origin.y ||
-        list.rect().size.width != rect.size.width || list.rect().size.height != rect.size.height)
+    if (!KXEqualRects(list.rect(), rect))
         list.setRect(rect.origin, rect.size);
 }
 
 void _KXItemList::setColors(const KXUIColors& of) {
     colors = of;
-    list.setBackgroundColor(of.background);
-    list.setBorderColor(of.border);
-    list.setTextColor(of.text);
-    list.setSelectionColor(of.selection);
-    list.setFocusColor(of.focus);
-    list.setTrackColor(of.interaction);
-    list.setKnobColor(of.background);
+    _KXColorList(list, of);
 }
 
 int _KXItemList::poll() {

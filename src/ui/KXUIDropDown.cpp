@@ -54,13 +54,7 @@ KXUIDropDown::State::State(KXUIDropDown& box) : _KXControl(box), room{0, 0} {
 
 void KXUIDropDown::State::setColors(const KXUIColors& of) {
     colors = of;
-    list.setBackgroundColor(of.background);
-    list.setBorderColor(of.border);
-    list.setTextColor(of.text);
-    list.setSelectionColor(of.selection);
-    list.setFocusColor(of.focus);
-    list.setTrackColor(of.interaction);
-    list.setKnobColor(of.background);
+    _KXColorList(list, of);
 }
 
 void KXUIDropDown::State::open() {

@@ -4,6 +4,7 @@
 #include "ui/Description.h"
 #include "ui/Look.h"
 #include "ui/Shortcuts.h"
+#include "ui/WholePixels.h"
 #include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXDrawing.h>
@@ -20,10 +21,6 @@ namespace {
 constexpr float widestTitle = 200, besideTitle = 8, markSide = 8;
 constexpr float pixelsPerNotch = 40, pixelsPerStepOfDrag = 6, dragBegins = 4;
 
-bool contains(KXRect rect, KXPoint point) {
-    return rect.origin.x <= point.x && point.x < rect.origin.x + rect.size.width &&
-           rect.origin.y <= point.y && point.y < rect.origin.y + rect.size.height;
-}
 } // namespace
 
 void KXUITabBar::State::tabsChanged() { edges.clear(); }
@@ -112,7 +109,7 @@ bool KXUITabBar::State::isOverMark(const View& view, int index) const {
     constexpr float easier = 3; // to hit
     auto [origin, size] = markRect(view, index);
     return isClosable && tabUnder(view) == index &&
-           contains(
+           _KXCovers(
                {{origin.x - easier, origin.y - easier}, {size.width + 2 * easier, size.height + 2 * easier}},
                KXMousePoint);
 }

@@ -5,6 +5,7 @@
 #include "ui/Control.h"
 #include "ui/Description.h"
 #include "ui/Look.h"
+#include "ui/WholePixels.h"
 #include "ui/WidgetDrawing.h"
 
 #include <Kobaltrix/KXFont.h>
@@ -55,11 +56,6 @@ protected:
     void stepHeard() override;
 };
 
-static bool contains(KXRect rect, KXPoint point) {
-    return rect.origin.x <= point.x && point.x < rect.origin.x + rect.size.width &&
-           rect.origin.y <= point.y && point.y < rect.origin.y + rect.size.height;
-}
-
 /// What is shown, once.
 void KXUIToast::State::measure() {
     Message& shown = messages.front();
@@ -83,7 +79,7 @@ KXRect KXUIToast::State::actionRect() const {
 KXUIToast::State::Press KXUIToast::State::partUnderPointer() const {
     if (!toast.mouseOver())
         return Press::Nothing;
-    return contains(actionRect(), KXMousePoint) ? Press::Action : Press::Text;
+    return _KXCovers(actionRect(), KXMousePoint) ? Press::Action : Press::Text;
 }
 
 /// The next message begins.
@@ -193,7 +189,7 @@ KXRect KXUIToast::messageRect() const {
         box};
 }
 
-int KXUIToast::containsPoint(KXPoint point) const { return contains(messageRect(), point) ? -1 : 0; }
+int KXUIToast::containsPoint(KXPoint point) const { return _KXCovers(messageRect(), point) ? -1 : 0; }
 
 int KXUIToast::mouseOver() { return _takesInput() && !_mouseIsElsewhere() ? containsPoint(KXMousePoint) : 0; }
 

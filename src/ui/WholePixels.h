@@ -23,3 +23,9 @@ inline bool _KXContains(KXRect rect, KXPoint point) {
     return rect.origin.x < point.x && point.x <= rect.origin.x + rect.size.width && rect.origin.y < point.y &&
            point.y <= rect.origin.y + rect.size.height;
 }
+
+/// Whether a rectangle covers a point as it covers pixels: its right and bottom edges do not belong to it.
+inline bool _KXCovers(KXRect rect, KXPoint point) {
+    return rect.origin.x <= point.x && point.x < rect.origin.x + rect.size.width &&
+           rect.origin.y <= point.y && point.y < rect.origin.y + rect.size.height;
+}
