@@ -1,0 +1,99 @@
+#include "Arguments.h"
+
+#include <charconv>
+#include <cstdio>
+
+namespace {
+bool complain(std::string_view what) {
+    std::fprintf(stderr, "kxsprite: %.*s; see kxsprite --help\n", static_cast<int>(what.size()), what.data());
+    return false;
+}
+
+/// Whether a text is a whole number; what is none leaves the number as it was.
+bool readNumber(std::string_view text, int& number) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size();
+}
+
+bool suits(const Option& option, std::string_view value) {
+    int number = 0;
+    return option.kind == Option::Kind::Number
+               ? readNumber(value, number) && number >= option.least && number <= option.most
+               : !value.empty();
+}
+
+const Option* findOption(const Command* command, std::string_view name) {
+    if (command)
+        for (const Option& option : command->options)
+            if (option.name == name)
+                return &option;
+    return nullptr;
+}
+
+bool hasItsFiles(const Command& command, std::size_t count) {
+    using Files = Command::Files;
+    const std::string name = command.name;
+    switch (command.files) {
+    case Files::None:
+        return count == 0 || complain(name + " takes no file");
+    case Files::AtMostOne:
+        return count <= 1 || complain(name + " takes one file at most");
+    case Files::One:
+        return count == 1 || complain(name + " needs one file");
+    case Files::AtLeastOne:
+        return count >= 1 || complain(name + " needs a file");
+    }
+    return true;
+}
+
+bool makesSense(const Command& command, const Arguments& arguments) {
+    for (const Option& option : command.options)
+        if (option.needed && !arguments.has(option.name))
+            return complain(std::string(command.name) + " needs " + option.name + " " + option.needed);
+    return hasItsFiles(command, arguments.files.size());
+}
+} // namespace
+
+std::string Arguments::text(std::string_view option) const {
+    const auto found = options.find(option);
+    return found == options.end() ? std::string() : found->second;
+}
+
+int Arguments::number(std::string_view option, int unlessGiven) const {
+    int number = unlessGiven;
+    readNumber(text(option), number);
+    return number;
+}
+
+bool readCommandLine(int argc, char** argv, CommandLine& line) {
+    Arguments& arguments = line.arguments;
+    std::string_view name;
+    bool onlyFiles = false;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        if (onlyFiles || argument.empty() || argument[0] != '-') {
+            if (name.empty()) {
+                name = argument;
+                line.command = findCommand(name);
+            } else {
+                arguments.files.emplace_back(argument);
+            }
+        } else if (argument == "--help" || argument == "-h") {
+            line.command = nullptr;
+            return true;
+        } else if (argument == "--") {
+            onlyFiles = true;
+        } else {
+            const Option* option = findOption(line.command, argument);
+            const bool hasValue = option && option->kind != Option::Kind::Flag;
+            if (!option || (hasValue && (i + 1 == argc || !suits(*option, argv[i + 1]))))
+                return complain(std::string(argument).append(" is not understood here"));
+            arguments.options.insert_or_assign(option->name, hasValue ? argv[++i] : "");
+        }
+    }
+    if (name.empty())
+        return complain("a command is missing");
+    if (!line.command)
+        return complain(std::string(name).append(" is no command"));
+    return makesSense(*line.command, arguments);
+}
