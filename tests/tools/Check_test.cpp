@@ -74,6 +74,7 @@ TEST_F(Check, NamesTheFaultAndItsPlace) {
 
 TEST_F(Check, TakesSeveralFilesAndLooksForSheetsBesideThem) {
     folder.write("whole.spr", hero);
+    sheet(16, 16).save(folder / "hero.png");
     folder.write("cut.spr", hero.substr(0, 50));
     const Outcome run = kxsprite("check cut.spr whole.spr cut.spr whole.spr");
     EXPECT_EQ(run.status, 1);
@@ -81,7 +82,7 @@ TEST_F(Check, TakesSeveralFilesAndLooksForSheetsBesideThem) {
     EXPECT_EQ(run.output.find("whole.spr"), std::string::npos);
     std::filesystem::create_directory(folder / "a folder");
     folder.write("a folder/hero.spr", hero);
-    EXPECT_EQ(kxsprite("check 'a folder/hero.spr'").status, 0) << "no sheet, no fault";
+    expectFault(kxsprite("check 'a folder/hero.spr'"), "a folder/hero.spr", "a folder/hero.png' is missing");
     sheet(16, 15).save(folder / "a folder/hero.png");
     expectFault(kxsprite("check 'a folder/hero.spr'"), "a folder/hero.spr", "outside the sheet");
     folder.write("a folder/hero.png", "no picture");
@@ -115,7 +116,7 @@ TEST_F(CommandLine, RefusesWhatItDoesNotUnderstand) {
         EXPECT_EQ(help.status, 0);
         EXPECT_NE(help.output.find("--step-ms N"), std::string::npos);
     }
-    folder.write("--json", hero);
+    folder.write("--json", spriteFile({"", 0, 0}));
     EXPECT_EQ(kxsprite("check -- --json").status, 0);
     EXPECT_EQ(kxsprite("make b -o a --step-ms 1000").status, 1); // there is no b
 }

@@ -2,6 +2,8 @@
 
 #include "Tool.h"
 
+#include "support/Image.h"
+
 #include <climits>
 #include <cmath>
 #include <tuple>
@@ -12,7 +14,7 @@ using Make = Tool;
 TEST_F(Make, JsonBecomesTheBytesItCameFrom) {
     const Fields names = Fields{"h\u00e9ro \U0001F3AE.png", 2, "", 0.1f, -1e-30f, -3, 0} +
                          Fields{"say \"\\\n", 16777217.f, 3.4e38f, 1, INT_MAX, 2} +
-                         Fields{"Run", 2, INT_MIN, 0.f, 0.f, 1, 1, INT_MAX, 0.f, 0.f, 1, 1, 7} +
+                         Fields{"Run", 2, 0, 0.f, 0.f, 1, 1, INT_MAX, 0.f, 0.f, 1, 1, 7} +
                          Fields{"jump", 1, 0, 0.f, 0.f, 1, 1, 0};
     const std::string cases[] = {hero, spriteFile({"", 0, 0}), spriteFile(names)};
     for (const std::string& bytes : cases) {
@@ -22,6 +24,19 @@ TEST_F(Make, JsonBecomesTheBytesItCameFrom) {
         EXPECT_EQ(make(json.output).output, "");
         EXPECT_EQ(contentOf(folder / "a.spr"), bytes) << json.output;
     }
+}
+
+TEST_F(Make, CellsOfAGridAreFrames) {
+    const Outcome run = make(R"({"kxsprite": 1,
+        "grid": {"x": 1, "y": 0.5, "width": 8, "height": 6, "gapX": 2, "gapY": 1, "columns": 3},
+        "animations": [
+            {"name": "own", "grid": {"width": 16, "height": 20}, "row": 1, "cells": [4], "duration": 7},
+            {"name": "two rows", "loops": 0, "row": 1, "cells": [0, 2, 3, 2], "duration": [5, 4, 0, 4]}]})");
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(contentOf(folder / "a.spr"),
+              spriteFile(Fields{"", 0, 2, "own", 1, 7, 64.f, 20.f, 16, 20, -1, "two rows", 4} +
+                         Fields{5, 1.f, 7.5f, 8, 6, 4, 21.f, 7.5f, 8, 6, 0, 1.f, 14.5f, 8, 6} +
+                         Fields{4, 21.f, 7.5f, 8, 6, 0}));
 }
 
 TEST_F(Make, InfoIsForPeopleOrSaysWhatJsonCannot) {
@@ -49,6 +64,11 @@ TEST_F(Make, MistakesInJsonAreNamed) {
     const auto box = [](const std::string& rest) {
         return R"({"kxsprite": 1, "boxes": [{"name": "a", "x": )" + rest + "]}";
     };
+    const auto cells = [](const std::string& grid, const std::string& rest) {
+        return R"({"kxsprite": 1, "texture": "sheet.png", )" +
+               (grid.empty() ? "" : R"("grid": {)" + grid + "}, ") + R"("animations": [{"name": "a", )" +
+               rest + "}]}";
+    };
     const std::pair<std::string, const char*> cases[] = {
         {"", "is no valid JSON"},
         {"{\"kxsprite\": 1,}", "is no valid JSON: parse error at line 1"},
@@ -72,7 +92,22 @@ TEST_F(Make, MistakesInJsonAreNamed) {
          "'animations[0]' has the key 'loop'"},
         {R"({"kxsprite": 1, "animations": [{"name": "a", "frames": [{"duration": 1}]}]})",
          "'animations[0].frames[0].x' is missing"},
+        {cells("", R"("cells": [0], "duration": 1)"), "'animations[0]' has cells, but there is no grid"},
+        {cells(R"("width": 4)", R"("cells": [0], "duration": 1)"), "'grid.height' is missing"},
+        {cells(R"("width": 0, "height": 1)", R"("cells": [0], "duration": 1)"), "'grid.width' must be at"},
+        {cells(R"("width": 1, "height": 1, "gap": 1)", R"("cells": [0])"), "'grid' has the key 'gap'"},
+        {cells(R"("width": 1, "height": 1)", R"("cells": [-1], "duration": 1)"),
+         "'animations[0].cells[0]' must be at least 0"},
+        {cells(R"("width": 1, "height": 1)", R"("cells": [0, 1], "duration": [1])"),
+         "'animations[0].duration' must be a number, or as many as there are cells"},
+        {cells(R"("width": 1, "height": 1)", R"("cells": [], "duration": 1)"), "has no frames"},
+        {cells(R"("width": 1, "height": 1)", R"("cells": [0], "duration": -1)"),
+         "animation 'a', frame 0 has the negative duration -1"},
+        {cells(R"("width": 8, "height": 8)", R"("cells": [0, 4], "duration": 1)"),
+         "animation 'a', frame 1 of 8 x 8 lies outside the sheet of 32 x 16"},
+        {cells(R"("width": 8, "height": 8)", R"("cells": [0], "frames": [])"), "has the key 'frames'"},
     };
+    Image{32, 16, std::vector<Pixel>(512)}.save(folder / "sheet.png");
     for (const auto& [json, said] : cases)
         expectFault(make(json), "a.json", said);
     EXPECT_FALSE(std::filesystem::exists(folder / "a.spr"));

@@ -4,8 +4,11 @@
 
 /// Reads a sprite file strictly and says what is wrong with it. Whether nothing is.
 static bool checkSprite(const std::string& path) {
-    const StrictReading reading = readStrictly(
-        readFile(path), [&](const std::string& texture) { return sheetSize(sheetBeside(path, texture)); });
+    const StrictReading reading = readStrictly(readFile(path), [&](const std::string& texture) {
+        const std::string sheet = sheetBeside(path, texture);
+        const std::optional<SheetSize> size = sheetSize(sheet);
+        return size ? size : throw Fault("the sheet " + quoted(sheet) + " is missing");
+    });
     for (const FaultAt& fault : reading.faults)
         complain(path, ("byte " + std::to_string(fault.offset) + ": " + fault.what).c_str());
     return reading.faults.empty();
@@ -18,9 +21,10 @@ static bool check(const Arguments& arguments) {
     return sound;
 }
 
-const Command checkCommand = {"check",
-                              "FILE.spr...",
-                              "check       read strictly, and name every fault and its place",
-                              Command::Files::AtLeastOne,
-                              {},
-                              check};
+const Command checkCommand = {
+    "check",
+    "FILE.spr...",
+    "check       read strictly, and name every fault and its place; the sheet has to lie beside",
+    Command::Files::AtLeastOne,
+    {},
+    check};

@@ -32,6 +32,24 @@ static std::string extent(std::int32_t width, std::int32_t height) {
     return std::to_string(width) + " x " + std::to_string(height);
 }
 
+// In doubles, which hold every coordinate and every sum of two of them.
+static bool isOn(const SheetSize& sheet, const Area& bounds) {
+    const double x = static_cast<double>(bounds.x), y = static_cast<double>(bounds.y);
+    return x >= 0 && y >= 0 && x + bounds.width <= sheet.width && y + bounds.height <= sheet.height;
+}
+
+std::vector<std::string> faultsOf(const Frame& frame, const std::optional<SheetSize>& sheet) {
+    std::vector<std::string> faults;
+    const std::string size = extent(frame.bounds.width, frame.bounds.height);
+    if (frame.duration < 0)
+        faults.push_back("has the negative duration " + std::to_string(frame.duration));
+    if (frame.bounds.width < 1 || frame.bounds.height < 1)
+        faults.push_back("has the size " + size + " and shows nothing");
+    else if (sheet && !isOn(*sheet, frame.bounds))
+        faults.push_back("of " + size + " lies outside the sheet of " + extent(sheet->width, sheet->height));
+    return faults;
+}
+
 static std::string describe(const Animation& animation) {
     const std::size_t count = animation.frames.size();
     std::int32_t width = 0, height = 0;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -13,6 +14,11 @@ struct Fault : std::runtime_error {
     Fault(const std::string& what, std::string inFile) : runtime_error(what), file(std::move(inFile)) {}
 
     std::string file; ///< Which file, where it is not the one being read.
+};
+
+/// Width and height in pixels.
+struct SheetSize {
+    int width, height;
 };
 
 /// A rectangle as sprite files hold it: the position keeps its fraction, the extent has none.
@@ -47,6 +53,9 @@ struct Document {
 
     bool operator==(const Document&) const = default;
 };
+
+/// What is wrong with a frame, on a sheet whose size is known or not.
+std::vector<std::string> faultsOf(const Frame& frame, const std::optional<SheetSize>& sheet);
 
 /// A name as it may be shown on a terminal: in quotes, what would move the cursor written as \xNN.
 std::string quoted(const std::string& name);

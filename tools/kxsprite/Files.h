@@ -1,12 +1,9 @@
 #pragma once
 
+#include "Document.h"
+
 #include <optional>
 #include <string>
-
-/// Width and height in pixels.
-struct SheetSize {
-    int width, height;
-};
 
 /// A file's bytes. Throws a Fault if it cannot be read or is larger than any sprite file has reason to be.
 std::string readFile(const std::string& path);

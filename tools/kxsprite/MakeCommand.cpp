@@ -24,12 +24,24 @@ static Document readSource(const std::string& path, const Arguments& arguments) 
     return document;
 }
 
+/// Refuses frames that could not be shown. The sheet may still be to come, unlike for check.
+static void refuseFaults(const Document& document, const std::string& output) {
+    std::optional<SheetSize> sheet;
+    if (!document.texture.empty())
+        sheet = sheetSize(sheetBeside(output, document.texture));
+    for (const auto& [name, animation] : document.animations)
+        for (std::size_t i = 0; i < animation.frames.size(); ++i)
+            for (const std::string& fault : faultsOf(animation.frames[i], sheet))
+                throw Fault("animation " + quoted(name) + ", frame " + std::to_string(i) + " " + fault);
+}
+
 static bool make(const Arguments& arguments) {
     const std::string& path = arguments.files.front();
     const std::string output = arguments.text("-o");
     Document document;
     const bool isRead = tryWith(path, [&] {
         document = readSource(path, arguments);
+        refuseFaults(document, output);
         return true;
     });
     return isRead && tryWith(output, [&] {

@@ -125,22 +125,9 @@ private:
         const std::size_t offset = _at;
         const std::int32_t duration = integer(what);
         const Frame frame = {duration, area(what)};
-        const Area& bounds = frame.bounds;
-        const std::string size = std::to_string(bounds.width) + " x " + std::to_string(bounds.height);
-        if (duration < 0)
-            note(offset, what + " has the negative duration " + std::to_string(duration));
-        if (bounds.width < 1 || bounds.height < 1)
-            note(offset, what + " has the size " + size + " and shows nothing");
-        else if (_sheet && !isOnSheet(bounds))
-            note(offset, what + " of " + size + " lies outside the sheet of " +
-                             std::to_string(_sheet->width) + " x " + std::to_string(_sheet->height));
+        for (const std::string& fault : faultsOf(frame, _sheet))
+            note(offset, what + " " + fault);
         return frame;
-    }
-
-    // In doubles, which hold every coordinate and every sum of two of them.
-    bool isOnSheet(const Area& bounds) const {
-        const double x = static_cast<double>(bounds.x), y = static_cast<double>(bounds.y);
-        return x >= 0 && y >= 0 && x + bounds.width <= _sheet->width && y + bounds.height <= _sheet->height;
     }
 
     std::string_view _bytes;

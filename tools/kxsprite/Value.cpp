@@ -74,6 +74,8 @@ std::vector<Value> Value::elements() const {
     return values;
 }
 
+bool Value::isArray() const { return _json->is_array(); }
+
 std::int32_t Value::integer() const {
     using Limits = std::numeric_limits<std::int32_t>;
     if (_json->is_number_unsigned() && _json->get<std::uint64_t>() > std::uint64_t{Limits::max()})

@@ -28,6 +28,8 @@ public:
     std::vector<std::pair<std::string, Value>> children() const;
     std::vector<Value> elements() const;
 
+    bool isArray() const;
+
     std::int32_t integer() const;
     float number() const;
     const std::string& text() const;
