@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Kobaltrix/KXInputEvents.h>
 #include <Kobaltrix/KXKeys.h>
 #include <Kobaltrix/KXTypes.h>
 
@@ -40,6 +41,18 @@ struct KXUIKey {
     int control;  ///< Non-zero while either Control is held.
     int alt;      ///< Non-zero while either Alt is held.
     int command;  ///< Non-zero while either Command key is held.
+};
+
+/// What the mouse did with a widget.
+struct KXUIMouse {
+    KXInputEventType type; ///< #KXInputEventMouseDown, Up, Moved or Wheel.
+    int button;            ///< Which went down or up, a KXMouseButton: the left one with Control, too.
+    KXPoint point;         ///< Where the pointer was then, in the units of the widget's rectangle.
+    KXPoint motion;        ///< How far it moved, or the notches that the wheel was turned.
+    int shift;             ///< Non-zero while either Shift is held.
+    int control;           ///< Non-zero while either Control is held.
+    int alt;               ///< Non-zero while either Alt is held.
+    int command;           ///< Non-zero while either Command key is held.
 };
 
 /// The base of all widgets.
@@ -138,6 +151,11 @@ public:
     /// A key went down or repeats while the widget has the keyboard. The base clicks it at Return, the key
     /// pad's Enter and Space. @return -1 if it was for the widget, else 0.
     virtual int handleKey(const KXUIKey& key);
+    /// The mouse did something while this lies on top of all else under the pointer; the base does nothing.
+    /// It is told everything in the order in which it came, before pollInPanel(), also what lies within one
+    /// step. Where a button went down over it the widget is told what comes until that button is up again,
+    /// wherever the pointer is; one that is disabled meanwhile is not, so ask KXMouseHeld(), too.
+    virtual void handleMouse(const KXUIMouse& mouse);
     /// Where the ring is drawn while it has the keyboard: its rectangle.
     virtual KXRect focusRect() const;
     /// Whether a point belongs to it: one in its rectangle, without the left and top edges.

@@ -62,8 +62,35 @@ static bool isReturn(const KXInputEvent& event) {
     return event.key == KXKeyReturn || event.key == KXKeyPadEnter;
 }
 
-// A press that ends within its step was never there for those who ask once a step.
+static KXUIMouse mouseOf(const KXInputEvent& event, const _KXModifiers& modifiers) {
+    return {event.type,      event.button,      KXMousePoint,  event.motion,
+            modifiers.shift, modifiers.control, modifiers.alt, modifiers.command};
+}
+
+/// Whether an event of the mouse is to be handed to the widget. What is pressed on it stays its own.
+bool _KXPanelStop::isForWidget(const KXInputEvent& event) {
+    if (!widget._takesInput())
+        return pressed = 0, false;
+    const unsigned bit = event.button >= 0 && event.button < 32 ? 1U << event.button : 0;
+    if (event.type == KXInputEventMouseUp)
+        return std::exchange(pressed, pressed & ~bit) & bit;
+    const bool isOnTop = widget.mouseOver() && parts.topAt(KXMousePoint) == &widget;
+    if (event.type == KXInputEventMouseDown && isOnTop)
+        pressed |= bit;
+    return isOnTop || (pressed && event.type != KXInputEventMouseWheel);
+}
+
 void _KXPanelStop::heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) {
+    if (isRemoved) // by what came before
+        return;
+    const std::shared_ptr<_KXUIPanelParts> kept = parts.panel->_shared(); // it may end the panel
+    heardClick(event, modifiers);
+    if (isForWidget(event))
+        widget.handleMouse(mouseOf(event, modifiers));
+}
+
+// A press that ends within its step was never there for those who ask once a step.
+void _KXPanelStop::heardClick(const KXInputEvent& event, const _KXModifiers& modifiers) {
     if (event.button != KXMouseLeft || modifiers.control || !widget.mouseOver())
         return;
     const std::uint64_t now = std::uint64_t{_KXStep().step} + 1;
@@ -273,8 +300,10 @@ void KXUIPanel::remove(_KXUIWidget& widget) {
     if (child == parts->children.end())
         return;
     _KXFocus* const focus = child->focus();
-    if (child->stop)
+    if (child->stop) {
+        child->stop->isRemoved = true;
         parts->removed.push_back(std::move(child->stop));
+    }
     parts->children.erase(child);
     for (_KXUIWidget** each : {&parts->defaultButton, &parts->cancelButton, &parts->holder})
         if (*each == &widget)

@@ -17,9 +17,13 @@ struct _KXPanelStop final : _KXFocus {
     bool takesText() const override { return false; }
     void heardMouse(const KXInputEvent& event, const _KXModifiers& modifiers) override;
     void heardKey(const KXInputEvent& key, const _KXModifiers& modifiers) override;
+    void heardClick(const KXInputEvent& event, const _KXModifiers& modifiers);
+    bool isForWidget(const KXInputEvent& event);
 
     _KXUIPanelParts& parts;
     _KXUIWidget& widget;
+    bool isRemoved = false;      // from the panel, while it may still be hearing
+    unsigned pressed = 0;        // the buttons that went down over it, a bit for each
     std::uint64_t pressStep = 0; // one more than that in which it was pressed last
 };
 

@@ -196,6 +196,7 @@ int _KXUIWidget::_mnemonicIn(const char* text) const {
 
 int _KXUIWidget::pollInPanel() { return clicked(KXMouseLeft); }
 int _KXUIWidget::takesKeyboard() const { return -1; }
+void _KXUIWidget::handleMouse(const KXUIMouse&) {}
 KXRect _KXUIWidget::focusRect() const { return rect(); }
 int _KXUIWidget::takesWheel() const { return 0; }
 int _KXUIWidget::hasPopup() const { return 0; }

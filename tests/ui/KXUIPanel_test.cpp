@@ -6,6 +6,8 @@
 
 #include <memory>
 #include <set>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -202,6 +204,45 @@ TEST_F(Panel, MayBeInAnotherAndEndAtAnyTime) {
     brief->add(box);
     brief.reset();
     EXPECT_EQ(box._panel(), nullptr);
+}
+
+TEST_F(Panel, HandsTheMouseToTheWidgetOnTopEventByEvent) {
+    struct Board : _KXUIWidget {
+        void handleMouse(const KXUIMouse& mouse) override {
+            heard += "mduw"[mouse.type - KXInputEventMouseMoved] + std::to_string(mouse.button) +
+                     (mouse.control ? "c" : "") + " " + std::to_string(int(mouse.point.x)) + ", ";
+            if (ends)
+                delete this;
+        }
+        std::string& heard;
+        bool ends = false;
+        explicit Board(std::string& text) : heard(text) {}
+    };
+    std::string heard;
+    auto* const board = new Board(heard);
+    board->setRect({200, 100}, {100, 80});
+    KXUIButton above;
+    above.setRect({250, 100}, {50, 80});
+    panel.add(*board);
+    panel.add(above);
+    const auto hears = [&](const char* acts, const char* what) {
+        act(acts);
+        EXPECT_EQ(std::exchange(heard, ""), what) << acts;
+    };
+    hears("at 210 110", "m0 210, ");
+    hears("press 220 110 & at 270 110 & release & at 280 110", "m0 220, d0 220, m0 270, u0 270, ");
+    hears("at 211 110 & wheel 1", "m0 211, w0 211, ");
+    hears("press 260 110, at 205 110, release", "m0 205, ");
+    hears("hold Left Control & press & release & let Left Control", "d0c 205, u0c 205, ");
+    hands.hold(KXMouseMiddle), hands.hold(KXMouseLeft), hands.move({5, 5}), hands.release(KXMouseLeft);
+    hands.wheel(1), hands.move({6, 6}), hands.release(KXMouseMiddle);
+    hears("at 210 110", "d2 205, d0 205, m0 5, u0 5, m0 6, u2 6, m0 210, ");
+    hears("press & at 10 10", "d0 210, m0 10, ");
+    board->setEnabled(0);
+    hears("release & press 210 110", "");
+    board->setEnabled(-1);
+    board->ends = true;
+    hears("at 211 110 & at 212 110", "m0 211, ");
 }
 
 TEST_F(Panel, HearsOfItsOwnWindowAlone) {
