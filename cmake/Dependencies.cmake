@@ -11,3 +11,7 @@ foreach(pair IN LISTS kobaltrix_modules)
   list(GET pair 1 module)
   pkg_check_modules(${name} REQUIRED IMPORTED_TARGET ${module})
 endforeach()
+# The tool alone links this.
+if(KOBALTRIX_BUILD_TOOLS OR KOBALTRIX_BUILD_DEMO OR KOBALTRIX_BUILD_EXAMPLES)
+  find_package(GIF REQUIRED)
+endif()

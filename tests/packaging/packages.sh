@@ -26,7 +26,7 @@ needs() {
     done
 }
 needs "$runtime" libc6 libstdc++6 libgl1 libsdl2-2.0-0 libsdl2-image-2.0-0 libsdl2-mixer-2.0-0 libftgl2 libfreetype6
-needs "$dev" "libkobaltrix (= $VERSION)" libsdl2-2.0-0 libsdl2-image-2.0-0
+needs "$dev" "libkobaltrix (= $VERSION)" libsdl2-2.0-0 libsdl2-image-2.0-0 libgif7
 # Whatever kobaltrix.pc requires is in a package that the development files depend on.
 pc=$SCRATCH/root/usr/$LIBDIR/pkgconfig
 for module in $(PKG_CONFIG_PATH=$pc pkg-config --print-requires-private kobaltrix); do

@@ -106,7 +106,7 @@ TEST_F(CommandLine, RefusesWhatItDoesNotUnderstand) {
          {"", "paint a", "info", "info a b", "info -o a b", "make a", "make a -o", "make a -o ''",
           "make a -o b --step-ms", "make a -o b --step-ms 0", "make a -o b --step-ms 1001",
           "make a -o b --step-ms 1x", "make a -o b --json", "check", "check --nonsense", "preview a",
-          "preview a -o b --step-ms 16"}) {
+          "preview a -o b --scale 17", "info a --step-ms 16"}) {
         const Outcome run = kxsprite(arguments);
         EXPECT_EQ(run.status, 2) << arguments;
         EXPECT_EQ(run.output.rfind("kxsprite: ", 0), 0u) << arguments << ": " << run.output;

@@ -4,8 +4,11 @@
 
 #include "support/Image.h"
 
+#include <gif_lib.h>
+
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace {
 constexpr Pixel red = {250, 10, 10, 255}, blue = {10, 10, 250, 255}, outline = {255, 51, 51, 255},
@@ -15,6 +18,34 @@ constexpr Pixel red = {250, 10, 10, 255}, blue = {10, 10, 250, 255}, outline = {
 const std::string sprite =
     spriteFile(Fields{"hero.png", 1, "hit", 2.f, 3.f, 4, 5, 2, "A", 2, 50, 0.f, 0.f, 16, 16} +
                Fields{60, 16.f, 0.f, 16, 16, 0, "B", 1, 1, 16.f, 0.f, 16, 16, -1});
+
+/// What an animated GIF shows.
+struct Movie {
+    explicit Movie(const std::string& path) {
+        const std::unique_ptr<GifFileType, void (*)(GifFileType*)> gif(
+            DGifOpenFileName(path.c_str(), nullptr), [](GifFileType* file) { DGifCloseFile(file, nullptr); });
+        if (!gif || DGifSlurp(gif.get()) != GIF_OK)
+            return;
+        for (int i = 0; i < gif->ImageCount; ++i) {
+            const SavedImage& image = gif->SavedImages[i];
+            GraphicsControlBlock control = {};
+            DGifSavedExtensionToGCB(gif.get(), i, &control);
+            times.push_back(control.DelayTime);
+            Image& frame = frames.emplace_back(Image{gif->SWidth, gif->SHeight, {}});
+            for (int k = 0; k < frame.width * frame.height; ++k) {
+                const int index = image.RasterBits[k];
+                const GifColorType color = image.ImageDesc.ColorMap->Colors[index];
+                const bool isSeen = index != control.TransparentColor;
+                frame.pixels.push_back(isSeen ? Pixel{color.Red, color.Green, color.Blue, 255} : Pixel{});
+            }
+        }
+        loops = gif->SavedImages[0].ExtensionBlockCount > 1;
+    }
+
+    std::vector<Image> frames;
+    std::vector<int> times; // in hundredths of a second
+    bool loops = false;
+};
 
 struct Preview : Tool {
     /// A sheet of a red and a blue frame, 16 by 16 each.
@@ -95,5 +126,59 @@ TEST_F(Preview, SaysWhatItCannotDraw) {
     folder.write("hero.spr", sprite);
     expectFault(kxsprite("preview hero.spr -o no/such.png"), "no/such.png", "Unable to write");
     expectFault(kxsprite("preview hero.spr -o /dev/full"), "/dev/full", "No space left on device");
+}
+
+TEST_F(Preview, AGifMovesAsLongAsTheSprite) {
+    saveSheet();
+    folder.write("hero.spr", sprite);
+    EXPECT_EQ(kxsprite("preview hero.spr -o a.GIF --animation A --scale 3 --step-ms 17").output, "");
+    const Movie once(folder / "a.GIF");
+    ASSERT_EQ(once.times, (std::vector{85, 102}));
+    EXPECT_FALSE(once.loops);
+    for (const Image& frame : once.frames)
+        EXPECT_EQ(count(frame, &frame == &once.frames[0] ? red : blue), 48 * 48);
+    expectFault(kxsprite("preview hero.spr -o b.gif"), "hero.spr", "--animation");
+    expectFault(kxsprite("preview hero.spr -o b.gif --animation C"), "hero.spr", "has no animation 'C'");
+    expectFault(kxsprite("preview hero.spr -o no/b.gif --animation A"), "no/b.gif", "cannot be written");
+
+    Fields frames = {"hero.png", 0, 1, "A", 4};
+    for (int i = 0; i < 4; ++i)
+        frames = frames + Fields{i - 1, 0.f, 0.f, 16, 16};
+    folder.write("hero.spr", spriteFile(frames + Fields{-1}));
+    kxsprite("preview hero.spr -o b.gif --step-ms 25");
+    const Movie loop(folder / "b.gif");
+    EXPECT_EQ(loop.times, (std::vector{3, 2, 3, 5})) << "no rest is lost";
+    EXPECT_TRUE(loop.loops);
+}
+
+TEST_F(Preview, AGifHasTheColoursOfEachFrame) {
+    Image sheet = {32, 17, std::vector<Pixel>(544)};
+    for (std::size_t i = 0; i < 544; ++i) {
+        const int color = static_cast<int>(i) * 5;
+        sheet.pixels[i] = {static_cast<std::uint8_t>(color), static_cast<std::uint8_t>(color >> 4), 90,
+                           static_cast<std::uint8_t>(i % 17 == 3 ? 127 : 128)};
+    }
+    sheet.save(folder / "hero.png");
+    folder.write(
+        "hero.spr",
+        spriteFile(Fields{"hero.png", 0, 1, "A", 2, 1, 0.f, 0.f, 32, 8, 1, 0.f, 0.f, 32} + Fields{17, -1}));
+    kxsprite("preview hero.spr -o a.gif");
+    const Movie movie(folder / "a.gif");
+    ASSERT_EQ(movie.frames.size(), 2u);
+    for (Pixel& pixel : sheet.pixels)
+        pixel = pixel.a < 128 ? Pixel{} : Pixel{pixel.r, pixel.g, pixel.b, 255};
+    EXPECT_EQ(differingPixels(movie.frames[1], sheet, 40), 0);
+    std::fill(sheet.pixels.begin() + 32 * 8, sheet.pixels.end(), Pixel{}); // the first frame is not as high
+    EXPECT_EQ(differingPixels(movie.frames[0], sheet), 0) << "exact, with 241 colours";
+}
+
+TEST_F(Preview, ScalesFramesAndBoxes) {
+    saveSheet();
+    folder.write("hero.spr", sprite);
+    EXPECT_EQ(kxsprite("preview hero.spr -o a.png --scale 4 --animation A", "KXSPRITE_FONT=none").status, 0);
+    const Image rows = Image::fromFile(folder / "a.png");
+    const int ring = 2 * 16 + 2 * 20 - 4; // the outline of the box of 16 by 20
+    EXPECT_EQ(count(rows, red), 64 * 64 - ring);
+    EXPECT_EQ(count(rows, blue), 64 * 64 - ring) << "no other animation";
 }
 } // namespace

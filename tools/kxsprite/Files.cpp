@@ -2,6 +2,8 @@
 
 #include "Document.h"
 
+#include <Kobaltrix/KXError.h>
+
 #include <SDL_image.h>
 
 #include <cerrno>
@@ -36,6 +38,11 @@ std::string readFile(const std::string& path) {
     if (std::ferror(file.get()))
         throw Fault(std::string("cannot be read: ") + std::strerror(errno));
     return bytes;
+}
+
+Fault libraryFault(const std::string& path) {
+    const std::string reason = KXError(), beginning = path + ": "; // which the report says itself
+    return {reason.starts_with(beginning) ? reason.substr(beginning.size()) : reason, path};
 }
 
 std::string sheetBeside(const std::string& sprite, const std::string& texture) {

@@ -8,6 +8,9 @@
 /// A file's bytes. Throws a Fault if it cannot be read or is larger than any sprite file has reason to be.
 std::string readFile(const std::string& path);
 
+/// What KXError() says of a file.
+Fault libraryFault(const std::string& path);
+
 /// The path of the sheet that a sprite file names: it lies in the same folder.
 std::string sheetBeside(const std::string& sprite, const std::string& texture);
 

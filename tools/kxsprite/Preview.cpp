@@ -1,5 +1,6 @@
 #include "Preview.h"
 
+#include "AnimatedPreview.h"
 #include "Files.h"
 #include "SpriteIO.h"
 
@@ -7,6 +8,7 @@
 #include <Kobaltrix/Kobaltrix.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -25,13 +27,13 @@ constexpr std::int64_t lineWidth = 1600, largestSide = 16384; // what every grap
 struct Cell {
     double left = 0, top = 0, right = 1, bottom = 1;
 
-    void include(double x, double y, double width, double height) {
+    void include(double x, double y, double width, double height, double scale) {
         if (!std::isfinite(x) || !std::isfinite(y))
             throw Fault("a box has a position that is not a finite number");
-        left = std::min(left, std::floor(x));
-        top = std::min(top, std::floor(y));
-        right = std::max(right, std::ceil(x + width));
-        bottom = std::max(bottom, std::ceil(y + height));
+        left = std::min(left, std::floor(x * scale));
+        top = std::min(top, std::floor(y * scale));
+        right = std::max(right, std::ceil((x + width) * scale));
+        bottom = std::max(bottom, std::ceil((y + height) * scale));
     }
     std::int64_t width() const { return side(right - left); }
     std::int64_t height() const { return side(bottom - top); }
@@ -58,19 +60,21 @@ struct Row {
 };
 
 struct Picture {
+    int scale;
     std::vector<Row> rows;
     std::int64_t width = gap, height = gap;
 };
 
-Picture layOut(const Document& document) {
-    Picture picture;
+Picture layOut(const Document& document, int scale) {
+    Picture picture = {scale, {}};
     std::size_t outlines = 0;
     for (const auto& [name, animation] : document.animations) {
         Cell cell;
         for (const Frame& frame : animation.frames)
-            cell.include(0, 0, frame.bounds.width, frame.bounds.height);
+            cell.include(0, 0, frame.bounds.width, frame.bounds.height, scale);
         for (const auto& [title, box] : document.boxes)
-            cell.include(static_cast<double>(box.x), static_cast<double>(box.y), box.width, box.height);
+            cell.include(static_cast<double>(box.x), static_cast<double>(box.y), box.width, box.height,
+                         scale);
         const auto frames = static_cast<std::int64_t>(animation.frames.size());
         outlines += animation.frames.size() * document.boxes.size();
         const std::int64_t width = cell.width(), height = cell.height();
@@ -139,6 +143,7 @@ private:
 
 /// Draws the frames of one animation, which the sprite steps through by itself.
 void drawRow(const Row& row, const Document& document, KXSprite& sprite) {
+    const float scale = sprite.scale();
     const char* name = row.name.c_str();
     for (int i = 0; i < row.frames; ++i) {
         KXRect bounds = KXZeroRect;
@@ -152,8 +157,8 @@ void drawRow(const Row& row, const Document& document, KXSprite& sprite) {
                        cellColor);
         sprite.draw(at);
         for (const auto& [title, box] : document.boxes)
-            KXDrawRect({{at.x + box.x, at.y + box.y},
-                        {static_cast<float>(box.width), static_cast<float>(box.height)}},
+            KXDrawRect({{at.x + box.x * scale, at.y + box.y * scale},
+                        {static_cast<float>(box.width) * scale, static_cast<float>(box.height) * scale}},
                        boxColor);
     }
 }
@@ -174,6 +179,7 @@ void draw(const Picture& picture, const Document& document, KXSprite& sprite, co
     if (target.size().width == 0)
         throw std::bad_alloc();
     target.setRenderContext();
+    sprite.setScale(static_cast<float>(picture.scale));
     KXDrawRectFill({KXZeroPoint, target.size()}, background);
     for (const Row& row : picture.rows) {
         if (font)
@@ -186,22 +192,47 @@ void draw(const Picture& picture, const Document& document, KXSprite& sprite, co
 }
 } // namespace
 
-void previewSprite(const std::string& path, const std::string& output) {
-    const Document document = loadDocument(path);
-    if (document.animations.empty())
-        throw Fault("has no animations to draw");
-    if (document.texture.empty())
-        throw Fault("names no sheet to draw from");
-    if (const std::string sheet = sheetBeside(path, document.texture); !sheetSize(sheet))
-        throw Fault("its sheet " + quoted(sheet) + " is missing");
-    const Picture picture = layOut(document);
+static void keepOnly(Document& document, const std::string& name) {
+    const auto found = document.animations.find(name);
+    if (found == document.animations.end())
+        throw Fault("has no animation " + quoted(name));
+    document.animations = {std::pair{name, std::move(found->second)}};
+}
 
+static bool isGif(const std::string& path) {
+    std::string extension = std::filesystem::path(path).extension().string();
+    for (char& letter : extension)
+        letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+    return extension == ".gif";
+}
+
+static void previewRows(const std::string& path, const Document& document, const PreviewSettings& settings) {
+    const Picture picture = layOut(document, settings.scale);
     const HiddenWindow window;
     KXSprite sprite;
     sprite.load(std::filesystem::absolute(path).c_str()); // whose folder is that of the sheet
     try {
-        draw(picture, document, sprite, output);
+        draw(picture, document, sprite, settings.output);
     } catch (const std::bad_alloc&) {
         throw Fault(std::string("cannot be drawn: ") + KXError());
     }
+}
+
+void previewSprite(const std::string& path, const PreviewSettings& settings) {
+    Document document = loadDocument(path);
+    if (document.animations.empty())
+        throw Fault("has no animations to draw");
+    if (document.texture.empty())
+        throw Fault("names no sheet to draw from");
+    const std::string sheet = sheetBeside(path, document.texture);
+    if (!sheetSize(sheet))
+        throw Fault("its sheet " + quoted(sheet) + " is missing");
+    if (!settings.animation.empty())
+        keepOnly(document, settings.animation);
+    if (!isGif(settings.output))
+        return previewRows(path, document, settings);
+    if (document.animations.size() > 1)
+        throw Fault("has " + std::to_string(document.animations.size()) +
+                    " animations, of which --animation has to name one");
+    previewMoving(document.animations.begin()->second, sheet, settings);
 }

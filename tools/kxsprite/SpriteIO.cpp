@@ -2,7 +2,6 @@
 
 #include "SpriteFile.h"
 
-#include <Kobaltrix/KXError.h>
 #include <Kobaltrix/KXSprite.h>
 
 #include <cstdlib>
@@ -80,8 +79,6 @@ Document loadDocument(const std::string& path) {
 void saveDocument(const Document& document, const std::string& path) {
     KXSprite sprite;
     fill(sprite, document);
-    if (sprite.writeToFile(path.c_str()))
-        return;
-    const std::string reason = KXError(), beginning = path + ": "; // which the caller says itself
-    throw Fault(reason.starts_with(beginning) ? reason.substr(beginning.size()) : reason);
+    if (!sprite.writeToFile(path.c_str()))
+        throw libraryFault(path);
 }
