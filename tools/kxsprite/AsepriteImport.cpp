@@ -1,6 +1,6 @@
 #include "AsepriteImport.h"
 
-#include <algorithm>
+#include "Tags.h"
 
 namespace {
 Area area(const Value& value) {
@@ -9,11 +9,9 @@ Area area(const Value& value) {
 }
 
 int polls(const Value& duration, int stepMilliseconds) {
-    const std::int64_t milliseconds = duration.integer();
-    if (milliseconds < 0)
+    if (duration.integer() < 0)
         duration.fail("is negative");
-    const std::int64_t nearest = (milliseconds + stepMilliseconds / 2) / stepMilliseconds;
-    return static_cast<int>(std::max<std::int64_t>(nearest, 1));
+    return stepsOf(duration.integer(), stepMilliseconds);
 }
 
 bool isTrimmed(const Value& frame, const Area& bounds) {
@@ -58,55 +56,44 @@ std::vector<Frame> readFrames(const Value& root, int stepMilliseconds) {
     return frames;
 }
 
-void append(std::vector<Frame>& to, const std::vector<Frame>& frames) {
-    to.insert(to.end(), frames.begin(), frames.end());
-}
-
-/// The frames of one tag in the order they are shown, from those of its range.
-std::vector<Frame> layOut(std::vector<Frame> range, const Value& direction, bool once) {
+TagDirection directionOf(const Value& direction) {
     const std::string& way = direction.text();
-    const bool pingPong = way == "pingpong" || way == "pingpong_reverse";
-    if (way == "reverse" || way == "pingpong_reverse")
-        std::reverse(range.begin(), range.end());
-    else if (way != "forward" && way != "pingpong")
-        direction.fail(
-            "is " + quoted(way) +
-            "; it must be forward, reverse, pingpong or pingpong_reverse: choose one of them as the "
-            "tag's animation direction and export again with --list-tags");
-    if (!pingPong || range.size() < 2)
-        return range;
-    // The turning points are shown once. A loop begins again with the first frame by itself; played once, the
-    // way back has to end where it started.
-    std::vector<Frame> back(range.rbegin() + 1, range.rend() - (once ? 0 : 1));
-    append(range, back);
-    return range;
+    if (way == "forward")
+        return TagDirection::Forward;
+    if (way == "reverse")
+        return TagDirection::Reverse;
+    if (way == "pingpong")
+        return TagDirection::PingPong;
+    if (way == "pingpong_reverse")
+        return TagDirection::PingPongReverse;
+    direction.fail("is " + quoted(way) +
+                   "; it must be forward, reverse, pingpong or pingpong_reverse: choose one of them as the "
+                   "tag's animation direction and export again with --list-tags");
 }
 
 /// How often a tag is played; 0 for ever. It is written as a text.
-int repeats(const Value& tag, std::vector<std::string>& notes) {
+int repeats(const Value& tag) {
     const std::optional<Value> repeat = tag.find("repeat");
     if (!repeat)
         return 0;
     const std::string& text = repeat->text();
     if (text.empty() || text.size() > 9 || text.find_first_not_of("0123456789") != std::string::npos)
         repeat->fail("must be a text of digits");
-    const int count = std::stoi(text);
-    if (count > 1)
-        notes.push_back("tag " + quoted(tag.member("name").text()) + " is played " + text +
-                        " times, which a sprite cannot do; it loops");
-    return count;
+    return std::stoi(text);
 }
 
-Animation readTag(const Value& tag, const std::vector<Frame>& frames, std::vector<std::string>& notes) {
-    const std::int64_t from = tag.member("from").integer(), to = tag.member("to").integer();
-    if (from < 0 || to < from || to >= static_cast<std::int64_t>(frames.size()))
-        throw Fault("tag " + quoted(tag.member("name").text()) + " covers the frames " +
-                    std::to_string(from) + " to " + std::to_string(to) + ", but the export holds " +
-                    std::to_string(frames.size()) +
+Animation readTag(const Value& json, const std::vector<Frame>& frames, std::vector<std::string>& notes) {
+    const Tag tag = {json.member("name").name(), json.member("from").integer(), json.member("to").integer(),
+                     directionOf(json.member("direction")), repeats(json)};
+    if (tag.from < 0 || tag.to < tag.from || tag.to >= static_cast<std::int64_t>(frames.size()))
+        throw Fault("tag " + quoted(tag.name) + " covers the frames " + std::to_string(tag.from) + " to " +
+                    std::to_string(tag.to) + ", but the export holds " + std::to_string(frames.size()) +
                     "; export all frames, without --ignore-empty, --tag, --frame-tag and --frame-range");
-    const bool once = repeats(tag, notes) == 1;
-    std::vector<Frame> range(frames.begin() + from, frames.begin() + to + 1);
-    return {once ? 0 : -1, layOut(std::move(range), tag.member("direction"), once)};
+    const TagOrder order = layOut(tag, notes);
+    Animation animation = {order.loops, {}};
+    for (const int frame : order.frames)
+        animation.frames.push_back(frames[static_cast<std::size_t>(frame)]);
+    return animation;
 }
 
 Area readSlice(const Value& slice) {
