@@ -1,6 +1,7 @@
 #include "GridFinder.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -128,4 +129,34 @@ std::optional<Grid> findGrid(const KXImage& sheet) {
     if (!across || !down)
         return std::nullopt;
     return Grid{across->offset, down->offset, across->size, down->size, across->gap, down->gap};
+}
+
+std::pair<int, int> cellAt(const Grid& grid, float x, float y) {
+    const auto along = [](float place, int first, int pitch) {
+        return static_cast<int>(std::floor((place - static_cast<float>(first)) / static_cast<float>(pitch)));
+    };
+    return {along(x, grid.x, grid.width + grid.gapX), along(y, grid.y, grid.height + grid.gapY)};
+}
+
+Area cellOf(const Grid& grid, int column, int row) {
+    return {static_cast<float>(grid.x + column * (grid.width + grid.gapX)),
+            static_cast<float>(grid.y + row * (grid.height + grid.gapY)), grid.width, grid.height};
+}
+
+std::pair<int, int> cellCount(const Grid& grid, int width, int height) {
+    const auto along = [](int length, int first, int size, int gap) {
+        return std::max(0, (length - first + gap) / (size + gap));
+    };
+    return {along(width, grid.x, grid.width, grid.gapX), along(height, grid.y, grid.height, grid.gapY)};
+}
+
+bool isBlank(const KXImage& sheet, const Area& area) {
+    const int left = std::max(0, static_cast<int>(area.x)), top = std::max(0, static_cast<int>(area.y)),
+              right = std::min(sheet.width(), static_cast<int>(area.x) + area.width),
+              bottom = std::min(sheet.height(), static_cast<int>(area.y) + area.height);
+    for (int y = top; y < bottom; ++y)
+        for (int x = left; x < right; ++x)
+            if (sheet.row(y)[x].a != 0)
+                return false;
+    return true;
 }

@@ -5,6 +5,7 @@
 #include <Kobaltrix/KXImage.h>
 
 #include <optional>
+#include <utility>
 
 /// The grid that a sheet was drawn on, by the rows and columns of pixels in which nothing is drawn.
 ///
@@ -12,3 +13,12 @@
 /// smallest cells whose edges cut nothing, and one that is full all over as sheets of tiles mostly are. None
 /// where nothing fits.
 std::optional<Grid> findGrid(const KXImage& sheet);
+
+/// The cell that a place of the sheet is in, or in the gap behind: its column and row, which may be negative.
+std::pair<int, int> cellAt(const Grid& grid, float x, float y);
+/// A cell.
+Area cellOf(const Grid& grid, int column, int row);
+/// How many columns and rows of whole cells a sheet has.
+std::pair<int, int> cellCount(const Grid& grid, int width, int height);
+/// Whether nothing is drawn there.
+bool isBlank(const KXImage& sheet, const Area& area);
