@@ -81,3 +81,20 @@ Area areaBetween(KXPoint one, KXPoint other) {
                 bottom = std::floor(std::max(one.y, other.y)) + 1;
     return {left, top, static_cast<int>(right - left), static_cast<int>(bottom - top)};
 }
+
+Area nudged(const Area& area, KXPoint way, bool isFast, bool resizes) {
+    const float by = isFast ? 8.0f : 1.0f;
+    return movedBy(area, resizes ? GripRight | GripBottom : GripAll, {way.x * by, way.y * by});
+}
+
+bool isIn(const Area& area, KXPoint place, float rim) {
+    const auto along = [rim](float at, float begin, int length) {
+        return at >= begin - rim && at < begin + static_cast<float>(length) + rim;
+    };
+    return along(place.x, area.x, area.width) && along(place.y, area.y, area.height);
+}
+
+int nextOf(const std::vector<int>& numbers, int present) {
+    const auto next = std::upper_bound(numbers.begin(), numbers.end(), present);
+    return next != numbers.end() ? *next : numbers.empty() ? -1 : numbers.front();
+}

@@ -2,91 +2,12 @@
 
 #include <Kobaltrix/KXCamera.h>
 #include <Kobaltrix/KXDrawing.h>
-#include <Kobaltrix/KXImage.h>
 #include <Kobaltrix/KXKeyboard.h>
 #include <Kobaltrix/KXMouse.h>
-#include <Kobaltrix/KXTexture.h>
-#include <Kobaltrix/KXUIColors.h>
-#include <Kobaltrix/KXUIGlobalFont.h>
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
-
-// ---- Colours and marks ----
-
-KXUIPalette currentPalette() {
-    const KXUITheme theme = KXUICurrentTheme();
-    if (theme.usesPalette)
-        return theme.palette;
-    const KXUIColors colors = KXCurrentUIColors();
-    KXUIPalette palette;
-    palette.panel = palette.button = palette.buttonHovered = palette.field = palette.menu = palette.header =
-        colors.background;
-    palette.buttonPressed = palette.track = colors.interaction;
-    palette.border = colors.border;
-    palette.text = palette.faintText = palette.selectedText = colors.text;
-    palette.selection = colors.selection;
-    palette.focus = colors.focus;
-    return palette;
-}
-
-KXColor faded(KXColor color, float opacity) { return {color.r, color.g, color.b, color.a * opacity}; }
-
-KXColor colorOf(std::uint32_t rgba) {
-    const auto channel = [rgba](int shift) { return static_cast<float>(rgba >> shift & 0xFF) / 255; };
-    return {channel(24), channel(16), channel(8), channel(0)};
-}
-
-// Texts are formats with colour spans there.
-void drawText(KXPoint place, KXColor color, const char* text) {
-    char plain[256];
-    std::size_t length = 0;
-    for (; *text && length + 2 < sizeof plain; ++text) {
-        plain[length++] = *text == '{' ? '(' : *text;
-        if (*text == '%')
-            plain[length++] = '%';
-    }
-    plain[length] = '\0';
-    KXUIGlobalFontPrint({std::round(place.x), std::round(place.y)}, color, plain);
-}
-
-void drawTag(const KXRect& within, KXPoint place, const char* text) {
-    constexpr float rim = 3;
-    const KXUIPalette palette = currentPalette();
-    const KXSize size = {KXUIGlobalFontStringBounds(text).width + 2 * rim + 2,
-                         static_cast<float>(KXUIGlobalFontLineHeight()) + 2};
-    const auto kept = [](float at, float length, float from, float room) {
-        return std::round(std::max(from, std::min(at, from + room - length)));
-    };
-    const KXRect plate = {{kept(place.x, size.width, within.origin.x, within.size.width),
-                           kept(place.y, size.height, within.origin.y, within.size.height)},
-                          size};
-    KXDrawRectFill(plate, faded(palette.menu, 0.9f));
-    drawFrame(plate, 1, palette.border);
-    drawText({plate.origin.x + rim + 1, plate.origin.y + 1}, palette.text, text);
-}
-
-void drawFrame(const KXRect& rect, float width, KXColor color) {
-    const auto [origin, size] = rect;
-    const float across = std::min(width, size.width), down = std::min(width, size.height);
-    const float inner = std::max(0.0f, size.height - 2 * down);
-    KXDrawRectFill({origin, {size.width, down}}, color);
-    KXDrawRectFill({{origin.x, origin.y + size.height - down}, {size.width, down}}, color);
-    KXDrawRectFill({{origin.x, origin.y + down}, {across, inner}}, color);
-    KXDrawRectFill({{origin.x + size.width - across, origin.y + down}, {across, inner}}, color);
-}
-
-void drawOutline(const KXRect& rect, float width, KXColor color) {
-    const auto [origin, size] = rect;
-    drawFrame({{origin.x - 1, origin.y - 1}, {size.width + 2, size.height + 2}}, 1, {0, 0, 0, 0.55f});
-    drawFrame(rect, width, color);
-}
-
-// ---- The view ----
-
-PictureView::PictureView() = default;
-PictureView::~PictureView() = default;
 
 void PictureView::zoomBy(int steps) {
     const auto [origin, size] = rect();
@@ -140,7 +61,7 @@ void PictureView::pressedButton(const KXUIMouse& mouse) {
     if (_drag != Drag::None)
         return;
     const bool pans = mouse.button == KXMouseMiddle || mouse.button == KXMouseRight ||
-                      (mouse.button == KXMouseLeft && KXKeyHeld(KXKeySpace));
+                      (mouse.button == KXMouseLeft && (leftPans() || KXKeyHeld(KXKeySpace)));
     if (!pans && mouse.button != KXMouseLeft)
         return;
     _button = mouse.button;
@@ -165,25 +86,26 @@ void PictureView::turnWheel(float notches) {
     _zoom.zoomAt(rect(), _pointer, whole);
 }
 
-bool isPlus(int key) {
-    return key == KXKeyEquals || key == KXKeyPadPlus || key == KXKeyFromName("+"); // as layouts have it
-}
+// As layouts have it: on some the plus is a key of its own.
+bool isPlus(int key) { return key == KXKeyEquals || key == KXKeyPadPlus || key == KXKeyFromName("+"); }
 
 KXPoint wayOf(int key) {
     return {static_cast<float>((key == KXKeyRight) - (key == KXKeyLeft)),
             static_cast<float>((key == KXKeyDown) - (key == KXKeyUp))};
 }
 
+void PictureView::pan(KXPoint way) {
+    constexpr float far = 48; // points
+    _zoom.pan({-way.x * far, -way.y * far});
+    _zoom.stayOn(extent());
+}
+
 int PictureView::handleKey(const KXUIKey& key) {
-    constexpr float far = 48;
     const KXPoint way = wayOf(key.key);
     if (key.key == KXKeyEscape && _drag != Drag::None)
         return endDrag(true), -1;
-    if (key.control && !key.alt && !key.command && (way.x != 0 || way.y != 0)) {
-        _zoom.pan({-way.x * far, -way.y * far});
-        _zoom.stayOn(extent());
-        return -1;
-    }
+    if (key.control && !key.alt && !key.command && (way.x != 0 || way.y != 0))
+        return pan(way), -1;
     if (_drag == Drag::Tool) // which is not to be mixed with other changes
         return -1;
     const int nearer = isPlus(key.key) - (key.key == KXKeyMinus || key.key == KXKeyPadMinus);
@@ -215,47 +137,24 @@ void PictureView::draw() {
     KXPopCamera();
 }
 
-// Squares of so many points, whatever the zoom, beginning with the picture's corner.
 void PictureView::drawBackground(const KXUIPalette& palette) {
-    constexpr int square = 8;
-    KXDrawRectFill(rect(), palette.track);
     const KXRect all = seen(extent());
-    if (background().a > 0)
-        return KXDrawRectFill(all, background());
-    if (!_checkers) {
-        KXImage image(2 * square, 2 * square, {0.75f, 0.75f, 0.75f, 1});
-        image.fill({{0, 0}, {square, square}}, {1, 1, 1, 1});
-        image.fill({{square, square}, {square, square}}, {1, 1, 1, 1});
-        _checkers = std::make_unique<KXTexture>(image);
-        _checkers->setWrap(KXWrapRepeat);
-    }
-    const float light = 0.3f * palette.field.r + 0.6f * palette.field.g + 0.1f * palette.field.b;
-    const float tint = light > 0.5f ? 1 : 0.42f;
-    const float left = std::max(all.origin.x, rect().origin.x), top = std::max(all.origin.y, rect().origin.y),
-                right = std::min(all.origin.x + all.size.width, rect().origin.x + rect().size.width),
-                bottom = std::min(all.origin.y + all.size.height, rect().origin.y + rect().size.height);
-    if (right <= left || bottom <= top)
-        return;
-    KXDrawOptions options;
-    options.position = {left, top};
-    options.source = {
-        {std::fmod(left - all.origin.x, 2.0f * square), std::fmod(top - all.origin.y, 2.0f * square)},
-        {right - left, bottom - top}};
-    options.tint = {tint, tint, tint, 1};
-    _checkers->draw(options);
+    KXDrawRectFill(rect(), palette.track);
+    if (ground().a > 0)
+        KXDrawRectFill(common(all, rect()), ground());
+    else
+        _checkers.draw(all, rect());
 }
 
 void PictureView::drawPixelLines() {
     constexpr KXColor color = {0.5f, 0.5f, 0.5f, 0.25f};
     const KXRect all = seen(extent());
-    const float left = std::max(all.origin.x, rect().origin.x), top = std::max(all.origin.y, rect().origin.y),
-                right = std::min(all.origin.x + all.size.width, rect().origin.x + rect().size.width),
-                bottom = std::min(all.origin.y + all.size.height, rect().origin.y + rect().size.height);
+    const auto [origin, size] = common(all, rect());
     const auto first = [this](float from, float begin) {
         return begin + std::ceil((from - begin) / zoom()) * zoom();
     };
-    for (float x = first(left, all.origin.x); x < right; x += zoom())
-        KXDrawRectFill({{x, top}, {1, bottom - top}}, color);
-    for (float y = first(top, all.origin.y); y < bottom; y += zoom())
-        KXDrawRectFill({{left, y}, {right - left, 1}}, color);
+    for (float x = first(origin.x, all.origin.x); x < origin.x + size.width; x += zoom())
+        KXDrawRectFill({{x, origin.y}, {1, size.height}}, color);
+    for (float y = first(origin.y, all.origin.y); y < origin.y + size.height; y += zoom())
+        KXDrawRectFill({{origin.x, y}, {size.width, 1}}, color);
 }

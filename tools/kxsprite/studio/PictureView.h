@@ -1,30 +1,10 @@
 #pragma once
 
 #include "Handles.h"
+#include "Paint.h"
 #include "Zoom.h"
 
-#include <Kobaltrix/KXUITheme.h>
 #include <Kobaltrix/KXUIWidget.h>
-
-#include <cstdint>
-#include <memory>
-
-class KXTexture;
-
-/// The colours of widgets: of the theme, or of those that it leaves alone.
-KXUIPalette currentPalette();
-/// A colour with another opacity.
-KXColor faded(KXColor color, float opacity);
-/// The colour of a number 0xRRGGBBAA.
-KXColor colorOf(std::uint32_t rgba);
-/// A line of text in the font of the interface, as it is written. @param place its top left corner.
-void drawText(KXPoint place, KXColor color, const char* text);
-/// The same on a plate, moved as far as needed to lie in a rectangle.
-void drawTag(const KXRect& within, KXPoint place, const char* text);
-/// A rectangle's edges, so many points wide, inside of it.
-void drawFrame(const KXRect& rect, float width, KXColor color);
-/// The same, to be seen on every picture: with a dark line around.
-void drawOutline(const KXRect& rect, float width, KXColor color);
 
 /// Whether a key is the plus.
 bool isPlus(int key);
@@ -38,9 +18,6 @@ KXPoint wayOf(int key);
 /// the left one, and Control with the arrows move the picture.
 class PictureView : public _KXUIWidget {
 public:
-    PictureView();
-    ~PictureView() override;
-
     float zoom() const { return _zoom.scale(); }
     void zoomBy(int steps);
     void showActualSize();
@@ -64,7 +41,10 @@ protected:
     /// Lines between pixels are drawn where these are large.
     virtual bool hasPixelLines() const { return false; }
     /// What is below the picture; without opacity a checkerboard.
-    virtual KXColor background() const { return {0, 0, 0, 0}; }
+    virtual KXColor ground() const { return {0, 0, 0, 0}; }
+
+    /// The left button moves the picture, too.
+    virtual bool leftPans() const { return false; }
 
     /// The left button: a press, what follows until it is let go, and that. Places are of the picture.
     virtual void pressed(KXPoint place, const KXUIMouse& mouse) = 0;
@@ -86,6 +66,8 @@ protected:
 
     KXRect seen(const Area& area) const { return _zoom.fromPicture(rect(), area); }
     KXPoint placeAt(KXPoint point) const { return _zoom.toPicture(rect(), point); }
+    /// Moves the picture as arrows do.
+    void pan(KXPoint way);
     void reveal(const Area& area) { _zoom.reveal(rect(), area); }
 
 private:
@@ -105,5 +87,5 @@ private:
     KXPoint _pointer = {0, 0};
     float _notches = 0; // less than one
     KXCursor _cursor = KXCursorArrow;
-    std::unique_ptr<KXTexture> _checkers;
+    Checkers _checkers;
 };

@@ -26,6 +26,8 @@ bool Player::step(const Animation& animation) {
     if (!_isPlaying)
         return false;
     const int before = _frame;
+    if (_frame > last(animation)) // some were deleted
+        show(last(animation));
     for (_owed += _speed; _owed >= 1 && _isPlaying; _owed -= 1)
         _isPlaying = tick(animation);
     return _frame != before;
@@ -34,8 +36,6 @@ bool Player::step(const Animation& animation) {
 // Whether it goes on.
 bool Player::tick(const Animation& animation) {
     const int end = last(animation);
-    if (_frame > end) // some were deleted
-        show(std::max(0, end));
     if (end < 0 || (animation.loops == 0 && _frame == end))
         return false;
     if (++_ticks < animation.frames[static_cast<std::size_t>(_frame)].duration)

@@ -4,7 +4,6 @@
 #include "IslandFinder.h"
 
 #include <Kobaltrix/KXDrawing.h>
-#include <Kobaltrix/KXUIGlobalFont.h>
 
 #include <algorithm>
 #include <cmath>
@@ -44,28 +43,23 @@ KXPoint SheetView::clamped(KXPoint place) const {
 
 std::vector<int> SheetView::framesAt(KXPoint place) const {
     std::vector<int> found;
-    const float rim = 3 / zoom();
-    for (std::size_t i = 0; i < frames().size(); ++i) {
-        const auto& [x, y, width, height] = frames()[i].bounds;
-        if (place.x >= x - rim && place.y >= y - rim && place.x < x + static_cast<float>(width) + rim &&
-            place.y < y + static_cast<float>(height) + rim)
+    for (std::size_t i = 0; i < frames().size(); ++i)
+        if (isIn(frames()[i].bounds, place, 3 / zoom()))
             found.push_back(static_cast<int>(i));
-    }
     return found;
 }
 
 // Of several that lie on each other each click chooses another.
 void SheetView::chooseNextAt(KXPoint place) {
-    const std::vector<int> found = framesAt(place);
-    if (found.empty())
+    const int next = nextOf(framesAt(place), _session.selection().frame);
+    if (next < 0)
         return;
-    const auto next = std::upper_bound(found.begin(), found.end(), _session.selection().frame);
-    _session.chooseFrame(next == found.end() ? found.front() : *next);
+    _session.chooseFrame(next);
     act();
 }
 
 void SheetView::pressed(KXPoint place, const KXUIMouse& mouse) {
-    _showsCursor = _hasMoved = _hasBegun = false;
+    _showsCursor = _hasMoved = false;
     _anchor.reset();
     _from = _to = place;
     _act = Act::Rectangle;
@@ -86,17 +80,17 @@ void SheetView::pressedFrame(KXPoint place, const KXUIMouse& mouse) {
         return act();
     }
     const Frame* frame = _session.frame();
-    _grip = frame ? gripAt(seen(frame->bounds), mouse.point) : GripNone;
-    _wasCurrent = _grip != GripNone;
-    if (!_grip && !found.empty()) {
+    unsigned grip = frame ? gripAt(seen(frame->bounds), mouse.point) : GripNone;
+    _wasCurrent = grip != GripNone;
+    if (!grip && !found.empty()) {
         chooseNextAt(place);
         frame = _session.frame();
-        _grip = GripAll;
+        grip = GripAll;
     }
-    if (!_grip)
+    if (!grip)
         return;
     _act = Act::Bounds;
-    _before = frame->bounds;
+    _drag = {frame->bounds, grip, place};
 }
 
 void SheetView::dragged(KXPoint place) {
@@ -105,9 +99,8 @@ void SheetView::dragged(KXPoint place) {
     _to = place;
     if (_act != Act::Bounds || !_hasMoved)
         return;
-    _session.setFrameBounds(_session.selection().frame,
-                            movedBy(_before, _grip, {place.x - _from.x, place.y - _from.y}),
-                            std::exchange(_hasBegun, true) ? Join::Continue : Join::Begin);
+    _session.setFrameBounds(_session.selection().frame, _drag.to(place),
+                            std::exchange(_drag.hasBegun, true) ? Join::Continue : Join::Begin);
     act();
 }
 
@@ -121,7 +114,7 @@ void SheetView::released(KXPoint place) {
 }
 
 void SheetView::abandoned() {
-    if (std::exchange(_act, Act::None) != Act::Bounds || !_hasBegun)
+    if (std::exchange(_act, Act::None) != Act::Bounds || !_drag.hasBegun)
         return;
     _session.abandon();
     act();
@@ -129,7 +122,7 @@ void SheetView::abandoned() {
 
 KXCursor SheetView::cursorAt(KXPoint place) {
     if (_act == Act::Bounds)
-        return cursorOf(_grip);
+        return cursorOf(_drag.grip);
     const Frame* const frame = _tool == SheetTool::Select ? _session.frame() : nullptr;
     const KXRect at = seen({place.x, place.y, 0, 0});
     const unsigned grip = frame && !isDragging() ? gripAt(seen(frame->bounds), at.origin) : GripNone;
@@ -224,10 +217,6 @@ int SheetView::keyPressed(const KXUIKey& key) {
         if (_session.frame())
             reveal(_session.frame()->bounds);
         return act(), -1;
-    case KXKeyDelete:
-    case KXKeyBackspace:
-        _session.removeFrames();
-        return act(), -1;
     case KXKeySpace: // which moves the sheet with the mouse
         return -1;
     default:
@@ -249,9 +238,7 @@ int SheetView::arrowPressed(const KXUIKey& key, KXPoint way) {
 void SheetView::nudge(const KXUIKey& key, KXPoint way) {
     if (!_session.frame())
         return;
-    const float by = key.shift ? 8.0f : 1.0f;
-    const unsigned grip = key.alt ? GripRight | GripBottom : GripAll;
-    const Area bounds = movedBy(_session.frame()->bounds, grip, {way.x * by, way.y * by});
+    const Area bounds = nudged(_session.frame()->bounds, way, key.shift, key.alt);
     _session.setFrameBounds(_session.selection().frame, bounds, key.isRepeat ? Join::Continue : Join::Begin);
     reveal(bounds);
     act();
@@ -440,8 +427,7 @@ void SheetView::drawFrameMark(const KXRect& at, const char* numbers, int frame) 
     if (isSelected)
         KXDrawRectFill(at, faded(palette.selection, 0.18f));
     drawOutline(at, isCurrent ? 2 : 1, color);
-    const KXSize text = KXUIGlobalFontStringBounds(numbers);
-    const KXSize plate = {text.width + 6, static_cast<float>(KXUIGlobalFontLineHeight()) + 1};
+    const KXSize plate = {textWidth(numbers) + 6, lineHeight() + 1};
     if (plate.width + 4 > at.size.width || plate.height + 4 > at.size.height)
         return;
     const KXPoint corner = {at.origin.x + (isCurrent ? 2.0f : 1.0f), at.origin.y + (isCurrent ? 2.0f : 1.0f)};

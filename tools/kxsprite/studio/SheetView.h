@@ -20,8 +20,8 @@ enum class SheetTool {
 /// The sheet with the frames of the chosen animation, where they are cut.
 ///
 /// By keys: with #SheetTool::Select arrows move the current frame and Alt with them its right and bottom
-/// edge, by 8 pixels with Shift; Page Up and Page Down choose another frame, Delete removes the chosen ones.
-/// With the others arrows move a cursor, Return begins a rectangle and ends it, Escape gives it up.
+/// edge, by 8 pixels with Shift; Page Up and Page Down choose another frame. With the others arrows move a
+/// cursor, Return begins a rectangle and ends it, Escape gives it up.
 class SheetView : public PictureView {
 public:
     SheetView(Session& session, Sheet& sheet) : _session(session), _sheet(sheet) {}
@@ -76,9 +76,8 @@ private:
 
     Act _act = Act::None;
     KXPoint _from = {0, 0}, _to = {0, 0}; // of the drag, places of the picture
-    bool _hasMoved = false, _wasCurrent = false, _hasBegun = false;
-    unsigned _grip = GripNone;
-    Area _before; // the bounds that are dragged
+    bool _hasMoved = false, _wasCurrent = false;
+    AreaDrag _drag; // of the bounds
 
     KXPoint _cursor = {0.5f, 0.5f}; // of the keys
     bool _showsCursor = false;
