@@ -210,7 +210,7 @@ public:
     /// A file that ends too early leaves what could be read, and records of the file's lists that lie beyond
     /// its end read as frames and boxes of -1 by -1 pixels, 4096 of them at most. A name ends at its first
     /// zero byte. A file that does not begin like a sprite file, or whose version is below 1, changes nothing
-    /// but the texture path.
+    /// but the texture path. KXReloadChangedFiles() has it read again when it changes.
     /// @return 0 if the file does not begin like a sprite file; it is then kept open until the next such
     ///   file. -1 in every other case, also when there is no file: ask KXFileExists().
     int load(const char* path);
@@ -234,6 +234,8 @@ public:
 private:
     struct KX_INTERNAL Contents;
     KX_INTERNAL void _findCurrentInfo();
+    KX_INTERNAL void _take(Contents& read);
+    KX_INTERNAL void _followFile();
     KX_INTERNAL KXTexture* _texture();
     KX_INTERNAL void _takeState(const KXSprite& other);
     KX_INTERNAL KXRect _frameOnShow() const;

@@ -174,6 +174,7 @@ public:
     KX_INTERNAL void _clearTextureID();
     KX_INTERNAL void _clearFBOID();
     KX_INTERNAL int _loadImage(const char* path);
+    KX_INTERNAL void _reload(const char* path);
     KX_INTERNAL int _loadFromData(int width, int height, int internalFormat, unsigned format,
                                   const char* data);
     KX_INTERNAL void _getPixel(int x, int y, float& r, float& g, float& b, float& a, int keepCache);

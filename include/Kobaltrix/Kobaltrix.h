@@ -8,7 +8,7 @@
 /// with its header:
 ///
 /// - Start and loop: KXCore.h (KXInit.h, KXLogicLoop.h, KXError.h, KXApplication.h, KXEvents.h,
-/// KXUIColors.h), KXTypes.h
+/// KXUIColors.h), KXReload.h, KXTypes.h
 /// - Drawing: KXWindow.h, KXDisplay.h, KXRenderContext.h, KXTexture.h, KXDrawOptions.h, KXBlendMode.h,
 ///   KXCamera.h, KXShader.h, KXTextureCache.h, KXImage.h, KXDrawing.h, KXShapes.h, KXDrawBatch.h
 /// - Maps of tiles: KXMap.h
@@ -73,6 +73,7 @@
 #include <Kobaltrix/KXRandom.h>
 #include <Kobaltrix/KXRandomGenerator.h>
 #include <Kobaltrix/KXRecording.h>
+#include <Kobaltrix/KXReload.h>
 #include <Kobaltrix/KXRenderContext.h>
 #include <Kobaltrix/KXSaveFile.h>
 #include <Kobaltrix/KXShader.h>

@@ -3,6 +3,7 @@
 #include "core/ground/HeapGlobal.h"
 #include "render/KXRenderContext.h"
 #include "render/KXTexture.h"
+#include "util/FollowedFile.h"
 
 #include <algorithm>
 #include <functional>
@@ -11,13 +12,18 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
 // Every item ever entered for a path; the last one is the entry. Those it has replaced stay for whoever holds
 // their textures, and serve their own window again.
 using Items = std::vector<std::unique_ptr<_KXTextureCacheItem>>;
-using Cache = std::map<std::string, Items, std::less<>>;
+struct Entry {
+    Items items;
+    _KXFollowedFile file;
+};
+using Cache = std::map<std::string, Entry, std::less<>>;
 } // namespace
 
 static constinit _KXHeapGlobal<Cache> _KXTextureCache;
@@ -32,12 +38,12 @@ static Items* itemsOf(const char* path) {
     if (!path || !cache)
         return nullptr;
     const auto found = cache->find(std::string_view(path));
-    return found == cache->end() || found->second.empty() ? nullptr : &found->second;
+    return found == cache->end() || found->second.items.empty() ? nullptr : &found->second.items;
 }
 
 void _KXTextureCacheAdd(char const* path, _KXTextureCacheItem* item) {
     std::unique_ptr<_KXTextureCacheItem> owned(item);
-    Items& items = _KXTextureCache.get()[path];
+    Items& items = _KXTextureCache.get()[path].items;
     items.push_back(std::move(owned));
     if (items.size() > 1)
         ++_KXTextureCacheGeneration;
@@ -66,11 +72,26 @@ KXTexture* KXTextureCacheLoad(const char* path) {
             return items->back()->texture();
         }
     }
+    _KXFollowedFile file;
+    if (_KXFollowsFiles())
+        file.follow(path); // from before it is read
     auto texture = std::make_unique<KXTexture>(path);
     auto item = std::make_unique<_KXTextureCacheItem>(texture.get(), _KXCurrentWindowRenderContext);
     KXTexture* const loaded = texture.release(); // the item has taken it over
     _KXTextureCacheAdd(path, item.release());
+    _KXTextureCache.get()[path].file = std::move(file);
     return loaded;
+}
+
+void _KXReloadChangedTextures() {
+    Cache* const cache = _KXTextureCache.find();
+    if (!cache)
+        return;
+    for (auto& [path, entry] : *cache)
+        if (entry.file.hasChanged(path))
+            for (const auto& item : entry.items)
+                if (item->texture())
+                    item->texture()->_reload(path.c_str());
 }
 
 void KXTextureCachePurge() {

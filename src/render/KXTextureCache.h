@@ -26,6 +26,9 @@ private:
 /// that who draws often may keep an answer until then.
 inline constinit std::uint64_t _KXTextureCacheGeneration = 0;
 
+/// Loads those again whose files have changed since; see KXReloadChangedFiles().
+void _KXReloadChangedTextures();
+
 /// Makes an item the entry of a path and takes it over. The item it replaces lives on until the cache is
 /// purged.
 void _KXTextureCacheAdd(char const* path, _KXTextureCacheItem* item);

@@ -84,6 +84,15 @@ int KXTexture::_loadImage(const char* path) {
     return _loadFromData(surface->w, surface->h, components, format, tightPixels(*surface));
 }
 
+// What is there stays if the file cannot be loaded, and what the game draws into it right now.
+void KXTexture::_reload(const char* path) {
+    const _KXGraphicsContextScope scope(_graphicsContext);
+    if (!scope || _KXCurrentRenderContext == this)
+        return;
+    if (!_loadImage(path))
+        _KXReportError("%s: no picture that a texture can be made of", path);
+}
+
 int KXTexture::_loadFromData(int width, int height, int internalFormat, unsigned format, const char* data) {
     KX_GL_CHECK("KXTexture::_loadFromData");
     if (!_KXCurrentGraphicsContext) {

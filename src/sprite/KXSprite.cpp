@@ -90,6 +90,7 @@ char* KXSprite::textureName() const {
 
 void KXSprite::setTextureName(const char* name) {
     _own().textureName = Contents::copyOf(name);
+    _own().hasOwnTexture = true;
     _knownTexture = nullptr;
 }
 
@@ -240,8 +241,13 @@ void KXSprite::removeBoundingBox(const char* name) { erase(_own().boundingBoxes,
 
 KXSprite* KXSprite::clone() const {
     auto copy = std::make_unique<KXSprite>();
-    copy->_own().textureName = _held().textureName;
-    copy->_own().texturePath = _held().texturePath;
+    Contents& own = copy->_own();
+    own.textureName = _held().textureName;
+    own.texturePath = _held().texturePath;
+    own.path = _held().path;
+    own.file = _held().file;
+    own.hasOwnTexture = _held().hasOwnTexture;
+    own.leavesBoxesOut = true;
     copy->setAlpha(_alpha);
     copy->setScale(_scale);
     copy->setRotation(_rotation);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "util/FollowedFile.h"
+
 #include <Kobaltrix/KXSprite.h>
 
 #include <functional>
@@ -21,4 +23,10 @@ struct KXSprite::Contents {
     Text currentAnimation;
     Text texturePath;
     Text textureName;
+
+    // Of load(), for when the file changes.
+    Text path;
+    _KXFollowedFile file;
+    bool hasOwnTexture = false; // a name that the game has set
+    bool leavesBoxesOut = false;
 };

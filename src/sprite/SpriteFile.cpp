@@ -1,8 +1,10 @@
+#include "core/ground/ErrorSlot.h"
 #include "sprite/KXSprite.h"
 #include "util/KXString.h"
 
 #include <Kobaltrix/KXFile.h>
 #include <Kobaltrix/KXIO.h>
+#include <Kobaltrix/KXImage.h>
 #include <Kobaltrix/KXSaveFile.h>
 
 #include <algorithm>
@@ -138,38 +140,92 @@ static void readAnimation(Reader& reader, KXSprite& sprite) {
         info->setLoops(loops);
 }
 
+// What a file begins with, which is read past.
+enum class Beginning { Foreign, TooOld, Sprite };
+
+static Beginning readBeginning(FILE* file) {
+    char start[magic.size()];
+    if (fread(start, 1, sizeof start, file) != sizeof start ||
+        std::memcmp(start, magic.data(), sizeof start) != 0)
+        return Beginning::Foreign;
+    return Reader(file).number() < 1 ? Beginning::TooOld : Beginning::Sprite; // later ones begin the same
+}
+
+static void readFields(FILE* file, KXSprite& sprite) {
+    Reader reader(file);
+    const int nameLength = reader.number();
+    sprite.setTextureName(nameLength < 1 ? nullptr : reader.text(nameLength).c_str());
+    const int boxes = reader.number();
+    for (int i = 0; reader.hasRecord(i, boxes); ++i) {
+        const std::string name = reader.text();
+        sprite.addBoundingBox(name.c_str(), reader.rect());
+    }
+    const int animations = reader.number();
+    for (int i = 0; reader.hasRecord(i, animations); ++i)
+        readAnimation(reader, sprite);
+}
+
+void KXSprite::_take(Contents& read) {
+    Contents& own = _own();
+    if (!own.hasOwnTexture)
+        own.textureName = std::move(read.textureName);
+    if (!own.leavesBoxesOut)
+        own.boundingBoxes = std::move(read.boundingBoxes);
+    own.animations = std::move(read.animations);
+    _knownTexture = nullptr;
+    _findCurrentInfo();
+}
+
 int KXSprite::load(const char* path) {
     const std::unique_ptr<char, FreeText> folder(KXGetContainingPathOf(path));
     setTexturePath(folder.get());
+    Contents& own = _own();
+    own.path = Contents::copyOf(path);
+    own.file = {};
+    own.hasOwnTexture = own.leavesBoxesOut = false;
+    if (path && _KXFollowsFiles())
+        own.file.follow(path); // from before it is read
 
     File file(path ? fopen(path, "r") : nullptr);
     if (!file)
         return -1;
-    char start[magic.size()];
-    if (fread(start, 1, sizeof start, file.get()) != sizeof start ||
-        std::memcmp(start, magic.data(), sizeof start) != 0) {
+    const Beginning beginning = readBeginning(file.get());
+    if (beginning == Beginning::Foreign) {
         keepOpen(std::move(file));
         return 0;
     }
-    Reader reader(file.get());
-    if (reader.number() < 1) // the version; later ones begin with the same fields
+    if (beginning == Beginning::TooOld)
         return -1;
-
     KXSprite read; // what there is stays if memory runs out
-    const int nameLength = reader.number();
-    read.setTextureName(nameLength < 1 ? nullptr : reader.text(nameLength).c_str());
-    const int boxes = reader.number();
-    for (int i = 0; reader.hasRecord(i, boxes); ++i) {
-        const std::string name = reader.text();
-        read.addBoundingBox(name.c_str(), reader.rect());
-    }
-    const int animations = reader.number();
-    for (int i = 0; reader.hasRecord(i, animations); ++i)
-        readAnimation(reader, read);
-    _own().textureName = std::move(read._own().textureName);
-    _own().boundingBoxes = std::move(read._own().boundingBoxes);
-    _own().animations = std::move(read._own().animations);
-    _knownTexture = nullptr;
-    _findCurrentInfo();
+    readFields(file.get(), read);
+    _take(read._own());
     return -1;
+}
+
+// Whether a sprite can be shown with that sheet as it is now.
+static bool hasSheet(const std::optional<std::string>& folder, const std::optional<std::string>& name) {
+    return !name || KXImage().load((folder ? *folder + "/" + *name : *name).c_str());
+}
+
+void KXSprite::_followFile() {
+    if (!_held().path || !_own().file.hasChanged(*_held().path))
+        return;
+    Contents& own = _own();
+    const File file(fopen(own.path->c_str(), "r"));
+    KXSprite read;
+    const bool isSprite = file && readBeginning(file.get()) == Beginning::Sprite;
+    if (isSprite)
+        readFields(file.get(), read);
+    if (!isSprite || feof(file.get()) || ferror(file.get()))
+        return _KXReportError("%s: is no whole sprite file", own.path->c_str());
+    if (!own.hasOwnTexture && read._own().textureName != own.textureName &&
+        !hasSheet(own.texturePath, read._own().textureName))
+        return; // the image has said why
+    _take(read._own());
+    if (!_currentInfo)
+        return;
+    _currentFrame = std::min(_currentFrame, _currentInfo->numberOfFrames() - 1);
+    int duration = 0;
+    _currentInfo->getInfo(_currentFrame, &duration, nullptr);
+    _frameTimer.setTimeout(duration);
 }

@@ -30,6 +30,8 @@ const char* KXSprite::currentAnimation() const {
 int KXSprite::currentFrameIndex() const { return _currentFrame; }
 
 void KXSprite::poll() {
+    if (_KXFollowsFiles())
+        _followFile();
     if (!_held().currentAnimation || animationFinished() || !_frameTimer.tick())
         return;
     if (_currentFrame < std::numeric_limits<int>::max())
@@ -86,6 +88,8 @@ KXRect KXSprite::_frameOnShow() const {
 }
 
 void KXSprite::draw(KXPoint at) {
+    if (_KXFollowsFiles())
+        _followFile();
     if (!_held().textureName)
         return;
     KXTexture* const texture = _texture();
@@ -115,6 +119,8 @@ bool KXSprite::_placed(KXDrawOptions& options, KXRect& part) const {
 }
 
 void KXSprite::draw(const KXDrawOptions& options) {
+    if (_KXFollowsFiles())
+        _followFile();
     if (!_held().textureName)
         return;
     KXTexture* const texture = _texture();

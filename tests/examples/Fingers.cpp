@@ -158,6 +158,21 @@ void point() {
     at(10, [] { user.move({262, 90}); });
 }
 
+/// Petals and a middle, in time that each frame moves by a step.
+void paintFlower() {
+    clock.emplace();
+    for (int step = 1; step <= 100; ++step)
+        at(step, [] { clock->advance(17); });
+    const auto cell = [](int column, int row) { return std::pair{26 + 12 * column, 32 + 12 * row}; };
+    int step = 4;
+    for (const auto& [column, row] :
+         {std::pair{5, 4}, {4, 5}, {6, 5}, {5, 6}, {1, 1}, {9, 1}, {1, 9}, {9, 9}}) {
+        const auto [x, y] = cell(column, row);
+        click(step, x, y);
+        step += 6;
+    }
+}
+
 /// A click on a label, then a rest on a button, in time that each frame moves by a step.
 void rest() {
     clock.emplace();
@@ -323,6 +338,7 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"49_text_area", writeScene},
                                                          {"50_tree_table", lookAtBirds},
                                                          {"51_panel", fillIn},
+                                                         {"53_reload", paintFlower},
                                                          {"level_editor", editLevel}};
 
 void play(int step) {

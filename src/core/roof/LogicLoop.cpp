@@ -1,4 +1,5 @@
 #include <Kobaltrix/KXLogicLoop.h>
+#include <Kobaltrix/KXReload.h>
 
 #include "core/dispatch/EventDispatch.h"
 #include "core/ground/LogicClock.h"
@@ -10,6 +11,8 @@
 #include "platform/VideoDriver.h"
 #include "render/Cursor.h"
 #include "render/DrawBatch.h"
+#include "render/KXTextureCache.h"
+#include "util/FollowedFile.h"
 #include "util/KXString.h"
 
 #include <SDL.h>
@@ -77,7 +80,11 @@ static std::uint32_t countSteps() {
     return stepTime ? _KXLogicTimeElapsed / stepTime : 0; // no speed is set before KXInit
 }
 
+void KXReloadChangedFiles(int reload) { _KXReloadsFiles = reload; }
+
 void KXPreLogicLoop() {
+    if (_KXFollowsFiles() && _KXLookAtFiles())
+        _KXReloadChangedTextures();
     _KXLogicCurrentTime = _KXTicks();
     exactTime.now = _KXNanoseconds();
     _KXLogicTimeElapsed += _KXLogicCurrentTime - _KXLogicLastTime;
