@@ -11,7 +11,8 @@ foreach(pair IN LISTS kobaltrix_modules)
   list(GET pair 1 module)
   pkg_check_modules(${name} REQUIRED IMPORTED_TARGET ${module})
 endforeach()
-# The tool alone links this.
+# The tool alone links this, and compiles that.
 if(KOBALTRIX_BUILD_TOOLS OR KOBALTRIX_BUILD_DEMO OR KOBALTRIX_BUILD_EXAMPLES)
   find_package(GIF REQUIRED)
+  find_path(STB_INCLUDES stb/stb_rect_pack.h REQUIRED)
 endif()

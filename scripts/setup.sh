@@ -22,7 +22,7 @@ build_packages=(
     g++ cmake ninja-build pkg-config ccache
     libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libftgl-dev libfreetype-dev libgl-dev libglu1-mesa-dev
     libgl1-mesa-dri libegl1 fonts-dejavu-core nlohmann-json3-dev zlib1g-dev libzstd-dev
-    libharfbuzz-dev libfribidi-dev libunibreak-dev libfontconfig-dev libgif-dev
+    libharfbuzz-dev libfribidi-dev libunibreak-dev libfontconfig-dev libgif-dev libstb-dev
 )
 check_packages=(
     libgtest-dev clang-format xvfb openbox weston xdotool x11-utils binutils dpkg-dev file doxygen

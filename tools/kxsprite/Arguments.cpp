@@ -77,6 +77,7 @@ bool readCommandLine(int argc, char** argv, CommandLine& line) {
                 line.command = findCommand(name);
             } else {
                 arguments.files.emplace_back(argument);
+                arguments.words.push_back({"", arguments.files.back()});
             }
         } else if (argument == "--help" || argument == "-h") {
             line.command = nullptr;
@@ -88,7 +89,9 @@ bool readCommandLine(int argc, char** argv, CommandLine& line) {
             const bool hasValue = option && option->kind != Option::Kind::Flag;
             if (!option || (hasValue && (i + 1 == argc || !suits(*option, argv[i + 1]))))
                 return complain(std::string(argument).append(" is not understood here"));
-            arguments.options.insert_or_assign(option->name, hasValue ? argv[++i] : "");
+            const std::string value = hasValue ? argv[++i] : "";
+            arguments.words.push_back({option->name, value});
+            arguments.options.insert_or_assign(option->name, value);
         }
     }
     if (name.empty())

@@ -20,6 +20,12 @@ inline constexpr Option outputOption = {"-o", Option::Kind::Text, 0, 0, "and the
 
 /// What stands on the command line behind the name of the command.
 struct Arguments {
+    /// An option and its value, or a file with no option.
+    struct Word {
+        std::string option, value;
+    };
+
+    std::vector<Word> words; ///< All in their order, for options that mean what stands behind them.
     std::vector<std::string> files;
     std::map<std::string, std::string, std::less<>> options; ///< Those given, a flag with an empty value.
 

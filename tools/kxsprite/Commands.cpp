@@ -5,7 +5,7 @@
 
 namespace {
 // In the order of the help.
-const Command* const commands[] = {&infoCommand, &makeCommand, &checkCommand, &previewCommand};
+const Command* const commands[] = {&infoCommand, &makeCommand, &packCommand, &checkCommand, &previewCommand};
 
 /// The lines of a text, each behind a beginning.
 std::string lines(const std::string& beginning, std::string_view text) {
@@ -36,6 +36,9 @@ void printUsage() {
     std::printf("%s\n%s", usage.replace(0, beginning.size(), beginning).c_str(), help.c_str());
     std::puts("\n"
               "  -o FILE     the file to write\n"
+              "  --padding N where a sheet is made: transparent pixels between two frames, 0 to 256 (1)\n"
+              "  --extrude N there, too: pixels by which the edges of a frame go on around it (0)\n"
+              "  --no-trim   there, too: the whole canvas is kept, also what no frame of a sprite uses\n"
               "  --          what follows are files, whatever they begin with\n"
               "\n"
               "Exit status: 0 when all went well, 1 when a file has a fault or cannot be read or written, 2 "

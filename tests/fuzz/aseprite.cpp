@@ -1,0 +1,26 @@
+// Files that may be drawings of .aseprite: read, laid out and composed.
+
+#include "Fuzz.h"
+#include "tools/kxsprite/ase/AseSprite.h"
+
+void fuzz(FuzzBytes bytes) {
+    const std::string content = bytes.rest();
+    AseSprite sprite;
+    try {
+        sprite = readAseprite(content);
+    } catch (const Fault& fault) {
+        require(*fault.what(), "a fault says what it is");
+        return;
+    }
+    require(isAseprite(content) && !sprite.frames.empty(), "what is read is a sprite of frames");
+    std::vector<std::string> notes;
+    for (const Tag& tag : sprite.tags)
+        for (const int frame : layOut(tag, notes).frames)
+            require(frame >= tag.from && frame <= tag.to, "a tag shows its own frames");
+    if (composingCost(sprite) > 1 << 20)
+        return;
+    for (std::size_t i = 0; i < sprite.frames.size(); ++i) {
+        const KXImage picture = composeFrame(sprite, i);
+        require(picture.width() == sprite.width && picture.height() == sprite.height, "a frame is a canvas");
+    }
+}
