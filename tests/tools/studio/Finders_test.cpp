@@ -79,6 +79,12 @@ TEST(IslandFinder, BearsLargePictures) {
     }
     EXPECT_EQ(told(findIslands(squares)), "0,0 2048x2048; ");
 
+    KXImage comb(side, side); // of a million teeth, which begin apart
+    for (int y = 0; y < side; ++y)
+        for (int x = 0; x < side; x += y % 4 == 0 ? 2 : y % 4 == 1 ? 1 : side - 1)
+            comb.row(y)[x].a = 255;
+    EXPECT_EQ(told(findIslands(comb)), "0,0 2048x2048; ");
+
     KXImage dust(side, side);
     for (int y = 0; y < side; y += 2)
         for (int x = 0; x < side; x += 2)

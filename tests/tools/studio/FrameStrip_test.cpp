@@ -188,5 +188,6 @@ TEST_F(StripTest, ShowsPicturesNumbersAndDurations) {
         EXPECT_EQ(KXTestGallery(GOLDEN).compare(user.look(), name).message, "");
         KXUISetTheme(KXUILightTheme());
     }
+    expectSteady();
     user.release(KXMouseLeft), user.step();
 }

@@ -163,6 +163,7 @@ TEST_F(SheetTest, ShowsFramesGridAndPixels) {
     user.step();
     const KXTestResult same = KXTestGallery(GOLDEN).compare(user.look(), "studio_sheet");
     EXPECT_EQ(same.message, "");
+    expectSteady();
 }
 
 // A picture that is being written, or is gone, leaves the one that there was.

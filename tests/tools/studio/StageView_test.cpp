@@ -103,6 +103,7 @@ TEST_F(StageTest, ShowsFramesBoxesAndWhatLiesAround) {
     view.backgroundColor = {0.2f, 0.5f, 0.35f, 1};
     player.play(session.animation()->animation, 2);
     EXPECT_EQ(KXTestGallery(GOLDEN).compare(user.look(), "studio_stage_light").message, "");
+    expectSteady();
     session.begin({});
     EXPECT_EQ(view.description().value, "no frame");
     user.look();

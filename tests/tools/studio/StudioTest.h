@@ -3,6 +3,7 @@
 #include "studio/Session.h"
 #include "studio/Sheet.h"
 
+#include "support/Allocations.h"
 #include "support/TemporaryFolder.h"
 #include "text/TextTest.h"
 
@@ -63,11 +64,18 @@ struct StudioTest : testing::Test {
     Session session;
     Sheet sheet;
     KXUIPanel panel;
-    KXTestUser user{window, [this] { panel.poll(); },
-                    [this] {
-                        KXClear({0, 0, 0, 1});
-                        KXBeginDrawBatch();
-                        panel.draw();
-                        KXEndDrawBatch();
-                    }};
+    void draw() {
+        KXClear({0, 0, 0, 1});
+        KXBeginDrawBatch();
+        panel.draw();
+        KXEndDrawBatch();
+    }
+    /// Expects that a step and a frame in which nothing changes ask for no memory.
+    void expectSteady() {
+        user.step(2);
+        const auto frame = [this] { panel.poll(), draw(); };
+        frame();
+        EXPECT_EQ(allocationsOf(frame), 0u);
+    }
+    KXTestUser user{window, [this] { panel.poll(); }, [this] { draw(); }};
 };

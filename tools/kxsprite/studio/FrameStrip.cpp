@@ -332,7 +332,7 @@ void FrameStrip::drawItem(int i, const KXUIPalette& palette) {
     const KXRect plate = {{origin.x + 1, origin.y + 1}, {size.width - 2, size.height - 2}};
     KXDrawRectFill(plate, isSelected ? palette.selection : palette.panel);
     if (isCurrent)
-        drawFrame(plate, 2, palette.focus);
+        drawFrame(plate, 2, isSelected ? palette.selectedText : palette.focus);
     const KXRect room = {{origin.x + rim, origin.y + rim},
                          {size.width - 2 * rim, size.height - 2 * rim - lineHeight()}};
     drawPicture(frame(i).bounds, room);

@@ -16,8 +16,17 @@ void PictureView::zoomBy(int steps) {
 
 void PictureView::showActualSize() { _zoom.showActualSize(); }
 
+// In steps as well as in frames, so that a recording sees the same wherever its frames lie.
+void PictureView::showWholeIfAsked() {
+    if (!_showsWhole || extent().width == 0 || rect().size.width < 1)
+        return;
+    _zoom.fit(rect(), extent());
+    _showsWhole = false;
+}
+
 // What is held when the widget is disabled, or the window left, comes up without being told.
 int PictureView::pollInPanel() {
+    showWholeIfAsked();
     if (_drag != Drag::None && (!isEnabled() || !KXMouseHeld(_button)))
         endDrag(false);
     _hasPointer = _drag != Drag::None || mouseOver();
@@ -119,10 +128,7 @@ void PictureView::draw() {
     const auto [origin, size] = rect();
     if (!isVisible() || size.width < 1 || size.height < 1)
         return;
-    if (_showsWhole && extent().width > 0) {
-        _zoom.fit(rect(), extent());
-        _showsWhole = false;
-    }
+    showWholeIfAsked();
     const KXUIPalette palette = currentPalette();
     KXCamera camera; // that changes nothing, but limits drawing
     camera.centre = {origin.x + size.width / 2, origin.y + size.height / 2};
@@ -133,6 +139,9 @@ void PictureView::draw() {
     if (hasPixelLines() && zoom() >= 8)
         drawPixelLines();
     drawMarks();
+    if (extent().width == 0)
+        drawText({origin.x + (size.width - textWidth(hint())) / 2, origin.y + size.height / 2},
+                 palette.faintText, hint());
     drawFrame(rect(), 1, palette.border);
     KXPopCamera();
 }

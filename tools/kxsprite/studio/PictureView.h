@@ -34,6 +34,8 @@ public:
 protected:
     /// What there is to be seen, in pixels of the picture.
     virtual Area extent() const = 0;
+    /// What is said where there is nothing to be seen.
+    virtual const char* hint() const = 0;
     /// Between background and lines.
     virtual void drawPicture() = 0;
     /// Above all else.
@@ -73,6 +75,7 @@ protected:
 private:
     enum class Drag { None, Pan, Tool };
 
+    void showWholeIfAsked();
     void pressedButton(const KXUIMouse& mouse);
     void endDrag(bool isAbandoned);
     void turnWheel(float notches);

@@ -38,6 +38,7 @@ public:
 
 protected:
     Area extent() const override { return {0, 0, _sheet.width(), _sheet.height()}; }
+    const char* hint() const override { return "Open a picture, or drop one here."; }
     void drawPicture() override;
     void drawMarks() override;
     bool hasPixelLines() const override { return showsPixels; }

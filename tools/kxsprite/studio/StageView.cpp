@@ -33,13 +33,15 @@ int StageView::frameOnShow() const {
 
 // ---- Mouse ----
 
-std::vector<int> StageView::boxesAt(KXPoint place) const {
-    std::vector<int> found;
-    const std::vector<NamedBox>& boxes = _session.project().boxes;
-    for (std::size_t i = 0; i < boxes.size(); ++i)
-        if (isIn(boxes[i].area, place, 3 / zoom()))
-            found.push_back(static_cast<int>(i));
-    return found;
+bool StageView::isBoxAt(std::size_t box, KXPoint place) const {
+    return showsBoxes && isIn(_session.project().boxes[box].area, place, 3 / zoom());
+}
+
+bool StageView::hasBoxAt(KXPoint place) const {
+    for (std::size_t i = 0; i < _session.project().boxes.size(); ++i)
+        if (isBoxAt(i, place))
+            return true;
+    return false;
 }
 
 unsigned StageView::gripOfBoxAt(KXPoint point) const {
@@ -49,7 +51,11 @@ unsigned StageView::gripOfBoxAt(KXPoint point) const {
 
 // Of several that lie on each other each click chooses another.
 void StageView::chooseNextAt(KXPoint place) {
-    const int next = nextOf(boxesAt(place), _session.selection().box);
+    std::vector<int> found;
+    for (std::size_t i = 0; i < _session.project().boxes.size(); ++i)
+        if (isBoxAt(i, place))
+            found.push_back(static_cast<int>(i));
+    const int next = nextOf(found, _session.selection().box);
     if (next < 0)
         return;
     _session.chooseBox(next);
@@ -61,7 +67,7 @@ void StageView::pressed(KXPoint place, const KXUIMouse& mouse) {
     _hasMoved = false;
     unsigned grip = gripOfBoxAt(mouse.point);
     _wasChosen = grip != GripNone;
-    if (!grip && showsBoxes && !boxesAt(place).empty()) {
+    if (!grip && hasBoxAt(place)) {
         chooseNextAt(place);
         grip = GripAll;
     }
@@ -103,7 +109,7 @@ KXCursor StageView::cursorAt(KXPoint place) {
     if (_tool == StageTool::Look)
         return KXCursorArrow;
     const unsigned grip = _act == Act::Drag ? _drag.grip : gripOfBoxAt(seen({place.x, place.y, 0, 0}).origin);
-    return grip ? cursorOf(grip) : showsBoxes && !boxesAt(place).empty() ? KXCursorHand : KXCursorCrosshair;
+    return grip ? cursorOf(grip) : hasBoxAt(place) ? KXCursorHand : KXCursorCrosshair;
 }
 
 // ---- Keys ----

@@ -5,8 +5,8 @@
 #include "Session.h"
 #include "Sheet.h"
 
+#include <cstddef>
 #include <memory>
-#include <vector>
 
 /// What the left button and the arrows do on the stage.
 enum class StageTool {
@@ -37,6 +37,7 @@ public:
 
 protected:
     Area extent() const override;
+    const char* hint() const override { return "Cut a frame on the sheet to see it here."; }
     void drawPicture() override;
     void drawMarks() override;
     bool hasPixelLines() const override { return showsPixels; }
@@ -53,7 +54,8 @@ private:
     enum class Act { None, Draw, Drag };
 
     int frameOnShow() const;
-    std::vector<int> boxesAt(KXPoint place) const;
+    bool isBoxAt(std::size_t box, KXPoint place) const;
+    bool hasBoxAt(KXPoint place) const;
     unsigned gripOfBoxAt(KXPoint point) const;
     void chooseNextAt(KXPoint place);
     int arrowPressed(const KXUIKey& key, KXPoint way);
