@@ -80,6 +80,14 @@ TEST_F(Drawing, BecomesASheetAndASprite) {
     EXPECT_EQ(contentOf(folder / "a.spr"), spriteFile({"a.png", 0, 1, "big hero", 1, 6, 0.f, 0.f, 1, 1, -1}));
 }
 
+/// A few bytes of very large frames, which differ or not.
+File endless(int count, bool differ) {
+    File file = {16000, 4000, 32, {{{layer(), rawCel({}, 1, 1, "\xFF\0\0\xFF"s)}}}};
+    for (int i = 0; i < count; ++i)
+        file.frames.push_back({{linkedCel({.x = differ ? i + 1 : 0}, 0)}});
+    return file;
+}
+
 TEST_F(Drawing, SaysWhatASpriteCannotBe) {
     const auto with = [](const std::string& chunk) { return drawing({chunk}).bytes(); };
     const std::tuple<std::string, const char*, int> cases[] = {
@@ -95,8 +103,7 @@ TEST_F(Drawing, SaysWhatASpriteCannotBe) {
         {with(tags({tag("a\0b"s, 0, 0)})), "tag 'a\\x00b' holds a zero byte", 1},
         {with(tags({tag("t", 0, 1, 0, 5000)})), "tag 't' is played 5000 times", 0},
         {drawing().bytes().substr(0, 200), "frame 0, ", 1},
-        {File{16000, 4000, 32, std::vector<FrameFields>(90)}.bytes(), "has too many frames of 16000 x 4000",
-         1},
+        {endless(90, true).bytes(), "has too many frames of 16000 x 4000", 1},
     };
     for (const auto& [bytes, said, status] : cases) {
         folder.write("a.ase", bytes);
@@ -105,6 +112,8 @@ TEST_F(Drawing, SaysWhatASpriteCannotBe) {
         EXPECT_NE(run.output.find(std::string("kxsprite: a.ase: ") + said), std::string::npos) << run.output;
         EXPECT_NE(std::filesystem::remove(folder / "a.spr"), status == 1) << said;
     }
+    folder.write("a.ase", endless(90, false).bytes());
+    EXPECT_EQ(kxsprite("make a.ase -o a.spr").output.substr(0, 18), "a.png: 1 x 1, 1 pi");
     folder.write("a.ase", drawing().bytes());
     folder.write("a.json", "{}");
     for (const auto& [arguments, file, said] :

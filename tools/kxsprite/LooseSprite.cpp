@@ -92,9 +92,18 @@ LoosePicture loosePicture(const KXImage& canvas) {
     return picture;
 }
 
+std::size_t LooseSprite::add(LoosePicture picture) {
+    pixels += std::int64_t{picture.seen.width()} * picture.seen.height();
+    if (pixels > std::int64_t{largestSheetSide} * largestSheetSide)
+        throw Fault("has more pictures than a sheet can hold");
+    pictures.push_back(std::move(picture));
+    return pictures.size() - 1;
+}
+
 void LooseSprite::add(LooseSprite other) {
     const std::size_t first = pictures.size();
-    std::move(other.pictures.begin(), other.pictures.end(), std::back_inserter(pictures));
+    for (LoosePicture& picture : other.pictures)
+        add(std::move(picture));
     for (auto& [name, animation] : other.animations) {
         for (Frame& frame : animation.frames)
             frame.picture += first;

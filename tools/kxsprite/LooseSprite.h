@@ -21,9 +21,12 @@ struct LooseSprite {
     };
 
     std::vector<LoosePicture> pictures;
+    std::int64_t pixels = 0; ///< Of all pictures, as far as they are seen.
     std::map<std::string, Animation> animations;
     std::map<std::string, Area> boxes; ///< On the canvas.
 
+    /// Adds a picture. @return its number. Throws a Fault once there are more than any sheet can hold.
+    std::size_t add(LoosePicture picture);
     /// Adds another sprite's animations and boxes. Throws a Fault where a name is there already.
     void add(LooseSprite other);
 };

@@ -54,8 +54,7 @@ LooseSprite readAnimation(const fs::path& folder, const std::vector<fs::path>& p
     LooseSprite sprite;
     LooseSprite::Animation animation;
     for (const fs::path& picture : pictures) {
-        animation.frames.push_back({sprite.pictures.size(), duration});
-        sprite.pictures.push_back(readPicture(picture));
+        animation.frames.push_back({sprite.add(readPicture(picture)), duration});
     }
     sprite.animations.emplace(fs::canonical(folder).filename().string(), std::move(animation));
     return sprite;

@@ -4,6 +4,7 @@
 
 #include <Kobaltrix/KXImage.h>
 
+#include <compare>
 #include <string_view>
 
 /// A layer of an .aseprite file.
@@ -35,6 +36,8 @@ struct AseCel {
     std::uint8_t opacity = 255;
     int z = 0; ///< By how many layers it is moved to the front.
     std::size_t picture = 0;
+
+    auto operator<=>(const AseCel&) const = default;
 };
 
 struct AseFrame {
@@ -83,5 +86,5 @@ bool isAseprite(std::string_view bytes);
 /// @param frame from 0, within the sprite. Throws a Fault if there may be no image so large.
 KXImage composeFrame(const AseSprite& sprite, std::size_t frame);
 
-/// How many pixels have to be looked at to compose all frames: little in a file may ask for very much.
-std::uint64_t composingCost(const AseSprite& sprite);
+/// About how many pixels have to be looked at to compose a frame: little in a file may ask for very much.
+std::uint64_t composingCost(const AseSprite& sprite, std::size_t frame);

@@ -115,10 +115,9 @@ private:
             const auto size = static_cast<std::size_t>(_sprite.bytesPerPixel);
             const auto first = static_cast<std::size_t>(y - cel.y) * static_cast<std::size_t>(picture.width);
             const char* row = picture.pixels.data() + first * size;
-            for (int x = left; x < right; ++x) {
-                const KXPixel source = pixelAt(row + static_cast<std::size_t>(x - cel.x) * size);
-                onto.row(y)[x] = blend(onto.row(y)[x], source);
-            }
+            KXPixel* to = onto.row(y);
+            for (int x = left; x < right; ++x)
+                to[x] = blend(to[x], pixelAt(row + static_cast<std::size_t>(x - cel.x) * size));
         }
     }
 
@@ -144,15 +143,14 @@ KXImage composeFrame(const AseSprite& sprite, std::size_t frame) {
     return Composer(sprite, sprite.frames[frame]).compose();
 }
 
-std::uint64_t composingCost(const AseSprite& sprite) {
+std::uint64_t composingCost(const AseSprite& sprite, std::size_t frame) {
     const std::uint64_t canvas =
         static_cast<std::uint64_t>(sprite.width) * static_cast<std::uint64_t>(sprite.height);
-    std::uint64_t each = canvas + sprite.layers.size(), cels = 0;
+    std::uint64_t cost = canvas + sprite.layers.size();
     if (sprite.composesGroups)
-        each += canvas * static_cast<std::uint64_t>(
+        cost += canvas * static_cast<std::uint64_t>(
                              std::ranges::count(sprite.layers, AseLayer::Kind::Group, &AseLayer::kind));
-    for (const AseFrame& frame : sprite.frames)
-        for (const AseCel& cel : frame.cels)
-            cels += std::min<std::uint64_t>(sprite.pictures[cel.picture].pixels.size(), canvas);
-    return each * sprite.frames.size() + cels;
+    for (const AseCel& cel : sprite.frames[frame].cels)
+        cost += std::min<std::uint64_t>(sprite.pictures[cel.picture].pixels.size(), canvas);
+    return cost;
 }

@@ -71,20 +71,33 @@ std::optional<Area> boxOf(const AseSlice& slice, std::vector<std::string>& notes
     return Area{static_cast<float>(shown->x), static_cast<float>(shown->y),
                 static_cast<std::int32_t>(shown->width), static_cast<std::int32_t>(shown->height)};
 }
-/// The pictures of the frames that are shown; others would only take room.
+/// Adds the pictures of the frames that are shown, in their order; others would only take room. Frames of the
+/// same cels are one picture.
 void addPictures(LooseSprite& loose, const AseSprite& sprite) {
-    std::vector<std::size_t> numbers(sprite.frames.size());
+    std::map<std::size_t, std::size_t> pictures; // of frames
     for (const auto& [name, animation] : loose.animations)
         for (const LooseSprite::Frame& frame : animation.frames)
-            numbers[frame.picture] = 1;
-    for (std::size_t i = 0; i < numbers.size(); ++i)
-        if (numbers[i]) {
-            numbers[i] = loose.pictures.size();
-            loose.pictures.push_back(loosePicture(composeFrame(sprite, i)));
+            pictures[frame.picture] = 0;
+    std::map<std::pair<std::size_t, std::vector<AseCel>>, std::size_t> known;
+    std::vector<std::size_t> composed;
+    std::uint64_t work = 0;
+    for (auto& [number, picture] : pictures) {
+        const AseFrame& frame = sprite.frames[number];
+        const auto [found, isNew] = known.try_emplace({frame.palette, frame.cels}, composed.size());
+        picture = found->second;
+        if (isNew) {
+            composed.push_back(number);
+            work += composingCost(sprite, number);
         }
+    }
+    if (work > mostWork)
+        throw Fault("has too many frames of " + std::to_string(sprite.width) + " x " +
+                    std::to_string(sprite.height) + " pixels to be drawn");
+    for (const std::size_t number : composed)
+        loose.add(loosePicture(composeFrame(sprite, number)));
     for (auto& [name, animation] : loose.animations)
         for (LooseSprite::Frame& frame : animation.frames)
-            frame.picture = numbers[frame.picture];
+            frame.picture = pictures[frame.picture];
 }
 } // namespace
 
@@ -95,9 +108,6 @@ LooseSprite loosen(const AseSprite& sprite, const AseSettings& settings, std::ve
         if (const std::optional<Area> box = boxOf(slice, notes))
             if (!loose.boxes.emplace(named(slice.name, "slice"), *box).second)
                 throw Fault("two slices have the name " + quoted(slice.name) + "; rename one of them");
-    if (composingCost(sprite) > mostWork)
-        throw Fault("has too many frames of " + std::to_string(sprite.width) + " x " +
-                    std::to_string(sprite.height) + " pixels to be drawn");
     addPictures(loose, sprite);
     return loose;
 }
