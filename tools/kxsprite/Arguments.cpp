@@ -1,7 +1,10 @@
 #include "Arguments.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <cstring>
+#include <span>
 
 namespace {
 bool complain(std::string_view what) {
@@ -40,6 +43,8 @@ bool hasItsFiles(const Command& command, std::size_t count) {
         return count <= 1 || complain(name + " takes one file at most");
     case Files::One:
         return count == 1 || complain(name + " needs one file");
+    case Files::Commands:
+        return true;
     case Files::AtLeastOne:
         return count >= 1 || complain(name + " needs a file");
     }
@@ -65,20 +70,47 @@ int Arguments::number(std::string_view option, int unlessGiven) const {
     return number;
 }
 
-bool readCommandLine(int argc, char** argv, CommandLine& line) {
+static bool readWords(std::span<char*> words, CommandLine& line);
+
+/// Reads command lines with -- between them.
+static bool readCommands(std::span<char*> words, CommandLine& line) {
+    for (auto begin = words.begin(); begin <= words.end();) {
+        const auto end =
+            std::find_if(begin, words.end(), [](const char* word) { return !std::strcmp(word, "--"); });
+        CommandLine& inner = line.arguments.commands.emplace_back();
+        if (!readWords({begin, end}, inner))
+            return false;
+        if (!inner.command) {
+            line.command = nullptr; // help
+            return true;
+        }
+        if (!findOption(inner.command, "-o"))
+            return complain(std::string(line.command->name) + " is for commands that write a file, not for " +
+                            inner.command->name);
+        if (end == words.end())
+            break;
+        begin = end + 1;
+    }
+    return true;
+}
+
+static bool readWords(std::span<char*> words, CommandLine& line) {
     Arguments& arguments = line.arguments;
     std::string_view name;
     bool onlyFiles = false;
-    for (int i = 1; i < argc; ++i) {
-        const std::string_view argument = argv[i];
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string_view argument = words[i];
+        line.text.append(i ? " " : "").append(argument);
         if (onlyFiles || argument.empty() || argument[0] != '-') {
-            if (name.empty()) {
-                name = argument;
-                line.command = findCommand(name);
-            } else {
+            if (!name.empty()) {
                 arguments.files.emplace_back(argument);
                 arguments.words.push_back({"", arguments.files.back()});
+                continue;
             }
+            name = argument;
+            line.command = findCommand(name);
+            if (line.command && line.command->files == Command::Files::Commands)
+                return readCommands(words.subspan(i + 1), line);
         } else if (argument == "--help" || argument == "-h") {
             line.command = nullptr;
             return true;
@@ -87,9 +119,11 @@ bool readCommandLine(int argc, char** argv, CommandLine& line) {
         } else {
             const Option* option = findOption(line.command, argument);
             const bool hasValue = option && option->kind != Option::Kind::Flag;
-            if (!option || (hasValue && (i + 1 == argc || !suits(*option, argv[i + 1]))))
+            if (!option || (hasValue && (i + 1 == words.size() || !suits(*option, words[i + 1]))))
                 return complain(std::string(argument).append(" is not understood here"));
-            const std::string value = hasValue ? argv[++i] : "";
+            const std::string value = hasValue ? words[++i] : "";
+            if (hasValue)
+                line.text.append(" ").append(value);
             arguments.words.push_back({option->name, value});
             arguments.options.insert_or_assign(option->name, value);
         }
@@ -99,4 +133,9 @@ bool readCommandLine(int argc, char** argv, CommandLine& line) {
     if (!line.command)
         return complain(std::string(name).append(" is no command"));
     return makesSense(*line.command, arguments);
+}
+
+bool readCommandLine(int argc, char** argv, CommandLine& line) {
+    const std::span<char*> words(argv, static_cast<std::size_t>(argc));
+    return readWords(words.subspan(std::min<std::size_t>(1, words.size())), line);
 }

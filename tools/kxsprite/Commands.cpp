@@ -5,7 +5,8 @@
 
 namespace {
 // In the order of the help.
-const Command* const commands[] = {&infoCommand, &makeCommand, &packCommand, &checkCommand, &previewCommand};
+const Command* const commands[] = {&infoCommand,  &makeCommand,    &packCommand,
+                                   &checkCommand, &previewCommand, &watchCommand};
 
 /// The lines of a text, each behind a beginning.
 std::string lines(const std::string& beginning, std::string_view text) {
