@@ -39,6 +39,10 @@ if(TARGET kxsprite)
   endif()
   set_target_properties(kxsprite PROPERTIES INSTALL_RPATH ${here}/${libraries})
   kobaltrix_install_target(kxsprite Tools)
+  install(
+    FILES ${PROJECT_SOURCE_DIR}/cmake/KobaltrixSprites.cmake
+    DESTINATION ${kobaltrix_cmake_dir}
+    COMPONENT dev)
 endif()
 set(header_folders ${PROJECT_SOURCE_DIR}/include/Kobaltrix)
 if(TARGET KobaltrixTest AND KOBALTRIX_BUILD_TESTKIT)

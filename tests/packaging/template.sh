@@ -2,6 +2,27 @@
 # A copy of the template builds, passes its own test, and runs from where it is installed.
 source "${BASH_SOURCE[0]%/*}/common.sh"
 cp -R "$SOURCE/template" game
+
+# What makes its sprites, of sources of each kind and alone.
+cp -R game sprites
+mkdir -p sprites/art/moth/{fly,rest}
+cp "$SOURCE/tests/fuzz/corpus/aseprite/modes.aseprite" sprites/art/lamp.aseprite
+cp game/assets/firefly.png sprites/art/moth/fly/1.png
+cp game/assets/firefly.png sprites/art/moth/rest/1.png
+printf 'add_custom_target(art)\nkobaltrix_sprites(art art/lamp.aseprite art/moth DESTINATION art STEP_MS 20)\n' >>sprites/CMakeLists.txt
+configure_game sprites made
+make_sprites() { cmake --build made --target art my_game_sprites >log; }
+make_sprites || fail "$(<log)"
+"$PREFIX/bin/kxsprite" check made/art/{lamp,moth}.spr
+"$PREFIX/bin/kxsprite" info made/assets/firefly.spr >before
+sed -i 's/"cells": \[0, 1, 2, 1\], "duration": \[4, 3, 4, 3\]/"cells": [2], "duration": 9/' sprites/assets/firefly.json
+make_sprites
+"$PREFIX/bin/kxsprite" info made/assets/firefly.spr >after
+if cmp -s before after; then fail "A source that has changed was not made anew."; fi
+sed -i 's/"cells": \[2\]/"cells": [99]/' sprites/assets/firefly.json
+if make_sprites; then fail "A frame beyond the sheet was built."; fi
+grep -q 'outside the sheet' log || fail "$(<log)"
+
 build_game game
 ctest --test-dir build --no-tests=error --output-on-failure
 
