@@ -5,8 +5,8 @@
 
 namespace {
 // In the order of the help.
-const Command* const commands[] = {&infoCommand,  &makeCommand,    &packCommand,
-                                   &checkCommand, &previewCommand, &watchCommand};
+const Command* const commands[] = {&infoCommand,    &makeCommand,  &packCommand, &checkCommand,
+                                   &previewCommand, &watchCommand, &editCommand};
 
 /// The lines of a text, each behind a beginning.
 std::string lines(const std::string& beginning, std::string_view text) {

@@ -132,7 +132,7 @@ TEST_F(StudioFiles, SettingsAndWorkAreKept) {
     folder.write("home/deep/settings.json",
                  "{\"theme\": 5, \"width\": -7, \"recent\": [1], \"showsOnion\": true}");
     Settings expected;
-    expected.width = 640;
+    expected.width = 940;
     expected.showsOnion = true;
     EXPECT_TRUE(loadSettings(home) == expected) << "what makes no sense is as at first";
     folder.write("home/deep/settings.json", "[");
@@ -143,6 +143,12 @@ TEST_F(StudioFiles, SettingsAndWorkAreKept) {
     recovery.keep("", {});
     none.keep("a.spr", some());
     ASSERT_TRUE(recovery.find("a.spr"));
+    EXPECT_TRUE(*recovery.find("a.spr") == some());
+    Project painted = some();
+    painted.picture.emplace(KXImage(40, 9, {0, 0.2f, 1, 0.4f}));
+    recovery.keep("a.spr", painted);
+    EXPECT_TRUE(*recovery.find("a.spr") == painted);
+    recovery.keep("a.spr", some());
     EXPECT_TRUE(*recovery.find("a.spr") == some());
     EXPECT_TRUE(recovery.find(""));
     EXPECT_FALSE(recovery.find("b.spr") || none.find("a.spr"));

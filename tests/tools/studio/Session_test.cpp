@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <functional>
 #include <random>
 
@@ -32,6 +33,11 @@ Session withFrames(int count) {
     session.begin({});
     session.addFrames(someFrames(count));
     return session;
+}
+
+const KXImage& sheet() {
+    static const KXImage image(80, 50, {0, 1, 0, 1});
+    return image;
 }
 
 using Act = std::function<void(Session&, std::mt19937&)>;
@@ -87,6 +93,13 @@ const std::vector<Act>& acts() {
             s.setGrid({any(r, 9), 0, any(r, 20), 16, any(r, 2), 0}, anyJoin(r));
         },
         [](Session& s, std::mt19937& r) { s.setTexture(any(r, 2) ? "hero.png" : "bat.png"); },
+        [](Session& s, std::mt19937& r) {
+            const auto point = [&] { return KXPoint{float(any(r, 90)), float(any(r, 70))}; };
+            const KXPixel color = {uint8_t(any(r, 3) * 40), 0, 0, uint8_t(any(r, 1) * 255)};
+            s.paintLine(sheet(), point(), point(), color, anyJoin(r));
+            if (any(r, 3) == 0)
+                s.paintFill(sheet(), point(), color);
+        },
         [](Session& s, std::mt19937&) { s.undo(); },
         [](Session& s, std::mt19937&) { s.redo(); },
         [](Session& s, std::mt19937&) { s.abandon(); },
@@ -224,4 +237,46 @@ TEST(Session, NamesStayApart) {
     EXPECT_EQ(session.box()->name, "box 2");
     EXPECT_FALSE(session.renameBox("box"));
     EXPECT_NE(session.project().boxes[0].color, session.project().boxes[1].color);
+}
+
+// Against a flood by recursion on a picture of a few tiles, and what is drawn anew against the whole.
+TEST(Session, PaintIsWhatWasPainted) {
+    std::mt19937 random(5);
+    Session session;
+    session.begin({});
+    KXImage expected(70, 40), shown(1, 1);
+    Pixels last;
+    const std::function<void(int, int, KXPixel, KXPixel)> flood = [&](int x, int y, KXPixel from,
+                                                                      KXPixel to) {
+        KXPixel* row = expected.row(y);
+        if (x < 0 || x >= 70 || !row || std::memcmp(row + x, &from, sizeof from) != 0)
+            return;
+        row[x] = to;
+        for (const auto& [dx, dy] : {std::pair{1, 0}, {-1, 0}, {0, 1}, {0, -1}})
+            flood(x + dx, y + dy, from, to);
+    };
+    for (int i = 0; i < 80; ++i) {
+        const KXPixel color = {uint8_t(i), uint8_t(i * 7), 9, 255};
+        const int x = any(random, 69), y = any(random, 39), to = any(random, 80);
+        if (i % 4 != 3) {
+            session.paintLine(KXImage(70, 40), {float(x), float(y)}, {float(to), float(y)}, color, Join::No);
+            for (int k = std::min(x, to); k <= std::max(x, to); ++k)
+                expected.setPixel(k, y, KXColorOf(color));
+        } else if (x >= 0 && y >= 0) {
+            session.paintFill(KXImage(70, 40), {float(x), float(y)}, color);
+            if (const KXPixel from = expected.row(y)[x]; std::memcmp(&from, &color, sizeof from) != 0)
+                flood(x, y, from, color);
+        }
+        if (!session.project().picture)
+            continue;
+        session.project().picture->drawInto(shown, last);
+        last = *session.project().picture;
+        for (int row = 0; row < 40; ++row)
+            ASSERT_EQ(std::memcmp(shown.row(row), expected.row(row), 70 * sizeof(KXPixel)), 0) << i;
+    }
+    while (session.canUndo())
+        session.undo();
+    EXPECT_FALSE(session.project().picture) << "the file's again";
+    session.paintFill(KXImage(70, 40), {3, 3}, {});
+    EXPECT_FALSE(session.canUndo()) << "that changes nothing";
 }

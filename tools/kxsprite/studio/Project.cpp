@@ -5,6 +5,7 @@
 bool Project::operator==(const Project& other) const {
     const auto isSame = [](const auto& a, const auto& b) { return a == b || *a == *b; };
     return texture == other.texture && boxes == other.boxes && grid == other.grid &&
+           picture == other.picture &&
            std::equal(animations.begin(), animations.end(), other.animations.begin(), other.animations.end(),
                       isSame);
 }

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "../Document.h"
+#include "Pixels.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,7 @@ struct Project {
     std::vector<std::shared_ptr<const NamedAnimation>> animations; ///< In the order of the list; never null.
     std::vector<NamedBox> boxes;                                   ///< In the order of the list.
     Grid grid;
+    std::optional<Pixels> picture; ///< The sheet once it was painted on; until then its file has it.
 
     bool operator==(const Project& other) const;
 };

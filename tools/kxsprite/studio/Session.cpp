@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace {
 constexpr float farthest = 1 << 20; // well beyond any sheet, and exact with every fraction that counts
@@ -169,6 +170,44 @@ void Session::setTexture(const std::string& name) {
 
 void Session::setGrid(Grid grid, Join join) {
     change("Change grid", join, [&](State& state) { state.project.grid = sane(grid); });
+}
+
+// ---- The picture ----
+
+static int whole(float value) { return static_cast<int>(std::floor(place(value))); }
+
+/// Paints on the picture, which stays the file's where that changes nothing.
+static void paint(Project& project, const KXImage& sheet, const std::function<void(Pixels&)>& act) {
+    const Pixels before = project.picture ? *project.picture : Pixels(sheet);
+    Pixels painted = before;
+    act(painted);
+    if (!(painted == before))
+        project.picture = std::move(painted);
+}
+
+void Session::paintLine(const KXImage& sheet, KXPoint from, KXPoint to, KXPixel color, Join join) {
+    const int x = whole(from.x), y = whole(from.y), across = whole(to.x) - x, down = whole(to.y) - y;
+    const int steps = std::max({std::abs(across), std::abs(down), 1});
+    const auto part = [&](int length, int i) {
+        return static_cast<int>(std::lround(static_cast<double>(length) * i / steps));
+    };
+    change(color.a ? "Paint" : "Erase", join, [&](State& state) {
+        paint(state.project, sheet, [&](Pixels& picture) {
+            for (int i = 0; i <= steps; ++i)
+                picture.set(x + part(across, i), y + part(down, i), color);
+        });
+    });
+}
+
+void Session::paintFill(const KXImage& sheet, KXPoint at, KXPixel color) {
+    const int x = whole(at.x), y = whole(at.y);
+    change("Fill", Join::No, [&](State& state) {
+        paint(state.project, sheet, [&](Pixels& picture) { picture.fill(x, y, color); });
+    });
+}
+
+void Session::setPicture(const KXImage& picture, const char* step) {
+    change(step, Join::No, [&](State& state) { state.project.picture.emplace(picture); });
 }
 
 // ---- Animations ----

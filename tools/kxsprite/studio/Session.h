@@ -71,6 +71,14 @@ public:
     void setTexture(const std::string& name);
     void setGrid(Grid grid, Join join = Join::No);
 
+    // The sheet's picture, which is the project's own from the first of these on.
+    /// A line of one colour from pixel to pixel. @param sheet what is painted on until now.
+    void paintLine(const KXImage& sheet, KXPoint from, KXPoint to, KXPixel color, Join join);
+    /// What is of one colour and connected gets another one.
+    void paintFill(const KXImage& sheet, KXPoint at, KXPixel color);
+    /// Another picture altogether.
+    void setPicture(const KXImage& picture, const char* step);
+
     // Animations: all but the first are for the chosen one.
     /// An empty one behind the chosen one. An animation is saved once it has frames.
     void addAnimation(const std::string& name);

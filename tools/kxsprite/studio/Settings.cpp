@@ -4,6 +4,8 @@
 #include "../Json.h"
 #include "ProjectFile.h"
 
+#include <Kobaltrix/KXError.h>
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -41,8 +43,8 @@ void eachSetting(Settings& settings, Take take) {
 }
 
 Settings sane(Settings settings) {
-    settings.width = std::clamp(settings.width, 640, 16384);
-    settings.height = std::clamp(settings.height, 420, 16384);
+    settings.width = std::clamp(settings.width, 940, 16384);
+    settings.height = std::clamp(settings.height, 560, 16384);
     settings.sheetShare = std::clamp(settings.sheetShare, 0.1f, 0.9f);
     settings.stepMilliseconds = std::clamp(settings.stepMilliseconds, 1, 1000);
     settings.recent.resize(std::min(settings.recent.size(), mostRecent));
@@ -109,18 +111,27 @@ std::string Recovery::pathFor(const std::string& sprite) const {
     return pathIn(_folder, name);
 }
 
+std::string Recovery::pictureFor(const std::string& sprite) const { return pathFor(sprite) + ".png"; }
+
 void Recovery::keep(const std::string& sprite, const Project& project) const {
     if (_folder.empty())
         return;
     std::error_code failed;
     fs::create_directories(_folder, failed);
     saveText(pathFor(sprite), textOf({"recovery", sprite, project}));
+    const std::string picture = pictureFor(sprite);
+    if (!project.picture)
+        fs::remove(picture, failed);
+    else if (!project.picture->image().writeToPNG(picture.c_str()))
+        throw Fault(KXError(), picture);
 }
 
 void Recovery::forget(const std::string& sprite) const {
     std::error_code ignored;
-    if (!_folder.empty())
-        fs::remove(pathFor(sprite), ignored);
+    if (_folder.empty())
+        return;
+    fs::remove(pathFor(sprite), ignored);
+    fs::remove(pictureFor(sprite), ignored);
 }
 
 std::optional<Project> Recovery::find(const std::string& sprite) const {
@@ -129,8 +140,12 @@ std::optional<Project> Recovery::find(const std::string& sprite) const {
         return std::nullopt;
     try {
         std::optional<ProjectText> kept = projectOfText(readFile(pathFor(sprite)));
-        if (kept && kept->what == "recovery" && kept->path == sprite)
-            return std::move(kept->project);
+        if (!kept || kept->what != "recovery" || kept->path != sprite)
+            return std::nullopt;
+        if (KXImage picture;
+            fs::exists(pictureFor(sprite), ignored) && picture.load(pictureFor(sprite).c_str()))
+            kept->project.picture.emplace(picture);
+        return std::move(kept->project);
     } catch (const Fault&) { // cut off by the crash: there is nothing to be had of it
     }
     return std::nullopt;

@@ -43,6 +43,7 @@ public:
 
 private:
     std::string pathFor(const std::string& sprite) const;
+    std::string pictureFor(const std::string& sprite) const;
 
     std::string _folder;
 };

@@ -24,18 +24,39 @@ bool Sheet::load(const std::string& path) {
     _path = path;
     _stamp = stamp;
     _lookedAt = KXTime();
-    _image = std::move(read);
-    _islands.reset();
-    ++_version;
+    (_painted ? _file : _image) = std::move(read);
+    changed();
     return true;
 }
 
 void Sheet::clear() {
     _path.clear();
     _stamp.reset();
-    _image = KXImage();
+    _painted.reset();
+    _file = _image = KXImage();
+    changed();
+}
+
+void Sheet::changed() {
     _islands.reset();
     ++_version;
+}
+
+void Sheet::show(const std::optional<Pixels>& painted) {
+    if (!painted && !_painted)
+        return;
+    if (!painted) {
+        _image = std::exchange(_file, KXImage());
+        _painted.reset();
+        return changed();
+    }
+    if (_painted && painted->shares(*_painted))
+        return;
+    if (!_painted)
+        _file = _image;
+    painted->drawInto(_image, _painted ? *_painted : Pixels());
+    _painted = painted;
+    changed();
 }
 
 bool Sheet::pollChanged() {

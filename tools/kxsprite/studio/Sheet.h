@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../Document.h"
+#include "Pixels.h"
 
 #include <Kobaltrix/KXImage.h>
 #include <Kobaltrix/KXTexture.h>
@@ -23,11 +23,16 @@ public:
     /// since it is being written, is read when it has changed again. @return whether the picture is another.
     bool pollChanged();
 
+    /// Shows what was painted on it, or the file's picture again for null. Costs what has changed.
+    void show(const std::optional<Pixels>& painted);
+
     bool isEmpty() const { return _image.width() == 0; }
     int width() const { return _image.width(); }
     int height() const { return _image.height(); }
     const std::string& path() const { return _path; }
     const KXImage& image() const { return _image; }
+    /// What the file holds, whatever was painted.
+    const KXImage& file() const { return _painted ? _file : _image; }
     /// Another number whenever the picture is another.
     std::uint64_t version() const { return _version; }
 
@@ -44,12 +49,15 @@ private:
 
         bool operator==(const Stamp&) const = default;
     };
+    void changed();
     static std::optional<Stamp> stampOf(const std::string& path);
 
     std::string _path;
     std::optional<Stamp> _stamp; ///< Of the file when it was last tried.
     double _lookedAt = 0;
-    KXImage _image;
+    KXImage _image; ///< What is shown,
+    KXImage _file;  ///< and what the file holds, where that is something else.
+    std::optional<Pixels> _painted;
     std::uint64_t _version = 1, _uploaded = 0;
     std::unique_ptr<KXTexture> _texture;
     std::optional<std::vector<Area>> _islands;

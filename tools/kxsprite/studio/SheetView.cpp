@@ -63,6 +63,14 @@ void SheetView::pressed(KXPoint place, const KXUIMouse& mouse) {
     _anchor.reset();
     _from = _to = place;
     _act = Act::Rectangle;
+    if (paints()) {
+        const SheetTool tool = mouse.alt ? std::exchange(_tool, SheetTool::Pick) : _tool;
+        _act = Act::Stroke;
+        paint(place, place, Join::Begin);
+        _tool = tool;
+        if (mouse.alt)
+            _act = Act::None;
+    }
     if (_tool == SheetTool::Select)
         pressedFrame(place, mouse);
 }
@@ -95,6 +103,8 @@ void SheetView::pressedFrame(KXPoint place, const KXUIMouse& mouse) {
 
 void SheetView::dragged(KXPoint place) {
     constexpr float least = 3; // points
+    if (_act == Act::Stroke && _tool != SheetTool::Fill)
+        paint(_to, place, Join::Continue);
     _hasMoved |= std::max(std::abs(place.x - _from.x), std::abs(place.y - _from.y)) * zoom() >= least;
     _to = place;
     if (_act != Act::Bounds || !_hasMoved)
@@ -114,7 +124,8 @@ void SheetView::released(KXPoint place) {
 }
 
 void SheetView::abandoned() {
-    if (std::exchange(_act, Act::None) != Act::Bounds || !_drag.hasBegun)
+    const Act given = std::exchange(_act, Act::None);
+    if (given != Act::Stroke && (given != Act::Bounds || !_drag.hasBegun))
         return;
     _session.abandon();
     act();
@@ -174,6 +185,11 @@ std::vector<Area> SheetView::areasOf(KXPoint from, KXPoint to, bool isClick) {
                     areas.push_back(cell);
         break;
     }
+    case SheetTool::Pencil:
+    case SheetTool::Eraser:
+    case SheetTool::Fill:
+    case SheetTool::Pick:
+        break;
     case SheetTool::Islands:
         if (const int at =
                 isClick ? islandAt(_sheet.islands(), static_cast<int>(marked.x), static_cast<int>(marked.y))
@@ -192,6 +208,23 @@ void SheetView::cut(const std::vector<Area>& areas) {
     if (areas.empty())
         return;
     _session.cut(areas);
+    act();
+}
+
+// What is painted along a line, or at its end.
+void SheetView::paint(KXPoint from, KXPoint to, Join join) {
+    if (_sheet.isEmpty())
+        return;
+    if (_tool == SheetTool::Pencil || _tool == SheetTool::Eraser)
+        _session.paintLine(_sheet.image(), from, to, _tool == SheetTool::Pencil ? paintColor : KXPixel{},
+                           join);
+    else if (_tool == SheetTool::Fill)
+        _session.paintFill(_sheet.image(), to, paintColor);
+    else if (const KXColor picked = _sheet.image().getPixel(static_cast<int>(std::floor(to.x)),
+                                                            static_cast<int>(std::floor(to.y)));
+             picked.a >= 0)
+        paintColor = KXPixelOf(picked);
+    _sheet.show(_session.project().picture); // for what goes on from there
     act();
 }
 
@@ -270,6 +303,10 @@ int SheetView::returnPressed() {
     if (_tool == SheetTool::Islands) {
         if (_island >= 0 && _island < static_cast<int>(_sheet.islands().size()))
             cut({_sheet.islands()[static_cast<std::size_t>(_island)]});
+    } else if (_tool == SheetTool::Fill || _tool == SheetTool::Pick) {
+        paint(_cursor, _cursor, Join::No);
+    } else if (_anchor && paints()) {
+        paint(*std::exchange(_anchor, std::nullopt), _cursor, Join::No);
     } else if (_anchor) {
         cut(areasOf(*std::exchange(_anchor, std::nullopt), _cursor, false));
     } else {
@@ -307,7 +344,7 @@ const char* SheetView::status() {
 }
 
 KXUIDescription SheetView::description() const {
-    constexpr const char* tools[] = {"select", "cut", "cells", "islands"};
+    constexpr const char* tools[] = {"select", "cut", "cells", "islands", "pencil", "eraser", "fill", "pick"};
     KXUIDescription said = {"canvas", "sheet", "", tools[static_cast<int>(_tool)]};
     said.value = std::to_string(_sheet.width()) + " by " + std::to_string(_sheet.height()) + " pixels";
     if (_tool == SheetTool::Select && _session.frame())

@@ -11,23 +11,29 @@
 
 /// What the left button and Return do on the sheet.
 enum class SheetTool {
-    Select, ///< Frames are chosen, moved and resized; beside them a new one is cut.
-    Cut,    ///< A rectangle is cut.
-    Cells,  ///< Cells of the grid are cut.
-    Islands ///< What lies by itself is cut.
+    Select,  ///< Frames are chosen, moved and resized; beside them a new one is cut.
+    Cut,     ///< A rectangle is cut.
+    Cells,   ///< Cells of the grid are cut.
+    Islands, ///< What lies by itself is cut.
+    Pencil,  ///< Pixels are painted in the colour.
+    Eraser,  ///< They become transparent.
+    Fill,    ///< What is of one colour and connected is painted.
+    Pick     ///< The colour becomes that of a pixel.
 };
 
 /// The sheet with the frames of the chosen animation, where they are cut.
 ///
 /// By keys: with #SheetTool::Select arrows move the current frame and Alt with them its right and bottom
 /// edge, by 8 pixels with Shift; Page Up and Page Down choose another frame. With the others arrows move a
-/// cursor, Return begins a rectangle and ends it, Escape gives it up.
+/// cursor, Return begins a rectangle or a line and ends it, or does what a click does, and Escape gives it
+/// up. With Alt the tools that paint take the colour below.
 class SheetView : public PictureView {
 public:
     SheetView(Session& session, Sheet& sheet) : _session(session), _sheet(sheet) {}
 
-    bool showsGrid = true;   ///< Of the session.
-    bool showsPixels = true; ///< Lines between them.
+    bool showsGrid = true;                     ///< Of the session.
+    bool showsPixels = true;                   ///< Lines between them.
+    KXPixel paintColor = {255, 255, 255, 255}; ///< That is painted with.
 
     SheetTool tool() const { return _tool; }
     void setTool(SheetTool tool);
@@ -50,7 +56,7 @@ protected:
     int keyPressed(const KXUIKey& key) override;
 
 private:
-    enum class Act { None, Rectangle, Bounds };
+    enum class Act { None, Rectangle, Bounds, Stroke };
 
     const std::vector<Frame>& frames() const;
     KXPoint clamped(KXPoint place) const;
@@ -60,6 +66,8 @@ private:
     std::vector<Area> areasOf(KXPoint from, KXPoint to, bool isClick);
     Area markedArea(KXPoint from, KXPoint to) const;
     void cut(const std::vector<Area>& areas);
+    bool paints() const { return _tool >= SheetTool::Pencil; }
+    void paint(KXPoint from, KXPoint to, Join join);
     int arrowPressed(const KXUIKey& key, KXPoint way);
     void nudge(const KXUIKey& key, KXPoint pixels);
     void moveCursor(KXPoint way, bool isFast);

@@ -1,0 +1,18 @@
+#include "../Tool.h"
+
+#include "support/Image.h"
+
+#include <KobaltrixTest/KXTestPicture.h>
+
+TEST_F(Tool, DrawsTheStudioInTheDisplaysOwnPixels) {
+    for (const char* file : {"owl.png", "owl.json"})
+        std::filesystem::copy_file(std::string(ROOT "/examples/assets/") + file, folder / file);
+    std::filesystem::create_directory(folder / "home");
+    folder.write("home/settings.json", R"({"width": 940, "height": 560})");
+    ASSERT_EQ(kxsprite("make owl.json -o owl.spr").status, 0);
+    const Outcome run = kxsprite("edit owl.spr --settings home --screenshot shot.png");
+    ASSERT_EQ(run.status, 0) << run.output;
+    const Image shot = Image::fromFile(folder / "shot.png");
+    EXPECT_EQ(shot.width, 2 * 940);
+    EXPECT_EQ(KXTestGallery(ROOT "/docs/studio").compare(shot, "scale2", {2, 400}).message, "");
+}

@@ -1,0 +1,4 @@
+#pragma once
+
+/// The page of keys and mouse that the studio shows.
+const char* helpText();
