@@ -105,7 +105,9 @@ private:
     void beginSheet(int width, int height);
     void leave(const std::function<void()>& next);
     void save(const std::function<void()>& next = {});
-    void saveTo(const std::string& path, const std::function<void()>& next);
+    void saveTo(const std::string& path, const std::function<void()>& next, bool replacesSheet = false);
+    std::string sheetName(const std::string& path) const;
+    bool hidesSheet(const std::string& path) const;
     void bringSheetTo(const std::string& path);
     void exportAs(const char* extension);
     void exportTo(const std::string& path, const std::string& kind);

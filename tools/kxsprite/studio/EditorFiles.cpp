@@ -191,8 +191,14 @@ void Editor::save(const std::function<void()>& next) {
         });
 }
 
-void Editor::saveTo(const std::string& path, const std::function<void()>& next) {
+void Editor::saveTo(const std::string& path, const std::function<void()>& next, bool replacesSheet) {
     try {
+        if (!replacesSheet && hidesSheet(path))
+            return ask("Another " + sheetName(path) + " lies in that folder. Replace it?",
+                       {"Replace", "Cancel"}, [=, this](int answer) {
+                           if (answer == 0)
+                               saveTo(path, next, true);
+                       });
         bringSheetTo(path);
         const std::string note = saveProject(_session.project(), path);
         _recovery.forget(_work);
@@ -210,27 +216,40 @@ void Editor::saveTo(const std::string& path, const std::function<void()>& next) 
         next();
 }
 
+/// The sheet's bare name, or the one that a painted sheet without a file gets.
+std::string Editor::sheetName(const std::string& path) const {
+    const Project& project = _session.project();
+    return !project.texture.empty() || !project.picture
+               ? project.texture
+               : fs::path(path).filename().replace_extension(".png").string();
+}
+
+// Whether the sheet would take the place of somebody else's file.
+bool Editor::hidesSheet(const std::string& path) const {
+    const std::string name = sheetName(path);
+    if (name.empty() || _sheet.isEmpty())
+        return false;
+    const std::string there = sheetBeside(path, name);
+    std::error_code ignored;
+    return fs::exists(there, ignored) && !isSame(there, _sheet.path()) &&
+           (_sheet.path().empty() || contentOf(there) != contentOf(_sheet.path()));
+}
+
 // A sprite finds its sheet beside it, so that goes with it.
 void Editor::bringSheetTo(const std::string& path) {
-    const std::optional<Pixels>& painted = _session.project().picture;
-    if (painted && _session.project().texture.empty())
-        _session.setTexture(fs::path(path).filename().replace_extension(".png").string());
-    if (_session.project().texture.empty())
+    const std::string name = sheetName(path);
+    if (name.empty() || _sheet.isEmpty())
         return;
-    const std::string there = sheetBeside(path, _session.project().texture);
-    std::error_code ignored;
-    const bool isThere = fs::exists(there, ignored), isIt = isThere && isSame(there, _sheet.path());
-    if (isThere && !isIt && !(_sheet.path().empty() && !painted) &&
-        contentOf(there) != contentOf(_sheet.path()))
-        throw Fault("another " + quoted(_session.project().texture) + " lies in that folder");
-    if (painted) {
+    if (name != _session.project().texture)
+        _session.setTexture(name);
+    const std::string there = sheetBeside(path, name);
+    if (const std::optional<Pixels>& painted = _session.project().picture) {
         if (!painted->image().writeToPNG(there.c_str()))
             throw Fault(KXError(), there);
-    } else if (!isThere && !_sheet.path().empty()) {
-        fs::copy_file(_sheet.path(), there);
+    } else if (!isSame(there, _sheet.path())) {
+        fs::copy_file(_sheet.path(), there, fs::copy_options::overwrite_existing);
     }
-    if (!isIt || painted)
-        loadSheet(there);
+    loadSheet(there);
 }
 
 void Editor::exportAs(const char* extension) {

@@ -3,6 +3,7 @@
 #include "../Files.h"
 #include "../Json.h"
 #include "../SpriteIO.h"
+#include "../ase/Loosen.h"
 #include "ProjectText.h"
 
 #include <Kobaltrix/KXError.h>
@@ -47,6 +48,16 @@ OpenedProject openJson(const std::string& path) {
     return {projectOf(documentFromJson(json.root())), "", "", ""};
 }
 
+// Its frames on a sheet, which is saved with the sprite.
+OpenedProject openDrawing(const std::string& path) {
+    const std::string stem = fs::path(path).stem().string();
+    std::vector<std::string> notes;
+    const SpriteSheet made = makeFromAseprite(readFile(path), {16, stem}, stem + ".png", {}, notes);
+    OpenedProject opened = {projectOf(made.documents.front()), "", "", notes.empty() ? "" : notes.front()};
+    opened.project.picture.emplace(made.image);
+    return opened;
+}
+
 OpenedProject openPicture(const std::string& path) {
     if (!sheetSize(path))
         throw Fault("is not there");
@@ -80,10 +91,11 @@ std::string studioFileOf(const std::string& sprite) {
 
 OpenedProject openProject(const std::string& path) {
     const std::string extension = extensionOf(path);
-    OpenedProject opened = extension == ".spr"    ? openSprite(path)
-                           : extension == ".json" ? openJson(path)
-                                                  : openPicture(path);
-    if (!opened.project.texture.empty())
+    OpenedProject opened = extension == ".spr"                               ? openSprite(path)
+                           : extension == ".json"                            ? openJson(path)
+                           : extension == ".ase" || extension == ".aseprite" ? openDrawing(path)
+                                                                             : openPicture(path);
+    if (!opened.project.texture.empty() && !opened.project.picture)
         opened.sheet = sheetBeside(path, opened.project.texture);
     return opened;
 }

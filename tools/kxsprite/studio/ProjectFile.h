@@ -10,8 +10,8 @@ struct OpenedProject {
     std::string note;   ///< What the user is to be told, empty for nothing.
 };
 
-/// Opens a sprite file, the JSON that kxsprite make takes, or a picture, which begins a sprite. Throws a
-/// Fault.
+/// Opens a sprite file, the JSON that kxsprite make takes, an .aseprite file, or a picture, which begins a
+/// sprite. Throws a Fault.
 OpenedProject openProject(const std::string& path);
 
 /// Saves a sprite file, and beside it what only the studio knows. What is there stays if anything fails.
