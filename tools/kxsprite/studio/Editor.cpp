@@ -230,7 +230,7 @@ void Editor::pollButtons() {
     if (_side.cutIslands.activated())
         cutIslands();
     if (_side.boxColor.activated())
-        pick(Picked::Box);
+        pick(Picked::BoxColor);
     if (_side.paint.activated())
         _sheetView.paintColor = KXPixelOf(_side.paint.color());
     else if (_sheetView.activated() && _sheetView.tool() == SheetTool::Pick)
@@ -279,7 +279,7 @@ void Editor::pollNewSheet() {
 void Editor::pollPicker() {
     if (!_colors.poll())
         return;
-    if (_picker.activated() && _picked == Picked::Box)
+    if (_picker.activated() && _picked == Picked::BoxColor)
         _session.setBoxColor(numberOf(_picker.color()), Join::Continue);
     else if (_picker.activated())
         _settings.background = numberOf(_picker.color());
@@ -289,11 +289,11 @@ void Editor::pollPicker() {
 
 void Editor::pick(Picked what) {
     _picked = what;
-    _picker.setColor(what == Picked::Box         ? colorOf(_session.box()->color)
+    _picker.setColor(what == Picked::BoxColor    ? colorOf(_session.box()->color)
                      : _settings.background != 0 ? colorOf(_settings.background)
                                                  : KXMakeColori(64, 128, 96, 255));
-    _picker.setShowsOpacity(what == Picked::Box ? -1 : 0);
-    if (what == Picked::Box)
+    _picker.setShowsOpacity(what == Picked::BoxColor ? -1 : 0);
+    if (what == Picked::BoxColor)
         _session.setBoxColor(_session.box()->color, Join::Begin);
     _colors.focus(_picker);
 }

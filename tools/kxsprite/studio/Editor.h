@@ -43,7 +43,7 @@ public:
     std::string title() const;
 
 private:
-    enum class Picked { Nothing, Box, Background };
+    enum class Picked { Nothing, BoxColor, Background };
 
     // The window: Editor.cpp.
     void makeTools();

@@ -339,7 +339,7 @@ bool Editor::chooseBox(int entry) {
     case BoxDown:
         return _session.moveBox(1), true;
     case BoxColor:
-        return pick(Picked::Box), true;
+        return pick(Picked::BoxColor), true;
     default:
         return false;
     }

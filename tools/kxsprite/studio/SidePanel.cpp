@@ -234,11 +234,13 @@ void SidePanel::poll() {
 }
 
 // A name counts once Return is pressed or the keyboard leaves.
-void SidePanel::pollName(KXUITextEntry& entry, bool& hadFocus, const std::string& name,
+void SidePanel::pollName(KXUITextEntry& entry, KXUIListBox& list, bool& hadFocus, const std::string& name,
                          const std::function<bool(const std::string&)>& rename) {
     const bool hasFocus = entry.isFocused();
     const bool isDone = entry.entered() || (hadFocus && !hasFocus);
     hadFocus = hasFocus;
+    if (entry.entered())
+        _panel.focus(list); // so that what comes next is not typed
     if (!isDone || name == entry.text() || rename(entry.text()))
         return;
     _say(*entry.text() ? "There is one of this name already." : "A name cannot be empty.");
@@ -247,7 +249,7 @@ void SidePanel::pollName(KXUITextEntry& entry, bool& hadFocus, const std::string
 
 void SidePanel::pollAnimations() {
     const NamedAnimation* chosen = _session.animation();
-    pollName(_animationName, _wasNaming[0], chosen ? chosen->name : "",
+    pollName(_animationName, _animations, _wasNaming[0], chosen ? chosen->name : "",
              [&](const std::string& name) { return _session.renameAnimation(name); });
     if (_animations.activated() && _animations.selectionChanged())
         _session.chooseAnimation(_animations.selectedIndex());
@@ -287,7 +289,7 @@ void SidePanel::pollFrame() {
 
 void SidePanel::pollBoxes() {
     const NamedBox* chosen = _session.box();
-    pollName(_boxName, _wasNaming[1], chosen ? chosen->name : "",
+    pollName(_boxName, _boxes, _wasNaming[1], chosen ? chosen->name : "",
              [&](const std::string& name) { return _session.renameBox(name); });
     if (_boxes.activated() && _boxes.selectionChanged())
         _session.chooseBox(_boxes.selectedIndex());

@@ -68,7 +68,7 @@ private:
     void pollFrame();
     void pollBoxes();
     void pollGrid();
-    void pollName(KXUITextEntry& entry, bool& hadFocus, const std::string& name,
+    void pollName(KXUITextEntry& entry, KXUIListBox& list, bool& hadFocus, const std::string& name,
                   const std::function<bool(const std::string&)>& rename);
     Join joinFor(const void* what);
     void show();
