@@ -63,7 +63,7 @@ std::optional<Arrangement> arrange(std::vector<stbrp_rect> rects, int width, int
 std::set<int> widthsToTry(const std::vector<stbrp_rect>& rects, std::int64_t area, int padding) {
     const int widest = std::ranges::max(rects, {}, &stbrp_rect::w).w, most = largestSheetSide + padding;
     const int side = static_cast<int>(std::ceil(std::sqrt(static_cast<double>(area))));
-    const int from = std::max(widest, side / 2), to = std::clamp(2 * side, from, most);
+    const int from = std::max(widest, side / 2), to = std::max(from, std::min(2 * side, most));
     const auto tries = static_cast<int>(std::clamp<std::size_t>(mostTriedRects / rects.size(), 4, mostTries));
     std::set<int> widths = {from};
     for (int i = 1; i <= tries; ++i)
