@@ -127,7 +127,7 @@ TEST_F(EditorTest, AsksBeforeWorkIsLost) {
 TEST_F(EditorTest, PaintsTheSheetAndFollowsItsFile) {
     ASSERT_TRUE(editor->open(folder / "hero.png"));
     choose(KXKey5); // the pencil, in white, in the middle of the sheet
-    user.drag({180, 270}, {240, 270});
+    user.drag({180, 245}, {240, 245});
     ASSERT_TRUE(project().picture);
     EXPECT_EQ(editor->session().undoName(), "Paint");
     const Pixels painted = *project().picture;

@@ -131,6 +131,8 @@ TEST(GridFinder, GuessesWhereGapsTellNothing) {
         {loose(64, 32, {{{3, 2}, {9, 12}}, {{17, 1}, {15, 14}}, {{50, 20}, {5, 5}}}), "0,0 16x16; 0 0"},
         {loose(60, 30, {{{2, 0}, {10, 20}}, {{15, 0}, {10, 20}}, {{28, 0}, {10, 20}}}), "2,0 10x20; 3 0"},
         {loose(64, 64, {{{1, 1}, {40, 20}}, {{43, 1}, {20, 9}}, {{1, 22}, {35, 41}}}), "none"}, // packed
+        {loose(96, 24, {{{1, 1}, {28, 23}}, {{29, 0}, {50, 24}}}),
+         "0,0 24x24; 0 0"}, // some touch their neighbours
     };
     for (const auto& [sheet, found] : cases)
         EXPECT_EQ(told(findGrid(sheet)), found) << sheet.width() << " x " << sheet.height();

@@ -109,7 +109,7 @@ void Editor::makeMiddle() {
     _split.first().add(_sheetView, 1);
     _split.second().add(_stage, 1);
     _middle.add(_split, 1);
-    _middle.add(_side.layout());
+    _middle.add(_side.layout(), KXUILayoutItem{216}); // whatever page it shows
     _panel.add(_split);
     _panel.add(_sheetView);
     _panel.add(_stage);

@@ -187,9 +187,9 @@ void Editor::makeMenus() {
                            {"Frame smaller", StageOut, {KXKeyF4, shift}},
                            {"Whole frame", StageFit, {KXKeyF4, ctrl}},
                            {},
-                           {"&Dark", ThemeDark, {}, KXUIMenuEntryRadio},
-                           {"Ligh&t", ThemeLight, {}, KXUIMenuEntryRadio},
-                           {"High &contrast", ThemeContrast, {}, KXUIMenuEntryRadio}});
+                           {"&Dark", ThemeDark, {KXKey1, ctrl | alt}, KXUIMenuEntryRadio},
+                           {"Ligh&t", ThemeLight, {KXKey2, ctrl | alt}, KXUIMenuEntryRadio},
+                           {"High &contrast", ThemeContrast, {KXKey3, ctrl | alt}, KXUIMenuEntryRadio}});
     _bar.addMenu("&Help", {{"&Keys and mouse", HelpPage, {KXKeyF1}}});
     _bar.setSize({-1, -1});
 }

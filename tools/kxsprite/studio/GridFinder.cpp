@@ -93,13 +93,20 @@ static std::optional<Axis> single(const Stretches& drawn, int length) {
     return drawn.size() == 1 ? std::optional(Axis{0, length, 0}) : std::nullopt;
 }
 
-// A full sheet: frames side by side, or tiles.
-static std::optional<Grid> usual(int width, int height) {
+// A long sheet that squares divide has frames side by side.
+static std::optional<Grid> sideBySide(int width, int height) {
     const int shorter = std::min(width, height), longer = std::max(width, height);
-    if (shorter >= 8 && longer >= 3 * shorter && longer % shorter == 0)
-        return Grid{0, 0, shorter, shorter, 0, 0};
+    return shorter >= 8 && longer >= 3 * shorter && longer % shorter == 0
+               ? std::optional(Grid{0, 0, shorter, shorter, 0, 0})
+               : std::nullopt;
+}
+
+// A full sheet: frames, or tiles.
+static std::optional<Grid> usual(int width, int height) {
+    if (const std::optional<Grid> frames = sideBySide(width, height))
+        return frames;
     for (const int side : {16, 32, 24, 48, 64, 8})
-        if (width % side == 0 && height % side == 0 && longer > side)
+        if (width % side == 0 && height % side == 0 && std::max(width, height) > side)
             return Grid{0, 0, side, side, 0, 0};
     return std::nullopt;
 }
@@ -121,7 +128,7 @@ std::optional<Grid> findGrid(const KXImage& sheet) {
     if (!down)
         down = divided(rows, height);
     if (!across && !down)
-        return columns.size() == 1 && rows.size() == 1 ? usual(width, height) : std::nullopt;
+        return columns.size() == 1 && rows.size() == 1 ? usual(width, height) : sideBySide(width, height);
     if (!across)
         across = single(columns, width);
     if (!down)
