@@ -53,6 +53,7 @@ void LevelScene::setPaused(bool paused) {
     _pause.reset();
     if (paused)
         _pause.emplace(KXPoint{400, 220}, 160.0f, std::vector<std::string>{"Go on", "Give up"});
+    _app.audio.setPaused(paused && !_server); // with a guest the night goes on
     _app.window.setTitle(paused ? "Ember Night: pause" : "Ember Night");
 }
 

@@ -64,7 +64,7 @@ void WorldView::provide(Flock& flock, std::size_t count, const char* file) {
 void WorldView::happened(const Event& event) {
     constexpr Effect effects[] = {Effect::Pick, Effect::Feed, Effect::Hop, Effect::Hurt,
                                   Effect::Bat,  Effect::Dawn, Effect::Dark};
-    _app.audio.play(effects[event.kind], event.at.x / Style::windowSize.width);
+    _app.audio.play(effects[event.kind], event.at);
     switch (event.kind) {
     case Event::Pick:
         _particles.burst(event.at, 8, 1.2f, Style::paper);

@@ -11,7 +11,7 @@ int main(int argc, char** argv) {
     Example example(argc, argv);
     if (!KXInit(argv[0]))
         return example.failed();
-    if (!KXInitAudio()) // before any sound is loaded
+    if (!KXInitAudioOrSilence()) // before any sound is loaded; without a device nothing is heard
         return example.failed();
     {
         KXWindow window("Sound and music", {400, 250});

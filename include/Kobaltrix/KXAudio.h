@@ -19,3 +19,19 @@ KX_API int KXInitAudio(int frequency, unsigned short format, int channels, int c
 /// are stopped. It is 8 whenever the device was opened. Does nothing while the device is closed and for a
 /// negative count.
 KX_API void KXSetMixingChannels(int count);
+
+/// What the audio device is asked for. See KXInitAudio() for the ranges.
+struct KXAudioOptions {
+    int frequency = 44100;          ///< Sample frames per second.
+    unsigned short format = 0x8010; ///< The platform's sample format: signed 16-bit, lowest byte first.
+    int channels = 2;               ///< Output channels.
+    int chunkSize = 1024;           ///< Sample frames mixed at a time: at 44100 Hz a delay of 23 ms.
+};
+
+/// Opens the audio device as KXInitAudio() does; if there is none that can be opened, the game goes on in
+/// silence: everything works, plays and ends in its time, and nothing is heard. KXError() then says why, and
+/// opening it again looks for a device again.
+/// @return -1, also in silence; 0 with a text in KXError() for numbers that are out of range.
+KX_API int KXInitAudioOrSilence(const KXAudioOptions& options = KXAudioOptions());
+/// Whether nothing is heard since KXInitAudioOrSilence() found no device: -1 or 0.
+KX_API int KXAudioIsSilent();

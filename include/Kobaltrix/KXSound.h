@@ -1,9 +1,10 @@
 #pragma once
 
-#include <Kobaltrix/KXPlatform.h>
+#include <Kobaltrix/KXVoice.h>
 
 #include <stdint.h>
 
+#include <cstddef>
 #include <memory>
 
 /// @file
@@ -15,8 +16,19 @@
 /// isPlaying(), volume(), setPanning() and setDistance() of the first then act on it all the same.
 ///
 /// Volumes are 0 (silent) to 128 (full); what lies outside becomes the nearest of the two.
+///
+/// KXSound::start() is the newer way: it gives a KXVoice, which has a pitch, fades, a place in a view and a
+/// group, and is forgotten when it ends.
 
 struct Mix_Chunk;
+
+/// A sound that a game has made: samples from -1 to 1, the channels' side by side.
+struct KXSamples {
+    const float* values = nullptr; ///< frames * channels of them; what is not a number is 0.
+    std::size_t frames = 0;        ///< How many there are for each channel.
+    int channels = 1;              ///< 1 to 8.
+    int frequency = 44100;         ///< Frames per second, 1000 to 768000.
+};
 
 /// A sound effect. It works while the audio device is open, see KXInitAudio().
 ///
@@ -31,7 +43,12 @@ public:
     /// null, and while the audio device is closed; no text is left in KXError() then. Throws the same with a
     /// text for one that takes more memory than KXSetMaximumSoundBytes() allows.
     explicit KXSound(const char* path);
-    /// Stops what sounds of it, on every channel, and what plays on the channel it remembers.
+    /// Loads the bytes of a sound file, which are copied. Throws as for a path.
+    KXSound(const void* file, std::size_t size);
+    /// Makes a sound of samples, which are copied. Throws std::bad_alloc where a number is out of range or
+    /// there are none, with a text in KXError(), and as for a path.
+    explicit KXSound(const KXSamples& samples);
+    /// Stops what sounds of it, on every channel and as a voice, and what plays on the channel it remembers.
     ~KXSound();
     KXSound(const KXSound&) = delete;
     KXSound& operator=(const KXSound&) = delete;
@@ -41,6 +58,15 @@ public:
     /// @param loops how often it is repeated: 0 plays it once, 1 twice, -1 and less for ever.
     /// @return false when no channel is free, while the device is closed, and when there is nothing to play.
     bool play(int loops);
+    /// Lets a voice begin with the sound.
+    /// @return it; none, which is not playing, if 64 voices are heard already, while the device is closed,
+    /// and when there is nothing to play.
+    KXVoice start(const KXSoundOptions& options = KXSoundOptions());
+    /// The same at a place in the world, see KXSetSoundView().
+    KXVoice startAt(KXPoint place, const KXSoundOptions& options = KXSoundOptions());
+    /// How long it is at a pitch of 1, in seconds; 0 when there is nothing to play.
+    double length() const;
+
     /// Stops the channel of the last play(), and forgets it.
     void stop();
     /// Sets the sound's own volume, 0 to 128, now and for every later play(). It is heard scaled by the
@@ -60,6 +86,7 @@ public:
 
 private:
     struct KX_INTERNAL Loader;
+    KX_INTERNAL void _load(std::unique_ptr<Loader> loader);
     KX_INTERNAL bool _hasChannel() const;
 
     Mix_Chunk* _chunk;               // null while the device is closed
@@ -68,9 +95,10 @@ private:
     std::unique_ptr<Loader> _loader; // follows the device being closed and opened
 };
 
-/// Sets the volume of all sound effects, 0 to 128, which it is at first. Every channel takes this value at
-/// once; a sound's own volume counts again from its next KXSound::play() or KXSound::setVolume() on. It may
-/// be set before the device is opened and outlives its closing.
+/// Sets the volume of all sound effects, 0 to 128, which it is at first. It scales every voice but those of
+/// KXSoundGroupMusic. Every channel takes this value at once; a sound's own volume counts again from its next
+/// KXSound::play() or KXSound::setVolume() on. It may be set before the device is opened and outlives its
+/// closing.
 KX_API void KXSetSoundVolume(int volume);
 
 /// Sets how many bytes a sound may take when it is decoded for the device, 134217728 at the start: 12 minutes
@@ -78,5 +106,5 @@ KX_API void KXSetSoundVolume(int volume);
 /// times as much memory, and 16 times the file. Counts for what is loaded from now on.
 KX_API void KXSetMaximumSoundBytes(uint32_t bytes);
 
-/// Stops every channel. The music goes on.
+/// Stops every channel, and every voice but those of KXSoundGroupMusic. The music goes on.
 KX_API void KXStopAllSounds();

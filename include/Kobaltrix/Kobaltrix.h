@@ -21,7 +21,7 @@
 ///   KXUIProgressBar.h, KXUIImageButton.h, KXUIDropDown.h, KXUISpinBox.h,
 ///   KXUINumberSlider.h, KXUITabBar.h, KXUISplitPanel.h, KXUIMenuBar.h,
 ///   KXUIColorPicker.h, KXUIToast.h, KXUIPanel.h, KXUIScrollPanel.h, KXUITheme.h
-/// - Sound: KXAudio.h, KXSound.h, KXMusic.h
+/// - Sound: KXAudio.h, KXSound.h, KXVoice.h, KXMusic.h
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkLimits.h, KXNetworkBuffer.h
 /// - Chance: KXRandomGenerator.h, KXRandom.h
@@ -119,4 +119,5 @@
 #include <Kobaltrix/KXUITreeList.h>
 #include <Kobaltrix/KXUIWidget.h>
 #include <Kobaltrix/KXVector3D.h>
+#include <Kobaltrix/KXVoice.h>
 #include <Kobaltrix/KXWindow.h>

@@ -1,13 +1,17 @@
 #include "audio/AudioDevice.h"
 
+#include "audio/KXMusic.h"
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Tape.h"
+
+#include <Kobaltrix/KXError.h>
 
 #include <SDL.h>
 #include <SDL_mixer.h>
 
 #include <algorithm>
 #include <limits>
+#include <string>
 
 // Every living object, the newest first. It has no destructor, so it is still there for a sound that is a
 // static object of the game and is destroyed after the library's own.
@@ -50,23 +54,48 @@ static bool openMixer(int frequency, unsigned short format, int channels, int ch
     return true;
 }
 
-int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSize) {
-    _KXDeInitAudio();
-    const auto open = [=] { return openMixer(frequency, format, channels, chunkSize); };
-    if (!_KXAnswerTo(_KXQuestion::Sound, open))
-        return 0;
-    if (_KXIsReplaying() && !open()) { // the recorded game could hear, and goes on as if it did
-        SDL_setenv("SDL_AUDIODRIVER", "dummy", 1);
-        if (!open())
-            return 0;
-    }
+// The platform's driver for no device takes the samples in their time. The next opening looks for a device
+// again.
+static bool openSilence(const KXAudioOptions& options) {
+    SDL_SetHintWithPriority("SDL_AUDIODRIVER", "dummy", SDL_HINT_OVERRIDE);
+    const bool isOpen = openMixer(options.frequency, options.format, options.channels, options.chunkSize);
+    SDL_ResetHint("SDL_AUDIODRIVER");
+    return isOpen;
+}
+
+static int beginAudio() {
     _KXAudioInitialized = -1;
+    _KXResetMusic();
     for (_KXMixerObject* object = newestObject; object; object = object->next()) {
         object->unload(); // there is something only if the game had opened the mixer itself
         object->load();
     }
     return -1;
 }
+
+int KXInitAudio(int frequency, unsigned short format, int channels, int chunkSize) {
+    _KXDeInitAudio();
+    const auto open = [=] { return openMixer(frequency, format, channels, chunkSize); };
+    if (!_KXAnswerTo(_KXQuestion::Sound, open))
+        return 0;
+    // In a replay the recorded game could hear, and goes on as if it did.
+    if (_KXIsReplaying() && !open() && !openSilence({frequency, format, channels, chunkSize}))
+        return 0;
+    return beginAudio();
+}
+
+int KXInitAudioOrSilence(const KXAudioOptions& options) {
+    if (KXInitAudio(options.frequency, options.format, options.channels, options.chunkSize))
+        return -1;
+    const std::string why = KXError(); // looking for silence may leave a text of its own
+    if (!openSilence(options))
+        return 0;
+    _KXReportError("%s", why.c_str());
+    _KXAudioIsSilent = -1;
+    return beginAudio();
+}
+
+int KXAudioIsSilent() { return _KXAudioIsSilent; }
 
 void _KXDeInitAudio() {
     if (!_KXAudioInitialized)
@@ -76,7 +105,7 @@ void _KXDeInitAudio() {
     Mix_HaltMusic();
     Mix_CloseAudio();
     SDL_QuitSubSystem(SDL_INIT_AUDIO);
-    _KXAudioInitialized = 0;
+    _KXAudioInitialized = _KXAudioIsSilent = 0;
 }
 
 void KXSetMixingChannels(int count) {

@@ -1,8 +1,13 @@
 #pragma once
 
+#include "core/ground/Tape.h"
+
 #include <Kobaltrix/KXAudio.h>
 
+#include <cmath>
+
 inline constinit int _KXAudioInitialized = 0; ///< -1 while the mixer is open.
+inline constinit int _KXAudioIsSilent = 0;    ///< -1 while it is open without a device.
 
 /// Lets go of all that is loaded, stops the music and closes the mixer if it is open.
 void _KXDeInitAudio();
@@ -10,6 +15,15 @@ void _KXDeInitAudio();
 /// Whether the mixer is open, whoever opened it. With a closed one most of its functions must not be called:
 /// they would reach for channels that are gone.
 bool _KXMixerIsOpen();
+
+/// A time that the mixer tells, in seconds, as a replay hears it too; 0 for one that it does not know.
+template<class Ask>
+double _KXSecondsOfMixer(Ask ask) {
+    constexpr double micro = 1e6;
+    const std::int64_t whole = _KXAnswerTo(
+        _KXQuestion::Sound, [&] { return static_cast<std::int64_t>(std::fmax(ask(), 0) * micro); });
+    return static_cast<double>(whole) / micro;
+}
 
 /// Something that is loaded into the mixer. What is loaded can be used only until the mixer closes: some
 /// decoders end then, and the samples have its format, which may be another one when it opens again. So it is

@@ -1,6 +1,7 @@
 #include "audio/KXSound.h"
 
 #include "audio/AudioDevice.h"
+#include "audio/VoiceMixer.h"
 #include "audio/WaveFile.h"
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Tape.h"
@@ -13,14 +14,16 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <utility>
 
 struct KXSound::Loader final : _KXMixerObject {
-    Loader(KXSound& owner, const char* file) : sound(owner), path(file) {}
+    Loader(KXSound& owner, _KXAudioSource file) : sound(owner), source(std::move(file)) {}
     void load() override;
     void unload() override;
+    const char* name() const { return source.path.empty() ? "a sound in memory" : source.path.c_str(); }
 
     KXSound& sound;
-    std::string path;
+    _KXAudioSource source;
 };
 
 static constinit std::uint32_t maximumBytes = 128U << 20;
@@ -37,8 +40,7 @@ static std::size_t memoryToLoad(SDL_RWops* file) {
 }
 
 void KXSound::Loader::load() {
-    SDL_RWops* file =
-        _KXAudioFileIsSane(path.c_str(), _KXAudioUse::Sound) ? SDL_RWFromFile(path.c_str(), "rb") : nullptr;
+    SDL_RWops* file = source.open(_KXAudioUse::Sound);
     if (!file)
         return;
     const _KXMemoryBudget budget(memoryToLoad(file));
@@ -47,13 +49,15 @@ void KXSound::Loader::load() {
     if (sound._chunk ? sound._chunk->alen <= maximumBytes : !budget.exceeded())
         return;
     unload();
-    _KXReportError("%s: takes more than %u bytes when it is decoded", path.c_str(), maximumBytes);
+    _KXReportError("%s: takes more than %u bytes when it is decoded", name(), maximumBytes);
 }
 
 void KXSound::Loader::unload() {
     sound.stop();
-    if (sound._chunk)
-        Mix_FreeChunk(sound._chunk); // silences the channels that play other copies of it
+    if (!sound._chunk)
+        return;
+    _KXVoices.forget(sound._chunk);
+    Mix_FreeChunk(sound._chunk); // silences the channels that play other copies of it
     sound._chunk = nullptr;
 }
 
@@ -61,13 +65,32 @@ static int clampedVolume(int volume) { return std::clamp(volume, 0, MIX_MAX_VOLU
 
 KXSound::KXSound() { throw std::bad_alloc(); }
 
-KXSound::KXSound(const char* path) : _chunk(nullptr), _channel(-1), _volume(MIX_MAX_VOLUME) {
-    if (!path || !_KXMixerIsOpen())
-        throw std::bad_alloc();
-    _loader = std::make_unique<Loader>(*this, path);
-    _loader->load();
+void KXSound::_load(std::unique_ptr<Loader> loader) {
+    _chunk = nullptr;
+    _channel = -1;
+    _volume = MIX_MAX_VOLUME;
+    _loader = std::move(loader);
+    if (_KXMixerIsOpen())
+        _loader->load();
     if (!_chunk)
         throw std::bad_alloc();
+}
+
+KXSound::KXSound(const char* path) {
+    if (!path || !*path)
+        throw std::bad_alloc();
+    _load(std::make_unique<Loader>(*this, _KXAudioSource{path, ""}));
+}
+
+KXSound::KXSound(const void* file, std::size_t size) {
+    if (!file)
+        throw std::bad_alloc();
+    _load(std::make_unique<Loader>(*this,
+                                   _KXAudioSource{"", std::string(static_cast<const char*>(file), size)}));
+}
+
+KXSound::KXSound(const KXSamples& samples) {
+    _load(std::make_unique<Loader>(*this, _KXAudioSource{"", _KXWaveFileOf(samples)}));
 }
 
 KXSound::~KXSound() { _loader->unload(); }
@@ -77,7 +100,34 @@ bool KXSound::_hasChannel() const { return _channel != -1 && _KXMixerIsOpen(); }
 bool KXSound::play(int loops) {
     _channel = _chunk && _KXMixerIsOpen() ? Mix_PlayChannel(-1, _chunk, std::max(loops, -1)) : -1;
     setVolume(_volume);
+    if (_hasChannel() && _KXVoices.isAllPaused())
+        Mix_Pause(_channel);
     return _KXAnswerTo(_KXQuestion::Sound, [this] { return _channel != -1; });
+}
+
+// The number of a voice that a game may know. Whether there is one is the world's answer.
+static std::uint32_t begin(const Mix_Chunk* chunk, const KXSoundOptions& options, const KXPoint* place) {
+    const std::uint32_t number = chunk ? _KXVoices.begin(chunk, options, place) : 0;
+    if (!_KXAnswerTo(_KXQuestion::Sound, [number] { return number != 0; })) {
+        _KXVoices.with(number, [](_KXVoiceMixer::Voice& voice) { voice.number = 0; });
+        return 0;
+    }
+    return number ? number : _KXVoiceMixer::unheard;
+}
+
+KXVoice KXSound::start(const KXSoundOptions& options) { return KXVoice(begin(_chunk, options, nullptr)); }
+
+KXVoice KXSound::startAt(KXPoint place, const KXSoundOptions& options) {
+    return KXVoice(begin(_chunk, options, &place));
+}
+
+double KXSound::length() const {
+    int frequency = 0, channels = 0;
+    Uint16 format = 0;
+    if (!_chunk || !Mix_QuerySpec(&frequency, &format, &channels))
+        return 0;
+    const int frameSize = SDL_AUDIO_BITSIZE(format) / 8 * channels;
+    return static_cast<double>(static_cast<int>(_chunk->alen) / frameSize) / frequency;
 }
 
 void KXSound::stop() {
@@ -112,6 +162,7 @@ void KXSound::setDistance(int distance) {
 
 void KXSetSoundVolume(int volume) {
     _KXMasterVolume = clampedVolume(volume);
+    _KXVoices.setMasterVolume(static_cast<float>(_KXMasterVolume) / MIX_MAX_VOLUME);
     if (_KXMixerIsOpen())
         Mix_Volume(-1, _KXMasterVolume);
 }
@@ -119,4 +170,8 @@ void KXSetSoundVolume(int volume) {
 void KXStopAllSounds() {
     if (_KXMixerIsOpen())
         Mix_HaltChannel(-1);
+    _KXVoices.each([](_KXVoiceMixer::Voice& voice) {
+        if (voice.group != KXSoundGroupMusic)
+            voice.number = 0;
+    });
 }

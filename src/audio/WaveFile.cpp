@@ -1,10 +1,18 @@
 #include "audio/WaveFile.h"
 
+#include "core/ground/ErrorSlot.h"
+
+#include <Kobaltrix/KXSound.h>
+
 #include <SDL.h>
 
+#include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <initializer_list>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -89,21 +97,60 @@ static bool flacIsSane(SDL_RWops* file) {
     return isSane(static_cast<int>(bits >> 9 & 7) + 1, bits >> 12);
 }
 
-bool _KXAudioFileIsSane(const char* path, _KXAudioUse use) {
-    const std::unique_ptr<SDL_RWops, CloseFile> file(SDL_RWFromFile(path, "rb"));
-    if (!file)
-        return false;
-    const std::uint32_t container = SDL_ReadLE32(file.get());
-    SDL_ReadLE32(file.get()); // length
-    const std::uint32_t content = SDL_ReadLE32(file.get());
+static bool fileIsSane(SDL_RWops* file, _KXAudioUse use) {
+    const std::uint32_t container = SDL_ReadLE32(file);
+    SDL_ReadLE32(file); // length
+    const std::uint32_t content = SDL_ReadLE32(file);
     if (container == tag("RIFF") && content == tag("WAVE"))
         return use == _KXAudioUse::Sound
-                   ? chunksAreSane(file.get(), SDL_ReadLE32, true, {{tag("fmt "), waveFormatIsSane}})
-                   : chunksAreSane(file.get(), SDL_ReadLE32, false,
+                   ? chunksAreSane(file, SDL_ReadLE32, true, {{tag("fmt "), waveFormatIsSane}})
+                   : chunksAreSane(file, SDL_ReadLE32, false,
                                    {{tag("fmt "), waveFormatIsSane}, {tag("smpl"), waveLoopsAreSane}});
     if (container == tag("FORM") && (content == tag("AIFF") || content == tag("AIFC")))
-        return chunksAreSane(file.get(), SDL_ReadBE32, true, {{tag("COMM"), aiffFormatIsSane}});
+        return chunksAreSane(file, SDL_ReadBE32, true, {{tag("COMM"), aiffFormatIsSane}});
     if (container == tag("OggS"))
-        return vorbisIsSane(file.get());
-    return container != tag("fLaC") || flacIsSane(file.get());
+        return vorbisIsSane(file);
+    return container != tag("fLaC") || flacIsSane(file);
+}
+
+SDL_RWops* _KXAudioSource::open(_KXAudioUse use) const {
+    const bool isInMemory = path.empty() && bytes.size() <= std::numeric_limits<int>::max();
+    std::unique_ptr<SDL_RWops, CloseFile> file(
+        isInMemory ? SDL_RWFromConstMem(bytes.data(), static_cast<int>(bytes.size()))
+                   : SDL_RWFromFile(path.c_str(), "rb"));
+    if (!file || !fileIsSane(file.get(), use))
+        return nullptr;
+    SDL_RWseek(file.get(), 0, RW_SEEK_SET);
+    return file.release();
+}
+
+static void put(char*& at, std::uint32_t word) {
+    const std::uint32_t lowestFirst = SDL_SwapLE32(word);
+    std::memcpy(at, &lowestFirst, sizeof lowestFirst);
+    at += sizeof lowestFirst;
+}
+
+std::string _KXWaveFileOf(const KXSamples& samples) {
+    constexpr std::uint32_t head = 44, format = 3, bits = 32; // floats
+    constexpr std::size_t most = std::numeric_limits<int>::max() - head;
+    const auto channels = static_cast<std::uint32_t>(samples.channels);
+    if (!samples.values || samples.frames == 0 || !isSane(samples.channels, samples.frequency) ||
+        samples.frames > most / sizeof(float) / channels) {
+        _KXReportError("samples, channels or frequency out of range");
+        return "";
+    }
+    const std::size_t count = samples.frames * channels;
+    const auto size = static_cast<std::uint32_t>(count * sizeof(float));
+    const auto frequency = static_cast<std::uint32_t>(samples.frequency);
+    const std::uint32_t frameSize = channels * bits / 8;
+    std::string bytes(head + size, '\0');
+    char* at = bytes.data();
+    for (const std::uint32_t word :
+         {tag("RIFF"), head - 8 + size, tag("WAVE"), tag("fmt "), 16U, format | channels << 16, frequency,
+          frequency * frameSize, frameSize | bits << 16, tag("data"), size})
+        put(at, word);
+    std::for_each_n(samples.values, count, [&at](float value) {
+        put(at, std::bit_cast<std::uint32_t>(std::isnan(value) ? 0 : std::clamp(value, -1.0f, 1.0f)));
+    });
+    return bytes;
 }

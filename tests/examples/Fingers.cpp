@@ -318,6 +318,13 @@ void lookAtBirds() {
     click(60, 240, 66);
 }
 
+/// Some steps, and the night comes.
+void walkIntoTheNight() {
+    for (int step = 10; step < 60; step += 5)
+        tap(step, KXKeySpace);
+    tap(70, KXKeyN);
+}
+
 const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},
                                                          {"10_game_pad", holdPad},
                                                          {"12_widgets", useWidgets},
@@ -339,6 +346,7 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"50_tree_table", lookAtBirds},
                                                          {"51_panel", fillIn},
                                                          {"53_reload", paintFlower},
+                                                         {"55_sound_positions", walkIntoTheNight},
                                                          {"level_editor", editLevel}};
 
 void play(int step) {

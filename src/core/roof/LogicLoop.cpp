@@ -15,6 +15,8 @@
 #include "util/FollowedFile.h"
 #include "util/KXString.h"
 
+#include <Kobaltrix/KXMusic.h>
+
 #include <SDL.h>
 
 #include <algorithm>
@@ -111,6 +113,7 @@ void KXLogicUpdate() {
         _KXLogicTimeElapsed = 0;
     _KXEndInputStep();
     _KXSettleCursor();
+    KXMusic::_tend();
     if (_KXTemporaryStringCleanupDisabledCount == 0)
         _KXCleanTempStrings();
     const std::time_t now = _KXTimeOfDay();
