@@ -1,6 +1,6 @@
 #include "audio/AudioDevice.h"
 
-#include "audio/KXMusic.h"
+#include "audio/MusicStream.h"
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Tape.h"
 
@@ -65,7 +65,7 @@ static bool openSilence(const KXAudioOptions& options) {
 
 static int beginAudio() {
     _KXAudioInitialized = -1;
-    _KXResetMusic();
+    _KXMusicPlayed.reset();
     for (_KXMixerObject* object = newestObject; object; object = object->next()) {
         object->unload(); // there is something only if the game had opened the mixer itself
         object->load();

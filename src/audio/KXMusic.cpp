@@ -1,6 +1,7 @@
-#include "audio/KXMusic.h"
+#include <Kobaltrix/KXMusic.h>
 
 #include "audio/AudioDevice.h"
+#include "audio/MusicStream.h"
 #include "audio/VoiceMixer.h"
 #include "audio/WaveFile.h"
 #include "core/ground/ErrorSlot.h"
@@ -16,6 +17,8 @@
 #include <string>
 #include <utility>
 
+static constinit _KXMusicStream& stream = _KXMusicPlayed;
+
 struct KXMusic::Loader final : _KXMixerObject {
     Loader(KXMusic& owner, _KXAudioSource file) : music(owner), source(std::move(file)) {}
     void load() override;
@@ -24,34 +27,6 @@ struct KXMusic::Loader final : _KXMixerObject {
     KXMusic& music;
     _KXAudioSource source;
 };
-
-/// The stream that all pieces share, as the game wants it.
-static constinit struct {
-    int volume = MIX_MAX_VOLUME;  ///< Without the group's.
-    bool isPaused = false;        ///< By itself, not by its group.
-    Mix_Music* playing = nullptr; ///< Or the last that did.
-    KXMusic* next = nullptr;      ///< What begins when the present piece has faded out.
-    KXMusicOptions options;
-} stream;
-
-void _KXApplyMusicGroup() {
-    float volume = 1;
-    bool isPaused = stream.isPaused || _KXVoices.isAllPaused();
-    _KXVoices.withGroup(KXSoundGroupMusic, [&](const _KXVoiceMixer::Group& group) {
-        volume = group.volume;
-        isPaused = isPaused || group.isPaused;
-    });
-    Mix_VolumeMusic(static_cast<int>(static_cast<float>(stream.volume) * volume));
-    isPaused ? Mix_PauseMusic() : Mix_ResumeMusic();
-    _KXVoices.pauseMusic(isPaused);
-}
-
-void _KXResetMusic() {
-    stream.volume = MIX_MAX_VOLUME;
-    stream.isPaused = false;
-    stream.next = nullptr;
-    _KXApplyMusicGroup();
-}
 
 // The mixer knows some kinds of files by their names only. It closes what it is given.
 void KXMusic::Loader::load() {
@@ -116,7 +91,7 @@ bool KXMusic::_begin(const KXMusicOptions& options) {
     if (plays) {
         stream.playing = _music;
         _KXVoices.setMusicPlace(start);
-        _KXApplyMusicGroup();
+        stream.apply();
     } else {
         Mix_HaltMusic();
     }
@@ -151,26 +126,18 @@ void KXMusic::_tend() {
         _KXReportError("Unable to play music: %s", SDL_GetError());
 }
 
-void _KXStopMusic(int fadeOutMilliseconds) {
-    stream.next = nullptr;
-    if (fadeOutMilliseconds > 0 && !Mix_PausedMusic())
-        Mix_FadeOutMusic(fadeOutMilliseconds);
-    else
-        Mix_HaltMusic();
-}
+void KXMusic::stop() { stream.stop(0); }
 
-void KXMusic::stop() { _KXStopMusic(0); }
-
-void KXMusic::stop(int fadeOutMilliseconds) { _KXStopMusic(fadeOutMilliseconds); }
+void KXMusic::stop(int fadeOutMilliseconds) { stream.stop(fadeOutMilliseconds); }
 
 void KXMusic::pause() {
     stream.isPaused = true;
-    _KXApplyMusicGroup();
+    stream.apply();
 }
 
 void KXMusic::resume() {
     stream.isPaused = false;
-    _KXApplyMusicGroup();
+    stream.apply();
 }
 
 bool KXMusic::isPlaying() const {
@@ -179,7 +146,7 @@ bool KXMusic::isPlaying() const {
 
 void KXMusic::setVolume(int volume) {
     stream.volume = std::clamp(volume, 0, MIX_MAX_VOLUME);
-    _KXApplyMusicGroup();
+    stream.apply();
 }
 
 int KXMusic::volume() const { return Mix_VolumeMusic(-1); }

@@ -1,7 +1,7 @@
 #include <Kobaltrix/KXVoice.h>
 
 #include "audio/AudioDevice.h"
-#include "audio/KXMusic.h"
+#include "audio/MusicStream.h"
 #include "audio/VoiceMixer.h"
 #include "core/ground/Tape.h"
 
@@ -64,7 +64,7 @@ void KXSetSoundView(const KXSoundView& view) { _KXVoices.setView(view); }
 
 void KXSetGroupVolume(KXSoundGroup group, float volume) {
     _KXVoices.withGroup(group, [=](Group& it) { it.volume = _KXVoiceVolume(volume); });
-    _KXApplyMusicGroup();
+    _KXMusicPlayed.apply();
 }
 
 float KXGroupVolume(KXSoundGroup group) {
@@ -75,7 +75,7 @@ float KXGroupVolume(KXSoundGroup group) {
 
 static void haltGroup(KXSoundGroup group, bool isPaused) {
     _KXVoices.withGroup(group, [=](Group& it) { it.isPaused = isPaused; });
-    _KXApplyMusicGroup();
+    _KXMusicPlayed.apply();
 }
 
 void KXPauseGroup(KXSoundGroup group) { haltGroup(group, true); }
@@ -88,14 +88,14 @@ void KXStopGroup(KXSoundGroup group, int fadeOutMilliseconds) {
             _KXVoices.stop(voice, fadeOutMilliseconds);
     });
     if (group == KXSoundGroupMusic)
-        _KXStopMusic(fadeOutMilliseconds);
+        _KXMusicPlayed.stop(fadeOutMilliseconds);
 }
 
 static void haltAll(bool isPaused) {
     _KXVoices.pauseAll(isPaused);
     if (_KXMixerIsOpen())
         isPaused ? Mix_Pause(-1) : Mix_Resume(-1);
-    _KXApplyMusicGroup();
+    _KXMusicPlayed.apply();
 }
 
 void KXPauseAllSounds() { haltAll(true); }

@@ -361,7 +361,7 @@ TEST_F(Voices, GoOnInSilenceWithoutADevice) {
     setenv("SDL_AUDIODRIVER", "no such driver", 1);
     EXPECT_EQ(KXInitAudioOrSilence(), -1);
     EXPECT_TRUE(KXAudioIsSilent() && std::string(KXError()).starts_with("Couldn't initialize SDL: "));
-    KXSound sound(level(4410));
+    KXSound sound(level(30000));
     const KXVoice voice = sound.start();
     double furthest = 0;
     while (voice.isPlaying())
