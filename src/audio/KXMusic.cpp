@@ -92,8 +92,6 @@ bool KXMusic::_begin(const KXMusicOptions& options) {
         stream.playing = _music;
         _KXVoices.setMusicPlace(start);
         stream.apply();
-    } else {
-        Mix_HaltMusic();
     }
     return plays;
 }
