@@ -28,7 +28,7 @@ const Frame& FrameStrip::frame(int i) const {
 
 // As wide as a picture is high, and as durations need.
 float FrameStrip::itemWidth() const {
-    const float side = rect().size.height - barHeight - lineHeight() - 2 * rim;
+    const float side = rect().size.height - barHeight - lineHeight() - rim;
     return std::round(std::max(72.0f, side + 2 * rim));
 }
 
@@ -334,17 +334,15 @@ void FrameStrip::drawItem(int i, const KXUIPalette& palette) {
     if (isCurrent)
         drawFrame(plate, 2, isSelected ? palette.selectedText : palette.focus);
     const KXRect room = {{origin.x + rim, origin.y + rim},
-                         {size.width - 2 * rim, size.height - 2 * rim - lineHeight()}};
+                         {size.width - 2 * rim, size.height - rim - lineHeight()}};
     drawPicture(frame(i).bounds, room);
     char text[48];
     std::snprintf(text, sizeof text, "%d", i + 1);
-    const KXRect number = {room.origin, {textWidth(text) + 6, lineHeight() + 1}};
-    KXDrawRectFill(number, {0, 0, 0, 0.7f});
-    drawText({number.origin.x + 3, number.origin.y + 1}, {1, 1, 1, 1}, text);
+    drawPlate(room.origin, {0, 0, 0, 0.7f}, {1, 1, 1, 1}, text);
     const int duration = frame(i).duration;
     std::snprintf(text, sizeof text, "%d · %lld ms", duration,
                   std::max(1, duration) * 1LL * _stepMilliseconds);
-    drawText({origin.x + (size.width - textWidth(text)) / 2, origin.y + size.height - lineHeight() - 4},
+    drawText({origin.x + (size.width - textWidth(text)) / 2, origin.y + size.height - lineHeight()},
              isSelected ? palette.selectedText : palette.text, text);
     if (_player.isPlaying() && _player.frame() == i)
         KXDrawRectFill({origin, {size.width, 4}}, palette.focus);

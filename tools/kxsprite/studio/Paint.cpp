@@ -36,6 +36,8 @@ KXColor colorOf(std::uint32_t rgba) {
 
 KXColor inkOn(KXColor color) { return lightOf(color) > 0.5f ? KXColor{0, 0, 0, 1} : KXColor{1, 1, 1, 1}; }
 
+static constexpr float textRim = 4; // points around capitals, which descenders need below them
+
 // Texts are formats with colour spans there.
 void drawText(KXPoint place, KXColor color, const char* text) {
     char plain[256];
@@ -46,25 +48,28 @@ void drawText(KXPoint place, KXColor color, const char* text) {
             plain[length++] = '%';
     }
     plain[length] = '\0';
-    KXUIGlobalFontPrint({std::round(place.x), std::round(place.y)}, color, plain);
+    KXUIGlobalFontPrint({std::round(place.x) + textRim, std::round(place.y) + textRim}, color, plain);
 }
 
-float textWidth(const char* text) { return KXUIGlobalFontStringBounds(text).width; }
-float lineHeight() { return static_cast<float>(KXUIGlobalFontLineHeight()); }
+float lineHeight() { return std::ceil(KXUIGlobalFontStringBounds("0").height) + 2 * textRim; }
+float textWidth(const char* text) { return KXUIGlobalFontStringBounds(text).width + 2 * textRim; }
+
+void drawPlate(KXPoint place, KXColor plate, KXColor color, const char* text) {
+    const KXPoint corner = {std::round(place.x), std::round(place.y)};
+    KXDrawRectFill({corner, {textWidth(text), lineHeight()}}, plate);
+    drawText(corner, color, text);
+}
 
 void drawTag(const KXRect& within, KXPoint place, const char* text) {
-    constexpr float rim = 3;
     const KXUIPalette palette = currentPalette();
-    const KXSize size = {textWidth(text) + 2 * rim + 2, lineHeight() + 2};
+    const KXSize size = {textWidth(text), lineHeight()};
     const auto kept = [](float at, float length, float from, float room) {
         return std::round(std::max(from, std::min(at, from + room - length)));
     };
-    const KXRect plate = {{kept(place.x, size.width, within.origin.x, within.size.width),
-                           kept(place.y, size.height, within.origin.y, within.size.height)},
-                          size};
-    KXDrawRectFill(plate, faded(palette.menu, 0.9f));
-    drawFrame(plate, 1, palette.border);
-    drawText({plate.origin.x + rim + 1, plate.origin.y + 1}, palette.text, text);
+    const KXPoint corner = {kept(place.x, size.width, within.origin.x, within.size.width),
+                            kept(place.y, size.height, within.origin.y, within.size.height)};
+    drawPlate(corner, faded(palette.menu, 0.9f), palette.text, text);
+    drawFrame({corner, size}, 1, palette.border);
 }
 
 void drawFrame(const KXRect& rect, float width, KXColor color) {

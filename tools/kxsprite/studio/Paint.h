@@ -18,11 +18,16 @@ KXColor colorOf(std::uint32_t rgba);
 /// Black or white, whichever is easier to read on a colour.
 KXColor inkOn(KXColor color);
 
-/// A line of text in the font of the interface, as it is written. @param place its top left corner.
+/// A line of text in the font of the interface, as it is written. @param place the top left corner of the
+/// line, which is lineHeight() high: with room above and below capitals, and as much before and behind the
+/// text.
 void drawText(KXPoint place, KXColor color, const char* text);
-float textWidth(const char* text);
 float lineHeight();
-/// The same on a plate, moved as far as needed to lie in a rectangle.
+/// How wide such a line is.
+float textWidth(const char* text);
+/// The same on a plate of its size.
+void drawPlate(KXPoint place, KXColor plate, KXColor color, const char* text);
+/// The same with a border, in the colours of menus, moved as far as needed to lie in a rectangle.
 void drawTag(const KXRect& within, KXPoint place, const char* text);
 /// A rectangle's edges, so many points wide, inside of it.
 void drawFrame(const KXRect& rect, float width, KXColor color);

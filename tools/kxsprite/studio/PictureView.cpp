@@ -140,8 +140,9 @@ void PictureView::draw() {
         drawPixelLines();
     drawMarks();
     if (extent().width == 0)
-        drawText({origin.x + (size.width - textWidth(hint())) / 2, origin.y + size.height / 2},
-                 palette.faintText, hint());
+        drawText(
+            {origin.x + (size.width - textWidth(hint())) / 2, origin.y + (size.height - lineHeight()) / 2},
+            palette.faintText, hint());
     drawFrame(rect(), 1, palette.border);
     KXPopCamera();
 }

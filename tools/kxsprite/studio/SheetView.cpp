@@ -464,12 +464,11 @@ void SheetView::drawFrameMark(const KXRect& at, const char* numbers, int frame) 
     if (isSelected)
         KXDrawRectFill(at, faded(palette.selection, 0.18f));
     drawOutline(at, isCurrent ? 2 : 1, color);
-    const KXSize plate = {textWidth(numbers) + 6, lineHeight() + 1};
-    if (plate.width + 4 > at.size.width || plate.height + 4 > at.size.height)
-        return;
-    const KXPoint corner = {at.origin.x + (isCurrent ? 2.0f : 1.0f), at.origin.y + (isCurrent ? 2.0f : 1.0f)};
-    KXDrawRectFill({corner, plate}, isSelected ? palette.selection : KXColor{0, 0, 0, 0.7f});
-    drawText({corner.x + 3, corner.y + 1}, isSelected ? palette.selectedText : KXColor{1, 1, 1, 1}, numbers);
+    const float rim = isCurrent ? 2 : 1;
+    if (textWidth(numbers) + 4 <= at.size.width && lineHeight() + 4 <= at.size.height)
+        drawPlate({at.origin.x + rim, at.origin.y + rim},
+                  isSelected ? palette.selection : KXColor{0, 0, 0, 0.7f},
+                  isSelected ? palette.selectedText : KXColor{1, 1, 1, 1}, numbers);
 }
 
 // What a click or the end of the drag would cut, with its numbers while it is drawn.

@@ -232,8 +232,5 @@ void StageView::drawBox(std::size_t box) {
     drawOutline(at, isChosen ? 2 : 1, color);
     if (isChosen && _tool == StageTool::Boxes)
         drawHandles(at, color, inkOn(color));
-    const KXRect plate = {{at.origin.x, at.origin.y - lineHeight() - 3},
-                          {textWidth(name.c_str()) + 6, lineHeight() + 2}};
-    KXDrawRectFill(plate, faded(color, 0.9f));
-    drawText({plate.origin.x + 3, plate.origin.y + 1}, inkOn(color), name.c_str());
+    drawPlate({at.origin.x, at.origin.y - lineHeight() - 1}, faded(color, 0.9f), inkOn(color), name.c_str());
 }
