@@ -4,6 +4,8 @@
 
 #include "studio/SheetView.h"
 
+#include <cstring>
+
 namespace {
 struct SheetTest : StudioTest {
     SheetTest() {
@@ -191,6 +193,26 @@ TEST_F(SheetTest, ReadsTheSheetAnewWhenItsFileChanges) {
     sheet.clear();
     drag({0, 0}, {5, 5});
     EXPECT_TRUE(user.look().width > 0 && !session.animation());
+}
+
+TEST_F(SheetTest, ShowsWhatIsPainted) {
+    const auto isShown = [&] {
+        const KXImage seen = sheet.texture().copyImage();
+        const std::size_t bytes = sizeof(KXPixel) * 64 * 32;
+        return seen.width() == 64 && std::memcmp(seen.row(0), sheet.image().row(0), bytes) == 0;
+    };
+    Pixels painted(sheet.image());
+    sheet.show(painted);
+    EXPECT_TRUE(isShown());
+    for (const int x : {63, 2, 40}) {
+        painted.set(x, x / 2, {1, 2, 3, 4});
+        sheet.show(painted); // twice before it is seen
+        painted.set(60 - x / 2, 31, {5, 6, 7, 8});
+        sheet.show(painted);
+        EXPECT_TRUE(isShown() && sheet.image().row(31)[60 - x / 2].r == 5);
+    }
+    sheet.show(std::nullopt);
+    EXPECT_TRUE(isShown() && sheet.image().row(31)[63].a == 0);
 }
 
 TEST_F(SheetTest, CostsNoMoreForWhatIsOutOfSight) {

@@ -56,10 +56,11 @@ void Pixels::fill(int x, int y, KXPixel pixel) {
     }
 }
 
-void Pixels::drawInto(KXImage& picture, const Pixels& before) const {
+KXRect Pixels::drawInto(KXImage& picture, const Pixels& before) const {
     const bool isAnother = before._width != _width || before._height != _height;
     if (isAnother || picture.width() != _width || picture.height() != _height)
         picture = KXImage(_width, _height);
+    int left = _width, top = _height, right = 0, bottom = 0;
     for (int y = 0; y < _height; y += side)
         for (int x = 0; x < _width; x += side) {
             const std::size_t tile = tileAt(x, y);
@@ -68,7 +69,14 @@ void Pixels::drawInto(KXImage& picture, const Pixels& before) const {
             for (int row = y; row < std::min(y + side, _height); ++row)
                 std::copy_n(_tiles[tile]->begin() + static_cast<int>(placeIn(x, row)),
                             std::min(side, _width - x), picture.row(row) + x);
+            left = std::min(left, x), top = std::min(top, y);
+            right = std::max(right, std::min(x + side, _width));
+            bottom = std::max(bottom, std::min(y + side, _height));
         }
+    if (right == 0)
+        return {{0, 0}, {0, 0}};
+    return {{static_cast<float>(left), static_cast<float>(top)},
+            {static_cast<float>(right - left), static_cast<float>(bottom - top)}};
 }
 
 KXImage Pixels::image() const {

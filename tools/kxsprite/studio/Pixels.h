@@ -24,8 +24,8 @@ public:
     void fill(int x, int y, KXPixel pixel);
 
     /// Puts it into an image of its size, where it differs from what the image has been made of before.
-    /// @param before may be of another size: then all of it.
-    void drawInto(KXImage& picture, const Pixels& before) const;
+    /// @param before may be of another size: then all of it. @return the part of it that may be another now.
+    KXRect drawInto(KXImage& picture, const Pixels& before) const;
     KXImage image() const;
 
     /// Whether it has all tiles of another one, and so is the same.

@@ -4,6 +4,7 @@
 
 #include <Kobaltrix/KXLogicLoop.h>
 
+#include <algorithm>
 #include <utility>
 
 std::optional<Sheet::Stamp> Sheet::stampOf(const std::string& path) {
@@ -38,8 +39,20 @@ void Sheet::clear() {
 }
 
 void Sheet::changed() {
+    changed({{0, 0}, {static_cast<float>(_image.width()), static_cast<float>(_image.height())}});
+}
+
+void Sheet::changed(KXRect part) {
     _islands.reset();
     ++_version;
+    const auto [origin, size] = _stale;
+    if (size.width > 0) {
+        const float right = std::max(part.origin.x + part.size.width, origin.x + size.width),
+                    bottom = std::max(part.origin.y + part.size.height, origin.y + size.height);
+        part.origin = {std::min(part.origin.x, origin.x), std::min(part.origin.y, origin.y)};
+        part.size = {right - part.origin.x, bottom - part.origin.y};
+    }
+    _stale = part;
 }
 
 void Sheet::show(const std::optional<Pixels>& painted) {
@@ -54,9 +67,8 @@ void Sheet::show(const std::optional<Pixels>& painted) {
         return;
     if (!_painted)
         _file = _image;
-    painted->drawInto(_image, _painted ? *_painted : Pixels());
+    changed(painted->drawInto(_image, _painted ? *_painted : Pixels()));
     _painted = painted;
-    changed();
 }
 
 bool Sheet::pollChanged() {
@@ -74,8 +86,13 @@ bool Sheet::pollChanged() {
 KXTexture& Sheet::texture() {
     if (!_texture)
         _texture = std::make_unique<KXTexture>();
-    if (std::exchange(_uploaded, _version) != _version)
+    const auto [origin, size] = std::exchange(_stale, KXRect{{0, 0}, {0, 0}});
+    const KXSize has = _texture->size();
+    if (has.width != static_cast<float>(_image.width()) || has.height != static_cast<float>(_image.height()))
         _texture->setImage(_image);
+    else if (size.width > 0)
+        _texture->setPart(_image.part({origin, size}), static_cast<int>(origin.x),
+                          static_cast<int>(origin.y));
     return *_texture;
 }
 

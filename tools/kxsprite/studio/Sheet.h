@@ -50,6 +50,7 @@ private:
         bool operator==(const Stamp&) const = default;
     };
     void changed();
+    void changed(KXRect part);
     static std::optional<Stamp> stampOf(const std::string& path);
 
     std::string _path;
@@ -58,7 +59,8 @@ private:
     KXImage _image; ///< What is shown,
     KXImage _file;  ///< and what the file holds, where that is something else.
     std::optional<Pixels> _painted;
-    std::uint64_t _version = 1, _uploaded = 0;
+    std::uint64_t _version = 1;
     std::unique_ptr<KXTexture> _texture;
+    KXRect _stale = {{0, 0}, {0, 0}}; ///< The part of the picture that the texture has otherwise.
     std::optional<std::vector<Area>> _islands;
 };

@@ -471,6 +471,17 @@ void SheetView::drawFrameMark(const KXRect& at, const char* numbers, int frame) 
                   isSelected ? palette.selectedText : KXColor{1, 1, 1, 1}, numbers);
 }
 
+// Looked for when the pointer has gone to another pixel, not in each frame.
+int SheetView::islandUnder(KXPoint place) {
+    const KXPoint pixel = {std::floor(place.x), std::floor(place.y)};
+    const bool isSame = pixel.x == _hovered.x && pixel.y == _hovered.y && _hoveredIn == _sheet.version();
+    if (!isSame)
+        _hoveredIsland = islandAt(_sheet.islands(), static_cast<int>(pixel.x), static_cast<int>(pixel.y));
+    _hovered = pixel;
+    _hoveredIn = _sheet.version();
+    return _hoveredIsland;
+}
+
 // What a click or the end of the drag would cut, with its numbers while it is drawn.
 void SheetView::drawMarked() {
     const KXColor color = currentPalette().focus;
@@ -494,9 +505,7 @@ void SheetView::drawMarked() {
         return;
     const KXPoint at = _showsCursor ? _cursor : pointerPlace();
     if (_tool == SheetTool::Islands) {
-        const int island = _showsCursor
-                               ? _island
-                               : islandAt(_sheet.islands(), static_cast<int>(at.x), static_cast<int>(at.y));
+        const int island = _showsCursor ? _island : islandUnder(at);
         if (island >= 0 && island < static_cast<int>(_sheet.islands().size()))
             draw(_sheet.islands()[static_cast<std::size_t>(island)], false);
     } else if (_showsCursor || _tool == SheetTool::Cells) {

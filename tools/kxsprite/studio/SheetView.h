@@ -4,6 +4,7 @@
 #include "Session.h"
 #include "Sheet.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -72,6 +73,7 @@ private:
     void nudge(const KXUIKey& key, KXPoint pixels);
     void moveCursor(KXPoint way, bool isFast);
     int returnPressed();
+    int islandUnder(KXPoint place);
     std::optional<KXPoint> place() const;
     void sortFrames();
     void drawGrid();
@@ -92,6 +94,10 @@ private:
     bool _showsCursor = false;
     std::optional<KXPoint> _anchor; // where Return began
     int _island = -1;
+
+    KXPoint _hovered = {-1, -1};  // the pixel that was under the pointer last,
+    std::uint64_t _hoveredIn = 0; // the sheet then,
+    int _hoveredIsland = -1;      // and the island there
 
     std::shared_ptr<const NamedAnimation> _sorted; // whose frames are in _order
     std::vector<int> _order;                       // from the top down
