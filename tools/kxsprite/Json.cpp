@@ -140,6 +140,14 @@ static void putArea(JsonTree& json, const Area& area) {
     json["height"] = area.height;
 }
 
+static std::string written(const JsonTree& json, int indent) {
+    try {
+        return json.dump(indent);
+    } catch (const JsonTree::type_error&) {
+        throw Fault("a name is not UTF-8, which JSON cannot say");
+    }
+}
+
 std::string jsonFromDocument(const Document& document) {
     JsonTree root;
     root[mark] = 1;
@@ -167,9 +175,7 @@ std::string jsonFromDocument(const Document& document) {
         animations.push_back(std::move(json));
     }
     root["animations"] = std::move(animations);
-    try {
-        return root.dump(2) + "\n";
-    } catch (const JsonTree::type_error&) {
-        throw Fault("a name is not UTF-8, which JSON cannot say");
-    }
+    return written(root, 2) + "\n";
 }
+
+std::string jsonFromText(const std::string& text) { return written(text, -1); }

@@ -8,3 +8,6 @@ bool isOwnJson(const Value& root);
 Document documentFromJson(const Value& root);
 /// The JSON that documentFromJson() takes back unchanged. Throws a Fault for what JSON cannot say.
 std::string jsonFromDocument(const Document& document);
+
+/// A text as JSON has it, in quotes. Throws a Fault where it is not UTF-8.
+std::string jsonFromText(const std::string& text);

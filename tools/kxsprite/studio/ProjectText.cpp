@@ -2,10 +2,9 @@
 
 #include "../Json.h"
 
-#include <nlohmann/json.hpp>
-
 #include <algorithm>
 #include <charconv>
+#include <cstdio>
 
 namespace {
 constexpr const char* studioMark = "kxsprite studio";
@@ -26,15 +25,12 @@ std::uint32_t colorOf(const Value& value) {
     return color;
 }
 
-JsonTree jsonOf(const Grid& grid) {
-    JsonTree json;
-    json["x"] = grid.x;
-    json["y"] = grid.y;
-    json["width"] = grid.width;
-    json["height"] = grid.height;
-    json["gapX"] = grid.gapX;
-    json["gapY"] = grid.gapY;
-    return json;
+std::string jsonOf(const Grid& grid) {
+    char text[160];
+    std::snprintf(text, sizeof text,
+                  R"({"x": %d, "y": %d, "width": %d, "height": %d, "gapX": %d, "gapY": %d})", grid.x, grid.y,
+                  grid.width, grid.height, grid.gapX, grid.gapY);
+    return text;
 }
 
 Grid gridOf(const Value& value) {
@@ -48,35 +44,13 @@ Grid gridOf(const Value& value) {
             side("height", 1), side("gapX", 0), side("gapY", 0)};
 }
 
-JsonTree studioJsonOf(const Project& project) {
-    JsonTree animations = JsonTree::array(), boxes = JsonTree::array();
-    for (const auto& each : project.animations) {
-        JsonTree json;
-        json["name"] = each->name;
-        if (each->animation.frames.empty()) // which a sprite file does not hold
-            json["loops"] = each->animation.loops;
-        animations.push_back(std::move(json));
-    }
-    for (const NamedBox& box : project.boxes) {
-        JsonTree json;
-        json["name"] = box.name;
-        json["color"] = colorText(box.color);
-        boxes.push_back(std::move(json));
-    }
-    JsonTree root;
-    root[studioMark] = 1;
-    root["grid"] = jsonOf(project.grid);
-    root["animations"] = std::move(animations);
-    root["boxes"] = std::move(boxes);
-    return root;
-}
-
-std::string written(const JsonTree& root) {
-    try {
-        return root.dump(2) + "\n";
-    } catch (const JsonTree::type_error&) {
-        throw Fault("a name is not UTF-8, which JSON cannot say");
-    }
+/// The elements of a list, a line each.
+template<typename List, typename TextOf>
+std::string listOf(const List& list, TextOf textOf) {
+    std::string text = "[";
+    for (const auto& each : list)
+        text += (text.size() > 1 ? ",\n    {" : "\n    {") + textOf(each) + "}";
+    return text + "]";
 }
 
 /// Brings the elements that have a place in the list to the front, in its order.
@@ -121,7 +95,20 @@ void applyStudio(Project& project, const Value& root) {
 }
 } // namespace
 
-std::string studioTextOf(const Project& project) { return written(studioJsonOf(project)); }
+std::string studioTextOf(const Project& project) {
+    const auto animation = [](const std::shared_ptr<const NamedAnimation>& each) {
+        std::string text = "\"name\": " + jsonFromText(each->name);
+        if (each->animation.frames.empty()) // which a sprite file does not hold
+            text += ", \"loops\": " + std::to_string(each->animation.loops);
+        return text;
+    };
+    const auto box = [](const NamedBox& each) {
+        return "\"name\": " + jsonFromText(each.name) + ", \"color\": \"" + colorText(each.color) + "\"";
+    };
+    return std::string("{\n  \"") + studioMark + "\": 1,\n  \"grid\": " + jsonOf(project.grid) +
+           ",\n  \"animations\": " + listOf(project.animations, animation) +
+           ",\n  \"boxes\": " + listOf(project.boxes, box) + "\n}\n";
+}
 
 void applyStudioText(Project& project, const std::string& text) {
     const ParsedJson json(text);
@@ -131,12 +118,9 @@ void applyStudioText(Project& project, const std::string& text) {
 std::string textOf(const ProjectText& text) {
     Document document = documentOf(text.project);
     std::erase_if(document.animations, [](const auto& each) { return each.second.frames.empty(); });
-    JsonTree root;
-    root[textMark] = text.what;
-    root["path"] = text.path;
-    root["sprite"] = JsonTree::parse(jsonFromDocument(document));
-    root["studio"] = studioJsonOf(text.project);
-    return written(root);
+    return std::string("{\"") + textMark + "\": " + jsonFromText(text.what) +
+           ",\n\"path\": " + jsonFromText(text.path) + ",\n\"sprite\": " + jsonFromDocument(document) +
+           ",\n\"studio\": " + studioTextOf(text.project) + "}\n";
 }
 
 std::optional<ProjectText> projectOfText(const std::string& text) {
