@@ -5,7 +5,7 @@
 #include <tuple>
 
 namespace {
-constexpr std::uint64_t mostWork = std::uint64_t{1} << 32; // pixels: half a minute or so
+constexpr std::uint64_t mostWork = std::uint64_t{1} << 32; // pixels: about a minute
 constexpr std::size_t mostFrames = std::size_t{1} << 20;   // of all animations
 
 /// A name that a sprite file can have.
@@ -71,6 +71,7 @@ std::optional<Area> boxOf(const AseSlice& slice, std::vector<std::string>& notes
     return Area{static_cast<float>(shown->x), static_cast<float>(shown->y),
                 static_cast<std::int32_t>(shown->width), static_cast<std::int32_t>(shown->height)};
 }
+
 /// Adds the pictures of the frames that are shown, in their order; others would only take room. Frames of the
 /// same cels are one picture.
 void addPictures(LooseSprite& loose, const AseSprite& sprite) {
