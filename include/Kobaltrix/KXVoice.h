@@ -116,8 +116,8 @@ KX_API float KXGroupVolume(KXSoundGroup group);
 KX_API void KXPauseGroup(KXSoundGroup group);
 /// Has a group go on, all but what was halted by itself.
 KX_API void KXResumeGroup(KXSoundGroup group);
-/// Stops the voices of a group, and KXMusic with KXSoundGroupMusic. @param fadeOutMilliseconds as for
-/// KXVoice::stop().
+/// Stops the voices of a group, and KXMusic with KXSoundGroupMusic.
+/// @param group which. @param fadeOutMilliseconds as for KXVoice::stop().
 KX_API void KXStopGroup(KXSoundGroup group, int fadeOutMilliseconds = 0);
 /// Halts everything that is to be heard, also what KXSound::play() began, and the music: for a game that
 /// lies in the background. What is begun waits.
