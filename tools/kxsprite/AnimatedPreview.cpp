@@ -7,7 +7,7 @@
 #include <cmath>
 
 namespace {
-constexpr std::int64_t largestSide = 16384, mostPixels = std::int64_t{1} << 30; // of all frames together
+constexpr std::int64_t largestSide = 16384, mostPixels = std::int64_t{1} << 27; // of all frames together
 
 /// The largest width and height of the frames.
 SheetSize fullSize(const Animation& animation) {

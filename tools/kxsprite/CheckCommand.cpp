@@ -24,7 +24,7 @@ static bool check(const Arguments& arguments) {
 const Command checkCommand = {
     "check",
     "FILE.spr...",
-    "check       read strictly, and name every fault and its place; the sheet has to lie beside",
+    "check       read strictly, and name every fault and its place; the sheet has to lie beside it",
     Command::Files::AtLeastOne,
     {},
     check};
