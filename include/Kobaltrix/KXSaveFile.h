@@ -41,3 +41,9 @@ private:
     struct KX_INTERNAL State;
     std::unique_ptr<State> _state;
 };
+
+/// Gives a file that cannot be used another name, so that nothing is lost when a new one takes its place: the
+/// same with ".broken" behind it, or ".broken-2" and so on, which never was the name of another file.
+/// @return the new path, a temporary string of any length; null with a text in KXError() if there is no file
+///   at @a path, or it cannot be renamed.
+KX_API const char* KXPutFileAside(const char* path);

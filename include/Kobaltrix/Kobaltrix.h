@@ -13,6 +13,7 @@
 ///   KXCamera.h, KXShader.h, KXTextureCache.h, KXImage.h, KXDrawing.h, KXShapes.h, KXDrawBatch.h
 /// - Maps of tiles: KXMap.h
 /// - Sprites and values in files: KXSprite.h, KXIO.h, KXSaveFile.h
+/// - Where a game's files lie, settings and saves: KXPlaces.h, KXSettings.h
 /// - Text: KXFont.h, KXTextLayout.h, KXUIGlobalFont.h
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
 ///   KXActions.h, KXInputEvents.h, KXClipboard.h
@@ -68,6 +69,7 @@
 #include <Kobaltrix/KXNetworkLimits.h>
 #include <Kobaltrix/KXNetworkServer.h>
 #include <Kobaltrix/KXPads.h>
+#include <Kobaltrix/KXPlaces.h>
 #include <Kobaltrix/KXPlatform.h>
 #include <Kobaltrix/KXPointMath.h>
 #include <Kobaltrix/KXRandom.h>
@@ -76,6 +78,7 @@
 #include <Kobaltrix/KXReload.h>
 #include <Kobaltrix/KXRenderContext.h>
 #include <Kobaltrix/KXSaveFile.h>
+#include <Kobaltrix/KXSettings.h>
 #include <Kobaltrix/KXShader.h>
 #include <Kobaltrix/KXShapes.h>
 #include <Kobaltrix/KXSound.h>

@@ -1,14 +1,18 @@
 #include <Kobaltrix/KXSaveFile.h>
 
 #include "core/ground/ErrorSlot.h"
+#include "platform/FileFacts.h"
 #include "platform/MemoryStream.h"
+#include "util/KXString.h"
 #include "util/WholeFile.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <new>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 struct KXSaveFile::State {
@@ -52,4 +56,28 @@ int KXSaveFile::commit() {
         return _KXReplaceFile(_state->path.c_str(), *content) ? -1 : 0;
     _KXReportError("%s: cannot be written: not all of it was put on the stream", _state->path.c_str());
     return 0;
+}
+
+// No other file has it. Empty if there are too many.
+static std::string nameAside(const std::string& path) {
+    constexpr int most = 1000; // more than anybody looks at
+    for (int number = 1; number <= most; ++number) {
+        const std::string name = path + ".broken" + (number > 1 ? '-' + std::to_string(number) : "");
+        if (!_KXNameIsTaken(name.c_str()))
+            return name;
+    }
+    return {};
+}
+
+const char* KXPutFileAside(const char* path) {
+    const std::string from = path ? path : "", to = nameAside(from);
+    const char* const aside = _KXKeepTemporarily(to);
+    if (!aside) // null would say that it is where it was
+        throw std::bad_alloc();
+    std::error_code error = std::make_error_code(std::errc::file_exists);
+    if (*aside)
+        std::filesystem::rename(from, to, error);
+    if (error)
+        _KXReportError("%s: cannot be put aside: %s", from.c_str(), error.message().c_str());
+    return error ? nullptr : aside;
 }

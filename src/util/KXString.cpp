@@ -35,14 +35,17 @@ char* KXTempString(const char* format, ...) {
     if (length < 0)
         text[0] = 0;
 
-    const std::size_t bytes = std::strlen(text) + 1;
-    void* block = std::malloc(sizeof(TemporaryString) + bytes);
+    return _KXKeepTemporarily(text);
+}
+
+char* _KXKeepTemporarily(std::string_view text) {
+    void* block = std::malloc(sizeof(TemporaryString) + text.size() + 1);
     if (!block)
         return nullptr;
     auto* string = static_cast<TemporaryString*>(block);
     string->next = nullptr;
     char* copy = static_cast<char*>(block) + sizeof(TemporaryString);
-    std::memcpy(copy, text, bytes);
+    copy[text.copy(copy, text.size())] = 0;
 
     TemporaryString*& link =
         _sKXTemporaryStrings.last ? _sKXTemporaryStrings.last->next : _sKXTemporaryStrings.first;

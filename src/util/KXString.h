@@ -5,6 +5,9 @@
 #include <cstddef>
 #include <string_view>
 
+/// A copy of a text of any length as a temporary string; null when memory is exhausted.
+char* _KXKeepTemporarily(std::string_view text);
+
 /// Frees every temporary string, oldest first, and empties the pool.
 void _KXCleanTempStrings();
 

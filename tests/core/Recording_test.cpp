@@ -222,6 +222,30 @@ TEST_F(RecordingTest, TellsWhereAReplayGoesApart) {
     EXPECT_EQ(KXRecordingStateNow(), KXRecordingReplayed) << "the game had fallen there";
 }
 
+TEST_F(RecordingTest, HoldsSettingsAndLeavesThePlayersFilesAlone) {
+    const std::string kept = folder / "settings.txt", gone = folder / "no folder/settings.txt";
+    const auto play = [&] {
+        std::string seen;
+        KXSettings settings;
+        for (const std::string& path : {kept, kept, gone, folder.path()}) {
+            seen += std::to_string(settings.load(path.c_str()));
+            seen += settings.text("name", "fresh");
+            settings.setText("name", "Ada \"\n");
+            seen += settings.save() ? " saved. " : std::string(KXError()) + ". ";
+        }
+        return seen;
+    };
+    KXBeginRecording(file.c_str());
+    const std::string recorded = play();
+    KXEndRecording();
+    EXPECT_TRUE(recorded.starts_with("0fresh saved. 1Ada \"\n saved. 0fresh" + gone)) << recorded;
+    folder.write("settings.txt", "of somebody else");
+    KXBeginReplay(file.c_str());
+    EXPECT_EQ(play(), recorded) << KXError();
+    KXEndRecording();
+    EXPECT_EQ(contentOf(kept), "of somebody else");
+}
+
 // Whatever is cut off or written over, a recording is refused with its line or replayed as far as it goes.
 TEST_F(RecordingTest, DamagedFilesAreRefusedWithTheirLine) {
     record(2, 12);

@@ -18,10 +18,11 @@ enum class _KXQuestion : char {
     Display = 'v', ///< Its number, vertical sync.
     Focus = 'f',
     Fullscreen = 's',
-    Density = 'o', ///< Of a window, in thousandths of a pixel to a point.
-    Pad = 'p',     ///< About a pad.
-    Sound = 'a',   ///< About the mixer.
-    Text = '"'     ///< Such as the clipboard's.
+    Density = 'o',  ///< Of a window, in thousandths of a pixel to a point.
+    Pad = 'p',      ///< About a pad.
+    Sound = 'a',    ///< About the mixer.
+    Settings = 'k', ///< What a file of settings was found to be, and whether it was saved.
+    Text = '"'      ///< Such as the clipboard's.
 };
 
 /// Keeps the world's answers while a run is recorded, and gives them again while it is replayed: so both runs

@@ -16,8 +16,3 @@ bool _KXReadEvent(std::string_view line, SDL_Event& event, bool& counts);
 
 /// Where an event has its window's identifier; null for one that belongs to no window.
 Uint32* _KXWindowOf(SDL_Event& event);
-
-/// A text in quotation marks, on one line whatever it holds.
-std::string _KXQuoted(std::string_view text);
-/// Takes a text in quotation marks from the front of a line. False if there is none.
-bool _KXTakeQuoted(std::string_view& line, std::string& text);

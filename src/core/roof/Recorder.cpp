@@ -2,6 +2,7 @@
 
 #include "core/roof/RecordedEvents.h"
 #include "render/KXWindow.h"
+#include "util/Quoted.h"
 #include "util/Utf8.h"
 
 #include <Kobaltrix/KXApplication.h>

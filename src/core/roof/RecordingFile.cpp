@@ -4,6 +4,7 @@
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Tape.h"
 #include "core/roof/RecordedEvents.h"
+#include "util/Quoted.h"
 #include "util/Utf8.h"
 
 #include <algorithm>

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <string>
+
+/// The folder below which programs keep what belongs to the user of this process; empty where there is none.
+std::string _KXUserDataRoot();
