@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-Controls::Controls(const std::string& file) {
+Controls::Controls(const char* file) {
     const struct {
         const char* action;
         int key, position, stick, cross;
@@ -17,7 +17,8 @@ Controls::Controls(const std::string& file) {
             _actions.bind(way.action, KXInputOfPad(button, KXAnyPad));
     }
     _actions.bind("leave", KXInputOfKey(KXKeyEscape));
-    if (KXFileExists(file.c_str()) && !_actions.load(file.c_str()))
+    _actions.bind("full screen", KXInputOfKey(KXKeyF11));
+    if (KXFileExists(file) && !_actions.load(file))
         std::fprintf(stderr, "my_game: %s\n", KXError());
 }
 
@@ -26,3 +27,5 @@ KXPoint Controls::push() const {
 }
 
 bool Controls::leaves() const { return _actions.wentDown("leave"); }
+
+bool Controls::switchesFullscreen() const { return _actions.wentDown("full screen"); }

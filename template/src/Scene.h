@@ -2,23 +2,29 @@
 
 #include <Kobaltrix/Kobaltrix.h>
 
-#include <string>
+/// All that changes while it is played.
+struct Round {
+    KXPoint firefly = {80, 180};
+    KXPoint light = {440, 120};
+    int score = 0;
+    int stepsLeft = 60 * 60; ///< A minute.
+};
 
 /// A firefly in the dark, and the light it is after.
 class Scene {
 public:
-    /// @param assets the folder of the game's files. Needs a window. Throws std::runtime_error if a file is
-    /// missing.
-    explicit Scene(const std::string& assets);
+    /// Needs a window. Throws std::runtime_error if a file is missing.
+    Scene();
 
     /// One logic step. @param push where the player steers: -1 to 1 in each direction.
     void step(KXPoint push);
-    void draw();
+    /// @param best the best score so far.
+    void draw(int best);
 
-    int score() const { return _score; }
-    KXPoint firefly() const { return _at; }
-    /// Puts the light somewhere.
-    void setLight(KXPoint light) { _light = light; }
+    const Round& round() const { return _round; }
+    bool isOver() const { return _round.stepsLeft <= 0; }
+    /// Begins a round, or goes on with one.
+    void setRound(const Round& round);
 
     static const KXSize size;
 
@@ -26,7 +32,5 @@ private:
     bool touches(KXPoint point) const;
 
     KXSprite _firefly;
-    KXPoint _at = {80, 180};
-    KXPoint _light = {440, 120};
-    int _score = 0;
+    Round _round;
 };

@@ -1,4 +1,5 @@
 #include "Controls.h"
+#include "Memory.h"
 #include "Scene.h"
 
 #include <cstdio>
@@ -6,14 +7,23 @@
 #include <cstring>
 #include <exception>
 
+static void show(KXWindow& window, const Memory& memory) {
+    if (!window.setFullscreen(memory.fullscreen() ? KXFullscreenBorderless : KXFullscreenOff))
+        std::fprintf(stderr, "my_game: %s\n", KXError());
+}
+
 // Plays until the window is closed, or for a number of frames: then each is one step, as soon as the one
 // before is done. @param screenshot written at the end; null for none.
 static int play(int frames, const char* screenshot) {
     KXWindow window("My Game", Scene::size);
     window.setRenderContext(); // what is loaded from here on is loaded for this window
-    const std::string folder = KXExecutablePath ? KXExecutablePath : ".";
-    Scene scene(folder + "/assets");
-    const Controls controls(folder + "/controls.txt");
+    window.setLogicalSize({Scene::size}); // however large the window is
+    Scene scene;
+    Memory memory;
+    scene.setRound(memory.round());
+    if (memory.fullscreen())
+        show(window, memory);
+    const Controls controls(KXUserPath("controls.txt"));
     KXSetLogicExact(-1);        // the same speed on every display
     KXSetMaximumLogicSteps(15); // after a stall the game goes on where it was
     KXResetLogicLoop();
@@ -22,18 +32,27 @@ static int play(int frames, const char* screenshot) {
         while (KXLogicLoop()) { // 60 times a second, whatever the drawing takes
             if (controls.leaves())
                 KXApplicationRequestQuit();
+            if (controls.switchesFullscreen()) {
+                memory.setFullscreen(!memory.fullscreen());
+                show(window, memory);
+            }
             scene.step(controls.push());
+            if (scene.isOver()) {
+                memory.enterScore(scene.round().score);
+                scene.setRound(Round());
+            }
             KXLogicUpdate();
             if (frames)
                 KXResetLogicLoop(); // one step is owed, and no more
         }
         window.setRenderContext();
-        scene.draw();
+        scene.draw(memory.best().empty() ? 0 : static_cast<int>(memory.best().front()));
         window.swapBuffers();
         KXFPSTick();
         KXPostLogicLoop();
         KXWaitForLogicStep();
     }
+    memory.keep(scene.round());
     if (screenshot && !window.saveBuffer(screenshot, 0)) {
         std::fprintf(stderr, "my_game: %s\n", KXError());
         return 1;
@@ -56,6 +75,8 @@ int main(int argc, char** argv) {
         }
     }
 
+    KXSetGameName(nullptr,
+                  "my_game"); // the folder of its files, wherever it is installed, and of the player's
     if (!KXInit(argv[0])) {
         std::fprintf(stderr, "my_game: %s\n", KXError());
         return 1;

@@ -3,11 +3,14 @@
 #include <KobaltrixTest/KXTestClock.h>
 #include <KobaltrixTest/KXTestPicture.h>
 
+#include <string>
+
 /// @file
 /// A test of a game: its beginning, its end and its expectations.
 
 /// The library, started for a test: without a display and without sound, unless the environment names other
-/// drivers, with time that belongs to the test and random numbers that are the same every time. To be made
+/// drivers, with time that belongs to the test and random numbers that are the same every time. What is saved
+/// goes into an empty KXUserFolder() that is gone afterwards, unless the environment names one. To be made
 /// before any window, one at a time, by a test's main() or as a member of a test framework's fixture.
 class KXTest {
 public:
@@ -32,5 +35,6 @@ public:
     int result() const { return _failures ? 1 : 0; }
 
 private:
+    std::string _userFolder; ///< Empty if the environment names one.
     int _failures = 0;
 };

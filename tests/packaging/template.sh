@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# A copy of the template builds, passes its own test, and runs from where it is installed.
+# A copy of the template builds, passes its own test, and runs from where it is installed, however it is started.
 source "${BASH_SOURCE[0]%/*}/common.sh"
 cp -R "$SOURCE/template" game
 
@@ -24,16 +24,34 @@ if make_sprites; then fail "A frame beyond the sheet was built."; fi
 grep -q 'outside the sheet' log || fail "$(<log)"
 
 build_game game
-ctest --test-dir build --no-tests=error --output-on-failure
+saves=$SCRATCH/home/.local/share/my_game
+unset XDG_DATA_HOME
+HOME=$SCRATCH/home ctest --test-dir build --no-tests=error --output-on-failure
+[[ ! -e $saves ]] || fail "The template's tests wrote into the player's folder."
 
 cmake --install build --prefix "$SCRATCH/installed" >log
 same_files installed template
 rm -r build game
-installed/games/my_game/my_game --frames 2 --screenshot last.bmp
+export HOME=$SCRATCH/home
+installed/bin/my_game --frames 2 --screenshot last.bmp
 [[ -s last.bmp ]]
-"$SOURCE/tests/project/display_rates.sh" "$BUILD/tests/project/libsimulated_display.so" installed/games/my_game/my_game
+"$SOURCE/tests/project/display_rates.sh" "$BUILD/tests/project/libsimulated_display.so" installed/bin/my_game
 desktop=installed/share/applications/my_game.desktop
 for key in Exec Icon; do
     file=$(sed -n "s/^$key=//p" "$desktop" | tr -d '"')
     [[ -f $file ]] || fail "$key of $desktop is no file: $file"
+done
+
+# By its name, by links, from another folder and after it has moved: always with its files, and with what it has saved.
+left() { sed -n 's/^steps left: //p' "$saves/saved_game.txt"; }
+mv installed "moved é"
+ln -s "moved é/bin/my_game" link
+ln -s link second
+mkdir elsewhere
+steps=$(left)
+for start in 'PATH="$SCRATCH/moved é/bin:$PATH" my_game' './link' 'cd elsewhere && ../second' \
+    'cd / && exec -a my_game "$SCRATCH/link"' 'cd "moved é/bin" && ./my_game'; do
+    bash -c "$start --frames 5" || fail "It does not start by: $start"
+    steps=$((steps - 5))
+    [[ $(left) == "$steps" ]] || fail "It did not go on where it was, but at $(left), started by: $start"
 done
