@@ -75,10 +75,8 @@ public:
             end(1, "The screenshot cannot be saved.", KXError());
     }
 
-    /// The path of one of the examples' files. A temporary string.
-    static const char* file(const char* name) {
-        return KXTempString("%s/assets/%s", KXExecutablePath ? KXExecutablePath : ".", name);
-    }
+    /// The path of one of the examples' files, of their folder for an empty name. A temporary string.
+    static const char* file(const char* name) { return *name ? KXDataPath(name) : KXDataFolder(); }
 
     /// The path of an installed font. A temporary string.
     static const char* font(const char* name = "DejaVu Sans", const char* package = "fonts-dejavu-core") {

@@ -12,7 +12,7 @@
 namespace {
 /// Runs an example in a folder of the test's own and without a display.
 Outcome runExample(const std::string& name, const TemporaryFolder& folder, const std::string& arguments) {
-    return runProgram(folder, "env -u DISPLAY -u WAYLAND_DISPLAY -u SDL_VIDEODRIVER '" EXAMPLES "/" + name +
+    return runProgram(folder, "env -u DISPLAY -u WAYLAND_DISPLAY -u SDL_VIDEODRIVER KOBALTRIX_USER_FOLDER=user '" EXAMPLES "/" + name +
                                   "' " + arguments);
 }
 
