@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <filesystem>
 #include <iterator>
 #include <limits>
@@ -46,13 +47,13 @@ KXSettingsState KXSettings::State::read(std::string& told) {
         told = path + ": is no file that can be read";
         return KXSettingsUnreadable;
     }
-    const bool isSmall = fs::file_size(path, error) <= _KXSettingsText::largest;
-    if (isSmall && !_KXReadWholeFile(path.c_str(), _KXSettingsText::largest, told)) {
+    const std::uintmax_t size = fs::file_size(path, error);
+    if (!error && size > _KXSettingsText::largest)
+        return putAside(told, path + ": is too large");
+    if (!_KXReadWholeFile(path.c_str(), _KXSettingsText::largest, told)) {
         told = KXError();
         return KXSettingsUnreadable;
     }
-    if (!isSmall)
-        return putAside(told, path + ": is too large");
     int line = 0;
     const _KXSettingsReason reason = text.read(told, line);
     return reason ? putAside(told, path + ", line " + std::to_string(line) + ": " + reason)

@@ -179,6 +179,8 @@ TEST_F(Refusals, WhatIsLoadedIsWholeOrRefused) {
     const std::string theme = folder.write(
         "theme",
         R"({"ring": 3, "skins": {"knob": {"image": "picture with a long name.png", "normal": [0, 0, 9, 9]}}})");
+    const std::string settings = folder.write("settings", "kobaltrix settings 1\na long key of them: \"" +
+                                                              std::string(longText) + "\"\nend\n");
     KXActions actions;
     actions.bind("jump", KXInputOfKey(KXKeySpace));
     actions.save(controls.c_str());
@@ -189,11 +191,12 @@ TEST_F(Refusals, WhatIsLoadedIsWholeOrRefused) {
         {"theme", [&] { return KXUIThemeFile().load(theme.c_str()); }},
         {"cache", [&] { return KXTextureCacheLoad(picture.c_str()) != nullptr; }},
         {"actions", [&] { return KXActions().load(controls.c_str()); }},
+        {"settings", [&] { return KXSettings().load(settings.c_str()) == KXSettingsLoaded; }},
         {"sound", [&] { return !KXSound(sound.c_str()).isPlaying(); }},
         {"music", [&] { return (KXMusic(sound.c_str()).stop(), -1); }},
         {"replay", [&] { return KXBeginReplay(recording.c_str()); }},
     };
-    refuseEach(memory, "folder", [&] { return KXDirectoryContents(folder.path().c_str()).size() == 5; });
+    refuseEach(memory, "folder", [&] { return KXDirectoryContents(folder.path().c_str()).size() == 6; });
     for (const auto& [name, load] : rows)
         for (long* kind : {&memory, &calls})
             refuseEach(

@@ -84,9 +84,9 @@ TEST_F(Settings, ComeBackAsTheyWere) {
     std::mt19937_64 random(7);
     std::map<std::string, std::string> texts;
     std::map<std::string, std::vector<double>> numbers;
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 20; ++round) {
         settings.load(file.c_str());
-        for (int i = 0; i < 40; ++i) {
+        for (int i = 0; i < 400; ++i) {
             const std::string key = "key \xc3\xa9" + std::to_string(random() % 90);
             texts.erase(key);
             numbers.erase(key);
