@@ -3,16 +3,31 @@
 #include <cstdio>
 #include <filesystem>
 #include <new>
+#include <system_error>
 
-static std::string besideExecutable(const char* name) {
-    return std::string(KXExecutablePath ? KXExecutablePath : ".") + "/" + name;
+static std::string dataFolder() {
+    const char* const folder = KXDataFolder();
+    if (!folder)
+        throw std::bad_alloc();
+    return folder;
+}
+
+// In the player's folder, to which comes what was kept beside the program before. Empty: nothing is kept.
+static std::string settingsFile() {
+    const char* const file = KXUserPath("settings.txt");
+    const std::filesystem::path path = file ? file : "", old = KXExecutablePath ? KXExecutablePath : ".";
+    std::error_code ignored;
+    if (!path.empty() && !std::filesystem::exists(path, ignored)) {
+        std::filesystem::copy_file(old / "ember-night.save", path, ignored);
+        std::filesystem::copy_file(old / "ember-night.controls",
+                                   std::filesystem::path(path).replace_extension(".controls"), ignored);
+    }
+    return path.string();
 }
 
 App::App(const Options& wanted)
-    : options(wanted), window("Ember Night", Style::windowSize, -1), assets(besideExecutable("assets")),
-      audio(assets),
-      _settingsFile(options.save.empty() && options.keepsSettings() ? besideExecutable("ember-night.save")
-                                                                    : options.save) {
+    : options(wanted), window("Ember Night", Style::windowSize, -1), assets(dataFolder()), audio(assets),
+      _settingsFile(options.save.empty() && options.keepsSettings() ? settingsFile() : options.save) {
     KXInitializeLog("ember-night.log", 0);
     window.setLogicalSize({Style::windowSize, KXScalingLetterbox, Style::ink}); // however large the window is
     window.setRenderContext();

@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 
-static constexpr long fileVersion = 3;
+static constexpr long lastOldVersion = 3;
 
 int Settings::enterScore(const std::string& who, int points) {
     const auto place = std::find_if(scores.begin(), scores.end(),
@@ -23,44 +25,68 @@ static std::string readString(FILE* file) {
     return text ? text : "";
 }
 
-void Settings::load(const std::string& path) {
+// What the game wrote before its settings were a text. False if the file is none of these.
+static bool loadOld(Settings& settings, const std::string& path) {
     FILE* const file = KXFileExists(path.c_str()) ? std::fopen(path.c_str(), "r") : nullptr;
-    if (!file)
-        return;
     const long version = KXGetL(file);
-    if (version >= 1 && version <= fileVersion) {
+    const bool isOld = version >= 1 && version <= lastOldVersion;
+    if (isOld) {
         int sounds = static_cast<int>(KXGetL(file)), music = static_cast<int>(KXGetL(file));
         KXClampi(&sounds, 0, 128);
         KXClampi(&music, 0, 128);
-        soundVolume = sounds;
-        musicVolume = music;
+        settings.soundVolume = sounds;
+        settings.musicVolume = music;
         if (version == 1)
             KXGetL(file); // whether a pad steered, which the controls say now
-        shakes = version < 3 || KXGetL(file) != 0;
-        name = readString(file);
+        settings.shakes = version < 3 || KXGetL(file) != 0;
+        settings.name = readString(file);
         const long count = KXGetL(file);
-        for (long i = 0; i < count && i < static_cast<long>(mostScores) && !std::feof(file); ++i) {
+        for (long i = 0; i < count && i < static_cast<long>(Settings::mostScores) && !std::feof(file); ++i) {
             const std::string who = readString(file);
-            enterScore(who, static_cast<int>(KXGetL(file)));
+            settings.enterScore(who, static_cast<int>(KXGetL(file)));
         }
+        if (!KXStreamIsIntact(file))
+            KXLog("game", "%s was cut off", path.c_str());
     }
-    if (!KXStreamIsIntact(file))
-        KXLog("game", "%s was cut off", path.c_str());
-    std::fclose(file);
+    if (file)
+        std::fclose(file);
+    return isOld;
+}
+
+void Settings::load(const std::string& path) {
+    if (loadOld(*this, path)) {
+        std::error_code ignored;
+        std::filesystem::rename(path, path + ".old", ignored);
+        return save(path);
+    }
+    KXSettings file;
+    if (file.load(path.c_str()) >= KXSettingsBroken)
+        KXLog("game", "%s", KXError());
+    soundVolume = file.integer("sounds", soundVolume, 0, 128);
+    musicVolume = file.integer("music", musicVolume, 0, 128);
+    shakes = file.flag("shakes", shakes) != 0;
+    name = file.text("name", name.c_str());
+    const std::vector<std::string> keepers = file.texts("best keepers");
+    const std::vector<double> points = file.numbers("best points");
+    for (std::size_t i = 0; i < std::min({keepers.size(), points.size(), mostScores}); ++i)
+        enterScore(keepers[i], static_cast<int>(std::clamp(points[i], 0.0, 1e9)));
 }
 
 void Settings::save(const std::string& path) const {
-    KXSaveFile saved(path.c_str());
-    FILE* const file = saved.stream();
-    for (long value :
-         {fileVersion, static_cast<long>(soundVolume), static_cast<long>(musicVolume), long{shakes}})
-        KXPutL(value, file);
-    KXPutString(name.c_str(), file);
-    KXPutL(static_cast<long>(scores.size()), file);
+    std::vector<std::string> keepers;
+    std::vector<double> points;
     for (const Score& score : scores) {
-        KXPutString(score.name.c_str(), file);
-        KXPutL(score.points, file);
+        keepers.push_back(score.name);
+        points.push_back(score.points);
     }
-    if (!saved.commit())
+    KXSettings file;
+    file.load(path.c_str()); // what another version knows stays
+    file.setNumber("sounds", soundVolume);
+    file.setNumber("music", musicVolume);
+    file.setFlag("shakes", shakes);
+    file.setText("name", name.c_str());
+    file.setTexts("best keepers", keepers);
+    file.setNumbers("best points", points);
+    if (!file.save())
         KXLog("game", "%s", KXError());
 }

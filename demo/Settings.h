@@ -19,7 +19,8 @@ struct Settings {
 
     /// Enters a score. @return its place, -1 if it is not among the best.
     int enterScore(const std::string& who, int points);
-    /// Reads the file; one that is missing or damaged leaves what could not be read as it was.
+    /// Reads the file; one that is missing or broken leaves all as it was. What an older game wrote becomes
+    /// a file of today.
     void load(const std::string& path);
     /// Writes the file.
     void save(const std::string& path) const;

@@ -2,12 +2,12 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <new>
 
 // The beginning of a night that somebody has played, for a picture of it.
-static void showBeginning(Options& options, const std::filesystem::path& folder) {
-    options.replay = folder / "assets" / "keys.txt";
+static void showBeginning(Options& options) {
+    if (const char* const recording = KXDataPath("keys.txt"))
+        options.replay = recording;
     options.night = Options::secondsRecorded;
     setenv("KOBALTRIX_REPLAY_STOP", "600", 1);
     setenv("KOBALTRIX_REPLAY_PICTURE",
@@ -27,6 +27,7 @@ static int play(const Options& options) {
 }
 
 int main(int argc, char** argv) {
+    KXSetGameName("Kobaltrix", "ember-night");
     Options options;
     if (!readOptions(argc, argv, options))
         return 2;
@@ -35,7 +36,7 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (options.headless && options.isEndless() && !std::getenv("KOBALTRIX_REPLAY"))
-        showBeginning(options, std::filesystem::path(argv[0]).parent_path());
+        showBeginning(options);
     // The library records and replays whatever the game does.
     if (!options.record.empty())
         setenv("KOBALTRIX_RECORD", options.record.c_str(), 1);

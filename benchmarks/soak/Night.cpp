@@ -99,6 +99,8 @@ private:
 bool soakNight(const std::string& folder, const std::string& recording, Watch& watch) {
     const std::vector<std::vector<SDL_Event>> steps = readEvents(recording);
     const KXTestClock clock;
+    setenv("KOBALTRIX_DATA_FOLDER", (folder + "/assets").c_str(),
+           1); // it lies there, and this program does not
     if (!KXInit((folder + "/kobaltrix_demo").data()))
         return false;
     Options options;

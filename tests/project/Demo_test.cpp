@@ -147,6 +147,25 @@ TEST_F(Demo, SettingsAndScoresAreKept) {
         enterName();
         EXPECT_NE(contentOf(options.save).find("ilse"), std::string::npos) << length;
     }
+    // What an older game wrote.
+    const std::string old = folder / "old.save";
+    FILE* const file = fopen(old.c_str(), "w");
+    for (const long number : {2L, 300L, 12L})
+        KXPutL(number, file);
+    KXPutString("Ada", file);
+    KXPutL(1, file);
+    KXPutString("Bo", file);
+    KXPutL(77, file);
+    fclose(file);
+    for (int times = 0; times < 2; ++times) { // which is a text from then on
+        Settings loaded;
+        loaded.load(old);
+        EXPECT_EQ(loaded.name + std::to_string(loaded.soundVolume) + std::to_string(loaded.musicVolume),
+                  "Ada12812");
+        ASSERT_EQ(loaded.scores.size(), 1u);
+        EXPECT_EQ(loaded.scores[0].name + std::to_string(loaded.scores[0].points), "Bo77");
+        EXPECT_TRUE(contentOf(old).starts_with("kobaltrix settings 1\n"));
+    }
     EXPECT_TRUE(std::filesystem::exists(DEMO_FOLDER "/ember-night.log"));
 }
 
