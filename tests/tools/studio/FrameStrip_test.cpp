@@ -117,6 +117,10 @@ TEST_F(StripTest, ChangesDurationsAsOneStep) {
     EXPECT_EQ(durations(), "5 8 8 5 ");
     session.undo();
     EXPECT_EQ(durations(), "5 5 5 5 ");
+    user.move({72 * 4 - 2, 130}), user.hold(KXMouseLeft), user.step();
+    session.undo(); // takes the frames away meanwhile
+    user.move({380, 130}), user.step(), user.release(KXMouseLeft), user.step();
+    EXPECT_EQ(view.description().value, "no frame");
 }
 
 TEST_F(StripTest, IsWorkedByKeysAlone) {

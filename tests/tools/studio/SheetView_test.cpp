@@ -4,6 +4,8 @@
 
 #include "studio/SheetView.h"
 
+#include <climits>
+#include <cmath>
 #include <cstring>
 
 namespace {
@@ -213,6 +215,23 @@ TEST_F(SheetTest, ShowsWhatIsPainted) {
     }
     sheet.show(std::nullopt);
     EXPECT_TRUE(isShown() && sheet.image().row(31)[63].a == 0);
+}
+
+// As a broken file may hold them.
+TEST_F(SheetTest, BearsBadNumbers) {
+    Project project;
+    NamedAnimation odd = {"odd", {-1, {}}};
+    for (int i = 0; i < 200; ++i)
+        odd.animation.frames.push_back({-i, {i % 3 ? NAN : 1e30f, i % 5 ? -INFINITY : 3, -i, INT_MAX - i}});
+    project.animations.push_back(std::make_shared<NamedAnimation>(odd));
+    project.boxes.push_back({"odd", {NAN, 2, 0, -5}, 0xFFFFFFFF});
+    session.begin(project);
+    user.look();
+    for (const Frame& frame : session.animation()->animation.frames)
+        EXPECT_LE(std::abs(frame.bounds.x) + std::abs(frame.bounds.y), 1 << 22);
+    user.click({200, 150});
+    drag({0, 0}, {20, 20});
+    user.look();
 }
 
 TEST_F(SheetTest, CostsNoMoreForWhatIsOutOfSight) {

@@ -171,7 +171,7 @@ void FrameStrip::dragged(KXPoint point) {
         const float room = rect().size.width - knob().size.width;
         if (room > 0)
             scrollTo(_offsetBefore + way * (contentWidth() - rect().size.width) / room);
-    } else if (_act == Act::Duration) {
+    } else if (_act == Act::Duration && _pressed < count()) { // an undo may have taken it away
         const int duration = std::max(1, _before + static_cast<int>(std::lround(way / forStep)));
         if (duration != frame(_pressed).duration)
             setDuration(duration, std::exchange(_hasBegun, true) ? Join::Continue : Join::Begin);

@@ -22,6 +22,25 @@ Grid sane(Grid grid) {
             from(grid.height, 1), from(grid.gapX, 0), from(grid.gapY, 0)};
 }
 
+/// Files may hold places that are no numbers, by which nothing can be drawn or brought into an order.
+void settlePlaces(Project& project) {
+    const auto settle = [](Area& area) {
+        const Area before = area;
+        area.x = place(area.x), area.y = place(area.y);
+        return !(area == before);
+    };
+    for (NamedBox& box : project.boxes)
+        settle(box.area);
+    for (std::shared_ptr<const NamedAnimation>& animation : project.animations) {
+        auto settled = std::make_shared<NamedAnimation>(*animation);
+        bool differs = false;
+        for (Frame& frame : settled->animation.frames)
+            differs |= settle(frame.bounds);
+        if (differs)
+            animation = std::move(settled);
+    }
+}
+
 /// The name, or one with a number behind it that is not taken.
 template<typename IsTaken>
 std::string freeName(const std::string& wished, IsTaken isTaken) {
@@ -58,6 +77,7 @@ int countOf(const auto& list) { return static_cast<int>(list.size()); }
 // ---- What there is, was and was to be ----
 
 void Session::begin(Project project) {
+    settlePlaces(project);
     _saved = project;
     _now = {std::move(project), {}};
     _before.clear();
