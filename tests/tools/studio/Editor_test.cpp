@@ -1,5 +1,6 @@
 #include "support/TemporaryFolder.h"
 #include "text/TextTest.h"
+#include "tools/ase/AseFile.h"
 
 #include "studio/Editor.h"
 
@@ -147,6 +148,39 @@ TEST_F(EditorTest, PaintsTheSheetAndFollowsItsFile) {
     KXImage saved;
     ASSERT_TRUE(saved.load((folder / "hero.png").c_str()));
     EXPECT_TRUE(Pixels(saved) == painted);
+}
+
+TEST_F(EditorTest, OpensADrawingAndSavesItsSheet) {
+    const std::string one = std::string("\xFF\0\0\xFF", 4), other = std::string("\0\0\xFF\xFF", 4);
+    const ase::File drawing = {2,
+                               1,
+                               32,
+                               {{{ase::layer(), ase::rawCel({}, 2, 1, one + other)}, 160},
+                                {{ase::rawCel({}, 2, 1, other + other)}}}};
+    folder.write("drawn.aseprite", drawing.bytes());
+    ASSERT_TRUE(editor->open(folder / "drawn.aseprite")) << editor->status();
+    ASSERT_EQ(frames(), 2u);
+    EXPECT_EQ(editor->session().frame()->duration, 10);
+    const auto save = [&] {
+        choose(KXKeyS);
+        press(KXKeyReturn); // as the browser suggests
+    };
+    save();
+    EXPECT_TRUE(editor->session().isSaved()) << editor->status();
+    const std::string sheet = contentOf(folder / "drawn.png");
+    EXPECT_FALSE(sheet.empty());
+    EXPECT_FALSE(std::filesystem::exists(folder / "drawn.studio.json")) << "there is nothing to say";
+    // The next time another sheet may lie there, which is asked about.
+    folder.write("drawn.png", "somebody else's");
+    std::filesystem::remove(folder / "drawn.spr");
+    ASSERT_TRUE(editor->open(folder / "drawn.aseprite"));
+    save();
+    press(KXKeyEscape);
+    EXPECT_EQ(contentOf(folder / "drawn.png"), "somebody else's");
+    save();
+    press(KXKeyReturn); // Replace
+    EXPECT_EQ(contentOf(folder / "drawn.png"), sheet);
+    EXPECT_TRUE(std::filesystem::exists(folder / "drawn.spr"));
 }
 
 // Somebody who presses and drags anything but what is about files: nothing falls, and everything is undone.

@@ -278,7 +278,7 @@ void Editor::exportTo(const std::string& path, const std::string& kind) {
 
 void Editor::browse(KXUIFileBrowserMode mode, const char* extensions, const std::string& name,
                     const std::function<void(const std::string&)>& act) {
-    const std::string beside = !_path.empty() ? _path : _sheet.path();
+    const std::string beside = !_path.empty() ? _path : !_sheet.path().empty() ? _sheet.path() : _work;
     _chosenFile = act;
     _files.setExtensions(extensions);
     const std::string folder = fs::path(beside).parent_path().string();

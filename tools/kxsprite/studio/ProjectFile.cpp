@@ -111,6 +111,7 @@ std::string saveProject(const Project& project, const std::string& path) {
     const std::string beside = studioFileOf(path);
     std::string note;
     Project plain = projectOf(documentOf(project));
+    plain.picture = project.picture; // which is the sheet's file
     std::erase_if(plain.animations, [](const auto& each) { return each->animation.frames.empty(); });
     try {
         const std::string text = studioTextOf(project);
