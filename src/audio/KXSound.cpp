@@ -105,14 +105,13 @@ bool KXSound::play(int loops) {
     return _KXAnswerTo(_KXQuestion::Sound, [this] { return _channel != -1; });
 }
 
-// The number of a voice that a game may know. Whether there is one is the world's answer.
+// Whether there is a voice is the world's answer; none of the recording is none in its replay.
 static std::uint32_t begin(const Mix_Chunk* chunk, const KXSoundOptions& options, const KXPoint* place) {
     const std::uint32_t number = chunk ? _KXVoices.begin(chunk, options, place) : 0;
-    if (!_KXAnswerTo(_KXQuestion::Sound, [number] { return number != 0; })) {
-        _KXVoices.with(number, [](_KXVoiceMixer::Voice& voice) { voice.number = 0; });
-        return 0;
-    }
-    return number ? number : _KXVoiceMixer::unheard;
+    if (_KXAnswerTo(_KXQuestion::Sound, [number] { return number != 0; }))
+        return number;
+    _KXVoices.with(number, [](_KXVoiceMixer::Voice& voice) { voice.number = 0; });
+    return 0;
 }
 
 KXVoice KXSound::start(const KXSoundOptions& options) { return KXVoice(begin(_chunk, options, nullptr)); }

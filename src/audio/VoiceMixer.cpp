@@ -111,7 +111,7 @@ std::uint32_t _KXVoiceMixer::begin(const Mix_Chunk* chunk, const KXSoundOptions&
         voice->fadePerFrame = fadeOf(options.fadeInMilliseconds);
     }
     findLoudness(*voice, voice->now);
-    _begun = _begun % (unheard / most - 1) + 1;
+    _begun = _begun % (~0U / most) + 1;
     voice->number = _begun * most + static_cast<std::uint32_t>(voice - _voices);
     return voice->number;
 }

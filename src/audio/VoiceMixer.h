@@ -15,8 +15,7 @@ struct Mix_Chunk;
 /// is called, which has a lock of its own.
 class _KXVoiceMixer {
 public:
-    static constexpr std::uint32_t most = 64;           ///< Voices at the same time.
-    static constexpr std::uint32_t unheard = 0U - most; ///< The number of a voice that never was.
+    static constexpr std::uint32_t most = 64; ///< Voices at the same time.
     static constexpr std::size_t groups = 16;
 
     struct Voice {

@@ -3,6 +3,7 @@
 #include <Kobaltrix/KXVoice.h>
 
 #include "audio/AudioTest.h"
+#include "support/Allocations.h"
 
 #include <Kobaltrix/KXError.h>
 #include <Kobaltrix/KXMusic.h>
@@ -280,6 +281,23 @@ TEST_F(Voices, NumbersNeverStandForAnother) {
     EXPECT_EQ(KXInit(), -1);
     EXPECT_EQ(KXInitAudio(), -1);
     EXPECT_TRUE(sound.start().isPlaying()) << "made in memory, and made again";
+}
+
+TEST_F(Voices, AskForNoMemoryOnceOneWasHeard) {
+    KXSound sound(level(44100));
+    sound.start().stop();
+    const auto play = [&] {
+        for (int i = 0; i < 200; ++i) {
+            KXSetSoundView({meadow, 1, 100});
+            KXVoice voice = sound.startAt({400, 300}, forEver());
+            voice.setPitch(1.5f);
+            voice.setPlace({100, 100});
+            KXSetGroupVolume(KXSoundGroupEffects, 0.5f);
+            EXPECT_TRUE(voice.isPlaying());
+            voice.stop(i % 20 == 0 ? 20 : 0);
+        }
+    };
+    EXPECT_EQ(allocationsOf(play), 0U);
 }
 
 TEST_F(Voices, SoundTheSameInEveryFormat) {
