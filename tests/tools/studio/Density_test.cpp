@@ -8,7 +8,7 @@ TEST_F(Tool, DrawsTheStudioInTheDisplaysOwnPixels) {
     for (const char* file : {"owl.png", "owl.json"})
         std::filesystem::copy_file(std::string(ROOT "/examples/assets/") + file, folder / file);
     std::filesystem::create_directory(folder / "home");
-    folder.write("home/settings.json", R"({"width": 940, "height": 560})");
+    folder.write("home/settings.txt", "kobaltrix settings 1\nwidth: 940\nheight: 560\nend\n");
     ASSERT_EQ(kxsprite("make owl.json -o owl.spr").status, 0);
     const Outcome run = kxsprite("edit owl.spr --settings home --screenshot shot.png");
     ASSERT_EQ(run.status, 0) << run.output;

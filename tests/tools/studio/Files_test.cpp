@@ -129,13 +129,13 @@ TEST_F(StudioFiles, SettingsAndWorkAreKept) {
     EXPECT_EQ(settings.recent.front(), "sprite1");
     saveSettings(settings, home);
     EXPECT_TRUE(loadSettings(home) == settings);
-    folder.write("home/deep/settings.json",
-                 "{\"theme\": 5, \"width\": -7, \"recent\": [1], \"showsOnion\": true}");
+    folder.write("home/deep/settings.txt",
+                 "kobaltrix settings 1\ntheme: 5\nwidth: -7\nrecent: 1\nshows onion skin: yes\nend\n");
     Settings expected;
     expected.width = 940;
     expected.showsOnion = true;
     EXPECT_TRUE(loadSettings(home) == expected) << "what makes no sense is as at first";
-    folder.write("home/deep/settings.json", "[");
+    folder.write("home/deep/settings.txt", "[");
     EXPECT_TRUE(loadSettings(home) == Settings());
 
     const Recovery recovery(home), none("");

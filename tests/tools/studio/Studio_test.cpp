@@ -42,8 +42,8 @@ TEST_F(Studio, MakesASpriteInAReplayedSession) {
     expectLooks("shot.png", "dark");
 
     // The order of the list, which the file cannot say, is there when it is opened again; in another theme.
-    folder.write("home/settings.json",
-                 R"({"theme": "light", "width": 960, "height": 640, "showsOnion": true})");
+    folder.write("home/settings.txt", "kobaltrix settings 1\ntheme: \"light\"\nwidth: 960\nheight: 640\n"
+                                      "shows onion skin: yes\nend\n");
     EXPECT_EQ(edit("owl.spr --settings home --screenshot light.png").status, 0);
     expectLooks("light.png", "light");
 }

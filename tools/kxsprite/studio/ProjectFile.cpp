@@ -80,7 +80,8 @@ void keepBroken(const std::string& beside) {
         Project nobodys;
         applyStudioText(nobodys, readFile(beside));
     } catch (const Fault&) {
-        fs::rename(beside, beside + ".broken");
+        if (!KXPutFileAside(beside.c_str()))
+            throw;
     }
 }
 } // namespace

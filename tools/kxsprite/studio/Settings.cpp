@@ -1,17 +1,14 @@
 #include "Settings.h"
 
 #include "../Files.h"
-#include "../Json.h"
 #include "ProjectFile.h"
 
 #include <Kobaltrix/KXError.h>
-
-#include <nlohmann/json.hpp>
+#include <Kobaltrix/KXPlaces.h>
+#include <Kobaltrix/KXSettings.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <functional>
 
 namespace fs = std::filesystem;
 
@@ -20,80 +17,61 @@ constexpr std::size_t mostRecent = 8;
 
 std::string pathIn(const std::string& folder, const char* name) { return (fs::path(folder) / name).string(); }
 
-std::string fromEnvironment(const char* name) {
-    const char* value = std::getenv(name);
-    return value && *value == '/' ? value : "";
+// Asked also where there is no folder, so that replays with one and without one ask the same.
+void load(KXSettings& file, const std::string& folder) {
+    file.load(folder.empty() ? nullptr : pathIn(folder, "settings.txt").c_str());
 }
 
-/// Each of them by its name, for reading and for writing.
+/// Each of those that are so or not, by its name.
 template<typename Settings, typename Take>
-void eachSetting(Settings& settings, Take take) {
-    take("theme", settings.theme);
-    take("recent", settings.recent);
-    take("width", settings.width);
-    take("height", settings.height);
-    take("sheetShare", settings.sheetShare);
-    take("stepMilliseconds", settings.stepMilliseconds);
-    take("showsGrid", settings.showsGrid);
-    take("showsPixels", settings.showsPixels);
-    take("showsOnion", settings.showsOnion);
-    take("showsFullSize", settings.showsFullSize);
-    take("showsBoxes", settings.showsBoxes);
-    take("background", settings.background);
-}
-
-Settings sane(Settings settings) {
-    settings.width = std::clamp(settings.width, 940, 16384);
-    settings.height = std::clamp(settings.height, 560, 16384);
-    settings.sheetShare = std::clamp(settings.sheetShare, 0.1f, 0.9f);
-    settings.stepMilliseconds = std::clamp(settings.stepMilliseconds, 1, 1000);
-    settings.recent.resize(std::min(settings.recent.size(), mostRecent));
-    return settings;
+void eachFlag(Settings& settings, Take take) {
+    take("shows grid", settings.showsGrid);
+    take("shows pixels", settings.showsPixels);
+    take("shows onion skin", settings.showsOnion);
+    take("shows full size", settings.showsFullSize);
+    take("shows boxes", settings.showsBoxes);
 }
 } // namespace
 
 std::string settingsFolder() {
-#ifdef __APPLE__
-    const std::string home = fromEnvironment("HOME"),
-                      base = home.empty() ? "" : home + "/Library/Application Support";
-#else
-    const std::string home = fromEnvironment("HOME"), config = fromEnvironment("XDG_CONFIG_HOME"),
-                      base = !config.empty() ? config
-                             : home.empty()  ? ""
-                                             : home + "/.config";
-#endif
-    return base.empty() ? "" : base + "/kxsprite";
+    const char* const folder = KXUserFolder();
+    return folder ? folder : "";
 }
 
 Settings loadSettings(const std::string& folder) {
     Settings settings;
-    std::error_code ignored;
-    const std::string path = pathIn(folder, "settings.json");
-    if (folder.empty() || !fs::exists(path, ignored))
-        return settings;
-    try {
-        const JsonTree json = JsonTree::parse(readFile(path), nullptr, false);
-        eachSetting(settings, [&](const char* name, auto& setting) {
-            try {
-                if (json.is_object() && json.contains(name))
-                    setting = json[name].template get<std::decay_t<decltype(setting)>>();
-            } catch (const JsonTree::exception&) { // of another kind: as at first
-            }
-        });
-    } catch (const Fault&) { // the next save puts another in its place
-    }
-    return sane(settings);
+    KXSettings file;
+    load(file, folder);
+    settings.theme = file.text("theme", "dark");
+    settings.recent = file.texts("recent");
+    settings.recent.resize(std::min(settings.recent.size(), mostRecent));
+    settings.width = file.integer("width", settings.width, 940, 16384);
+    settings.height = file.integer("height", settings.height, 560, 16384);
+    settings.sheetShare = static_cast<float>(
+        file.number("share of the sheet", static_cast<double>(settings.sheetShare), 0.1, 0.9));
+    settings.stepMilliseconds = file.integer("milliseconds of a step", settings.stepMilliseconds, 1, 1000);
+    settings.background = static_cast<std::uint32_t>(file.number("background", 0, 0, 0xFFFFFFFF));
+    eachFlag(settings, [&](const char* name, bool& flag) { flag = file.flag(name, flag) != 0; });
+    return settings;
 }
 
 void saveSettings(const Settings& settings, const std::string& folder) {
     if (folder.empty())
         return;
-    JsonTree json;
-    eachSetting(settings, [&](const char* name, const auto& setting) { json[name] = setting; });
+    KXSettings file;
+    load(file, folder); // what others have written stays
+    file.setText("theme", settings.theme.c_str());
+    file.setTexts("recent", settings.recent);
+    file.setNumber("width", settings.width);
+    file.setNumber("height", settings.height);
+    file.setNumber("share of the sheet", settings.sheetShare);
+    file.setNumber("milliseconds of a step", settings.stepMilliseconds);
+    file.setNumber("background", static_cast<double>(settings.background));
+    eachFlag(settings, [&](const char* name, bool flag) { file.setFlag(name, flag); });
     std::error_code failed;
     fs::create_directories(folder, failed); // if that fails, saving says why
-    saveText(pathIn(folder, "settings.json"),
-             json.dump(2, ' ', false, JsonTree::error_handler_t::replace) + "\n");
+    if (!file.save())
+        throw Fault(KXError());
 }
 
 void noteRecent(Settings& settings, const std::string& path) {
