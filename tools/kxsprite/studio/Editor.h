@@ -46,13 +46,10 @@ private:
     enum class Picked { Nothing, BoxColor, Background };
 
     // The window: Editor.cpp.
+    static void put(KXUILayout& layout, KXUIPanel& panel, _KXUIWidget& widget, const char* tooltip,
+                    float stretch = 0);
     void makeTools();
     void makeMiddle();
-    void makeOverlays();
-    void pollQuestion();
-    void pollHelp();
-    void pollNewSheet();
-    void pollPicker();
     void pollWindow();
     void pollButtons();
     void pollKeys();
@@ -61,16 +58,24 @@ private:
     void show();
     void say(const std::string& text) { _status.setText(text.c_str()); }
     void applyTheme();
-    void showHelp();
-    void askForSheet();
-    void pick(Picked what);
     void useSheetTool(SheetTool tool);
     void useStageTool(StageTool tool);
     void togglePlay();
     void stepFrame(int by);
+
+    // What lies over it: EditorOverlays.cpp.
+    void makeOverlays();
+    void pollQuestion();
+    void pollHelp();
+    void pollNewSheet();
+    void pollPicker();
+    void showHelp();
+    void askForSheet();
+    void pick(Picked what);
     void ask(const std::string& message, std::initializer_list<const char*> answers,
              const std::function<void(int)>& act);
     void drawOver(KXUIPanel& panel, _KXUIWidget& box, KXSize window);
+    void drawOverlays(KXSize window);
 
     // What can be chosen: EditorMenus.cpp.
     void makeMenus();
