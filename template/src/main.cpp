@@ -16,7 +16,7 @@ static void show(KXWindow& window, const Memory& memory) {
 // before is done. @param screenshot written at the end; null for none.
 static int play(int frames, const char* screenshot) {
     KXWindow window("My Game", Scene::size);
-    window.setRenderContext(); // what is loaded from here on is loaded for this window
+    window.setRenderContext();            // what is loaded from here on is loaded for this window
     window.setLogicalSize({Scene::size}); // however large the window is
     Scene scene;
     Memory memory;

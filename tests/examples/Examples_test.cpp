@@ -12,8 +12,10 @@
 namespace {
 /// Runs an example in a folder of the test's own and without a display.
 Outcome runExample(const std::string& name, const TemporaryFolder& folder, const std::string& arguments) {
-    return runProgram(folder, "env -u DISPLAY -u WAYLAND_DISPLAY -u SDL_VIDEODRIVER KOBALTRIX_USER_FOLDER=user '" EXAMPLES "/" + name +
-                                  "' " + arguments);
+    return runProgram(
+        folder, "env -u DISPLAY -u WAYLAND_DISPLAY -u SDL_VIDEODRIVER KOBALTRIX_USER_FOLDER=user '" EXAMPLES
+                "/" +
+                    name + "' " + arguments);
 }
 
 // Those that react to a user are run as NAME_played, the same with somebody who uses it.
