@@ -84,6 +84,11 @@ TEST_F(EditorTest, CopiesBetweenSprites) {
 TEST_F(EditorTest, AsksBeforeWorkIsLost) {
     ASSERT_TRUE(editor->open(folder / "hero.png"));
     choose(KXKeyK);
+    choose(KXKeyE); // in the browser, whose keys are its own
+    user.step();
+    choose(KXKeyR);
+    press(KXKeyEscape);
+    EXPECT_EQ(editor->session().undoName(), "Cut frames");
     user.quit();
     user.step(2);
     press(KXKeyEscape); // Cancel

@@ -278,6 +278,7 @@ void Editor::show() {
         each->setEnabled(_session.frame() != nullptr);
     _speed.setSelectedIndex(static_cast<int>(
         std::find(std::begin(speeds), std::end(speeds) - 1, _player.speed()) - std::begin(speeds)));
+    _bar.setEnabled(!_files.isShown()); // whose keys are other ones
     _sheetView.showsGrid = _settings.showsGrid;
     _sheetView.showsPixels = _stage.showsPixels = _settings.showsPixels;
     _stage.showsOnion = _settings.showsOnion;
