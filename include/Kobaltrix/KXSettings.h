@@ -81,7 +81,7 @@ public:
                 int most = std::numeric_limits<int>::max()) const;
     /// Whether something is so: -1 for yes, 0 for no, or @a without as it is.
     int flag(const char* key, int without) const;
-    /// A text, of any bytes but 0. @param without null counts as empty.
+    /// A text, of any bytes but 0. @param key its name. @param without null counts as empty.
     std::string text(const char* key, const char* without) const;
     /// Two numbers.
     KXPoint point(const char* key, KXPoint without) const;
