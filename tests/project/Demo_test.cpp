@@ -43,6 +43,7 @@ TEST_F(Demo, ShowsTheBeginningOfANightByItself) {
 TEST(Night, HostAndGuestSeeEachOtherMove) {
     const char* const host = std::getenv("HOST_OF_GUEST");
     const TemporaryFolder folder;
+    useFolders(folder);
     std::string path = DEMO;
     ASSERT_EQ(KXInit(path.data()), -1);
     std::srand(1); // where bats come from is chance, and who meets one walks no further

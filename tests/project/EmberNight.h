@@ -2,22 +2,30 @@
 
 #include "nights/Keeper.h"
 #include "support/Image.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <string>
 
+/// Has the game find its files, and keep the player's where the test does.
+inline void useFolders(const TemporaryFolder& player) {
+    setenv("KOBALTRIX_DATA_FOLDER", DEMO_FOLDER "/assets", 1);
+    setenv("KOBALTRIX_USER_FOLDER", player.path().c_str(), 1);
+}
+
 /// The library as the game starts it, in time that passes only where the game waits.
 struct EmberNightTest : testing::Test {
     EmberNightTest() {
-        setenv("KOBALTRIX_DATA_FOLDER", DEMO_FOLDER "/assets", 1);
+        useFolders(playersFolder);
         std::string path = DEMO;
         EXPECT_EQ(KXInit(path.data()), -1) << KXError();
         KXApplicationCancelQuitRequest();
     }
     ~EmberNightTest() override { KXDeInit(); }
 
+    const TemporaryFolder playersFolder;
     KXTestClock clock;
 };
 

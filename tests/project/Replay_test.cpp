@@ -117,6 +117,7 @@ TEST_P(Nights, AreReplayedBitForBit) {
     const std::string displays[] = {""};
 #endif
     const TemporaryFolder folder;
+    useFolders(folder);
     for (const std::string& environment : displays) {
         const Outcome replay = runProgram(folder, environment + " '" DEMO "' --headless --night " +
                                                       std::to_string(Options::secondsRecorded) +
