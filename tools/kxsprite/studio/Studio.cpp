@@ -22,13 +22,16 @@ bool hasDisplay() {
     return std::getenv("SDL_VIDEODRIVER") || std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY");
 }
 
-void needDisplay(const StudioOptions& options) {
-    if (!hasDisplay() && !(options.replay.empty() && options.screenshot.empty()))
+/// @return whether nobody will see the window.
+bool needDisplay(const StudioOptions& options) {
+    const bool isHidden = !hasDisplay() && !(options.replay.empty() && options.screenshot.empty());
+    if (isHidden)
         setenv("SDL_VIDEODRIVER", "offscreen", 1);
 #ifndef __APPLE__
     if (!hasDisplay())
         throw Fault("there is no display to open a window on");
 #endif
+    return isHidden;
 }
 
 /// From the window's making on, so that its size is the recording's.
@@ -61,7 +64,7 @@ std::string settingsFor(const StudioOptions& options) {
 } // namespace
 
 void runStudio(const StudioOptions& options) {
-    needDisplay(options);
+    const bool isHidden = needDisplay(options);
     const Library library;
     beginRecording(options);
     const std::string settings = settingsFor(options);
@@ -91,13 +94,16 @@ void runStudio(const StudioOptions& options) {
             if (afterEachStudioStep)
                 afterEachStudioStep(++steps);
         }
-        window.setRenderContext();
-        KXClear({0, 0, 0, 1});
-        editor.draw(window.size());
-        if (title != editor.title())
-            window.setTitle((title = editor.title()).c_str());
         isLast =
             editor.hasQuit() || (isReplay ? KXRecordingStateNow() != KXRecordingReplays : frames == last);
+        window.setRenderContext();
+        KXClear({0, 0, 0, 1});
+        if (isHidden && !isLast)
+            window.setClipTo({{0, 0}, {1, 1}}); // spares what nobody will see, and nothing else
+        editor.draw(window.size());
+        window.unsetClip();
+        if (title != editor.title())
+            window.setTitle((title = editor.title()).c_str());
         if (isLast && !options.screenshot.empty())
             keepPicture(window, options.screenshot);
         window.swapBuffers();
