@@ -43,6 +43,12 @@ if(TARGET kxsprite)
     FILES ${PROJECT_SOURCE_DIR}/cmake/KobaltrixSprites.cmake
     DESTINATION ${kobaltrix_cmake_dir}
     COMPONENT dev)
+  if(TARGET kxsprite_manual)
+    install(
+      FILES ${PROJECT_BINARY_DIR}/tools/kxsprite.1
+      DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+      COMPONENT dev)
+  endif()
 endif()
 set(header_folders ${PROJECT_SOURCE_DIR}/include/Kobaltrix)
 if(TARGET KobaltrixTest AND KOBALTRIX_BUILD_TESTKIT)

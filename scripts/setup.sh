@@ -26,6 +26,7 @@ build_packages=(
 )
 check_packages=(
     libgtest-dev clang-format xvfb openbox weston xdotool x11-utils binutils dpkg-dev file doxygen
+    castxml lintian python3-markdown-it
     fonts-lohit-deva fonts-droid-fallback fonts-symbola fonts-noto-color-emoji
 )
 

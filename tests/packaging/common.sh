@@ -9,6 +9,9 @@ cd -- "$SCRATCH"
 export CMAKE_PREFIX_PATH=$PREFIX PKG_CONFIG_PATH=$PREFIX/$LIBDIR/pkgconfig
 unset LD_LIBRARY_PATH DESTDIR
 
+# The package of the shared library.
+RUNTIME=libkobaltrix${SONAME#libKobaltrix.so.}
+
 fail() {
     printf '%s\n' "$*" >&2
     exit 1
@@ -22,6 +25,7 @@ same_files() {
         line=${line//@LIBDIR@/$LIBDIR}
         line=${line//@VERSION@/$VERSION}
         line=${line//@SONAME@/$SONAME}
+        line=${line//@RUNTIME@/$RUNTIME}
         case $line in
         *'@HEADERS@') printf '%s\n' "${headers[@]/#/${line%@HEADERS@}}" ;;
         *) printf '%s\n' "$line" ;;

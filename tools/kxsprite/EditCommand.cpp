@@ -19,7 +19,7 @@ static bool edit(const Arguments& arguments) {
 const Command editCommand = {
     "edit",
     "[FILE.spr | SHEET.png | FILE.json] [--settings FOLDER] [--record FILE]\n"
-    "edit [FILE] --replay FILE [--screenshot OUT.png]",
+    "[FILE] --replay FILE [--screenshot OUT.png]",
     "edit        open the studio: cut frames from a sheet, give them their durations, draw boxes\n"
     "  --settings FOLDER  where the studio keeps its settings and unsaved work\n"
     "  --record FILE      record what is done in it\n"
