@@ -325,6 +325,30 @@ void walkIntoTheNight() {
     tap(70, KXKeyN);
 }
 
+/// On to the next screen, and to another one, which is still on its way in the picture.
+void goOn() {
+    tap(10, KXKeyReturn);
+    tap(81, KXKeyReturn);
+}
+
+/// One finger paints, then two go apart and around each other.
+void touchFish() {
+    at(5, [] { user.touch(0, {40, 200}); });
+    for (int step = 1; step < 25; ++step)
+        at(5 + step, [way = float(step)] {
+            user.slide(0, {40 + 13 * way, 200 + 20 * std::sin(way / 2)}, 0.6f);
+        });
+    at(31, [] { user.lift(0); });
+    at(40, [] { user.touch(0, {160, 125}, 0.7f); });
+    at(42, [] { user.touch(1, {240, 125}, 0.4f); });
+    for (int step = 1; step < 46; ++step)
+        at(43 + step, [degrees = float(step)] {
+            const KXPoint way = KXTurned({40 + 0.8f * degrees, 0}, degrees);
+            user.slide(0, KXPoint{200, 125} - way, 0.7f);
+            user.slide(1, KXPoint{200, 125} + way, 0.4f);
+        });
+}
+
 const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", paintAndSwim},
                                                          {"10_game_pad", holdPad},
                                                          {"12_widgets", useWidgets},
@@ -347,6 +371,8 @@ const std::pair<std::string_view, void (*)()> users[] = {{"09_keyboard_mouse", p
                                                          {"51_panel", fillIn},
                                                          {"53_reload", paintFlower},
                                                          {"55_sound_positions", walkIntoTheNight},
+                                                         {"57_screens", goOn},
+                                                         {"58_touch", touchFish},
                                                          {"level_editor", editLevel}};
 
 void play(int step) {

@@ -87,10 +87,24 @@ bool hasHeading(const fs::path& page, const std::string& anchor) {
     return false;
 }
 
+/// A page without its blocks of code.
+std::string proseOf(const fs::path& page) {
+    std::istringstream text(contentOf(page.string()));
+    std::string prose;
+    bool isCode = false;
+    for (std::string line; std::getline(text, line);) {
+        if (line.starts_with("```"))
+            isCode = !isCode;
+        else if (!isCode)
+            prose += line + '\n';
+    }
+    return prose;
+}
+
 TEST(Documents, EveryLinkLeadsSomewhere) {
     int links = 0;
     for (const auto& page : pages()) {
-        const std::string text = contentOf(page.string());
+        const std::string text = proseOf(page);
         for (std::size_t at = text.find("]("); at != std::string::npos;
              at = text.find("](", at + 2), ++links) {
             const std::string link = text.substr(at + 2, text.find(')', at) - at - 2);

@@ -1,0 +1,430 @@
+// Deep Breath: dive for pearls, mind the jellyfish, and be up again before the air is gone.
+#include <Kobaltrix/Kobaltrix.h>
+
+#include <cmath>
+#include <cstdio>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+const KXSize view = {320, 200};            // what is seen, in units of the game
+const KXRect world = {{0, 0}, {640, 900}}; // all there is
+const KXRect sea = {{0, 40}, {640, 860}};  // under the sky
+const KXRect depths = KXGrownRect(sea, {-16, -40});
+const KXColor foam = KXMakeColori(226, 246, 246, 255);
+const KXColor ink = KXMakeColori(16, 38, 66, 255);
+
+// The path of one of the game's files, wherever the game is installed.
+static const char* file(const char* name) {
+    const char* path = KXDataPath(name);
+    if (!path)
+        throw std::runtime_error(KXError());
+    if (!KXFileExists(path))
+        throw std::runtime_error(std::string(path) + " is missing.");
+    return path;
+}
+
+static KXSprite spriteOf(const char* animation) {
+    KXSprite sprite;
+    sprite.load(file("sea.spr"));
+    sprite.setAnimation(animation);
+    return sprite;
+}
+
+// What is loaded once.
+struct Assets {
+    KXFont& font = *KXCachedFont(file("font.ttf"), KXAliasModeTexture, 10);
+    KXFont& largeFont = *KXCachedFont(file("font.ttf"), KXAliasModeTexture, 30);
+    KXSound pling{file("pearl.wav")}, sting{file("sting.wav")}, gasp{file("gasp.wav")};
+    KXMusic waves{file("waves.wav")};
+};
+
+// What the player steers with: arrow keys, the places of W, A, S and D, or any pad.
+static KXActions bindings() {
+    const struct {
+        const char* action;
+        int key, position, stick, cross;
+    } ways[] = {{"left", KXKeyLeft, KXPositionA, KXPadLeftStickLeft, KXPadDPadLeft},
+                {"right", KXKeyRight, KXPositionD, KXPadLeftStickRight, KXPadDPadRight},
+                {"up", KXKeyUp, KXPositionW, KXPadLeftStickUp, KXPadDPadUp},
+                {"down", KXKeyDown, KXPositionS, KXPadLeftStickDown, KXPadDPadDown}};
+    KXActions actions;
+    for (const auto& way : ways) {
+        actions.bind(way.action, KXInputOfKey(way.key));
+        actions.bind(way.action, KXInputOfPosition(way.position));
+        actions.bind(way.action, KXInputOfPad(way.stick, KXAnyPad));
+        actions.bind(way.action, KXInputOfPad(way.cross, KXAnyPad));
+    }
+    actions.bind("go", KXInputOfKey(KXKeyReturn));
+    actions.bind("go", KXInputOfPad(KXPadA, KXAnyPad));
+    actions.bind("back", KXInputOfKey(KXKeyEscape));
+    actions.bind("back", KXInputOfPad(KXPadStart, KXAnyPad));
+    return actions;
+}
+
+// Where the player steers: at most 1 long.
+static KXPoint push(const KXActions& actions) {
+    const KXPoint way = {actions.value("right") - actions.value("left"),
+                         actions.value("down") - actions.value("up")};
+    return KXLength(way) > 1 ? KXNormalized(way) : way;
+}
+
+// What all screens share.
+struct Game {
+    Assets assets;
+    KXActions actions = bindings();
+};
+
+static void drawSea() {
+    KXShapePaint water(KXMakeColori(74, 168, 190, 255));
+    water.gradient = KXGradientLinear; // the deeper, the darker
+    water.endColor = KXMakeColori(14, 42, 92, 255);
+    water.from = sea.origin;
+    water.to = {sea.origin.x, KXRectEnd(sea).y};
+    KXDrawRoundedRect(sea, 0, water);
+    KXDrawRectFill({sea.origin, {sea.size.width, 2}}, foam);
+}
+
+static void drawSpecks() {
+    for (int i = 0; i < 150; ++i) {
+        const KXPoint speck = {KXRectEnd(sea).x * std::fmod(0.618f * i, 1.0f), 60 + 3.0f * i};
+        KXDrawRectFill({speck, {1, 1}}, KXMakeColor(1, 1, 1, 0.4f));
+    }
+}
+
+struct Diver {
+    KXPoint at = {sea.size.width / 2, sea.origin.y};
+    KXPoint speed = {0, 0}; // in a step
+    bool looksLeft = false, swims = false;
+    KXSprite sprite = spriteOf("float");
+    int stunned = 0; // steps that are left
+
+    void step(KXPoint push) {
+        if (stunned > 0) {
+            --stunned;
+            push = {0, 0};
+        }
+        speed = (speed + push * 0.12f) * 0.94f; // water slows down whatever moves in it
+        at = KXClampedToRect(at + speed, sea);
+        if (push.x != 0)
+            looksLeft = push.x < 0;
+        if (swims != (push != KXZeroPoint)) { // setting an animation starts it afresh
+            swims = !swims;
+            sprite.setAnimation(swims ? "swim" : "float");
+        }
+        sprite.poll(); // an animation goes on with the steps
+    }
+
+    void sting(KXPoint from) {
+        stunned = 30;
+        speed = KXNormalized(at - from) * 4;
+    }
+
+    void draw() {
+        const float tilt = 16 * speed.y; // degrees: head first
+        sprite.draw({.flip = looksLeft ? KXFlipLeftRight : KXFlipNone,
+                     .position = at,
+                     .origin = {12, 7}, // the middle of its frames
+                     .rotation = looksLeft ? -tilt : tilt,
+                     .tint = stunned / 4 % 2 ? KXMakeColor(1, 0.5f, 0.7f, 1) : KXMakeColor(1, 1, 1, 1)});
+    }
+};
+
+// It drifts up and down around its home.
+struct Jelly {
+    KXPoint home;
+    KXTween drift;
+
+    KXPoint at() const { return home + KXPoint{0, drift.value()}; }
+};
+
+class Screens;
+
+// One of the game's screens.
+struct Screen {
+    virtual ~Screen() = default;
+    virtual void step(Screens& screens) = 0;
+    virtual void draw() = 0;
+};
+
+// The screens that are open. The last one is played; those before it are seen behind it. What a screen asks
+// for is done when its step is over, so none is gone while it is at work.
+class Screens {
+public:
+    explicit Screens(std::unique_ptr<Screen> first) { _open.push_back(std::move(first)); }
+
+    // Before the others.
+    void open(std::unique_ptr<Screen> screen) { change(0, std::move(screen)); }
+    // Instead of all others.
+    void goTo(std::unique_ptr<Screen> screen) { change(_open.size(), std::move(screen)); }
+    // The last one.
+    void close() { change(1, nullptr); }
+
+    bool isEmpty() const { return _open.empty(); }
+
+    void step() {
+        _open.back()->step(*this);
+        _open.resize(_open.size() - _closing);
+        _closing = 0;
+        if (_next)
+            _open.push_back(std::move(_next));
+    }
+    void draw() {
+        for (const auto& screen : _open)
+            screen->draw();
+    }
+
+private:
+    void change(std::size_t closing, std::unique_ptr<Screen> next) {
+        _closing = closing;
+        _next = std::move(next);
+    }
+
+    std::vector<std::unique_ptr<Screen>> _open;
+    std::unique_ptr<Screen> _next;
+    std::size_t _closing = 0;
+};
+
+static KXTextLayout centred(const KXFont& font, const char* text) {
+    KXTextOptions options;
+    options.width = view.width;
+    options.align = KXTextAlignCentre;
+    options.outline = 1.5f;
+    options.outlineColor = ink;
+    return KXTextLayout(font, text, options);
+}
+
+std::unique_ptr<Screen> makeTitle(Game& game); // see below
+
+// Words over the screen behind, which waits.
+class Message : public Screen {
+public:
+    Message(Game& game, const char* title, const char* text, bool goesOn)
+        : _game(game), _title(centred(game.assets.largeFont, title)), _text(centred(game.assets.font, text)),
+          _goesOn(goesOn) {}
+
+    void step(Screens& screens) override {
+        const bool go = _game.actions.wentDown("go");
+        if (go && _goesOn)
+            screens.close();
+        else if (go || _game.actions.wentDown("back"))
+            screens.goTo(makeTitle(_game));
+    }
+    void draw() override {
+        KXDrawRectFill({{0, 0}, view}, KXMakeColor(0, 0.1f, 0.2f, 0.6f));
+        _title.draw({0, 60}, foam);
+        _text.draw({0, 110}, foam);
+    }
+
+private:
+    Game& _game;
+    KXTextLayout _title, _text;
+    bool _goesOn;
+};
+
+class Dive : public Screen {
+public:
+    explicit Dive(Game& game) : _game(game) {
+        for (int i = 0; i < 16; ++i)
+            addJelly();
+        for (int i = 0; i < 24; ++i)
+            _pearls.push_back(_dice.pointIn(depths));
+    }
+
+    void step(Screens& screens) override {
+        if (_game.actions.wentDown("back") || hasLostKeyboard())
+            return screens.open(
+                std::make_unique<Message>(_game, "Paused", "Return goes on, Escape gives up", true));
+        _diver.step(push(_game.actions));
+        for (KXPoint& pearl : _pearls)
+            if (KXCirclesOverlap(_diver.at, 7, pearl, 6))
+                gather(pearl);
+        for (Jelly& jelly : _jellies) {
+            jelly.drift.step();
+            if (!_diver.stunned && KXCirclesOverlap(_diver.at, 6, jelly.at(), 7))
+                sting(jelly.at());
+        }
+        _pearl.poll();
+        _jelly.poll();
+        breathe();
+        if (_air <= 0)
+            end(screens);
+        follow();
+    }
+
+    void draw() override {
+        KXPushCamera(camera(1));
+        drawSea();
+        KXPushCamera(camera(0.5f)); // what is far away moves less
+        drawSpecks();
+        KXPopCamera();
+        for (const KXPoint pearl : _pearls)
+            _pearl.draw({.position = pearl, .origin = {6, 6}});
+        for (Jelly& jelly : _jellies)
+            _jelly.draw({.position = jelly.at(), .origin = {8, 6}});
+        _diver.draw();
+        KXPopCamera();
+        drawGauges();
+    }
+
+private:
+    void addJelly() {
+        KXTweenSettings drift = {
+            .from = -20, .to = 20, .ease = KXEaseInOutSine, .repeats = -1, .backAndForth = -1};
+        drift.seconds = _dice.range(1.5f, 3.0f);
+        _jellies.push_back({_dice.pointIn(depths), KXTween(drift)});
+    }
+
+    void gather(KXPoint& pearl) {
+        _game.assets.pling.startAt(pearl, {.pitch = _dice.range(0.9f, 1.1f)}); // no two are the same
+        pearl = _dice.pointIn(depths);
+        if (++_score % 5 == 0)
+            addJelly();
+    }
+
+    void sting(KXPoint from) {
+        _diver.sting(from);
+        _air -= 0.15f;
+        _game.assets.sting.startAt(from);
+        _shake = 5;
+    }
+
+    void breathe() {
+        const bool isUp = _diver.at.y < sea.origin.y + 4;
+        if (isUp)
+            _air = KXMinf(_air + 0.02f, 1);
+        else
+            _air -= 1 / (60 * 20.0f); // enough for 20 seconds
+        if (isUp && !_wasUp)
+            _game.assets.gasp.start();
+        _wasUp = isUp;
+    }
+
+    void follow() {
+        const KXRect reach = KXGrownRect(world, view * -0.5f); // so nothing beyond the world is seen
+        _centre = KXClampedToRect(KXLerp(_centre, _diver.at, 0.1f), reach);
+        _shake *= -0.9f;
+        KXSetSoundView({.area = KXCameraBounds(camera(1))});
+    }
+
+    // A camera that goes a share of the way, to whole units: in between the picture would shimmer.
+    KXCamera camera(float share) const {
+        const KXPoint middle = KXRectCentre({{0, 0}, view}), moved = (_centre - middle) * share;
+        KXCamera seen;
+        seen.centre = {std::round(middle.x + moved.x + _shake), std::round(middle.y + moved.y)};
+        return seen;
+    }
+
+    void end(Screens& screens) {
+        const char* text = KXTempString("Pearls: %d", _score);
+        screens.open(std::make_unique<Message>(_game, "Out of air", text, false));
+    }
+
+    static bool hasLostKeyboard() {
+        for (const KXInputEvent& event : KXInputEvents())
+            if (event.type == KXInputEventFocusLost)
+                return true;
+        return false;
+    }
+
+    void drawGauges() const {
+        KXDrawRectFill({{0, 0}, {view.width, 18}}, ink);
+        _game.assets.font.print({8, 4}, foam, "Pearls: %d", _score);
+        const KXColor air = _air < 0.25f ? KXMakeColori(232, 104, 120, 255) : foam;
+        KXDrawRectFill({{212, 6}, {100 * KXMaxf(_air, 0), 6}}, air);
+        KXDrawRect({{211, 5}, {102, 8}}, foam);
+    }
+
+    Game& _game;
+    KXRandomGenerator _dice{KXRandomSeed()};
+    Diver _diver;
+    std::vector<Jelly> _jellies;
+    std::vector<KXPoint> _pearls;
+    KXSprite _pearl = spriteOf("pearl"), _jelly = spriteOf("jelly"); // all are drawn with these
+    int _score = 0;
+    float _air = 1; // 0 is none left
+    bool _wasUp = true;
+    KXPoint _centre = KXRectCentre({{0, 0}, view});
+    float _shake = 0; // units to the side
+};
+
+class Title : public Screen {
+public:
+    explicit Title(Game& game)
+        : _game(game), _title(centred(game.assets.largeFont, "Deep Breath")),
+          _text(centred(game.assets.font, "Return dives, Escape leaves")) {}
+
+    void step(Screens& screens) override {
+        if (_game.actions.wentDown("go"))
+            screens.goTo(std::make_unique<Dive>(_game));
+        else if (_game.actions.wentDown("back"))
+            screens.close();
+        _diver.poll();
+    }
+    void draw() override {
+        drawSea();
+        _diver.draw({.position = {160, 100}, .origin = {12, 7}, .scale = {3, 3}});
+        _title.draw({0, 40}, foam);
+        _text.draw({0, 150}, foam);
+    }
+
+private:
+    Game& _game;
+    KXSprite _diver = spriteOf("swim");
+    KXTextLayout _title, _text;
+};
+
+std::unique_ptr<Screen> makeTitle(Game& game) { return std::make_unique<Title>(game); }
+
+static void play() {
+    KXWindow window("Deep Breath", view * 2, -1);
+    window.setLogicalSize({view}); // whatever size the user gives the window
+    window.setSharpText(-1);
+    window.setRenderContext();
+    Game game;
+    game.assets.waves.start();
+    Screens screens(makeTitle(game));
+
+    KXSetLogicExact(-1);        // 60 steps a second on every display
+    KXSetMaximumLogicSteps(15); // after a stall the game goes on where it was
+    KXResetLogicLoop();
+    while (!KXApplicationQuitRequested() && !screens.isEmpty()) {
+        KXPreLogicLoop();
+        while (!screens.isEmpty() && KXLogicLoop()) {
+            screens.step();
+            KXLogicUpdate();
+        }
+        window.setRenderContext();
+        KXClear(KXMakeColori(196, 226, 232, 255)); // the sky
+        screens.draw();
+        window.swapBuffers();
+        KXPostLogicLoop();
+        KXWaitForLogicStep(); // sleeps until it goes on
+    }
+}
+
+static int failed(const char* why) {
+    std::fprintf(stderr, "deep_breath: %s\n", why);
+    return 1;
+}
+
+int main(int, char** argv) {
+    KXSetGameName(nullptr, "deep_breath"); // the folders of its files have this name
+    if (!KXInit(argv[0]))
+        return failed(KXError());
+    KXInitPads();
+    KXInitAudioOrSilence();
+    int status = 0;
+    try {
+        play();
+    } catch (const std::bad_alloc&) { // no window, or a file that cannot be loaded
+        status = failed(KXError());
+    } catch (const std::runtime_error& error) {
+        status = failed(error.what());
+    }
+    KXDeInit();
+    return status;
+}
