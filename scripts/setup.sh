@@ -1,5 +1,5 @@
 # shellcheck shell=bash disable=SC2034
-# What ./check, ./play and ./bench share: the packages they need, and quiet building. Sourced, never run.
+# What ./check, ./play, ./bench and scripts/site share: the packages they need, and quiet building. Sourced, never run.
 set -euo pipefail
 # Whoever starts us may have closed standard input; the first file opened would then take its place.
 [[ -t 0 ]] || exec </dev/null
@@ -24,11 +24,13 @@ build_packages=(
     libgl1-mesa-dri libegl1 fonts-dejavu-core nlohmann-json3-dev zlib1g-dev libzstd-dev
     libharfbuzz-dev libfribidi-dev libunibreak-dev libfontconfig-dev libgif-dev libstb-dev
 )
+site_packages=(doxygen python3-markdown-it)
 check_packages=(
-    libgtest-dev clang-format xvfb openbox weston xdotool x11-utils binutils dpkg-dev file doxygen
-    castxml lintian python3-markdown-it
+    "${site_packages[@]}"
+    libgtest-dev clang-format xvfb openbox weston xdotool x11-utils binutils dpkg-dev file castxml lintian
     fonts-lohit-deva fonts-droid-fallback fonts-symbola fonts-noto-color-emoji
 )
+look_packages=(chromium fonts-dejavu-core)
 
 say() { printf '%s\n' "$*"; }
 

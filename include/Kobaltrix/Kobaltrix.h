@@ -8,7 +8,7 @@
 /// with its header:
 ///
 /// - Start and loop: KXCore.h (KXInit.h, KXLogicLoop.h, KXError.h, KXApplication.h, KXEvents.h,
-/// KXUIColors.h), KXReload.h, KXTypes.h
+///   KXUIColors.h), KXRecording.h, KXReload.h, KXTypes.h
 /// - Drawing: KXWindow.h, KXDisplay.h, KXRenderContext.h, KXTexture.h, KXDrawOptions.h, KXBlendMode.h,
 ///   KXCamera.h, KXShader.h, KXTextureCache.h, KXImage.h, KXDrawing.h, KXShapes.h, KXDrawBatch.h
 /// - Maps of tiles: KXMap.h
@@ -18,10 +18,10 @@
 /// - Input: KXKeys.h, KXKeyboard.h, KXMouse.h, KXCursor.h, KXTouch.h, KXPads.h, KXGamePad.h,
 ///   KXActions.h, KXInputEvents.h, KXClipboard.h
 /// - Widgets: KXUIWidget.h, KXUIButton.h, KXUISlider.h, KXUIMenu.h, KXUIDialogBox.h, KXUIListBox.h,
-///   KXUITextEntry.h, KXUIFileBrowser.h, KXUILabel.h, KXUILayout.h, KXUICheckBox.h, KXUIRadioGroup.h,
-///   KXUIProgressBar.h, KXUIImageButton.h, KXUIDropDown.h, KXUISpinBox.h,
-///   KXUINumberSlider.h, KXUITabBar.h, KXUISplitPanel.h, KXUIMenuBar.h,
-///   KXUIColorPicker.h, KXUIToast.h, KXUIPanel.h, KXUIScrollPanel.h, KXUITheme.h
+///   KXUITextEntry.h, KXUITextArea.h, KXUITreeList.h, KXUITable.h, KXUIFileBrowser.h, KXUILabel.h,
+///   KXUILayout.h, KXUICheckBox.h, KXUIRadioGroup.h, KXUIProgressBar.h, KXUIImageButton.h, KXUIDropDown.h,
+///   KXUISpinBox.h, KXUINumberSlider.h, KXUITabBar.h, KXUISplitPanel.h, KXUIMenuBar.h, KXUIColorPicker.h,
+///   KXUIToast.h, KXUIPanel.h, KXUIScrollPanel.h, KXUITheme.h
 /// - Sound: KXAudio.h, KXSound.h, KXVoice.h, KXMusic.h
 /// - Time: KXTimer.h, KXTween.h, KXInterpolation.h, KXClock.h
 /// - Network: KXNetworkServer.h, KXNetworkClient.h, KXNetworkHandler.h, KXNetworkLimits.h, KXNetworkBuffer.h
