@@ -27,7 +27,8 @@ static const char* file(const char* name) {
 
 static KXSprite spriteOf(const char* animation) {
     KXSprite sprite;
-    sprite.load(file("sea.spr"));
+    if (!sprite.load(file("sea.spr")))
+        throw std::runtime_error("sea.spr is no sprite file.");
     sprite.setAnimation(animation);
     return sprite;
 }

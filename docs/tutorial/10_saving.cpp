@@ -31,7 +31,8 @@ static const char* file(const char* name) {
 
 static KXSprite spriteOf(const char* animation) {
     KXSprite sprite;
-    sprite.load(file("sea.spr"));
+    if (!sprite.load(file("sea.spr")))
+        throw std::runtime_error("sea.spr is no sprite file.");
     sprite.setAnimation(animation);
     return sprite;
 }
@@ -83,8 +84,9 @@ public:
         load(_scores, "scores.txt");
     }
 
-    float volume() const { return static_cast<float>(_settings.number("volume", 0.8, 0, 1)); }
-    void setVolume(float volume) {
+    // In tenths, whatever somebody has written into the file.
+    int volume() const { return _settings.integer("volume", 8, 0, 10); }
+    void setVolume(int volume) {
         _settings.setNumber("volume", volume);
         save(_settings);
     }
@@ -415,7 +417,7 @@ public:
             screens.close();
         const int louder = _game.actions.wentDown("right") - _game.actions.wentDown("left");
         if (louder) {
-            _game.memory.setVolume(_game.memory.volume() + 0.1f * louder);
+            _game.memory.setVolume(_game.memory.volume() + louder);
             applyVolume();
         }
         _diver.poll();
@@ -429,10 +431,10 @@ public:
 
 private:
     void applyVolume() {
-        const float volume = _game.memory.volume();
-        KXSetGroupVolume(KXSoundGroupEffects, volume);
-        KXSetGroupVolume(KXSoundGroupMusic, volume);
-        const char* louder = KXTempString("Left and right: volume %.0f %%", 100 * volume);
+        const int volume = _game.memory.volume();
+        KXSetGroupVolume(KXSoundGroupEffects, volume / 10.0f);
+        KXSetGroupVolume(KXSoundGroupMusic, volume / 10.0f);
+        const char* louder = KXTempString("Left and right: volume %d", volume);
         _text = centred(_game.assets.font, KXTempString("Return dives, Escape leaves\n%s", louder));
     }
 

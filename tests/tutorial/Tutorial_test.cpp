@@ -33,7 +33,7 @@ TEST_P(Tutorial, ShowsWhatThePageShows) {
     EXPECT_EQ(KXTestGallery(TUTORIAL).compare(Image::fromFile(folder / "shot.png"), name, {2, 200}).message,
               "");
     if (name.starts_with("10_")) {
-        EXPECT_NE(contentOf(folder / "user/settings.txt").find("volume: 0.9"), std::string::npos);
+        EXPECT_NE(contentOf(folder / "user/settings.txt").find("volume: 9"), std::string::npos);
         EXPECT_NE(contentOf(folder / "user/scores.txt").find("best: "), std::string::npos);
     }
 }
