@@ -1,4 +1,4 @@
-// Deep Breath: dive for pearls, mind the jellyfish, and be up again before the air is gone.
+// Deep Breath: dive for pearls, mind the jellyfish, and come up for air.
 #include <Kobaltrix/Kobaltrix.h>
 
 #include <cstdio>

@@ -1,4 +1,4 @@
-// Deep Breath: dive for pearls, mind the jellyfish, and be up again before the air is gone.
+// Deep Breath: dive for pearls, mind the jellyfish, and come up for air.
 #include <Kobaltrix/Kobaltrix.h>
 
 #include <cstdio>
@@ -100,7 +100,7 @@ struct Diver {
                      .position = at,
                      .origin = {12, 7}, // the middle of its frames
                      .rotation = looksLeft ? -tilt : tilt,
-                     .tint = stunned / 4 % 2 ? KXMakeColor(1, 0.5f, 0.7f, 1) : KXMakeColor(1, 1, 1, 1)});
+                     .tint = {1, stunned / 4 % 2 ? 0.4f : 1, 1, 1}}); // it blinks
     }
 };
 

@@ -1,4 +1,4 @@
-// Deep Breath: dive for pearls, mind the jellyfish, and be up again before the air is gone.
+// Deep Breath: dive for pearls, mind the jellyfish, and come up for air.
 #include <Kobaltrix/Kobaltrix.h>
 
 #include <cstdio>
@@ -108,7 +108,7 @@ struct Diver {
                      .position = at,
                      .origin = {12, 7}, // the middle of its frames
                      .rotation = looksLeft ? -tilt : tilt,
-                     .tint = stunned / 4 % 2 ? KXMakeColor(1, 0.5f, 0.7f, 1) : KXMakeColor(1, 1, 1, 1)});
+                     .tint = {1, stunned / 4 % 2 ? 0.4f : 1, 1, 1}}); // it blinks
     }
 };
 
@@ -172,7 +172,7 @@ private:
     }
 
     void gather(KXPoint& pearl) {
-        _assets.pling.start({.pitch = _dice.range(0.9f, 1.1f)}); // no two are the same
+        _assets.pling.start({.pitch = _dice.range(0.9f, 1.1f)});
         pearl = _dice.pointIn(depths);
         if (++_score % 5 == 0)
             addJelly();

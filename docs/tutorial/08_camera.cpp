@@ -1,4 +1,4 @@
-// Deep Breath: dive for pearls, mind the jellyfish, and be up again before the air is gone.
+// Deep Breath: dive for pearls, mind the jellyfish, and come up for air.
 #include <Kobaltrix/Kobaltrix.h>
 
 #include <cmath>
@@ -117,7 +117,7 @@ struct Diver {
                      .position = at,
                      .origin = {12, 7}, // the middle of its frames
                      .rotation = looksLeft ? -tilt : tilt,
-                     .tint = stunned / 4 % 2 ? KXMakeColor(1, 0.5f, 0.7f, 1) : KXMakeColor(1, 1, 1, 1)});
+                     .tint = {1, stunned / 4 % 2 ? 0.4f : 1, 1, 1}}); // it blinks
     }
 };
 
@@ -187,7 +187,7 @@ private:
     }
 
     void gather(KXPoint& pearl) {
-        _assets.pling.startAt(pearl, {.pitch = _dice.range(0.9f, 1.1f)}); // no two are the same
+        _assets.pling.startAt(pearl, {.pitch = _dice.range(0.9f, 1.1f)});
         pearl = _dice.pointIn(depths);
         if (++_score % 5 == 0)
             addJelly();
@@ -212,13 +212,13 @@ private:
     }
 
     void follow() {
-        const KXRect reach = KXGrownRect(world, view * -0.5f); // so nothing beyond the world is seen
+        const KXRect reach = KXGrownRect(world, view * -0.5f);
         _centre = KXClampedToRect(KXLerp(_centre, _diver.at, 0.1f), reach);
         _shake *= -0.9f;
         KXSetSoundView({.area = KXCameraBounds(camera(1))});
     }
 
-    // A camera that goes a share of the way, to whole units: in between the picture would shimmer.
+    // Goes a share of the way, to whole units: in between, the picture would shimmer.
     KXCamera camera(float share) const {
         const KXPoint middle = KXRectCentre({{0, 0}, view}), moved = (_centre - middle) * share;
         KXCamera seen;

@@ -1,4 +1,4 @@
-// Deep Breath: dive for pearls, mind the jellyfish, and be up again before the air is gone.
+// Deep Breath: dive for pearls, mind the jellyfish, and come up for air.
 #include <Kobaltrix/Kobaltrix.h>
 
 #include <algorithm>
@@ -179,7 +179,7 @@ struct Diver {
                      .position = at,
                      .origin = {12, 7}, // the middle of its frames
                      .rotation = looksLeft ? -tilt : tilt,
-                     .tint = stunned / 4 % 2 ? KXMakeColor(1, 0.5f, 0.7f, 1) : KXMakeColor(1, 1, 1, 1)});
+                     .tint = {1, stunned / 4 % 2 ? 0.4f : 1, 1, 1}}); // it blinks
     }
 };
 
@@ -200,8 +200,8 @@ struct Screen {
     virtual void draw() = 0;
 };
 
-// The screens that are open. The last one is played; those before it are seen behind it. What a screen asks
-// for is done when its step is over, so none is gone while it is at work.
+// The screens that are open. The last one is played; those before it are seen behind it. What a
+// screen asks for is done when its step is over, so none is gone while it is at work.
 class Screens {
 public:
     explicit Screens(std::unique_ptr<Screen> first) { _open.push_back(std::move(first)); }
@@ -253,8 +253,8 @@ std::unique_ptr<Screen> makeTitle(Game& game); // see below
 class Message : public Screen {
 public:
     Message(Game& game, const char* title, const char* text, bool goesOn)
-        : _game(game), _title(centred(game.assets.largeFont, title)), _text(centred(game.assets.font, text)),
-          _goesOn(goesOn) {}
+        : _game(game), _title(centred(game.assets.largeFont, title)),
+          _text(centred(game.assets.font, text)), _goesOn(goesOn) {}
 
     void step(Screens& screens) override {
         const bool go = _game.actions.wentDown("go");
@@ -286,8 +286,8 @@ public:
 
     void step(Screens& screens) override {
         if (_game.actions.wentDown("back") || hasLostKeyboard())
-            return screens.open(
-                std::make_unique<Message>(_game, "Paused", "Return goes on, Escape gives up", true));
+            return screens.open(std::make_unique<Message>(
+                _game, "Paused", "Return goes on, Escape gives up", true));
         _diver.step(push(_game.actions));
         for (KXPoint& pearl : _pearls)
             if (KXCirclesOverlap(_diver.at, 7, pearl, 6))
@@ -329,7 +329,7 @@ private:
     }
 
     void gather(KXPoint& pearl) {
-        _game.assets.pling.startAt(pearl, {.pitch = _dice.range(0.9f, 1.1f)}); // no two are the same
+        _game.assets.pling.startAt(pearl, {.pitch = _dice.range(0.9f, 1.1f)});
         pearl = _dice.pointIn(depths);
         if (++_score % 5 == 0)
             addJelly();
@@ -354,13 +354,13 @@ private:
     }
 
     void follow() {
-        const KXRect reach = KXGrownRect(world, view * -0.5f); // so nothing beyond the world is seen
+        const KXRect reach = KXGrownRect(world, view * -0.5f);
         _centre = KXClampedToRect(KXLerp(_centre, _diver.at, 0.1f), reach);
         _shake *= -0.9f;
         KXSetSoundView({.area = KXCameraBounds(camera(1))});
     }
 
-    // A camera that goes a share of the way, to whole units: in between the picture would shimmer.
+    // Goes a share of the way, to whole units: in between, the picture would shimmer.
     KXCamera camera(float share) const {
         const KXPoint middle = KXRectCentre({{0, 0}, view}), moved = (_centre - middle) * share;
         KXCamera seen;
@@ -406,7 +406,8 @@ private:
 
 class Title : public Screen {
 public:
-    explicit Title(Game& game) : _game(game), _title(centred(game.assets.largeFont, "Deep Breath")) {
+    explicit Title(Game& game)
+        : _game(game), _title(centred(game.assets.largeFont, "Deep Breath")) {
         applyVolume();
     }
 
@@ -434,8 +435,9 @@ private:
         const int volume = _game.memory.volume();
         KXSetGroupVolume(KXSoundGroupEffects, volume / 10.0f);
         KXSetGroupVolume(KXSoundGroupMusic, volume / 10.0f);
-        const char* louder = KXTempString("Left and right: volume %d", volume);
-        _text = centred(_game.assets.font, KXTempString("Return dives, Escape leaves\n%s", louder));
+        _text = centred(_game.assets.font, KXTempString("Return dives, Escape leaves\n"
+                                                        "Left and right: volume %d",
+                                                        volume));
     }
 
     Game& _game;
