@@ -27,7 +27,7 @@ build_packages=(
 site_packages=(doxygen python3-markdown-it)
 check_packages=(
     "${site_packages[@]}"
-    libgtest-dev clang-format xvfb openbox weston xdotool x11-utils binutils dpkg-dev file castxml lintian
+    libgtest-dev clang-format fontconfig xvfb openbox weston xdotool x11-utils binutils dpkg-dev file castxml lintian
     fonts-lohit-deva fonts-droid-fallback fonts-symbola fonts-noto-color-emoji
 )
 look_packages=(chromium fonts-dejavu-core)
