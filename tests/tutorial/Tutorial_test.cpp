@@ -30,7 +30,7 @@ TEST_P(Tutorial, ShowsWhatThePageShows) {
     const Outcome run = runProgram(folder, "KOBALTRIX_USER_FOLDER=user '" PROGRAMS "/" + name + "'");
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.output, "");
-    EXPECT_EQ(KXTestGallery(TUTORIAL).compare(Image::fromFile(folder / "shot.png"), name, {2, 200}).message,
+    EXPECT_EQ(KXTestGallery(TUTORIAL).compare(Image::fromFile(folder / "shot.png"), name, {2, 40}).message,
               "");
     if (name.starts_with("10_")) {
         EXPECT_NE(contentOf(folder / "user/settings.txt").find("volume: 9"), std::string::npos);
