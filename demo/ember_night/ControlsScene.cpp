@@ -1,9 +1,8 @@
 #include "ControlsScene.h"
 
 #include "OptionsScene.h"
+#include "Rebinding.h"
 #include "TitleScene.h"
-
-#include <algorithm>
 
 static constexpr int columns = 2, fontSize = 11;
 static constexpr KXPoint corner = {112, 122};
@@ -33,19 +32,11 @@ void ControlsScene::addCell(const char* action, const char* caption) {
     _cells.push_back({action, std::move(button)});
 }
 
-// The inputs of an action, those of pads last.
 static std::string captionOf(const KXActions& actions, const char* action) {
     const std::string title = action == Controls::pause        ? "Pause: "
                               : action == Controls::fullscreen ? "Fullscreen: "
                                                                : "";
-    std::string text = title;
-    for (const bool ofPads : {false, true})
-        for (const KXInput& input : actions.inputs(action)) {
-            if ((input.kind == KXInputKindPadButton) != ofPads)
-                continue;
-            text += (text == title ? "" : ", ") + std::string(KXInputName(input));
-        }
-    return text == title ? text + "nothing" : text;
+    return title + Controls::inputsOf(actions, action);
 }
 
 void ControlsScene::showInputs() {
@@ -74,21 +65,8 @@ int ControlsScene::chosenCell() {
     return chosen;
 }
 
-// A key takes the place of keys, a pad's button that of pads' buttons: both can be used. What had it before
-// loses it.
 void ControlsScene::bind(const KXInput& input) {
-    KXActions& actions = _app.actions;
-    _news.clear();
-    while (const char* const other = actions.actionOf(input)) {
-        if (std::string_view(other) != _asked)
-            _news = KXTempString("\"%s\" has lost %s.", other, KXInputName(input));
-        actions.unbind(other, input);
-    }
-    const KXInputList bound = actions.inputs(_asked);
-    for (const KXInput& old : std::vector(bound.begin(), bound.end()))
-        if ((old.kind == KXInputKindPadButton) == (input.kind == KXInputKindPadButton))
-            actions.unbind(_asked, old);
-    actions.bind(_asked, input);
+    _news = Controls::rebind(_app.actions, _asked, input);
     _app.settingsChanged();
     showInputs();
 }

@@ -1,14 +1,12 @@
-#include "Music.h"
+#include "Tune.h"
 
 #include "Pitch.h"
-#include "Score.h"
 
 #include <string_view>
 
 namespace {
 constexpr int rate = 22050; // half of what is usual: a calm tune needs no more, and the file is small
 constexpr int stepsInBar = 8;
-constexpr double step = 3 / 7.0; // seconds; 70 beats a minute, and a whole number of samples
 
 struct Instrument {
     Timbre timbre;
@@ -27,7 +25,7 @@ void play(Track& track, const Instrument& instrument, std::string_view note, dou
 }
 
 /// Plays one line of a bar, each note for as long as it is held.
-void playLine(Track& track, const Instrument& instrument, std::string_view line, double start) {
+void playLine(Track& track, const Instrument& instrument, std::string_view line, double start, double step) {
     const auto notes = words(line);
     for (std::size_t i = 0; i < notes.size(); ++i) {
         if (notes[i] == "--" || notes[i] == "..")
@@ -40,7 +38,7 @@ void playLine(Track& track, const Instrument& instrument, std::string_view line,
     }
 }
 
-void playChord(Track& track, std::string_view chord, double start) {
+void playChord(Track& track, std::string_view chord, double start, double step) {
     const auto notes = words(chord);
     for (const std::string_view note : notes)
         play(track, pad, note, start, stepsInBar * step);
@@ -66,13 +64,13 @@ void drum(Track& track, char kind, double start) {
 }
 } // namespace
 
-Track makeMusic() {
+Track makeTune(std::span<const Bar> score, double step) {
     Track melody(rate);
     double start = 0;
     for (const Bar& bar : score) {
-        playChord(melody, bar.chord, start);
-        playLine(melody, bass, bar.bass, start);
-        playLine(melody, lead, bar.lead, start);
+        playChord(melody, bar.chord, start, step);
+        playLine(melody, bass, bar.bass, start, step);
+        playLine(melody, lead, bar.lead, start, step);
         double moment = start;
         for (const char kind : std::string_view(bar.drums)) {
             drum(melody, kind, moment);

@@ -1,6 +1,6 @@
 #include "ButtonColumn.h"
 
-#include "Controls.h"
+#include "MenuControls.h"
 
 ButtonColumn::ButtonColumn(KXPoint top, float width, const std::vector<std::string>& captions) {
     constexpr float gap = 8;

@@ -1,12 +1,6 @@
 #pragma once
 
-/// One bar of the tune. The bass, the lead and the drums have eight steps each.
-struct Bar {
-    const char* chord; ///< Its notes, held for the whole bar, and picked one after the other.
-    const char* bass;  ///< Notes; "--" holds the one before, ".." is silence.
-    const char* lead;
-    const char* drums; ///< o a soft drum, s a brush, t a tick, . nothing.
-};
+#include "Tune.h"
 
 // Night at the fire, in A minor.
 constexpr Bar score[] = {

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "GameOf.h"
+#include "StartScene.h"
+
+using Game = GameOf<App, Options>;

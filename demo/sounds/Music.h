@@ -1,6 +1,0 @@
-#pragma once
-
-#include "Track.h"
-
-/// Plays the score; its end goes over into its beginning.
-Track makeMusic();
