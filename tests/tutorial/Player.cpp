@@ -4,7 +4,6 @@
 #include <Kobaltrix/Kobaltrix.h>
 #include <KobaltrixTest/KXTestUser.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <vector>
 
