@@ -44,11 +44,13 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtime_package})
-# What it was called at first.
-foreach(relation CONFLICTS REPLACES)
-  set(CPACK_DEBIAN_RUNTIME_PACKAGE_${relation} libkobaltrix)
-endforeach()
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_PROVIDES "libkobaltrix (= ${debian_version})")
+if(runtime_package STREQUAL libkobaltrix0.1)
+  # What this one was called at first; packages of games may name it.
+  foreach(relation CONFLICTS REPLACES)
+    set(CPACK_DEBIAN_RUNTIME_PACKAGE_${relation} "libkobaltrix (<< 0.1.0-1)")
+  endforeach()
+  set(CPACK_DEBIAN_RUNTIME_PACKAGE_PROVIDES "libkobaltrix (= ${debian_version})")
+endif()
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_DESCRIPTION
     "Windows with OpenGL, a logic loop of fixed rate, textures, sprites, text,
