@@ -152,12 +152,21 @@ class Pages:
             items = "".join(f'<li><a href="#{slug}">{html.escape(heading)}</a></li>\n' for slug, heading in contents)
             content = content.replace("</h1>\n", f'</h1>\n<details class="contents"><summary>On this page</summary>\n<ul>\n{items}</ul>\n</details>\n', 1)
         if page == Path("README.md"):
-            content = content.replace('<h2 id="two-commands"', self.examples(page) + '<h2 id="two-commands"', 1)
+            content = content.replace("<h2", self.examples() + "<h2", 1)
+        content += self.next_page(page)
         self.write(address(page), title if title == "Kobaltrix" else f"{title} – Kobaltrix", content)
         for slug, heading, text in texts:
             self.sections.append([f"{address(page)}#{slug}", title, heading, re.sub(r"\s+", " ", " ".join(text))])
 
-    def examples(self, page):
+    def next_page(self, page):
+        order = [path for _, pages in self.groups[:-1] for path, _ in pages]
+        if page not in order[:-1]:
+            return ""
+        following = order[order.index(page) + 1]
+        place = os.path.relpath(address(following), address(page).parent)
+        return f'<p class="next">Next: <a href="{place}">{html.escape(title_of(following))}</a></p>\n'
+
+    def examples(self):
         """All pictures of the gallery, small, for the first page."""
         gallery = Path("docs/gallery.md")
         lines = []
@@ -319,7 +328,7 @@ def look(folder):
     pictures = root / "build/site-pictures"
     shutil.rmtree(pictures, ignore_errors=True)
     pictures.mkdir(parents=True)
-    shown = ["index", "docs/gallery", "docs/getting-started", "docs/input", "search.html?q=sprite", "reference/index",
+    shown = ["index", "docs/gallery", "docs/tutorial", "docs/input", "search.html?q=sprite", "reference/index",
              "reference/classKXWindow"]
     for page in shown:
         place = f"file://{folder}/{page}" + ".html" * ("?" not in page)
