@@ -323,6 +323,34 @@ def check(folder):
     return faults
 
 
+def chromium(page, *options):
+    """Opens a page of its own, in which frames show those of the site, and returns what it says."""
+    with tempfile.TemporaryDirectory() as scratch:
+        file = Path(scratch, "page.html")
+        file.write_text(page)
+        command = ["chromium", "--headless", "--no-sandbox", "--disable-gpu", "--hide-scrollbars", f"--user-data-dir={scratch}",
+                   "--allow-file-access-from-files", "--disable-web-security", *options, f"file://{file}"]
+        return subprocess.run(command, check=True, text=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
+
+
+def too_wide(folder):
+    """The pages that a phone would have to scroll sideways."""
+    pages = [f"file://{page}" for page in sorted(folder.rglob("*.html")) if "search" not in page.parts]
+    told = chromium("""<iframe id="shown" style="width:390px;height:800px;border:0"></iframe><pre id="told"></pre><script>
+        const pages = %s, wide = [];
+        let next = 0;
+        shown.onload = () => {
+            const root = shown.contentDocument.documentElement;
+            if (root.scrollWidth > 390) wide.push(pages[next - 1] + " is wider than a phone");
+            if (next < pages.length) shown.src = pages[next++];
+            else told.textContent = "told:" + wide.join("\\n") + ":told";
+        };
+        shown.src = "about:blank";
+        </script>""" % json.dumps(pages), "--dump-dom", f"--virtual-time-budget={1000 * len(pages)}")
+    found = re.search(r"told:([^+]*?):told</pre>", told)
+    return found.group(1).split("\n") if found else ["Chromium has not looked at all pages"]
+
+
 def look(folder):
     """Pictures of some pages as a phone and a desktop show them, in light and dark."""
     pictures = root / "build/site-pictures"
@@ -335,13 +363,9 @@ def look(folder):
         name = re.sub(r"\W+", "-", page)
         for kind, width, height, dark in ("phone", 390, 2400, False), ("desktop", 1280, 1600, False), ("dark", 1280, 1000, True):
             # A window of Chromium is no narrower than 500 points: a frame in it can be.
-            frame = pictures / "frame.html"
-            frame.write_text(f'<body style="margin:0"><iframe src="{html.escape(place)}" style="border:0;width:{width}px;height:{height}px">')
-            subprocess.run(["chromium", "--headless", "--no-sandbox", "--disable-gpu", "--hide-scrollbars", "--virtual-time-budget=3000",
-                            "--allow-file-access-from-files", *["--blink-settings=preferredColorScheme=0"] * dark,
-                            f"--window-size={max(width, 500)},{height}", f"--screenshot={pictures}/{name}-{kind}.png",
-                            f"file://{frame}"], check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-            frame.unlink()
+            frame = f'<body style="margin:0"><iframe src="{html.escape(place)}" style="border:0;width:{width}px;height:{height}px">'
+            chromium(frame, "--virtual-time-budget=3000", f"--window-size={max(width, 500)},{height}",
+                     f"--screenshot={pictures}/{name}-{kind}.png", *["--blink-settings=preferredColorScheme=0"] * dark)
     print(f"Look at the pictures in {pictures}.")
 
 
@@ -366,5 +390,7 @@ if faults:
     sys.exit("\n".join(faults))
 if options.look:
     look(folder)
+    if wide := [fault for fault in too_wide(folder) if fault]:
+        sys.exit("\n".join(wide))
 elif not options.check:
     print(f"Open {folder}/index.html in a browser.")
