@@ -14,7 +14,8 @@ struct Press {
     int from, to;
 };
 
-/// What is done in each of the tutorial's steps, and how many logic steps it takes.
+/// What is done in each of the tutorial's steps, by the number that their names begin with, and how many
+/// logic steps it takes.
 struct Session {
     int steps;
     std::vector<Press> presses;
@@ -31,6 +32,14 @@ const Session sessions[] = {
     {160, {{KXKeyDown, 5, 160}, {KXKeyLeft, 10, 60}}},
     {180, {{KXKeyReturn, 2, 4}, {KXKeyDown, 5, 165}, {KXKeyLeft, 10, 60}, {KXKeyEscape, 170, 172}}},
     {1500, {{KXKeyRight, 2, 4}, {KXKeyReturn, 6, 8}, {KXKeyDown, 10, 400}}},
+    // The page on screens: from the title into a level, a pause, the title again, and another level, which is
+    // paused.
+    {240,
+     {{KXKeyReturn, 30, 32},
+      {KXKeyEscape, 90, 92},
+      {KXKeyEscape, 100, 102},
+      {KXKeyReturn, 150, 152},
+      {KXKeyEscape, 235, 237}}},
 };
 
 KXTestUser user(1); // in the first window

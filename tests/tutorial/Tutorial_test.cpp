@@ -41,6 +41,19 @@ TEST_P(Tutorial, ShowsWhatThePageShows) {
 INSTANTIATE_TEST_SUITE_P(All, Tutorial, testing::ValuesIn(programs()),
                          [](const auto& program) { return program.param; });
 
+#ifdef PAGE_ASSETS
+TEST(ScenesPage, GoesFromScreenToScreenInTheDark) {
+    const TemporaryFolder folder;
+    for (const char* file : {"hero.spr", "hero.png", "font.ttf"})
+        std::filesystem::copy_file(std::string(PAGE_ASSETS "/") + file, folder / file);
+    const Outcome run = runProgram(folder, "'" PROGRAMS "/11_scenes'");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, "");
+    const Image shot = Image::fromFile(folder / "shot.png");
+    EXPECT_EQ(KXTestGallery(TUTORIAL "/..").compare(shot, "scenes", {2, 40}).message, "");
+}
+#endif
+
 /// A text without blanks at the beginnings of its lines.
 std::string unindented(const std::string& text) {
     std::istringstream lines(text);
