@@ -50,6 +50,15 @@ if(TARGET kxsprite)
       COMPONENT dev)
   endif()
 endif()
+# What makes a game of sources; the library's licence goes with each, since it is in the program.
+install(
+  FILES ${PROJECT_SOURCE_DIR}/cmake/KobaltrixGame.cmake ${PROJECT_SOURCE_DIR}/packaging/copyright
+  DESTINATION ${kobaltrix_cmake_dir}
+  COMPONENT dev)
+install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/cmake/game
+  DESTINATION ${kobaltrix_cmake_dir}
+  COMPONENT dev)
 set(header_folders ${PROJECT_SOURCE_DIR}/include/Kobaltrix)
 if(TARGET KobaltrixTest AND KOBALTRIX_BUILD_TESTKIT)
   kobaltrix_install_target(KobaltrixTest Test)

@@ -7,7 +7,8 @@
 #   FILE.aseprite, .ase    a drawing
 #   FOLDER                 pictures, or folders of pictures, one for each animation
 # What is drawn keeps its whole canvas (--no-trim), so that nothing moves in the game when a drawing grows. All comes into
-# FOLDER, `assets` unless it is given, beside the program. STEP_MS is the length of a logic step (16).
+# FOLDER, `assets` unless it is given, beside the program; the property KOBALTRIX_FILES of TARGET_sprites names the
+# files. STEP_MS is the length of a logic step (16).
 function(kobaltrix_sprites target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "DESTINATION;STEP_MS" "")
   if(NOT arg_DESTINATION)
@@ -24,6 +25,7 @@ function(kobaltrix_sprites target)
   endif()
 
   set(sprites "")
+  set(files "")
   foreach(source IN LISTS arg_UNPARSED_ARGUMENTS)
     get_filename_component(source "${source}" ABSOLUTE)
     get_filename_component(name "${source}" NAME_WE)
@@ -38,6 +40,7 @@ function(kobaltrix_sprites target)
     elseif(source MATCHES "\\.json$")
       _kobaltrix_sheet("${source}" ${folder} sheet)
       list(APPEND depends ${sheet})
+      list(APPEND files ${sheet})
     else()
       list(APPEND command --no-trim)
       list(APPEND made ${folder}/${name}.png)
@@ -51,8 +54,11 @@ function(kobaltrix_sprites target)
       COMMENT "Making ${name}.spr"
       VERBATIM)
     list(APPEND sprites ${sprite})
+    list(APPEND files ${made})
   endforeach()
+  list(REMOVE_DUPLICATES files)
   add_custom_target(${target}_sprites DEPENDS ${sprites})
+  set_target_properties(${target}_sprites PROPERTIES KOBALTRIX_FILES "${files}")
   add_dependencies(${target} ${target}_sprites)
 endfunction()
 

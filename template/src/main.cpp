@@ -75,8 +75,7 @@ int main(int argc, char** argv) {
         }
     }
 
-    KXSetGameName(nullptr,
-                  "my_game"); // the folder of its files, wherever it is installed, and of the player's
+    KXSetGameName(nullptr, KOBALTRIX_GAME_NAME); // of the folders of its files and the player's
     if (!KXInit(argv[0])) {
         std::fprintf(stderr, "my_game: %s\n", KXError());
         return 1;
