@@ -36,12 +36,6 @@ export HOME=$SCRATCH/home
 installed/bin/my_game --frames 2 --screenshot last.bmp
 [[ -s last.bmp ]]
 "$SOURCE/tests/project/display_rates.sh" "$BUILD/tests/project/libsimulated_display.so" installed/bin/my_game
-desktop=installed/share/applications/my_game.desktop
-for key in Exec Icon; do
-    file=$(sed -n "s/^$key=//p" "$desktop" | tr -d '"')
-    [[ -f $file ]] || fail "$key of $desktop is no file: $file"
-done
-
 # By its name, by links, from another folder and after it has moved: always with its files, and with what it has saved.
 left() { sed -n 's/^steps left: //p' "$saves/saved_game.txt"; }
 mv installed "moved é"

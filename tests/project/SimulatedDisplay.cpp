@@ -1,13 +1,9 @@
 // A display of DISPLAY_RATE Hz, in time of its own: preloaded into a game, this waits for the display by
-// turning the clock on, and closes the game's window after DISPLAY_SECONDS of that time, ten without it. At
-// its end the game says how many logic steps it has run.
-
-#include <Kobaltrix/KXLogicLoop.h>
+// turning the clock on, and closes the game's window after DISPLAY_SECONDS of that time, ten without it.
 
 #include <SDL.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 
 #include <dlfcn.h>
@@ -25,7 +21,6 @@ constexpr std::int64_t second = 1'000'000'000;
 constexpr std::int64_t drawing = 1'500'000; // how long a frame takes to be drawn
 const pthread_t game = pthread_self();      // other threads keep the system's time
 std::int64_t now = second;                  // nanoseconds
-int steps = 0;
 
 bool isGame() { return pthread_equal(pthread_self(), game); }
 
@@ -40,10 +35,6 @@ void wait(std::int64_t nanoseconds) {
     event.type = SDL_QUIT;
     SDL_PushEvent(&event);
 }
-
-struct Report {
-    ~Report() { std::fprintf(stderr, "%d steps\n", steps); }
-} const report;
 } // namespace
 
 extern "C" {
@@ -77,10 +68,4 @@ void SDL_GL_SwapWindow(SDL_Window* window) {
     wait(drawing);
     wait(refresh - now % refresh);
 }
-}
-
-void KXLogicUpdate() {
-    static auto* const real = original(KXLogicUpdate, "_Z13KXLogicUpdatev");
-    ++steps;
-    real();
 }
