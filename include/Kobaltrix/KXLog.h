@@ -3,7 +3,8 @@
 #include <Kobaltrix/KXPlatform.h>
 
 /// @file
-/// The log: one text file beside the executable, with categories that are switched on one by one.
+/// The log: one text file, beside the executable or elsewhere, with categories that are switched on one by
+/// one.
 ///
 /// The library itself writes nothing to it. A message looks like
 /// `[03/07/2024 14:05:09]: net Connected to peer 2`: the local time with the month first, the category, the
@@ -23,6 +24,14 @@
 /// A file that cannot be opened is not reported: messages then go to standard output alone, if that is
 /// switched on.
 KX_API void KXInitializeLog(const char* fileName, int overwrite);
+
+/// Opens the log at any path, as KXInitializeLog() does in its folder; where a game is installed that folder
+/// is not the player's to write into, but KXUserPath("log.txt") is.
+/// @param path as fopen() takes it. Null fails with the text that is in KXError() already, so that what
+///   KXUserPath() gave can be handed on.
+/// @param overwrite 0 appends to the file, any other value empties it first.
+/// @return -1, or 0 with a text in KXError(): the log is initialised without a file then.
+KX_API int KXOpenLog(const char* path, int overwrite);
 
 /// Writes out and closes the log file and forgets all categories. Until the log is initialised again, nothing
 /// is logged. Safe without an open log.

@@ -1,5 +1,6 @@
 #include "util/Log.h"
 
+#include "core/ground/ErrorSlot.h"
 #include "core/ground/LogicClock.h"
 #include "platform/AppendFile.h"
 #include "platform/LocalTime.h"
@@ -31,9 +32,8 @@ struct Message {
 static constinit char buffer[16 * 1024] = {};
 static constinit std::size_t buffered = 0;
 
-static std::FILE* openFile(const char* fileName, bool overwrite) {
-    const std::string path = KXExecutablePath ? std::string(KXExecutablePath) + "/" + fileName : fileName;
-    std::FILE* file = _KXOpenToAppend(path.c_str(), overwrite);
+static std::FILE* openFile(const char* path, bool overwrite) {
+    std::FILE* file = _KXOpenToAppend(path, overwrite);
     if (!file)
         return nullptr;
     std::setvbuf(file, buffer, _IOFBF, sizeof buffer);
@@ -47,13 +47,30 @@ static void closeFile() {
     _KXLogFP = nullptr;
 }
 
-void KXInitializeLog(const char* fileName, int overwrite) {
+/// @param path null for no file.
+static void begin(const char* path, bool overwrite) {
     if (!_KXCategories)
         _KXCategories = new _KXCategoryStates;
     closeFile();
-    if (fileName)
-        _KXLogFP = openFile(fileName, overwrite != 0);
+    if (path)
+        _KXLogFP = openFile(path, overwrite);
     _KXLogInitialized = -1;
+}
+
+void KXInitializeLog(const char* fileName, int overwrite) {
+    if (fileName && KXExecutablePath)
+        begin((std::string(KXExecutablePath) + "/" + fileName).c_str(), overwrite != 0);
+    else
+        begin(fileName, overwrite != 0);
+}
+
+int KXOpenLog(const char* path, int overwrite) {
+    begin(path, overwrite != 0);
+    if (_KXLogFP)
+        return -1;
+    if (path) // else whoever made the path has said why there is none
+        _KXSetError("The log cannot be opened: %s", path);
+    return 0;
 }
 
 void KXDeinitializeLog() {

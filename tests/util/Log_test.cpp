@@ -1,5 +1,7 @@
 #include "util/Log.h"
 
+#include <Kobaltrix/KXError.h>
+#include <Kobaltrix/KXPlaces.h>
 #include <KobaltrixTest/KXTestClock.h>
 
 #include "core/ground/Application.h"
@@ -125,5 +127,23 @@ TEST_F(Log, GoesWhereTheExecutableIsOrToTheWorkingDirectoryAndToStandardOutput) 
     }
     EXPECT_EQ(content("sub/100%s.txt") + content("sub/b.txt"), stamp + "a" + stamp + "b");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), stamp + "a" + stamp + "c" + stamp + "c" + stamp + "c");
+}
+
+TEST_F(Log, OpensAtAnyPathAndSaysWhereItCannot) {
+    EXPECT_EQ(KXOpenLog((folder / "100%s.txt").c_str(), 0), -1);
+    KXLog(nullptr, "a");
+    EXPECT_EQ(KXOpenLog((folder / "100%s.txt").c_str(), 0), -1);
+    KXLog(nullptr, "b");
+    EXPECT_EQ(KXOpenLog("no/such/100%s.txt", 0), 0);
+    EXPECT_NE(std::string(KXError()).find("no/such/100%s.txt"), std::string::npos) << KXError();
+    EXPECT_EQ(content("100%s.txt"), stamp + "a" + stamp + "b") << "the one before is closed";
+    EXPECT_EQ(KXOpenLog((folder / "100%s.txt").c_str(), -1), -1);
+    KXDeinitializeLog();
+    EXPECT_EQ(content("100%s.txt"), "");
+    EXPECT_FALSE(KXUserPath("../log.txt"));
+    const std::string why = KXError();
+    EXPECT_EQ(KXOpenLog(nullptr, 0), 0);
+    EXPECT_EQ(KXError(), why);
+    EXPECT_EQ(_KXLogInitialized, -1) << "it goes on without a file";
 }
 } // namespace
