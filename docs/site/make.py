@@ -47,8 +47,9 @@ def address(path):
 
 
 def is_binary(path):
+    """Whether the site has the file as it is: pictures, sounds. Others are shown as text."""
     try:
-        return b"\0" in (root / path).read_bytes()[:4096]
+        return path.suffix == ".svg" or b"\0" in (root / path).read_bytes()[:4096]
     except OSError:
         return False
 
@@ -85,7 +86,7 @@ class Pages:
     def beside(self, page):
         lines = []
         for title, pages in self.groups:
-            lines.append(f"<h2>{title}</h2>\n<ul>\n")
+            lines.append(f"<h2>{title}</h2>\n" * bool(title) + "<ul>\n")
             for path, name in pages:
                 here = ' aria-current="page"' if address(path) == page else ""
                 place = os.path.relpath(address(path), page.parent)
@@ -150,7 +151,8 @@ class Pages:
         content = renderer.renderer.render(tokens, renderer.options, {})
         if len(contents) > 2 and page.name != "README.md":
             items = "".join(f'<li><a href="#{slug}">{html.escape(heading)}</a></li>\n' for slug, heading in contents)
-            content = content.replace("</h1>\n", f'</h1>\n<details class="contents"><summary>On this page</summary>\n<ul>\n{items}</ul>\n</details>\n', 1)
+            contents = f'<details class="contents"><summary>On this page</summary>\n<ul>\n{items}</ul>\n</details>\n'
+            content = content.replace("</h1>\n", "</h1>\n" + contents, 1)
         if page == Path("README.md"):
             content = content.replace("<h2", self.examples() + "<h2", 1)
         content += self.next_page(page)
@@ -176,16 +178,19 @@ class Pages:
                     path = Path(os.path.normpath(gallery.parent / child.attrGet("src")))
                     self.add(path)
                     name = html.escape(child.content)
-                    lines.append(f'<a href="{address(gallery)}"><img src="{path}" alt="{name}" title="{name}" loading="lazy"></a>\n')
+                    lines.append(f'<a href="{address(gallery)}">'
+                                 f'<img src="{path}" alt="{name}" title="{name}" loading="lazy"></a>\n')
         return f'<div class="examples">\n{"".join(lines)}</div>\n'
 
     def search(self, names):
         for name in "style.css", "search.js":
             shutil.copyfile(parts / name, self.folder / name)
         index = self.sections + names
-        (self.folder / "search-index.js").write_text("const sections = " + json.dumps(index, ensure_ascii=False) + ";\n")
-        self.write(Path("search.html"), "Search – Kobaltrix", '<h1>Search</h1>\n<p id="found">The search needs scripts.</p>\n'
-                   '<ol id="results"></ol>\n<script src="search-index.js"></script>\n<script src="search.js"></script>\n')
+        script = "const sections = " + json.dumps(index, ensure_ascii=False) + ";\n"
+        (self.folder / "search-index.js").write_text(script)
+        self.write(Path("search.html"), "Search – Kobaltrix",
+                   '<h1>Search</h1>\n<p id="found">The search needs scripts.</p>\n<ol id="results"></ol>\n'
+                   '<script src="search-index.js"></script>\n<script src="search.js"></script>\n')
 
 
 def renderer_of_pages():
@@ -243,10 +248,12 @@ def groups():
         if token.type == "inline" and token.level == 3 and found:
             for child in token.children:
                 path = Path(urlsplit(child.attrGet("href") or "").path)
-                if child.type == "link_open" and path.suffix == ".md" and (root / path).is_file() and path not in listed:
+                is_page = child.type == "link_open" and path.suffix == ".md" and (root / path).is_file()
+                if is_page and path not in listed:
                     found[-1][1].append((path, title_of(path)))
                     listed.add(path)
-    every = [path.relative_to(root) for pattern in ("*.md", "docs/**/*.md", "template/*.md") for path in root.glob(pattern)]
+    patterns = "*.md", "docs/**/*.md", "template/*.md"
+    every = [path.relative_to(root) for pattern in patterns for path in root.glob(pattern)]
     rest = sorted((path for path in every if path not in listed), key=title_of)
     return [("", [(Path("README.md"), "Kobaltrix")])] + found + [("More", [(path, title_of(path)) for path in rest])]
 
@@ -256,7 +263,8 @@ def make_reference(folder):
     with tempfile.TemporaryDirectory() as scratch:
         layout, names = Path(scratch, "layout.xml"), Path(scratch, "names.xml")
         subprocess.run(["doxygen", "-l", layout], check=True, stdout=subprocess.DEVNULL)
-        layout.write_text(re.sub(r'(<navindex>)', r'\1<tab type="user" url="../index.html" title="Pages"/>', layout.read_text()))
+        back = '<tab type="user" url="../index.html" title="Pages"/>'
+        layout.write_text(layout.read_text().replace("<navindex>", "<navindex>" + back))
         settings = (root / "docs/Doxyfile").read_text()
         settings += f'OUTPUT_DIRECTORY = "{folder}"\nLAYOUT_FILE = "{layout}"\nGENERATE_TAGFILE = "{names}"\n'
         if subprocess.run(["doxygen", "-"], input=settings, text=True, cwd=root).returncode:
@@ -328,8 +336,9 @@ def chromium(page, *options):
     with tempfile.TemporaryDirectory() as scratch:
         file = Path(scratch, "page.html")
         file.write_text(page)
-        command = ["chromium", "--headless", "--no-sandbox", "--disable-gpu", "--hide-scrollbars", f"--user-data-dir={scratch}",
-                   "--allow-file-access-from-files", "--disable-web-security", *options, f"file://{file}"]
+        command = ["chromium", "--headless", "--no-sandbox", "--disable-gpu", "--hide-scrollbars",
+                   "--allow-file-access-from-files", "--disable-web-security", f"--user-data-dir={scratch}",
+                   *options, f"file://{file}"]
         return subprocess.run(command, check=True, text=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
 
 
@@ -363,7 +372,8 @@ def look(folder):
         name = re.sub(r"\W+", "-", page)
         for kind, width, height, dark in ("phone", 390, 2400, False), ("desktop", 1280, 1600, False), ("dark", 1280, 1000, True):
             # A window of Chromium is no narrower than 500 points: a frame in it can be.
-            frame = f'<body style="margin:0"><iframe src="{html.escape(place)}" style="border:0;width:{width}px;height:{height}px">'
+            size = f"width:{width}px;height:{height}px"
+            frame = f'<body style="margin:0"><iframe src="{html.escape(place)}" style="border:0;{size}">'
             chromium(frame, "--virtual-time-budget=3000", f"--window-size={max(width, 500)},{height}",
                      f"--screenshot={pictures}/{name}-{kind}.png", *["--blink-settings=preferredColorScheme=0"] * dark)
     print(f"Look at the pictures in {pictures}.")
