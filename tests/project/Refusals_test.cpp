@@ -174,7 +174,8 @@ TEST_F(Refusals, WhatIsSavedIsOldOrNew) {
 TEST_F(Refusals, WhatIsLoadedIsWholeOrRefused) {
     KXInitAudio();
     const std::string picture = folder / "picture with a long name.png", controls = folder / "actions",
-                      sound = SOUND_FILES "/44.wav", recording = PROJECT "/demo/ember_night/recordings/keys.txt";
+                      sound = SOUND_FILES "/44.wav",
+                      recording = PROJECT "/demo/ember_night/recordings/keys.txt";
     std::unique_ptr<KXTexture>(window->copyTexture())->writeToPNG(picture.c_str());
     const std::string theme = folder.write(
         "theme",
