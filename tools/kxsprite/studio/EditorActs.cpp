@@ -97,17 +97,13 @@ void Editor::findGrid() {
 void Editor::cutCells() {
     const Grid& grid = _session.project().grid;
     const auto [columns, rows] = cellCount(grid, _sheet.width(), _sheet.height());
-    std::vector<Area> cells;
-    for (int row = 0; row < rows; ++row)
-        for (int column = 0; column < columns; ++column)
-            if (const Area cell = cellOf(grid, column, row); !isBlank(_sheet.image(), cell))
-                cells.push_back(cell);
+    const std::vector<Area> cells = filledCells(_sheet.image(), grid, {0, 0}, {columns - 1, rows - 1});
     _session.cut(cells);
     say(cells.empty() ? "No cell shows anything." : KXTempString("%zu frames were cut.", cells.size()));
 }
 
 void Editor::cutIslands() {
-    const std::vector<Area> islands = findIslands(_sheet.image());
+    const std::vector<Area>& islands = _sheet.islands();
     _session.cut(islands);
     say(islands.empty() ? "There are no islands." : KXTempString("%zu frames were cut.", islands.size()));
 }

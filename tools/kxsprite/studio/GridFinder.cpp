@@ -167,3 +167,13 @@ bool isBlank(const KXImage& sheet, const Area& area) {
                 return false;
     return true;
 }
+
+std::vector<Area> filledCells(const KXImage& sheet, const Grid& grid, std::pair<int, int> first,
+                              std::pair<int, int> last) {
+    std::vector<Area> cells;
+    for (int row = first.second; row <= last.second; ++row)
+        for (int column = first.first; column <= last.first; ++column)
+            if (const Area cell = cellOf(grid, column, row); first == last || !isBlank(sheet, cell))
+                cells.push_back(cell);
+    return cells;
+}

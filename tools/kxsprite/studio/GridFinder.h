@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <utility>
+#include <vector>
 
 /// The grid that a sheet was drawn on, by the rows and columns of pixels in which nothing is drawn.
 ///
@@ -22,3 +23,6 @@ Area cellOf(const Grid& grid, int column, int row);
 std::pair<int, int> cellCount(const Grid& grid, int width, int height);
 /// Whether nothing is drawn there.
 bool isBlank(const KXImage& sheet, const Area& area);
+/// The cells from one column and row to another that show something; a single one, whatever it shows.
+std::vector<Area> filledCells(const KXImage& sheet, const Grid& grid, std::pair<int, int> first,
+                              std::pair<int, int> last);

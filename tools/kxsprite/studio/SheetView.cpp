@@ -172,17 +172,12 @@ std::vector<Area> SheetView::areasOf(KXPoint from, KXPoint to, bool isClick) {
             areas.push_back(marked);
         break;
     case SheetTool::Cells: {
-        const Grid& grid = _session.project().grid;
         if (marked.width == 0)
             break;
-        const auto [left, top] = cellAt(grid, marked.x, marked.y);
-        const auto [right, bottom] = cellAt(grid, marked.x + static_cast<float>(marked.width) - 1,
-                                            marked.y + static_cast<float>(marked.height) - 1);
-        for (int row = top; row <= bottom; ++row)
-            for (int column = left; column <= right; ++column)
-                if (const Area cell = cellOf(grid, column, row);
-                    (left == right && top == bottom) || !isBlank(_sheet.image(), cell))
-                    areas.push_back(cell);
+        const Grid& grid = _session.project().grid;
+        areas = filledCells(_sheet.image(), grid, cellAt(grid, marked.x, marked.y),
+                            cellAt(grid, marked.x + static_cast<float>(marked.width) - 1,
+                                   marked.y + static_cast<float>(marked.height) - 1));
         break;
     }
     case SheetTool::Pencil:
