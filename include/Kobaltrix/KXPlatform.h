@@ -3,16 +3,29 @@
 /// @file
 /// Compiler and platform differences that the public headers need.
 
-#if defined(__GNUC__) || defined(__clang__)
+#if defined(_WIN32)
 /// Marks what the shared library exports.
-#define KX_API __attribute__((visibility("default")))
+#if defined(KX_SHARED_LIBRARY)
+#define KX_API __declspec(dllimport)
+#else
+#define KX_API
+#endif
 /// Marks a member of an exported class that serves the library itself; games cannot link to it.
+#define KX_INTERNAL
+#elif defined(__GNUC__) || defined(__clang__)
+#define KX_API __attribute__((visibility("default")))
 #define KX_INTERNAL __attribute__((visibility("hidden")))
-/// Lets the compiler check the arguments of a printf-like function.
-#define KX_PRINTF(formatIndex, firstArgument) __attribute__((format(printf, formatIndex, firstArgument)))
 #else
 #define KX_API
 #define KX_INTERNAL
+#endif
+
+/// Lets the compiler check the arguments of a printf-like function.
+#if defined(__MINGW32__)
+#define KX_PRINTF(formatIndex, firstArgument) __attribute__((format(gnu_printf, formatIndex, firstArgument)))
+#elif defined(__GNUC__) || defined(__clang__)
+#define KX_PRINTF(formatIndex, firstArgument) __attribute__((format(printf, formatIndex, firstArgument)))
+#else
 #define KX_PRINTF(formatIndex, firstArgument)
 #endif
 

@@ -88,7 +88,7 @@ std::uint32_t _KXVoiceMixer::begin(const Mix_Chunk* chunk, const KXSoundOptions&
                                    const KXPoint* place) {
     if (!attach())
         return 0;
-    const std::scoped_lock lock(_mutex);
+    const std::scoped_lock lock(_lock);
     Voice* const voice =
         std::find_if(std::begin(_voices), std::end(_voices), [](const Voice& it) { return it.number == 0; });
     const auto frames = static_cast<std::int64_t>(chunk->alen) / _frameSize;
@@ -144,7 +144,7 @@ bool _KXVoiceMixer::isHalted(const Voice& voice) const {
 }
 
 void _KXVoiceMixer::setView(const KXSoundView& view) {
-    const std::scoped_lock lock(_mutex);
+    const std::scoped_lock lock(_lock);
     _view = view;
     _view.spread = within(view.spread, 0, 1, KXSoundView().spread);
     if (!(view.reach >= 0))
@@ -152,17 +152,17 @@ void _KXVoiceMixer::setView(const KXSoundView& view) {
 }
 
 void _KXVoiceMixer::setMasterVolume(float volume) {
-    const std::scoped_lock lock(_mutex);
+    const std::scoped_lock lock(_lock);
     _masterVolume = volume;
 }
 
 void _KXVoiceMixer::pauseAll(bool isPaused) {
-    const std::scoped_lock lock(_mutex);
+    const std::scoped_lock lock(_lock);
     _isPaused = isPaused;
 }
 
 bool _KXVoiceMixer::isAllPaused() {
-    const std::scoped_lock lock(_mutex);
+    const std::scoped_lock lock(_lock);
     return _isPaused;
 }
 
@@ -193,17 +193,17 @@ void _KXVoiceMixer::findLoudness(const Voice& voice, float (&sides)[2]) const {
 
 void _KXVoiceMixer::setMusicPlace(double seconds) {
     attach();
-    const std::scoped_lock lock(_mutex);
+    const std::scoped_lock lock(_lock);
     _musicPlace = seconds;
 }
 
 void _KXVoiceMixer::pauseMusic(bool isPaused) {
-    const std::scoped_lock lock(_mutex);
+    const std::scoped_lock lock(_lock);
     _isMusicPaused = isPaused;
 }
 
 double _KXVoiceMixer::musicPlace() {
-    const std::scoped_lock lock(_mutex);
+    const std::scoped_lock lock(_lock);
     return _musicPlace;
 }
 
@@ -211,7 +211,7 @@ void _KXVoiceMixer::mix(int, void* stream, int length, void* mixer) {
     auto& self = *static_cast<_KXVoiceMixer*>(mixer);
     const int frames = length / self._frameSize;
     const float glide = 100.0f / static_cast<float>(self._frequency); // all the way within 10 ms
-    const std::scoped_lock lock(self._mutex);
+    const std::scoped_lock lock(self._lock);
     if (!self._isMusicPaused)
         self._musicPlace += static_cast<double>(frames) / self._frequency;
     for (Voice& voice : self._voices) {

@@ -2,6 +2,8 @@
 
 #include <Kobaltrix/KXVoice.h>
 
+#include "core/ground/Lock.h"
+
 #include <cstdint>
 #include <mutex>
 
@@ -44,7 +46,7 @@ public:
     /// Calls @a act with the voice of a number, if it still plays. @return whether it does.
     template<class Act>
     bool with(std::uint32_t number, Act act) {
-        const std::scoped_lock lock(_mutex);
+        const std::scoped_lock lock(_lock);
         Voice& voice = _voices[number % most];
         const bool plays = number != 0 && voice.number == number;
         if (plays)
@@ -54,7 +56,7 @@ public:
     /// Calls @a act with each voice that plays.
     template<class Act>
     void each(Act act) {
-        const std::scoped_lock lock(_mutex);
+        const std::scoped_lock lock(_lock);
         for (Voice& voice : _voices)
             if (voice.number != 0)
                 act(voice);
@@ -62,7 +64,7 @@ public:
     /// Calls @a act with the group.
     template<class Act>
     void withGroup(KXSoundGroup group, Act act) {
-        const std::scoped_lock lock(_mutex);
+        const std::scoped_lock lock(_lock);
         act(_groups[index(group)]);
     }
     static std::size_t index(KXSoundGroup group) {
@@ -97,7 +99,7 @@ private:
     bool isHalted(const Voice& voice) const;
     void findLoudness(const Voice& voice, float (&sides)[2]) const;
 
-    std::mutex _mutex;
+    _KXLock _lock;
     Voice _voices[most];
     Group _groups[groups];
     KXSoundView _view;

@@ -1,16 +1,17 @@
 #include "platform/Sockets.h"
 
 #include "platform/SocketOptions.h"
+#include "platform/SystemSockets.h"
 
 #include <algorithm>
 #include <cerrno>
 
 #include <fcntl.h>
-#include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
-#include <sys/socket.h>
 #include <unistd.h>
+
+void _KXStartSockets() {}
 
 static void set(int socket, int level, int option, int value) {
     setsockopt(socket, level, option, &value, sizeof value);

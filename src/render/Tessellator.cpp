@@ -1,11 +1,17 @@
 #include "render/Tessellator.h"
 
+#include <SDL_opengl.h>
+
 #include <GL/glu.h>
 
 #include <array>
 #include <deque>
 #include <memory>
 #include <new>
+
+#ifndef GLAPIENTRY // not every system's headers keep it
+#define GLAPIENTRY APIENTRY
+#endif
 
 namespace {
 struct Vertex {
@@ -63,7 +69,7 @@ struct Free {
 
 template<class Function>
 void listen(GLUtesselator* tessellator, GLenum what, Function function) {
-    gluTessCallback(tessellator, what, reinterpret_cast<_GLUfuncptr>(function));
+    gluTessCallback(tessellator, what, reinterpret_cast<void(GLAPIENTRY*)()>(function));
 }
 
 _KXContours tessellate(const _KXContours& contours, _KXInside rule, bool wantsOutlines) {

@@ -2,6 +2,7 @@
 
 #include "core/ground/Endianness.h"
 #include "core/ground/Truncate.h"
+#include "platform/FileBytes.h"
 
 #include <Kobaltrix/KXString.h>
 
@@ -22,7 +23,7 @@ static bool putWord(std::uint32_t word, FILE* file) {
         return false;
     for (int i = 0; i < 4; ++i) {
         const int byte = static_cast<int>(word >> shiftOfByte(i) & 0xFF);
-        if (putc_unlocked(byte, file) != byte)
+        if (_KXPutByte(byte, file) != byte)
             return false;
     }
     return true;
@@ -33,7 +34,7 @@ static bool getWord(std::uint32_t& word, FILE* file) {
     if (!file)
         return false;
     for (int i = 0; i < 4; ++i) {
-        const int byte = getc_unlocked(file);
+        const int byte = _KXGetByte(file);
         if (byte == EOF)
             return false;
         word |= static_cast<std::uint32_t>(byte) << shiftOfByte(i);

@@ -26,7 +26,7 @@ struct GivenNames {
 static constinit _KXHeapGlobal<GivenNames> given;
 
 static const char* handOut(const fs::path& path) {
-    const char* const text = _KXKeepTemporarily(path.native());
+    const char* const text = _KXKeepTemporarily(path.generic_string());
     if (!text) // null would say something else
         throw std::bad_alloc();
     return text;
@@ -78,7 +78,7 @@ static fs::path dataFolder() {
         std::error_code error;
         if (fs::is_directory(folder, error))
             return folder;
-        none += (none.empty() ? "" : ", ") + folder.string();
+        none += (none.empty() ? "" : ", ") + folder.generic_string();
     }
     if (!none.empty())
         _KXReportError("The game's files are not there. No folder: %s", none.c_str());
@@ -89,7 +89,7 @@ static bool make(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);
     if (error)
-        _KXReportError("%s: cannot be made: %s", folder.c_str(), error.message().c_str());
+        _KXReportError("%s: cannot be made: %s", folder.generic_string().c_str(), error.message().c_str());
     return !error;
 }
 

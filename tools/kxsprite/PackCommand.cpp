@@ -45,7 +45,7 @@ std::vector<fs::path> contentsOf(const fs::path& folder, bool folders) {
 
 LoosePicture readPicture(const fs::path& path) {
     KXImage image;
-    if (!image.load(path.c_str()))
+    if (!image.load(path.string().c_str()))
         throw libraryFault(path.string());
     return loosePicture(image);
 }

@@ -1,6 +1,7 @@
 #include "Preview.h"
 
 #include "AnimatedPreview.h"
+#include "Display.h"
 #include "Files.h"
 #include "SpriteIO.h"
 
@@ -118,7 +119,7 @@ std::unique_ptr<KXFont> openFont() {
 class HiddenWindow {
 public:
     HiddenWindow() {
-        setenv("SDL_VIDEODRIVER", "offscreen", 1);
+        drawUnseen();
         if (!KXInit())
             throw Fault(std::string("nothing can be drawn: ") + KXError());
         try {
@@ -210,7 +211,7 @@ static void previewRows(const std::string& path, const Document& document, const
     const Picture picture = layOut(document, settings.scale);
     const HiddenWindow window;
     KXSprite sprite;
-    sprite.load(std::filesystem::absolute(path).c_str()); // whose folder is that of the sheet
+    sprite.load(std::filesystem::absolute(path).string().c_str()); // whose folder is that of the sheet
     try {
         draw(picture, document, sprite, settings.output);
     } catch (const std::bad_alloc&) {

@@ -3,11 +3,11 @@
 #include "Report.h"
 #include "SpriteIO.h"
 
+#include <SDL_timer.h>
+
 #include <chrono>
 #include <csignal>
 #include <filesystem>
-
-#include <poll.h>
 
 namespace {
 namespace fs = std::filesystem;
@@ -97,7 +97,7 @@ static bool watch(const Arguments& arguments) {
     std::signal(SIGTERM, end);
     std::vector<Repeated> repeated(arguments.commands.begin(), arguments.commands.end());
     while (!isEnded) {
-        poll(nullptr, 0, 250); // which a signal ends
+        SDL_Delay(250);
         for (Repeated& each : repeated)
             each.look();
     }

@@ -1,5 +1,6 @@
 #include "Studio.h"
 
+#include "../Display.h"
 #include "Editor.h"
 
 #include <cstdlib>
@@ -18,19 +19,13 @@ struct Library {
     Library& operator=(const Library&) = delete;
 };
 
-bool hasDisplay() {
-    return std::getenv("SDL_VIDEODRIVER") || std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY");
-}
-
 /// @return whether nobody will see the window.
 bool needDisplay(const StudioOptions& options) {
     const bool isHidden = !hasDisplay() && !(options.replay.empty() && options.screenshot.empty());
     if (isHidden)
-        setenv("SDL_VIDEODRIVER", "offscreen", 1);
-#ifndef __APPLE__
+        drawUnseen();
     if (!hasDisplay())
         throw Fault("there is no display to open a window on");
-#endif
     return isHidden;
 }
 

@@ -1,10 +1,10 @@
 #include "platform/NameLookup.h"
 
+#include "platform/ThreadSignals.h"
+
 #include <atomic>
 #include <exception>
 #include <thread>
-
-#include <csignal>
 
 struct _KXNameLookup::Answer {
     std::atomic<bool> done = false;
@@ -27,10 +27,7 @@ bool _KXNameLookup::begin(const std::string& host, int port) {
         answer->done = true;
         --underWay;
     };
-    // A game's signals are for its own threads.
-    sigset_t all, before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
+    const _KXNoSignals quiet;
     ++underWay;
     try {
         std::thread(run).detach();
@@ -38,7 +35,6 @@ bool _KXNameLookup::begin(const std::string& host, int port) {
     } catch (const std::exception&) {
         --underWay; // there is no thread to be had now
     }
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
     return hasBegun();
 }
 

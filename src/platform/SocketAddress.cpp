@@ -1,14 +1,11 @@
 #include "platform/SocketAddress.h"
 
+#include "platform/SystemSockets.h"
+
 #include <algorithm>
 #include <cctype>
 #include <cstring>
 #include <memory>
-
-#include <arpa/inet.h>
-#include <netdb.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 
 static constexpr std::size_t prefixLength = 12; // of an address of IPv4
 static constexpr int firstHalf = 8;             // of one of IPv6
@@ -51,6 +48,7 @@ _KXSocketAddress _KXFromSystem(const sockaddr_storage& system) {
 
 static std::vector<_KXSocketAddress> find(const char* host, int port, int flags) {
     std::vector<_KXSocketAddress> addresses;
+    _KXStartSockets();
     addrinfo hints = {}, *found = nullptr;
     hints.ai_family = AF_UNSPEC;
     hints.ai_socktype = SOCK_STREAM;
@@ -118,6 +116,7 @@ bool _KXReadAddress(const std::string& text, _KXSocketAddress& address) {
 std::string _KXHostText(const _KXSocketAddress& address) {
     sockaddr_storage system;
     const socklen_t length = _KXToSystem(address, system);
+    _KXStartSockets();
     char host[NI_MAXHOST] = "";
     getnameinfo(reinterpret_cast<const sockaddr*>(&system), length, host, sizeof host, nullptr, 0,
                 NI_NUMERICHOST);

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// On Windows texts of the system are UTF-16; the library's are UTF-8. What is neither becomes U+FFFD, so that
+// no name can end the program.
+
+std::wstring _KXWide(std::string_view text);
+std::string _KXNarrow(std::wstring_view text);
+
+/// A path as the system's calls take it, however long it is.
+std::wstring _KXWidePath(std::string_view path);
+/// The other way round: with slashes.
+std::string _KXNarrowPath(std::wstring_view path);
