@@ -1,5 +1,6 @@
 #include "image/ImageFile.h"
 
+#include "platform/FilePath.h"
 #include "platform/MemoryBudget.h"
 #include "util/WholeFile.h"
 
@@ -50,7 +51,7 @@ static SDL_Surface* load(SDL_RWops* stream, const char* type) {
 
 _KXDecodedImage _KXDecodeImageFile(const char* path) {
     std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    const std::uintmax_t size = std::filesystem::file_size(_KXFilePath(path ? path : ""), error);
     return decoded(error ? 0 : size, [path] {
         const char* const dot = std::strrchr(path, '.');
         return load(SDL_RWFromFile(path, "rb"), dot ? dot + 1 : nullptr);

@@ -1,5 +1,7 @@
 #include "map/MapReader.h"
 
+#include "platform/FilePath.h"
+
 #include <algorithm>
 #include <filesystem>
 
@@ -117,7 +119,7 @@ void Reader::readLayer(const _KXJsonValue& value, const std::string& type, const
 } // namespace
 
 std::string _KXMapPathBeside(const std::string& file, const std::string& path) {
-    return (std::filesystem::path(file).parent_path() / path).lexically_normal().string();
+    return _KXTextOf((_KXFilePath(file).parent_path() / _KXFilePath(path)).lexically_normal());
 }
 
 void _KXReadMap(const std::string& path, std::uint32_t mostCells, _KXMapState& map) {

@@ -1,4 +1,5 @@
 #include "core/ground/ErrorSlot.h"
+#include "platform/OpenFile.h"
 #include "sprite/KXSprite.h"
 #include "util/KXString.h"
 
@@ -186,7 +187,7 @@ int KXSprite::load(const char* path) {
     if (path && _KXFollowsFiles())
         own.file.follow(path); // from before it is read
 
-    File file(path ? fopen(path, "r") : nullptr);
+    File file(path ? _KXOpenFile(path, "r") : nullptr);
     if (!file)
         return -1;
     const Beginning beginning = readBeginning(file.get());
@@ -211,7 +212,7 @@ void KXSprite::_followFile() {
     if (!_held().path || !_own().file.hasChanged(*_held().path))
         return;
     Contents& own = _own();
-    const File file(fopen(own.path->c_str(), "r"));
+    const File file(_KXOpenFile(own.path->c_str(), "r"));
     KXSprite read;
     const bool isSprite = file && readBeginning(file.get()) == Beginning::Sprite;
     if (isSprite)

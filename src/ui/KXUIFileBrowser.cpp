@@ -2,6 +2,7 @@
 
 #include "core/ground/HeapGlobal.h"
 #include "platform/FileFacts.h"
+#include "platform/FilePath.h"
 #include "ui/Description.h"
 #include "util/Utf8.h"
 
@@ -334,9 +335,9 @@ std::string KXUIFileBrowser::State::taskFails(const std::string& path) const {
         return inQuotes(wanted) + " is there already.";
     std::error_code error;
     if (task == Task::MakeFolder)
-        std::filesystem::create_directory(path, error);
+        std::filesystem::create_directory(_KXFilePath(path), error);
     else
-        std::filesystem::rename(_KXPathIn(folder, renamed), path, error);
+        std::filesystem::rename(_KXFilePath(_KXPathIn(folder, renamed)), _KXFilePath(path), error);
     return error ? error.message() + ": " + inQuotes(wanted) : "";
 }
 

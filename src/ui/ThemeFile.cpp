@@ -1,7 +1,9 @@
 // Themes from files.
 
 #include "core/ground/ErrorSlot.h"
+#include "platform/FilePath.h"
 #include "ui/Theme.h"
+#include "util/FolderListing.h"
 #include "util/Json.h"
 
 #include <Kobaltrix/KXError.h>
@@ -39,9 +41,7 @@ private:
     void readFont();
     KXUISkin readSkin(const _KXJsonValue& skins, const _KXJsonValue& part, const char* state);
     KXTexture* texture(const _KXJsonValue& name);
-    std::string beside(const std::string& name) const {
-        return (std::filesystem::path(_path).parent_path() / name).string();
-    }
+    std::string beside(const std::string& name) const { return _KXPathIn(_KXParentOf(_path), name); }
 
     const _KXJsonValue& _root;
     std::string _path;
@@ -165,7 +165,7 @@ void Reader::readFont() {
     const _KXJsonValue font = _root.member("font");
     const std::string path = beside(font.member("file").text());
     std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error))
+    if (!std::filesystem::is_regular_file(_KXFilePath(path), error))
         font.member("file").fail("is no file");
     theme.font = KXCachedFont(path.c_str(), KXAliasModeTexture, font.integer("size", 12, 1, 500));
 }

@@ -2,6 +2,7 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "platform/EmptyFolder.h"
+#include "platform/FilePath.h"
 #include "platform/FolderReader.h"
 #include "util/KXString.h"
 
@@ -16,15 +17,17 @@ namespace fs = std::filesystem;
 
 int KXFileExists(const char* path) {
     std::error_code error;
-    return path && fs::exists(path, error) ? -1 : 0;
+    return path && fs::exists(_KXFilePath(path), error) ? -1 : 0;
 }
 
 int KXIsDirectory(const char* path) { return _KXFolderReader(path ? path : "").error() ? 0 : -1; }
 
 int KXRemoveFile(const char* path) {
+    if (!KXFileExists(path))
+        return -1;
     std::error_code error;
-    const bool isFile = KXFileExists(path) && !fs::is_directory(fs::symlink_status(path, error));
-    return isFile && fs::remove(path, error) ? 0 : -1;
+    const fs::path file = _KXFilePath(path);
+    return !fs::is_directory(fs::symlink_status(file, error)) && fs::remove(file, error) ? 0 : -1;
 }
 
 int KXRemoveDirectory(const char* path) {
@@ -35,13 +38,13 @@ int KXRemoveDirectory(const char* path) {
     while (root.size() > 1 && root.back() == '/')
         root.pop_back();
     std::error_code error;
-    const fs::file_type type = fs::symlink_status(root, error).type();
+    const fs::file_type type = fs::symlink_status(_KXFilePath(root), error).type();
     if (type == fs::file_type::symlink)
-        return KXIsDirectory(root.c_str()) && fs::remove(root, error) ? 0 : -1;
+        return KXIsDirectory(root.c_str()) && fs::remove(_KXFilePath(root), error) ? 0 : -1;
     if (type != fs::file_type::directory)
         return -1;
     const bool removedInside = _KXEmptyFolder(root.c_str());
-    return fs::remove(root, error) || removedInside ? 0 : -1;
+    return fs::remove(_KXFilePath(root), error) || removedInside ? 0 : -1;
 }
 
 std::list<char*> KXDirectoryContents(const char* path) {
@@ -67,7 +70,7 @@ int KXMakeDirectory(const char* path) {
         return 0;
     }
     std::error_code error;
-    if (path && fs::create_directory(path, error))
+    if (path && fs::create_directory(_KXFilePath(path), error))
         return -1;
     _KXReportError("Unable to create directory at %s", path ? path : "(null)");
     return 0;

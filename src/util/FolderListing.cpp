@@ -1,5 +1,6 @@
 #include "util/FolderListing.h"
 
+#include "platform/FilePath.h"
 #include "platform/FolderReader.h"
 #include "platform/LocalTime.h"
 #include "util/TextOrder.h"
@@ -81,8 +82,8 @@ _KXFolderListing _KXReadFolder(const std::string& path, const _KXFileFilter& fil
     _KXFolderListing listing;
     _KXFolderReader folder(path.c_str());
     while (const char* const next = folder.next()) {
-        const std::string name = next, whole = (fs::path(path) / name).string();
-        const fs::file_type type = typeOf(whole);
+        const std::string name = next, whole = _KXPathIn(path, name);
+        const fs::file_type type = typeOf(_KXFilePath(whole));
         if (isListed(filter, name, type))
             listing.entries.push_back(
                 {name, type == fs::file_type::directory, _KXFactsOfFile(whole.c_str())});
@@ -128,34 +129,34 @@ std::string _KXDateText(std::time_t time) {
 
 _KXPathKind _KXKindOf(const std::string& path) {
     std::error_code error;
-    const fs::file_status status = fs::status(path, error);
+    const fs::file_status status = fs::status(_KXFilePath(path), error);
     if (!fs::exists(status))
         return _KXPathKind::Nothing;
     return fs::is_directory(status) ? _KXPathKind::Folder : _KXPathKind::File;
 }
 
 std::string _KXPathIn(const std::string& folder, const std::string& path) {
-    return (fs::path(folder) / path).string();
+    return _KXTextOf(_KXFilePath(folder) / _KXFilePath(path));
 }
 
 static fs::path workingDirectory() {
     std::error_code error;
     const fs::path path = fs::current_path(error);
-    return path.is_absolute() ? path : "/"; // it may have been removed
+    return path.is_absolute() ? path : fs::path("/"); // it may have been removed
 }
 
 std::string _KXAbsolutePath(const char* path) {
-    const fs::path full = workingDirectory() / (path ? path : "");
+    const fs::path full = workingDirectory() / _KXFilePath(path ? path : "");
     // A ".." behind a link is the parent of what the link leads to, which only the system knows. Without one,
     // links stay in the path, so that going up from the folder leads back to where one came from.
     if (std::find(full.begin(), full.end(), "..") != full.end()) {
         std::error_code error;
         if (const fs::path real = fs::canonical(full, error); !error)
-            return real.string();
+            return _KXTextOf(real);
     }
     // By its text alone: a folder that has vanished has a parent too.
     const fs::path plain = full.lexically_normal();
-    return (plain.has_filename() ? plain : plain.parent_path()).string();
+    return _KXTextOf(plain.has_filename() ? plain : plain.parent_path());
 }
 
 std::string _KXHomeFolder() {
@@ -170,6 +171,6 @@ std::string _KXShownName(const std::string& name) {
     return shown;
 }
 
-std::string _KXLastPart(const std::string& path) { return fs::path(path).filename().string(); }
+std::string _KXLastPart(const std::string& path) { return _KXTextOf(_KXFilePath(path).filename()); }
 
-std::string _KXParentOf(const std::string& path) { return fs::path(path).parent_path().string(); }
+std::string _KXParentOf(const std::string& path) { return _KXTextOf(_KXFilePath(path).parent_path()); }

@@ -2,6 +2,7 @@
 
 #include "core/ground/HeapGlobal.h"
 #include "core/ground/LogicClock.h"
+#include "platform/FilePath.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -28,7 +29,7 @@ std::optional<Stamp> stampOf(const fs::path& path) {
 } // namespace
 
 struct _KXFollowedFile::Watch {
-    explicit Watch(const std::string& file) : path(file), loaded(stampOf(path)), seen(loaded) {}
+    explicit Watch(const std::string& file) : path(_KXFilePath(file)), loaded(stampOf(path)), seen(loaded) {}
 
     // A program may be writing still: what counts is a file that is as it was at the look before.
     void look() {

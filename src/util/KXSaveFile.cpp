@@ -2,6 +2,7 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "platform/FileFacts.h"
+#include "platform/FilePath.h"
 #include "platform/MemoryStream.h"
 #include "util/KXString.h"
 #include "util/WholeFile.h"
@@ -55,7 +56,7 @@ const char* KXPutFileAside(const char* path) {
         throw std::bad_alloc();
     std::error_code error = std::make_error_code(std::errc::file_exists);
     if (*aside)
-        std::filesystem::rename(from, to, error);
+        std::filesystem::rename(_KXFilePath(from), _KXFilePath(to), error);
     if (error)
         _KXReportError("%s: cannot be put aside: %s", from.c_str(), error.message().c_str());
     return error ? nullptr : aside;

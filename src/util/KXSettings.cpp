@@ -3,6 +3,7 @@
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Tape.h"
 #include "core/ground/Truncate.h"
+#include "platform/FilePath.h"
 #include "util/Quoted.h"
 #include "util/SettingsText.h"
 #include "util/WholeFile.h"
@@ -38,7 +39,7 @@ struct KXSettings::State {
 /// @param told why it cannot be had, if that is known; becomes that, or what the file holds.
 KXSettingsState KXSettings::State::read(std::string& told) {
     std::error_code error;
-    const fs::file_status status = fs::status(path, error);
+    const fs::file_status status = fs::status(_KXFilePath(path), error);
     if (status.type() == fs::file_type::not_found && !path.empty())
         return KXSettingsFresh;
     if (!told.empty())
@@ -47,7 +48,7 @@ KXSettingsState KXSettings::State::read(std::string& told) {
         told = path + ": is no file that can be read";
         return KXSettingsUnreadable;
     }
-    const std::uintmax_t size = fs::file_size(path, error);
+    const std::uintmax_t size = fs::file_size(_KXFilePath(path), error);
     if (!error && size > _KXSettingsText::largest)
         return putAside(told, path + ": is too large");
     if (!_KXReadWholeFile(path.c_str(), _KXSettingsText::largest, told)) {

@@ -2,6 +2,7 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/HeapGlobal.h"
+#include "platform/FilePath.h"
 #include "platform/ProgramFile.h"
 #include "platform/UserFolder.h"
 #include "util/KXString.h"
@@ -26,7 +27,7 @@ struct GivenNames {
 static constinit _KXHeapGlobal<GivenNames> given;
 
 static const char* handOut(const fs::path& path) {
-    const char* const text = _KXKeepTemporarily(path.generic_string());
+    const char* const text = _KXKeepTemporarily(_KXTextOf(path));
     if (!text) // null would say something else
         throw std::bad_alloc();
     return text;
@@ -41,19 +42,19 @@ static bool canNameFolder(std::string_view name) {
 // The folder in the environment; empty for none.
 static fs::path folderIn(const char* variable) {
     const char* const folder = std::getenv(variable);
-    return folder && *folder ? fs::absolute(folder) : fs::path();
+    return folder && *folder ? fs::absolute(_KXFilePath(folder)) : fs::path();
 }
 
 static fs::path programFile() {
     const std::string file = _KXProgramFile();
     if (file.empty())
         _KXReportError("The system does not tell where the program lies");
-    return file;
+    return _KXFilePath(file);
 }
 
 // Empty, with a text in the error slot, if there is none.
 static std::string gameName() {
-    return given.get().name.empty() ? programFile().filename().string() : given.get().name;
+    return given.get().name.empty() ? _KXTextOf(programFile().filename()) : given.get().name;
 }
 
 // Where the game's data may lie, the first place first.
@@ -63,7 +64,7 @@ static std::vector<fs::path> dataFolders() {
     const fs::path program = programFile().parent_path(), above = program.parent_path();
     if (program.empty())
         return {};
-    const std::string name = gameName();
+    const fs::path name = _KXFilePath(gameName());
     std::vector<fs::path> folders;
     if (program.filename() == "MacOS" && above.filename() == "Contents")
         folders = {above / "Resources" / name, above / "Resources/assets"};
@@ -78,7 +79,7 @@ static fs::path dataFolder() {
         std::error_code error;
         if (fs::is_directory(folder, error))
             return folder;
-        none += (none.empty() ? "" : ", ") + folder.generic_string();
+        none += (none.empty() ? "" : ", ") + _KXTextOf(folder);
     }
     if (!none.empty())
         _KXReportError("The game's files are not there. No folder: %s", none.c_str());
@@ -89,19 +90,19 @@ static bool make(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);
     if (error)
-        _KXReportError("%s: cannot be made: %s", folder.generic_string().c_str(), error.message().c_str());
+        _KXReportError("%s: cannot be made: %s", _KXTextOf(folder).c_str(), error.message().c_str());
     return !error;
 }
 
 static fs::path wantedUserFolder() {
     if (fs::path wanted = folderIn("KOBALTRIX_USER_FOLDER"); !wanted.empty())
         return wanted;
-    const fs::path root = _KXUserDataRoot(), name = gameName();
+    const fs::path root = _KXFilePath(_KXUserDataRoot()), name = _KXFilePath(gameName());
     if (root.empty())
         _KXReportError("The system does not tell where the user keeps files: HOME is not set");
     if (root.empty() || name.empty())
         return {};
-    return given.get().maker.empty() ? root / name : root / given.get().maker / name;
+    return given.get().maker.empty() ? root / name : root / _KXFilePath(given.get().maker) / name;
 }
 
 // Made if it is missing. Empty, with a text in the error slot, if it cannot be had.
@@ -118,7 +119,7 @@ static fs::path userFolder() {
 
 // False, with a text in the error slot, for a name that leads out of a folder.
 static bool staysInside(const char* name) {
-    const fs::path path = name ? name : "";
+    const fs::path path = _KXFilePath(name ? name : "");
     const bool stays = !path.empty() && path.is_relative() && std::ranges::find(path, "..") == path.end();
     if (!stays)
         _KXReportError("\"%s\" names no file in a folder of the game", name ? name : "");
@@ -148,7 +149,7 @@ const char* KXDataFolder() {
 
 const char* KXDataPath(const char* name) {
     const fs::path folder = staysInside(name) ? dataFolder() : fs::path();
-    return folder.empty() ? nullptr : handOut(folder / name);
+    return folder.empty() ? nullptr : handOut(folder / _KXFilePath(name));
 }
 
 const char* KXUserFolder() {
@@ -160,6 +161,6 @@ const char* KXUserPath(const char* name) {
     const fs::path folder = staysInside(name) ? userFolder() : fs::path();
     if (folder.empty())
         return nullptr;
-    const fs::path path = folder / name;
+    const fs::path path = folder / _KXFilePath(name);
     return make(path.parent_path()) ? handOut(path) : nullptr;
 }

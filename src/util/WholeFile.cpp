@@ -2,6 +2,8 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "platform/FileContent.h"
+#include "platform/FilePath.h"
+#include "platform/OpenFile.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -19,7 +21,7 @@ static bool report(const char* path, const char* why) {
 }
 
 bool _KXReadWholeFile(const char* path, std::size_t maximum, std::string& content) {
-    const File file(path ? std::fopen(path, "rb") : nullptr, std::fclose);
+    const File file(path ? _KXOpenFile(path, "rb") : nullptr, std::fclose);
     if (!file)
         return report(path, "cannot be opened");
     std::size_t length = 0;
@@ -51,11 +53,11 @@ std::error_code _KXStoreFile(const char* path, std::string_view content) {
     if (!path || !*path)
         return std::make_error_code(std::errc::no_such_file_or_directory);
     std::error_code error, ignored;
-    const fs::file_status status = fs::status(path, ignored);
+    const fs::file_status status = fs::status(_KXFilePath(path), ignored);
     if (fs::exists(status) && (!fs::is_regular_file(status) || _KXIsOutputOfProcess(path)))
         return _KXWriteInPlace(path, content);
-    const fs::path target = targetOf(path, error);
-    return error ? error : _KXExchangeFile(target.string(), content);
+    const fs::path target = targetOf(_KXFilePath(path), error);
+    return error ? error : _KXExchangeFile(_KXTextOf(target), content);
 }
 
 bool _KXReplaceFile(const char* path, std::string_view content) {

@@ -1,5 +1,7 @@
 #include "core/ground/Application.h"
 
+#include "platform/FilePath.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -28,7 +30,7 @@ void _KXForgetApplicationPaths() {
 // The slash that has `count` - 1 slashes behind it; the path's first character is never looked at.
 static const char* slashFromEnd(const char* path, int count) {
     for (const char* at = path + std::strlen(path) - 1; at > path; --at)
-        if (*at == '/' && --count == 0)
+        if (_KXIsSlash(*at) && --count == 0)
             return at;
     return nullptr;
 }
@@ -40,9 +42,9 @@ static void findPathsInBundle(const char* path, const char* name) {
         std::printf("%s\n", bundle.c_str());
         std::error_code
             ignored; // what exists may be a file, no folder to change to: the game goes on where it is
-        if (std::filesystem::exists(bundle, ignored)) {
+        if (std::filesystem::exists(_KXFilePath(bundle), ignored)) {
             replaceText(KXBundlePath, bundle.c_str());
-            std::filesystem::current_path(bundle, ignored);
+            std::filesystem::current_path(_KXFilePath(bundle), ignored);
         }
     }
     const char* bundleParentEnd = slashFromEnd(path, 4);

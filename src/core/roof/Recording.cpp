@@ -9,6 +9,7 @@
 #include "input/InputState.h"
 #include "input/Pads.h"
 #include "input/StepInput.h"
+#include "platform/FilePath.h"
 #include "platform/VideoDriver.h"
 #include "render/KXTexture.h"
 #include "render/KXWindow.h"
@@ -16,6 +17,7 @@
 
 #include <Kobaltrix/KXApplication.h>
 #include <Kobaltrix/KXError.h>
+#include <Kobaltrix/KXFile.h>
 #include <Kobaltrix/KXLogicLoop.h>
 #include <Kobaltrix/KXRecording.h>
 
@@ -31,6 +33,8 @@
 #include <string>
 #include <system_error>
 #include <utility>
+
+namespace fs = std::filesystem;
 
 namespace {
 // ---- what is under way
@@ -169,13 +173,19 @@ static bool readNumber(const char* name, std::uint64_t& number) {
     return false;
 }
 
+static bool putInPlace(const std::string& from, const std::string& to) {
+    std::error_code error;
+    fs::rename(_KXFilePath(from), _KXFilePath(to), error);
+    return !error;
+}
+
 // A recording grows as the game goes on, and what is there of it counts when the game falls. So the one
 // before it stays until it is whole. The name of that; empty if there is none.
 static std::string setAside(const std::string& path) {
     std::error_code error;
     const std::string before = path + ".before";
-    const bool isThere = std::filesystem::is_regular_file(path, error);
-    return isThere && std::rename(path.c_str(), before.c_str()) == 0 ? before : "";
+    const bool isThere = fs::is_regular_file(_KXFilePath(path), error);
+    return isThere && putInPlace(path, before) ? before : "";
 }
 
 // @param pixelsEvery unless the environment says of which pictures a hash is kept.
@@ -184,11 +194,11 @@ static int beginRecording(const char* path, std::uint64_t pixelsEvery) {
     if (!readNumber("KOBALTRIX_RECORD_PIXELS", pixelsEvery))
         return 0;
     const std::string before = setAside(path ? path : "");
-    std::ofstream file(path ? path : "", std::ios::binary | std::ios::trunc);
+    std::ofstream file(_KXFilePath(path ? path : ""), std::ios::binary | std::ios::trunc);
     if (!file) {
         _KXReportError("Unable to write a recording at %s", path ? path : "(null)");
         if (!before.empty())
-            std::rename(before.c_str(), path);
+            putInPlace(before, path);
         return 0;
     }
     run().before = before;
@@ -229,7 +239,7 @@ static void end() {
     if (run().recorder) {
         run().recorder->end();
         if (run().recorder->isGood() && !run().before.empty())
-            std::remove(run().before.c_str());
+            KXRemoveFile(run().before.c_str());
     }
     run().recorder.reset();
     run().isWholeProcess = false;

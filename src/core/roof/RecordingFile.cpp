@@ -4,6 +4,7 @@
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Tape.h"
 #include "core/roof/RecordedEvents.h"
+#include "platform/FilePath.h"
 #include "util/Quoted.h"
 #include "util/Utf8.h"
 
@@ -169,7 +170,7 @@ private:
 } // namespace
 
 bool _KXReadRecordingFile(const char* path, _KXReadRecording& recording) {
-    std::ifstream file(path ? path : "", std::ios::binary);
+    std::ifstream file(_KXFilePath(path ? path : ""), std::ios::binary);
     if (!file) {
         _KXReportError("Unable to read the recording at %s", path ? path : "(null)");
         return false;
