@@ -2,6 +2,8 @@
 
 #include "MenuControls.h"
 
+#include <algorithm>
+
 ButtonColumn::ButtonColumn(KXPoint top, float width, const std::vector<std::string>& captions) {
     constexpr float gap = 8;
     float y = top.y;
@@ -10,6 +12,14 @@ ButtonColumn::ButtonColumn(KXPoint top, float width, const std::vector<std::stri
         button.setText(caption.c_str());
         button.setRect({top.x - width / 2, y}, {width, -1});
         y += button.rect().size.height + gap;
+    }
+}
+
+void ButtonColumn::setCaptions(const std::vector<std::string>& captions) {
+    for (std::size_t i = 0; i < std::min(captions.size(), _buttons.size()); ++i) {
+        const KXRect rect = _buttons[i]->rect();
+        _buttons[i]->setText(captions[i].c_str());
+        _buttons[i]->setRect(rect.origin, rect.size);
     }
 }
 

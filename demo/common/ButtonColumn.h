@@ -12,6 +12,8 @@ public:
     /// @param top the middle of the upper edge.
     ButtonColumn(KXPoint top, float width, const std::vector<std::string>& captions);
 
+    /// Other captions for the same buttons.
+    void setCaptions(const std::vector<std::string>& captions);
     /// One logic step. @return the index of the button that was chosen, -1 for none.
     int step();
     void draw();

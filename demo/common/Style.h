@@ -2,7 +2,7 @@
 
 #include <Kobaltrix/Kobaltrix.h>
 
-// The colours and measures that make the game look like one piece.
+// The colours and measures that make a game look like one piece.
 namespace Style {
 inline constexpr KXSize windowSize = {800, 500};
 
@@ -24,6 +24,8 @@ constexpr KXColor faded(KXColor color, float alpha) { return {color.r, color.g, 
 
 /// Prints a text with its middle at an x.
 void printCentred(float x, float y, int size, KXColor color, const char* text);
+/// Fills a rectangle with round corners.
+void fillRounded(KXRect rect, float radius, KXColor color);
 /// Gives widgets that are made from now on the game's colours and its room around texts.
 void prepareWidgets();
 } // namespace Style

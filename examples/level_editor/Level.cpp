@@ -48,8 +48,8 @@ bool Level::load(const char* path) {
     if (!map.load(path))
         return false;
     Level read;
-    read.columns = map.size().width;
-    read.rows = map.size().height;
+    read.columns = static_cast<int>(map.size().width);
+    read.rows = static_cast<int>(map.size().height);
     for (int i = 0; i < static_cast<int>(map.layers().size()); ++i) {
         const KXMapLayer& layer = map.layers()[i];
         if (layer.kind != KXMapLayerTiles)

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "GameOf.h"
+#include "Scenes.h"
+
+using Game = GameOf<App, Options>;
