@@ -226,8 +226,8 @@ void WorldView::draw(const World& world) {
     const KXRect part = KXRectAround(centre, seen);
     drawBehind(centre);
     KXPushCamera(camera);
-    drawThings(world, fraction);
     drawGrowth(part);
+    drawThings(world, fraction);
     _level.map.drawLayer(_level.ground, part, part.origin);
     drawAnimals(world, fraction);
     drawKid(world, fraction);
