@@ -17,6 +17,8 @@ arch=$(dpkg --print-architecture)
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/kobaltrix
 base=$cache/$codename-$arch.tar
 mkdir -p -- "$cache/archives/partial"
+exec 9>"$cache/lock"
+flock 9 # apt would not wait for another check
 {
     apt-config dump | grep -i '::proxy' || true
     printf '%s;\n' 'APT::Get::Assume-Yes "true"' 'Acquire::Languages "none"' 'Acquire::GzipIndexes "true"' 'Dpkg::Use-Pty "false"'

@@ -14,3 +14,12 @@ build/game_static
 
 cmake --install build --prefix "$SCRATCH/installed" >log
 same_files installed subdirectory
+
+# A game of the project is packed apart from it.
+links_static build/small
+build/small
+[[ -f build/assets/hero.png ]]
+cmake --build build --target small_package >log || fail "$(<log)"
+tar -xf build/packages/small-1-linux-*.tar.gz
+small-1-linux-*/small
+(cd small-1-linux-* && ls) | diff - <(printf '%s\n' assets lib licenses small)
