@@ -14,6 +14,8 @@ awk -f "$SOURCE/tests/project/page_as_script.awk" <(sed '/^## 4/,$d' "$SOURCE/do
 for command in 'cmake --build build$' ctest 'cmake --build build --target my_game_package'; do
     [[ $(grep -c "^$command" page.sh) == 1 ]] || fail "$command: not once in the page."
 done
+call=$(sed -n '/^kobaltrix_add_game(/,/)$/p' "$SOURCE/docs/shipping.md")
+[[ $call == "$(sed -n '/^kobaltrix_add_game(/,/)$/p' "$SOURCE/template/CMakeLists.txt")" ]] || fail "The page's game is another one: $call"
 bash -eux page.sh >log 2>&1 || fail "$(<log)"
 arch=$(dpkg --print-architecture)
 name=my_game-0.1-linux-$(uname -m)
