@@ -72,7 +72,7 @@ bool CommonApp::keepPicture(const std::string& path) {
         kept = copy->writeToPNG(path.c_str());
     }
     if (kept)
-        std::printf("Screenshot: %s\n", std::filesystem::absolute(path).c_str());
+        std::printf("Screenshot: %s\n", std::filesystem::absolute(path).string().c_str());
     else
         std::fprintf(stderr, "play: %s\n", KXError());
     return kept != 0;

@@ -1,5 +1,7 @@
 #include "platform/UserFolder.h"
 
+#include "platform/Environment.h"
+
 #include <cstdlib>
 
 #include <pwd.h>
@@ -11,3 +13,5 @@ std::string _KXUserDataRoot() {
         home = user->pw_dir;
     return home && *home == '/' ? std::string(home) + "/Library/Application Support" : "";
 }
+
+std::string _KXUserHome() { return _KXEnvironment("HOME").value_or(""); }

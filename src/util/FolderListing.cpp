@@ -3,12 +3,12 @@
 #include "platform/FilePath.h"
 #include "platform/FolderReader.h"
 #include "platform/LocalTime.h"
+#include "platform/UserFolder.h"
 #include "util/TextOrder.h"
 #include "util/Utf8.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -160,8 +160,8 @@ std::string _KXAbsolutePath(const char* path) {
 }
 
 std::string _KXHomeFolder() {
-    const char* const home = std::getenv("HOME");
-    return home && *home && _KXKindOf(home) == _KXPathKind::Folder ? _KXAbsolutePath(home) : "";
+    const std::string home = _KXUserHome();
+    return !home.empty() && _KXKindOf(home) == _KXPathKind::Folder ? _KXAbsolutePath(home.c_str()) : "";
 }
 
 std::string _KXShownName(const std::string& name) {

@@ -2,13 +2,13 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/HeapGlobal.h"
+#include "platform/Environment.h"
 #include "platform/FilePath.h"
 #include "platform/ProgramFile.h"
 #include "platform/UserFolder.h"
 #include "util/KXString.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <new>
 #include <string>
@@ -41,8 +41,8 @@ static bool canNameFolder(std::string_view name) {
 
 // The folder in the environment; empty for none.
 static fs::path folderIn(const char* variable) {
-    const char* const folder = std::getenv(variable);
-    return folder && *folder ? fs::absolute(_KXFilePath(folder)) : fs::path();
+    const std::string folder = _KXEnvironment(variable).value_or("");
+    return folder.empty() ? fs::path() : fs::absolute(_KXFilePath(folder));
 }
 
 static fs::path programFile() {

@@ -9,6 +9,7 @@
 #include "input/InputState.h"
 #include "input/Pads.h"
 #include "input/StepInput.h"
+#include "platform/Environment.h"
 #include "platform/FilePath.h"
 #include "platform/VideoDriver.h"
 #include "render/KXTexture.h"
@@ -21,15 +22,13 @@
 #include <Kobaltrix/KXLogicLoop.h>
 #include <Kobaltrix/KXRecording.h>
 
-#include <SDL.h>
-
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -162,14 +161,14 @@ void KXIgnoreRecordingVariables(int ignore) { ignoresEnvironment = ignore != 0; 
 
 // Reads a variable that is a number; false, with a text in the error slot, for anything else.
 static bool readNumber(const char* name, std::uint64_t& number) {
-    const char* const text = SDL_getenv(name);
+    const std::optional<std::string> text = _KXEnvironment(name);
     if (!text)
         return true;
-    const char* const textEnd = text + std::strlen(text);
-    const auto [numberEnd, error] = std::from_chars(text, textEnd, number);
+    const char* const textEnd = text->data() + text->size();
+    const auto [numberEnd, error] = std::from_chars(text->data(), textEnd, number);
     if (error == std::errc() && numberEnd == textEnd && number <= 0x7FFFFFFF)
         return true;
-    _KXReportError("%s is no number: %s", name, text);
+    _KXReportError("%s is no number: %s", name, text->c_str());
     return false;
 }
 
@@ -292,19 +291,18 @@ static void endProcess() {
 }
 
 static bool beginReplay(const char* path) {
-    const char* const paceText = SDL_getenv("KOBALTRIX_REPLAY_PACE");
-    const char* const picture = SDL_getenv("KOBALTRIX_REPLAY_PICTURE");
-    const std::string_view pace = paceText ? paceText : _KXShowsNothing() ? "fast" : "recorded";
+    const std::string pace =
+        _KXEnvironment("KOBALTRIX_REPLAY_PACE").value_or(_KXShowsNothing() ? "fast" : "recorded");
     std::uint64_t stopAt = 0;
     if (pace != "fast" && pace != "recorded") {
-        _KXReportError("KOBALTRIX_REPLAY_PACE is neither recorded nor fast: %s", paceText);
+        _KXReportError("KOBALTRIX_REPLAY_PACE is neither recorded nor fast: %s", pace.c_str());
         return false;
     }
     if (!readNumber("KOBALTRIX_REPLAY_STOP", stopAt) || !KXBeginReplay(path))
         return false;
     run().player->keepPace(pace == "recorded");
     run().stopAt = stopAt;
-    run().picture = picture ? picture : "";
+    run().picture = _KXEnvironment("KOBALTRIX_REPLAY_PICTURE").value_or("");
     return true;
 }
 
@@ -312,8 +310,8 @@ bool _KXBeginRecordingByEnvironment() {
     static constinit bool looked = false;
     if (ignoresEnvironment || std::exchange(looked, true))
         return true;
-    const char* const record = SDL_getenv("KOBALTRIX_RECORD");
-    const char* const replay = SDL_getenv("KOBALTRIX_REPLAY");
+    const std::optional<std::string> record = _KXEnvironment("KOBALTRIX_RECORD");
+    const std::optional<std::string> replay = _KXEnvironment("KOBALTRIX_REPLAY");
     if (!record && !replay)
         return true;
     if (record && replay) {
@@ -322,7 +320,7 @@ bool _KXBeginRecordingByEnvironment() {
         return false;
     }
     constexpr std::uint64_t usualPixels = 60;
-    if (!(replay ? beginReplay(replay) : beginRecording(record, usualPixels)))
+    if (!(replay ? beginReplay(replay->c_str()) : beginRecording(record->c_str(), usualPixels)))
         return false;
     run().isWholeProcess = true;
     if (run().player)
