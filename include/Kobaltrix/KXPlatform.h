@@ -4,26 +4,26 @@
 /// Compiler and platform differences that the public headers need.
 
 #if defined(_WIN32)
-/// Marks what the shared library exports.
 #if defined(KX_SHARED_LIBRARY)
 #define KX_API __declspec(dllimport)
-#else
+#else // what the library exports stands in a list of its own
 #define KX_API
 #endif
-/// Marks a member of an exported class that serves the library itself; games cannot link to it.
 #define KX_INTERNAL
 #elif defined(__GNUC__) || defined(__clang__)
+/// Marks what the shared library exports.
 #define KX_API __attribute__((visibility("default")))
+/// Marks a member of an exported class that serves the library itself; games cannot link to it.
 #define KX_INTERNAL __attribute__((visibility("hidden")))
 #else
 #define KX_API
 #define KX_INTERNAL
 #endif
 
-/// Lets the compiler check the arguments of a printf-like function.
 #if defined(__MINGW32__)
 #define KX_PRINTF(formatIndex, firstArgument) __attribute__((format(gnu_printf, formatIndex, firstArgument)))
 #elif defined(__GNUC__) || defined(__clang__)
+/// Lets the compiler check the arguments of a printf-like function.
 #define KX_PRINTF(formatIndex, firstArgument) __attribute__((format(printf, formatIndex, firstArgument)))
 #else
 #define KX_PRINTF(formatIndex, firstArgument)
