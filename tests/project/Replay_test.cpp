@@ -133,6 +133,7 @@ TEST_P(Nights, AreReplayedBitForBit) {
 INSTANTIATE_TEST_SUITE_P(By, Nights, testing::Values("keys", "mouse", "pad"),
                          [](const auto& device) { return std::string(device.param); });
 
+#ifdef EXAMPLES
 TEST(Replay, StopsForAPictureAndTellsWhatIsWrong) {
     const TemporaryFolder folder;
     const auto example = [&folder](const std::string& environment,
@@ -179,4 +180,5 @@ TEST(Replay, StopsForAPictureAndTellsWhatIsWrong) {
         EXPECT_NE(run.output.find(says), std::string::npos) << environment << run.output;
     }
 }
+#endif
 } // namespace
