@@ -47,16 +47,10 @@ static bool removed(const std::wstring& path, DWORD attributes) {
 
 // It keeps its own stack, so that a deep tree costs memory and not the program.
 bool _KXEmptyFolder(const char* path) {
-    std::wstring root = _KXWidePath(path);
+    std::wstring root = _KXWideFolder(path);
     const DWORD attributes = GetFileAttributesW(root.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES || !isFolder(attributes) || leadsElsewhere(attributes))
         return false;
-    // Paths grow longer than the system allows for others.
-    if (!root.starts_with(L"\\\\")) {
-        std::wstring whole(GetFullPathNameW(root.c_str(), 0, nullptr, nullptr), L'\0');
-        whole.resize(GetFullPathNameW(root.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
-        root = L"\\\\?\\" + whole;
-    }
     std::vector<FolderToEmpty> levels;
     levels.push_back(folderToEmpty(std::move(root)));
     for (;;) {

@@ -11,5 +11,7 @@ std::string _KXNarrow(std::wstring_view text);
 
 /// A path as the system's calls take it, however long it is.
 std::wstring _KXWidePath(std::string_view path);
-/// The other way round: with slashes.
+/// The same, for a folder below which paths grow longer still.
+std::wstring _KXWideFolder(std::string_view path);
+/// The other way round: with slashes, and short again.
 std::string _KXNarrowPath(std::wstring_view path);

@@ -22,20 +22,30 @@ std::string _KXNarrow(std::wstring_view text) {
     return narrow;
 }
 
-// The folder's own limit is twelve short of a file's, since a short name had to fit into each.
-std::wstring _KXWidePath(std::string_view path) {
-    constexpr std::size_t longest = MAX_PATH - 12;
-    std::wstring wide = _KXWide(path);
-    if (wide.size() < longest || wide.starts_with(L"\\\\"))
-        return wide;
-    const DWORD size = GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr);
-    std::wstring whole(size, L'\0');
-    whole.resize(GetFullPathNameW(wide.c_str(), size, whole.data(), nullptr));
+// In the one form that may have any length; the system takes it as it stands, and so it has to be whole and
+// plain.
+static std::wstring withoutLimit(const std::wstring& path) {
+    if (path.starts_with(L"\\\\?\\"))
+        return path;
+    std::wstring whole(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    whole.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
     return whole.starts_with(L"\\\\") ? L"\\\\?\\UNC\\" + whole.substr(2) : L"\\\\?\\" + whole;
 }
 
+std::wstring _KXWidePath(std::string_view path) {
+    constexpr std::size_t longest = MAX_PATH - 12; // of a folder, since a short name had to fit into each
+    const std::wstring wide = _KXWide(path);
+    return wide.size() < longest ? wide : withoutLimit(wide);
+}
+
+std::wstring _KXWideFolder(std::string_view path) { return withoutLimit(_KXWide(path)); }
+
 std::string _KXNarrowPath(std::wstring_view path) {
-    std::string narrow = _KXNarrow(path);
+    constexpr std::wstring_view noLimit = L"\\\\?\\", share = L"\\\\?\\UNC\\";
+    const bool isShare = path.starts_with(share);
+    if (path.starts_with(noLimit))
+        path.remove_prefix(isShare ? share.size() : noLimit.size());
+    std::string narrow = (isShare ? "//" : "") + _KXNarrow(path);
     std::ranges::replace(narrow, '\\', '/');
     return narrow;
 }
