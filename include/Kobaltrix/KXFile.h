@@ -8,9 +8,17 @@
 /// Files, folders and '/'-separated paths.
 ///
 /// Paths are bytes handed to the system unchanged (UTF-8 on every system of today); relative ones start at
-/// the process's working directory. Two conventions of results must be kept apart: tests and
-/// KXMakeDirectory() give -1 for yes and 0 for no, while KXRemoveFile() and KXRemoveDirectory() give 0 for
-/// success and -1 for failure. A null path is a path that does not exist.
+/// the process's working directory.
+///
+/// On Windows paths have any length, and parts may stand between backslashes. Some names no file can have
+/// there: what holds < > : " | ? * or a control character, ends with a dot or a blank, or is CON, PRN, AUX,
+/// NUL, COM1 to COM9 or LPT1 to LPT9, with or without an extension. The library opens and makes nothing by
+/// such a name, and says why in KXError() wherever a failure has a text. Names that players type had better
+/// do without them on every system.
+///
+/// Two conventions of results must be kept apart: tests and KXMakeDirectory() give -1 for yes and 0 for no,
+/// while KXRemoveFile() and KXRemoveDirectory() give 0 for success and -1 for failure. A null path is a path
+/// that does not exist.
 
 /// -1 if there is something at @a path (a file, a folder or anything else), else 0. A symbolic link counts by
 /// what it leads to.

@@ -19,14 +19,16 @@
 /// recordings do not hold what they give: it differs between machines, and what depends on it should be no
 /// more than which files are opened. Where memory is exhausted they throw std::bad_alloc.
 
-/// Gives the game the name that its folders have. Without it they have that of the program's file.
+/// Gives the game the name that its folders have. Without it they have that of the program's file, less
+/// ".exe".
 ///
 /// To be called before anything is asked for below, with a name that never changes: what the player has saved
 /// is found by it.
 /// @param maker a folder around that of the player's files, for who makes many games; null for none.
 /// @param name such as "firefly".
 /// @return -1; 0 with a text in KXError(), and nothing changes, for what cannot be the name of a folder: an
-///   empty text, "." and "..", and what holds a slash or a control character.
+///   empty text, "." and "..", and what holds a slash or a control character; on Windows also what nothing
+///   can be called there (see KXFile.h).
 KX_API int KXSetGameName(const char* maker, const char* name);
 
 /// The folder of the program's file, without links and without a slash at its end.
@@ -47,8 +49,9 @@ KX_API const char* KXDataFolder();
 KX_API const char* KXDataPath(const char* name);
 
 /// The folder of what the player sets and saves, made if there is none: "[MAKER/]NAME" in the folder that the
-/// system keeps for that ($XDG_DATA_HOME, else ~/.local/share; on macOS ~/Library/Application Support). Only
-/// the player may look into it. `KOBALTRIX_USER_FOLDER` in the environment is another, for tests.
+/// system keeps for that ($XDG_DATA_HOME, else ~/.local/share; on macOS ~/Library/Application Support; on
+/// Windows AppData/Roaming). Only the player may look into it. `KOBALTRIX_USER_FOLDER` in the environment is
+/// another, for tests.
 KX_API const char* KXUserFolder();
 /// The path of a file in KXUserFolder(), whether there is one or not; the folders on its way are made.
 /// @param name as KXDataPath() takes it.

@@ -6,6 +6,7 @@
 #include "audio/WaveFile.h"
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/Tape.h"
+#include "platform/FilePath.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
@@ -35,7 +36,7 @@ void KXMusic::Loader::load() {
         music._music = Mix_LoadMUS_RW(file, 1);
     } else if (file) {
         SDL_RWclose(file);
-        music._music = Mix_LoadMUS(source.path.c_str());
+        music._music = Mix_LoadMUS(_KXPathForLibraries(source.path).c_str());
     }
 }
 

@@ -1,6 +1,7 @@
 #include "audio/WaveFile.h"
 
 #include "core/ground/ErrorSlot.h"
+#include "platform/FilePath.h"
 
 #include <Kobaltrix/KXSound.h>
 
@@ -117,7 +118,7 @@ SDL_RWops* _KXAudioSource::open(_KXAudioUse use) const {
     const bool isInMemory = path.empty() && bytes.size() <= std::numeric_limits<int>::max();
     std::unique_ptr<SDL_RWops, CloseFile> file(
         isInMemory ? SDL_RWFromConstMem(bytes.data(), static_cast<int>(bytes.size()))
-                   : SDL_RWFromFile(path.c_str(), "rb"));
+                   : SDL_RWFromFile(_KXPathForLibraries(path).c_str(), "rb"));
     if (!file || !fileIsSane(file.get(), use))
         return nullptr;
     SDL_RWseek(file.get(), 0, RW_SEEK_SET);

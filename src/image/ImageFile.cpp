@@ -54,7 +54,7 @@ _KXDecodedImage _KXDecodeImageFile(const char* path) {
     const std::uintmax_t size = std::filesystem::file_size(_KXFilePath(path ? path : ""), error);
     return decoded(error ? 0 : size, [path] {
         const char* const dot = std::strrchr(path, '.');
-        return load(SDL_RWFromFile(path, "rb"), dot ? dot + 1 : nullptr);
+        return load(SDL_RWFromFile(_KXPathForLibraries(path).c_str(), "rb"), dot ? dot + 1 : nullptr);
     });
 }
 

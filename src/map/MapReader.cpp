@@ -119,7 +119,7 @@ void Reader::readLayer(const _KXJsonValue& value, const std::string& type, const
 } // namespace
 
 std::string _KXMapPathBeside(const std::string& file, const std::string& path) {
-    return _KXTextOf((_KXFilePath(file).parent_path() / _KXFilePath(path)).lexically_normal());
+    return _KXTextOf((_KXPlainPath(file).parent_path() / _KXPlainPath(path)).lexically_normal());
 }
 
 void _KXReadMap(const std::string& path, std::uint32_t mostCells, _KXMapState& map) {

@@ -14,7 +14,7 @@ public:
     /// The next name, in no order, "." and ".." left out; null at the end, or where reading fails. It holds
     /// until the next call.
     const char* next();
-    /// 0, or why the folder could not be opened or read to its end, as the system numbers it.
+    /// 0, or why the folder could not be opened or read to its end: ENOENT and its kind.
     int error() const { return _error; }
 
 private:

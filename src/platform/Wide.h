@@ -9,7 +9,7 @@
 std::wstring _KXWide(std::string_view text);
 std::string _KXNarrow(std::wstring_view text);
 
-/// A path as the system's calls take it, however long it is.
+/// A path as the system's calls take it, however long it is; one that they refuse where no file can have it.
 std::wstring _KXWidePath(std::string_view path);
 /// The same, for a folder below which paths grow longer still.
 std::wstring _KXWideFolder(std::string_view path);

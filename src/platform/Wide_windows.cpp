@@ -1,6 +1,6 @@
 #include "platform/Wide.h"
 
-#include <algorithm>
+#include "platform/WindowsNames.h"
 
 #include <windows.h>
 
@@ -29,23 +29,24 @@ static std::wstring withoutLimit(const std::wstring& path) {
         return path;
     std::wstring whole(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
     whole.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
+    constexpr std::size_t drive = 3; // whose slash stays
+    if (whole.size() > drive && whole.ends_with(L'\\'))
+        whole.pop_back();
     return whole.starts_with(L"\\\\") ? L"\\\\?\\UNC\\" + whole.substr(2) : L"\\\\?\\" + whole;
 }
 
 std::wstring _KXWidePath(std::string_view path) {
     constexpr std::size_t longest = MAX_PATH - 12; // of a folder, since a short name had to fit into each
-    const std::wstring wide = _KXWide(path);
+    const std::wstring wide = _KXWide(_KXMarkWindowsPath(path));
     return wide.size() < longest ? wide : withoutLimit(wide);
 }
 
-std::wstring _KXWideFolder(std::string_view path) { return withoutLimit(_KXWide(path)); }
+std::wstring _KXWideFolder(std::string_view path) { return withoutLimit(_KXWide(_KXMarkWindowsPath(path))); }
 
 std::string _KXNarrowPath(std::wstring_view path) {
     constexpr std::wstring_view noLimit = L"\\\\?\\", share = L"\\\\?\\UNC\\";
     const bool isShare = path.starts_with(share);
     if (path.starts_with(noLimit))
         path.remove_prefix(isShare ? share.size() : noLimit.size());
-    std::string narrow = (isShare ? "//" : "") + _KXNarrow(path);
-    std::ranges::replace(narrow, '\\', '/');
-    return narrow;
+    return _KXUnmarkWindowsPath((isShare ? "//" : "") + _KXNarrow(path));
 }

@@ -329,11 +329,13 @@ void KXUIFileBrowser::State::endTask() {
 /// Why a name can not be given; empty where it can.
 std::string KXUIFileBrowser::State::taskFails(const std::string& path) const {
     const std::string wanted = nameMeant();
-    if (wanted.find('/') != wanted.npos || !namesSomething(wanted, {}))
+    if (std::ranges::any_of(wanted, _KXIsSlash) || !namesSomething(wanted, {}))
         return "A name needs more than blanks and dots, and no slash.";
     if (_KXNameIsTaken(path.c_str()))
         return inQuotes(wanted) + " is there already.";
-    std::error_code error;
+    std::error_code error = _KXPathFault(wanted);
+    if (error)
+        return error.message() + ": " + inQuotes(wanted);
     if (task == Task::MakeFolder)
         std::filesystem::create_directory(_KXFilePath(path), error);
     else
@@ -411,7 +413,9 @@ void KXUIFileBrowser::State::save(std::string path) {
     const std::string parent = _KXParentOf(path);
     const _KXPathKind kind = _KXKindOf(path);
     const int error = errno;
-    if (kind == _KXPathKind::Folder)
+    if (const std::error_code fault = _KXPathFault(path))
+        message = fault.message() + ": " + inQuotes(_KXLastPart(path));
+    else if (kind == _KXPathKind::Folder)
         message = "There is a folder " + inQuotes(_KXLastPart(path)) + ".";
     else if (kind == _KXPathKind::Nothing && _KXKindOf(parent) != _KXPathKind::Folder)
         message = "There is no folder " + inQuotes(parent) + ".";

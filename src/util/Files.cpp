@@ -5,6 +5,7 @@
 #include "platform/FilePath.h"
 #include "platform/FolderReader.h"
 #include "util/KXString.h"
+#include "util/WholeFile.h"
 
 #include <filesystem>
 #include <new>
@@ -72,7 +73,8 @@ int KXMakeDirectory(const char* path) {
     std::error_code error;
     if (path && fs::create_directory(_KXFilePath(path), error))
         return -1;
-    _KXReportError("Unable to create directory at %s", path ? path : "(null)");
+    _KXReportError("Unable to create directory at %s%s", path ? path : "(null)",
+                   _KXPathFaultText(path).c_str());
     return 0;
 }
 

@@ -136,7 +136,7 @@ _KXPathKind _KXKindOf(const std::string& path) {
 }
 
 std::string _KXPathIn(const std::string& folder, const std::string& path) {
-    return _KXTextOf(_KXFilePath(folder) / _KXFilePath(path));
+    return _KXTextOf(_KXPlainPath(folder) / _KXPlainPath(path));
 }
 
 static fs::path workingDirectory() {
@@ -146,12 +146,12 @@ static fs::path workingDirectory() {
 }
 
 std::string _KXAbsolutePath(const char* path) {
-    const fs::path full = workingDirectory() / _KXFilePath(path ? path : "");
+    const fs::path full = workingDirectory() / _KXPlainPath(path ? path : "");
     // A ".." behind a link is the parent of what the link leads to, which only the system knows. Without one,
     // links stay in the path, so that going up from the folder leads back to where one came from.
     if (std::find(full.begin(), full.end(), "..") != full.end()) {
         std::error_code error;
-        if (const fs::path real = fs::canonical(full, error); !error)
+        if (const fs::path real = fs::canonical(_KXFilePath(_KXTextOf(full)), error); !error)
             return _KXTextOf(real);
     }
     // By its text alone: a folder that has vanished has a parent too.
@@ -171,6 +171,6 @@ std::string _KXShownName(const std::string& name) {
     return shown;
 }
 
-std::string _KXLastPart(const std::string& path) { return _KXTextOf(_KXFilePath(path).filename()); }
+std::string _KXLastPart(const std::string& path) { return _KXTextOf(_KXPlainPath(path).filename()); }
 
-std::string _KXParentOf(const std::string& path) { return _KXTextOf(_KXFilePath(path).parent_path()); }
+std::string _KXParentOf(const std::string& path) { return _KXTextOf(_KXPlainPath(path).parent_path()); }

@@ -54,8 +54,8 @@ const char* KXPutFileAside(const char* path) {
     const char* const aside = _KXKeepTemporarily(to);
     if (!aside) // null would say that it is where it was
         throw std::bad_alloc();
-    std::error_code error = std::make_error_code(std::errc::file_exists);
-    if (*aside)
+    std::error_code error = *aside ? _KXPathFault(from) : std::make_error_code(std::errc::file_exists);
+    if (!error)
         std::filesystem::rename(_KXFilePath(from), _KXFilePath(to), error);
     if (error)
         _KXReportError("%s: cannot be put aside: %s", from.c_str(), error.message().c_str());

@@ -4,6 +4,7 @@
 #include "core/ground/LogicClock.h"
 #include "platform/AppendFile.h"
 #include "platform/LocalTime.h"
+#include "util/WholeFile.h"
 
 #include <Kobaltrix/KXApplication.h>
 
@@ -69,7 +70,7 @@ int KXOpenLog(const char* path, int overwrite) {
     if (_KXLogFP)
         return -1;
     if (path) // else whoever made the path has said why there is none
-        _KXSetError("The log cannot be opened: %s", path);
+        _KXSetError("The log cannot be opened: %s%s", path, _KXPathFaultText(path).c_str());
     return 0;
 }
 

@@ -20,10 +20,15 @@ static bool report(const char* path, const char* why) {
     return false;
 }
 
+std::string _KXPathFaultText(const char* path) {
+    const std::error_code fault = _KXPathFault(path ? path : "");
+    return fault ? ": " + fault.message() : "";
+}
+
 bool _KXReadWholeFile(const char* path, std::size_t maximum, std::string& content) {
     const File file(path ? _KXOpenFile(path, "rb") : nullptr, std::fclose);
     if (!file)
-        return report(path, "cannot be opened");
+        return report(path, ("cannot be opened" + _KXPathFaultText(path)).c_str());
     std::size_t length = 0;
     do {
         content.resize(std::min(maximum + 1, 2 * length + 4096)); // a byte more tells that there are more
@@ -52,7 +57,9 @@ static fs::path targetOf(fs::path path, std::error_code& error) {
 std::error_code _KXStoreFile(const char* path, std::string_view content) {
     if (!path || !*path)
         return std::make_error_code(std::errc::no_such_file_or_directory);
-    std::error_code error, ignored;
+    std::error_code error = _KXPathFault(path), ignored;
+    if (error)
+        return error;
     const fs::file_status status = fs::status(_KXFilePath(path), ignored);
     if (fs::exists(status) && (!fs::is_regular_file(status) || _KXIsOutputOfProcess(path)))
         return _KXWriteInPlace(path, content);

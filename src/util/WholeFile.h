@@ -5,6 +5,10 @@
 #include <string_view>
 #include <system_error>
 
+/// What an error's text ends with where no file of this system can have such a path: ": " and why. Else
+/// empty.
+std::string _KXPathFaultText(const char* path);
+
 /// Reads a file to its end. False, with a text in the error slot, if it cannot be read or has more than @a
 /// maximum bytes.
 bool _KXReadWholeFile(const char* path, std::size_t maximum, std::string& content);

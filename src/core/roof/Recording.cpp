@@ -15,6 +15,7 @@
 #include "render/KXTexture.h"
 #include "render/KXWindow.h"
 #include "util/RandomTrace.h"
+#include "util/WholeFile.h"
 
 #include <Kobaltrix/KXApplication.h>
 #include <Kobaltrix/KXError.h>
@@ -195,7 +196,8 @@ static int beginRecording(const char* path, std::uint64_t pixelsEvery) {
     const std::string before = setAside(path ? path : "");
     std::ofstream file(_KXFilePath(path ? path : ""), std::ios::binary | std::ios::trunc);
     if (!file) {
-        _KXReportError("Unable to write a recording at %s", path ? path : "(null)");
+        _KXReportError("Unable to write a recording at %s%s", path ? path : "(null)",
+                       _KXPathFaultText(path).c_str());
         if (!before.empty())
             putInPlace(before, path);
         return 0;
