@@ -6,6 +6,11 @@
 /// Random numbers drawn from the C library's `rand()`. KXInit() seeds it with the time of day; `srand()`
 /// after it makes them repeatable. Nothing here allocates or fails. A generator of the game's own, with the
 /// same numbers on every system, is a KXRandomGenerator.
+///
+/// Each system's library has numbers of its own. While a game is recorded or replayed (KXRecording.h) they
+/// are those of the GNU C library everywhere, from the recording's seed; where `rand()` would give others,
+/// `srand()` changes nothing then, and a game's own calls of `rand()` draw other numbers than on another
+/// system.
 
 /// A whole number from @a min to @a max, both included; 0 if @a min is greater than @a max. Any two ints are
 /// a valid range, the widest one too.

@@ -9,8 +9,13 @@
 #include <cstdlib>
 #include <limits>
 
+static _KXRecordedNumbers* recordedNumbers() {
+    return _KXTraceOfRandom && _KXTraceOfRandom->instead ? &*_KXTraceOfRandom->instead : nullptr;
+}
+
 static int draw() {
-    const int number = std::rand();
+    _KXRecordedNumbers* const recorded = recordedNumbers();
+    const int number = recorded ? recorded->next() : std::rand();
     _KXNoteRandomNumber(static_cast<std::uint32_t>(number));
     return number;
 }
@@ -20,7 +25,8 @@ int KXRandomize(int min, int max) {
         return 0;
     // One draw is enough for every range but the very widest.
     const std::uint64_t width = static_cast<std::uint64_t>(static_cast<std::int64_t>(max) - min) + 1;
-    constexpr std::uint64_t outcomes = static_cast<std::uint64_t>(RAND_MAX) + 1;
+    const int largest = recordedNumbers() ? _KXRecordedNumbers::largest : RAND_MAX;
+    const std::uint64_t outcomes = static_cast<std::uint64_t>(largest) + 1;
     std::uint64_t drawn = 0;
     std::uint64_t reach = 1;
     do {

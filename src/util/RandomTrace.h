@@ -1,10 +1,13 @@
 #pragma once
 
+#include "util/RecordedNumbers.h"
+
 #include <Kobaltrix/KXRandomGenerator.h>
 
 #include <bit>
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 /// What is drawn at random, for whoever records a game or plays a recording of it: both must draw the same.
 struct _KXRandomTrace {
@@ -14,6 +17,8 @@ struct _KXRandomTrace {
     /// generator begins instead: so a replay puts the recorded one in the place of a seed that the clock
     /// gave.
     std::function<void(KXRandomState&)> begins;
+    /// Drawn from instead of rand(); none where that gives the same.
+    std::optional<_KXRecordedNumbers> instead;
 
     void note(std::uint32_t number) {
         ++numbers;

@@ -1,12 +1,17 @@
+#include "util/RandomTrace.h"
+
 #include <Kobaltrix/KXRandom.h>
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cfloat>
 #include <climits>
 #include <cmath>
+#include <cstddef>
 #include <cstdlib>
 #include <set>
+#include <utility>
 
 namespace {
 TEST(Random, DrawsFollowTheGeneratorsSequence) {
@@ -40,6 +45,27 @@ TEST(Random, DrawsFollowTheGeneratorsSequence) {
         EXPECT_TRUE(KXRandomize(0, INT_MAX) >= 0 && KXRandomize(INT_MIN, -2) <= -2);
     }
     EXPECT_EQ(eighths.size(), 16u);
+}
+
+TEST(Random, RecordingsDrawTheSameOnEverySystem) {
+    // The first three and the 1000th after srand() of the GNU C library.
+    const std::pair<unsigned, std::array<int, 4>> recorded[] = {
+        {0, {1804289383, 846930886, 1681692777, 1143565421}},
+        {1, {1804289383, 846930886, 1681692777, 1143565421}},
+        {0x80000000, {1336741213, 1210407648, 1447044896, 193932953}},
+        {0xFFFFFFFF, {254925627, 1205188300, 366127624, 1892540048}}};
+    _KXRandomTrace trace;
+    _KXTraceOfRandom = &trace;
+    for (const auto& [seed, numbers] : recorded) {
+        trace.instead.emplace(seed);
+        for (int i = 0; i < 3; ++i)
+            EXPECT_EQ(KXRandomize(0, INT_MAX), numbers[static_cast<std::size_t>(i)]) << seed;
+        for (int i = 3; i < 999; ++i)
+            KXRandomDirection();
+        EXPECT_EQ(KXRandomPercentChance(50) != 0, numbers[3] % 101 > 50) << seed;
+    }
+    EXPECT_EQ(trace.numbers, 4000u);
+    _KXTraceOfRandom = nullptr;
 }
 
 TEST(Random, FractionsStayWithinBoundsAndAreSpreadEvenly) {
