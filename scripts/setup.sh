@@ -28,7 +28,7 @@ site_packages=(doxygen python3-markdown-it)
 check_packages=(
     "${site_packages[@]}"
     libgtest-dev clang-format fontconfig xvfb openbox weston xdotool x11-utils binutils dpkg-dev file castxml lintian
-    mmdebstrap uidmap appstream desktop-file-utils
+    mmdebstrap uidmap appstream desktop-file-utils g++-mingw-w64-x86-64-posix
     fonts-lohit-deva fonts-droid-fallback fonts-symbola fonts-noto-color-emoji
 )
 look_packages=(chromium fonts-dejavu-core)

@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# windows_alone.sh PROJECT FOLDER: what is for Windows alone compiles without a warning, and so do the public headers there,
+# for who links the DLL and for who links the static library.
+set -euo pipefail
+project=$1 folder=$2
+compiler=(x86_64-w64-mingw32-g++-posix -Iinclude -Isrc -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+    -Wno-sign-conversion -Wnon-virtual-dtor -Wold-style-cast -Wformat=2 -Werror)
+command -v "${compiler[0]}" >/dev/null || { printf 'There is no %s.\n' "${compiler[0]}" && exit 77; }
+cd "$project"
+rm -rf -- "$folder"
+mkdir -p -- "$folder"
+
+# Read once, since they are most of the work; that each file includes what it uses, a build for Windows tells.
+printf '#include <%s>\n' winsock2.h windows.h algorithm filesystem string vector >"$folder/common.h"
+"${compiler[@]}" -std=c++20 -x c++-header "$folder/common.h" -o "$folder/common.h.gch"
+status=0 count=0
+for source in src/platform/{*_windows,NameLookup,SocketAddress}.cpp; do
+    "${compiler[@]}" -std=c++20 -fsyntax-only -Winvalid-pch -include "$folder/common.h" "$source" || status=1
+    count=$((count + 1))
+done
+((count > 10)) || { status=1 && printf 'The files for Windows are elsewhere.\n'; }
+for define in KX_SHARED_LIBRARY KX_STATIC_LIBRARY; do
+    printf '#include <Kobaltrix/Kobaltrix.h>\n' | "${compiler[@]}" -std=c++11 -fsyntax-only -D$define -x c++ - || status=1
+done
+exit $status
