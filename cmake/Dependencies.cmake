@@ -1,5 +1,9 @@
 # Everything the library calls and does not contain. All of it is packaged by Debian.
 find_package(OpenGL REQUIRED)
+if(APPLE AND NOT TARGET OpenGL::GLU) # a part of the system's OpenGL framework
+  add_library(OpenGL::GLU INTERFACE IMPORTED)
+  target_link_libraries(OpenGL::GLU INTERFACE OpenGL::GL)
+endif()
 find_package(PkgConfig REQUIRED)
 find_package(nlohmann_json REQUIRED) # headers alone, for the sources of the library and of kxsprite
 # NAME=MODULE: what pkg-config knows as MODULE is the target PkgConfig::NAME. Installed files repeat this list.
