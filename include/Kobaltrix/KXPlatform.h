@@ -6,7 +6,9 @@
 #if defined(_WIN32)
 #if defined(KX_SHARED_LIBRARY)
 #define KX_API __declspec(dllimport)
-#else // what the library exports stands in a list of its own
+#elif defined(KX_EXPORTS) // by compilers that make no list of it
+#define KX_API __declspec(dllexport)
+#else
 #define KX_API
 #endif
 #define KX_INTERNAL

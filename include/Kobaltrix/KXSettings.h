@@ -75,10 +75,10 @@ public:
 
     /// A number. One that is less than @a least or more than @a most becomes the nearest that is not.
     double number(const char* key, double without, double least = std::numeric_limits<double>::lowest(),
-                  double most = std::numeric_limits<double>::max()) const;
+                  double most = (std::numeric_limits<double>::max)()) const;
     /// The same, truncated toward zero.
-    int integer(const char* key, int without, int least = std::numeric_limits<int>::min(),
-                int most = std::numeric_limits<int>::max()) const;
+    int integer(const char* key, int without, int least = (std::numeric_limits<int>::min)(),
+                int most = (std::numeric_limits<int>::max)()) const;
     /// Whether something is so: -1 for yes, 0 for no, or @a without as it is.
     int flag(const char* key, int without) const;
     /// A text, of any bytes but 0. @param key its name. @param without null counts as empty.

@@ -27,4 +27,6 @@ for folder in include/Kobaltrix testkit/KobaltrixTest; do
 done
 # No header brings in those of the platform.
 if grep -nE '#include *[<"](SDL|GL/|OpenGL/|FTGL)' {include/Kobaltrix,testkit/KobaltrixTest}/*.h; then status=1; fi
+# A system's header has macros of these names.
+if grep -nE '>::(min|max)\(' {include/Kobaltrix,testkit/KobaltrixTest}/*.h; then status=1; fi
 exit $status

@@ -1,6 +1,5 @@
 #!/usr/bin/env bash
-# windows_alone.sh PROJECT FOLDER: what is for Windows alone compiles without a warning, and so do the public headers there,
-# for who links the DLL and for who links the static library.
+# windows_alone.sh PROJECT FOLDER: what is for Windows alone compiles without a warning, and so do the public headers there.
 set -euo pipefail
 project=$1 folder=$2
 compiler=(x86_64-w64-mingw32-g++-posix -Iinclude -Isrc -Wall -Wextra -Wpedantic -Wshadow -Wconversion
@@ -19,7 +18,7 @@ for source in src/platform/{*_windows,NameLookup,SocketAddress}.cpp; do
     count=$((count + 1))
 done
 ((count > 10)) || { status=1 && printf 'The files for Windows are elsewhere.\n'; }
-for define in KX_SHARED_LIBRARY KX_STATIC_LIBRARY; do
-    printf '#include <Kobaltrix/Kobaltrix.h>\n' | "${compiler[@]}" -std=c++11 -fsyntax-only -D$define -x c++ - || status=1
+for use in -DKX_SHARED_LIBRARY -DKX_EXPORTS -UKX_EXPORTS; do # the DLL's game, the DLL, the static library's game
+    printf '#include <%s>\n' windows.h Kobaltrix/Kobaltrix.h | "${compiler[@]}" -std=c++11 -fsyntax-only $use -x c++ - || status=1
 done
 exit $status
