@@ -59,6 +59,9 @@ install(
   DIRECTORY ${PROJECT_SOURCE_DIR}/cmake/game
   DESTINATION ${kobaltrix_cmake_dir}
   COMPONENT dev)
+if(WIN32 AND KOBALTRIX_WINDOWS)
+  include(${PROJECT_SOURCE_DIR}/cmake/InstallForWindows.cmake)
+endif()
 set(header_folders ${PROJECT_SOURCE_DIR}/include/Kobaltrix)
 if(TARGET KobaltrixTest AND KOBALTRIX_BUILD_TESTKIT)
   kobaltrix_install_target(KobaltrixTest Test)

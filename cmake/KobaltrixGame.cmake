@@ -28,8 +28,11 @@
 # NAME_package leaves in the folder packages of the build folder
 #   a .deb          where this is Debian
 #   a .tar.gz       to be unpacked anywhere, with the libraries in it that a machine may lack (game/libraries.cmake)
+# or, for Windows,
+#   a .zip          to be unpacked anywhere
+#   a -setup.exe    which installs the same, where makensis is to make it
 # What the project itself installs with COMPONENT NAME goes into the .deb too, with COMPONENT NAME_portable into
-# the other one. Both are for Linux; on other systems there is the program alone.
+# the others. On macOS there is the program alone.
 function(kobaltrix_add_game name)
   set(texts VERSION STEP_MS TITLE SUMMARY DESCRIPTION DEVELOPER CONTACT HOMEPAGE ID LICENSE COPYRIGHT DATE)
   cmake_parse_arguments(PARSE_ARGV 1 game "EXCLUDE_FROM_ALL" "${texts}" "SOURCES;ICON;ASSETS;SPRITES;CATEGORIES;DEPENDS")
@@ -45,12 +48,18 @@ function(kobaltrix_add_game name)
   endif()
   string(APPEND folder /assets)
   _kobaltrix_game_files(files) # all of the assets, as paths in that folder
-  if(UNIX AND NOT APPLE)
+  set(described ${CMAKE_CURRENT_BINARY_DIR}/${name}_files)
+  if(WIN32)
+    _kobaltrix_game_resources()
+    _kobaltrix_game_installation()
+    _kobaltrix_game_windows_packages()
+  elseif(NOT APPLE)
     _kobaltrix_game_descriptions()
     _kobaltrix_game_installation()
     _kobaltrix_game_packages()
   endif()
 endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/game/windows.cmake)
 
 # What follows are the parts of the function above; they see its variables.
 function(_kobaltrix_game_error)
@@ -230,12 +239,15 @@ function(_kobaltrix_game_is_sprite path file result)
 endfunction()
 
 function(_kobaltrix_game_asset path file)
+  set(target "${folder}/${file}")
+  if("${path}" STREQUAL target AND "${target}" IN_LIST sprites) # a sheet that the project makes
+    return()
+  endif()
   if("${file}" IN_LIST files)
     _kobaltrix_game_error("There are two assets \"${file}\".")
   endif()
   list(APPEND files "${file}")
   set(files "${files}" PARENT_SCOPE)
-  set(target "${folder}/${file}")
   if(NOT "${path}" STREQUAL target) # what the project makes may be made there
     get_filename_component(parent "${target}" DIRECTORY)
     file(MAKE_DIRECTORY "${parent}")
@@ -247,9 +259,8 @@ function(_kobaltrix_game_asset path file)
   endif()
 endfunction()
 
-# What desktops, software centres and readers of licences are told, as files in `described`.
+# What desktops and software centres are told, as files in `described`.
 function(_kobaltrix_game_descriptions)
-  set(described ${CMAKE_CURRENT_BINARY_DIR}/${name}_files)
   set(here ${CMAKE_CURRENT_FUNCTION_LIST_DIR})
   string(REPLACE "\\" "\\\\" desktop_title "${game_TITLE}")
   string(REPLACE "\\" "\\\\" desktop_summary "${game_SUMMARY}")
@@ -271,7 +282,11 @@ function(_kobaltrix_game_descriptions)
     string(APPEND xml_categories "\n    <category>${category}</category>")
   endforeach()
   configure_file(${here}/game/game.metainfo.xml.in ${described}/${game_ID}.metainfo.xml @ONLY)
+endfunction()
 
+# What readers of licences are told.
+function(_kobaltrix_game_copyright)
+  set(here ${CMAKE_CURRENT_FUNCTION_LIST_DIR})
   set(library_copyright ${here}/copyright)
   if(NOT EXISTS ${library_copyright}) # this is the library's source, and nothing that was installed
     set(library_copyright ${here}/../packaging/copyright)
@@ -284,44 +299,52 @@ function(_kobaltrix_game_descriptions)
   file(READ ${library_copyright} text)
   file(WRITE ${described}/copyright "${copyright}\n\nThe program holds the library Kobaltrix:\n\n${text}")
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${library_copyright} ${game_COPYRIGHT} ${game_ICON})
-  set(described ${described} PARENT_SCOPE)
 endfunction()
 
-# Two components: NAME, and NAME_portable, which is laid down for the .tar.gz alone.
+# Two components: NAME, and NAME_portable, which is laid down for what is unpacked anywhere alone.
 function(_kobaltrix_game_installation)
   set(installed COMPONENT ${name})
   if(game_EXCLUDE_FROM_ALL)
     list(APPEND installed EXCLUDE_FROM_ALL)
   endif()
   set(portable COMPONENT ${name}_portable EXCLUDE_FROM_ALL)
+  string(TOLOWER "${name}" debian_name)
+  string(REPLACE _ - debian_name ${debian_name})
+  set(debian_name ${debian_name} PARENT_SCOPE)
 
-  # In the portable folder the program looks for libraries in lib beside it, and so do the libraries there: only the
-  # older of the two tags holds for them as well. An installed program has the system's.
-  target_link_options(${name} PRIVATE LINKER:--disable-new-dtags)
-  set_target_properties(${name} PROPERTIES INSTALL_RPATH $ORIGIN/lib)
   install(TARGETS ${name} RUNTIME DESTINATION . ${portable})
   install(TARGETS ${name} RUNTIME DESTINATION bin ${installed})
-  install(CODE "file(RPATH_REMOVE FILE \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin/${name}\")" ${installed})
-  install(CODE "set(program \"$<TARGET_FILE:${name}>\")
-set(folder \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")" ${portable})
-  install(SCRIPT ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/game/libraries.cmake ${portable})
-
   foreach(file IN LISTS files)
     get_filename_component(parent "${file}" DIRECTORY)
     install(FILES "${folder}/${file}" DESTINATION "share/${name}/${parent}" ${installed})
     install(FILES "${folder}/${file}" DESTINATION "assets/${parent}" ${portable})
   endforeach()
-  string(TOLOWER "${name}" debian_name)
-  string(REPLACE _ - debian_name ${debian_name})
+  _kobaltrix_game_copyright()
   install(FILES ${described}/copyright DESTINATION share/doc/${debian_name} ${installed})
   install(FILES ${described}/copyright DESTINATION licenses RENAME ${name}.txt ${portable})
+  if(WIN32)
+    _kobaltrix_game_windows_installation()
+  else()
+    _kobaltrix_game_desktop_installation()
+  endif()
+endfunction()
+
+function(_kobaltrix_game_desktop_installation)
+  # In the portable folder the program looks for libraries in lib beside it, and so do the libraries there: only the
+  # older of the two tags holds for them as well. An installed program has the system's.
+  target_link_options(${name} PRIVATE LINKER:--disable-new-dtags)
+  set_target_properties(${name} PROPERTIES INSTALL_RPATH $ORIGIN/lib)
+  install(CODE "file(RPATH_REMOVE FILE \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin/${name}\")" ${installed})
+  install(CODE "set(program \"$<TARGET_FILE:${name}>\")
+set(folder \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")" ${portable})
+  install(SCRIPT ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/game/libraries.cmake ${portable})
+
   install(FILES ${described}/${name}.desktop DESTINATION share/applications ${installed})
   install(FILES ${described}/${game_ID}.metainfo.xml DESTINATION share/metainfo ${installed})
   foreach(icon IN LISTS game_ICON)
     _kobaltrix_game_icon("${icon}" size suffix)
     install(FILES "${icon}" DESTINATION share/icons/hicolor/${size}/apps RENAME ${name}.${suffix} ${installed})
   endforeach()
-  set(debian_name ${debian_name} PARENT_SCOPE)
 endfunction()
 
 # The folder of the desktop's icons that one belongs to.

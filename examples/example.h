@@ -23,7 +23,8 @@ inline void (*afterEachStep)(int steps) = nullptr;
 
 /// Reads what an example was started with. With `--frames N` it ends after N frames, with `--screenshot FILE`
 /// it saves the last one, the 100th if no number is given. Either runs it without a display, where every
-/// frame is exactly one logic step: the pictures are the same on a slow machine as on a fast one.
+/// frame is exactly one logic step: the pictures are the same on a slow machine as on a fast one. (On Windows,
+/// which draws nowhere but on a display, there is a window all the same.)
 class Example {
 public:
     Example(int argc, char** argv) {
@@ -36,11 +37,9 @@ public:
         }
         if (_screenshot && !_lastFrame)
             _lastFrame = 100;
-        if (_lastFrame) {
-            setenv("SDL_VIDEODRIVER", "offscreen", 0);
-            setenv("SDL_AUDIODRIVER", "dummy", 0);
-        }
-#ifndef __APPLE__
+        if (_lastFrame)
+            goUnseen();
+#if !defined(__APPLE__) && !defined(_WIN32)
         if (!std::getenv("DISPLAY") && !std::getenv("WAYLAND_DISPLAY") && !std::getenv("SDL_VIDEODRIVER"))
             end(1, "There is no display to open a window on.", "--screenshot FILE does without one.");
 #endif
@@ -87,6 +86,15 @@ public:
     }
 
 private:
+    static void goUnseen() {
+#ifdef _WIN32
+        _putenv_s("SDL_AUDIODRIVER", "dummy");
+#else
+        setenv("SDL_VIDEODRIVER", "offscreen", 0);
+        setenv("SDL_AUDIODRIVER", "dummy", 0);
+#endif
+    }
+
     [[noreturn]] static void end(int status, const char* what, const char* why) {
         std::fprintf(stderr, "%s %s\n", what, why);
         std::_Exit(status);

@@ -101,7 +101,7 @@ bool soakNight(const std::string& folder, const std::string& recording, Watch& w
     const KXTestClock clock;
     setenv("KOBALTRIX_DATA_FOLDER", (folder + "/assets").c_str(),
            1); // it lies there, and this program does not
-    if (!KXInit((folder + "/kobaltrix_demo").data()))
+    if (!KXInit((folder + "/ember-night").data()))
         return false;
     Options options;
     options.night = Options::secondsRecorded;

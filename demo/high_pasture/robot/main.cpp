@@ -43,7 +43,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::filesystem::path folder = argv[1];
-    std::string game = std::filesystem::path(argv[0]).replace_filename("kobaltrix_pasture");
+    std::string game = std::filesystem::path(argv[0]).replace_filename("high-pasture");
     bool recorded = false;
     if (KXInit(game.data())) {
         const bool found = findWays(folder);

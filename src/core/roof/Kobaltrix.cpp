@@ -41,6 +41,8 @@ int KXInit() {
     }
     // Pads name their buttons for where they lie. The platform reads its layouts when it starts.
     SDL_SetHintWithPriority(SDL_HINT_GAMECONTROLLER_USE_BUTTON_LABELS, "0", SDL_HINT_DEFAULT);
+    // On Windows, too, sizes are in points, and windows as sharp as the display. Elsewhere this means nothing.
+    SDL_SetHintWithPriority("SDL_WINDOWS_DPI_SCALING", "1", SDL_HINT_DEFAULT);
     if (SDL_Init(SDL_INIT_TIMER | SDL_INIT_VIDEO | SDL_INIT_JOYSTICK) < 0) {
         _KXReportError("Error initializing SDL: %s", SDL_GetError());
         return 0;
