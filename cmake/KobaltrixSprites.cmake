@@ -24,6 +24,12 @@ function(kobaltrix_sprites target)
     set(step --step-ms ${arg_STEP_MS})
   endif()
 
+  set(kxsprite Kobaltrix::kxsprite)
+  get_target_property(is_installed Kobaltrix::kxsprite IMPORTED)
+  if(is_installed AND CMAKE_CROSSCOMPILING) # CMake knows by itself how programs of the project are run
+    set(kxsprite ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:Kobaltrix::kxsprite>)
+  endif()
+
   set(sprites "")
   set(files "")
   foreach(source IN LISTS arg_UNPARSED_ARGUMENTS)
@@ -48,8 +54,8 @@ function(kobaltrix_sprites target)
     add_custom_command(
       OUTPUT ${made}
       COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
-      COMMAND Kobaltrix::kxsprite ${command}
-      COMMAND Kobaltrix::kxsprite check ${sprite}
+      COMMAND ${kxsprite} ${command}
+      COMMAND ${kxsprite} check ${sprite}
       DEPENDS $<TARGET_FILE:Kobaltrix::kxsprite> ${depends}
       COMMENT "Making ${name}.spr"
       VERBATIM)

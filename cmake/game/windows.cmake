@@ -198,6 +198,13 @@ function(_kobaltrix_game_installer)
   if(icon)
     set(nsi_icons "!define MUI_ICON \"${icon}\"\n!define MUI_UNICON \"${icon}\"")
   endif()
+  # One that is of 64 bits, too, where makensis has what that begins with: some systems run nothing else.
+  set(nsi_target "Unicode true")
+  get_filename_component(programs "${KOBALTRIX_MAKENSIS}" DIRECTORY)
+  file(GLOB stubs ${programs}/Stubs/lzma_solid-amd64-unicode ${programs}/../share/nsis/Stubs/lzma_solid-amd64-unicode)
+  if(stubs AND CMAKE_SIZEOF_VOID_P EQUAL 8)
+    set(nsi_target "Target amd64-unicode")
+  endif()
   configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/windows/installer.nsi.in ${script} @ONLY)
   list(
     APPEND

@@ -1,9 +1,9 @@
 #include "CommonApp.h"
 
 #include "MenuControls.h"
+#include "Paths.h"
 
 #include <cstdio>
-#include <filesystem>
 #include <new>
 
 static std::string dataFolder() {
@@ -40,7 +40,7 @@ void CommonApp::keepIn(const std::string& settingsFile) {
     _settingsFile = settingsFile;
     if (_settingsFile.empty())
         return;
-    _actionsFile = std::filesystem::path(_settingsFile).replace_extension(".controls").string();
+    _actionsFile = textOf(pathOf(_settingsFile).replace_extension(".controls"));
     if (KXFileExists(_actionsFile.c_str()) && !actions.load(_actionsFile.c_str()))
         KXLog("game", "%s", KXError());
 }
@@ -72,7 +72,7 @@ bool CommonApp::keepPicture(const std::string& path) {
         kept = copy->writeToPNG(path.c_str());
     }
     if (kept)
-        std::printf("Screenshot: %s\n", std::filesystem::absolute(path).string().c_str());
+        std::printf("Screenshot: %s\n", textOf(std::filesystem::absolute(pathOf(path))).c_str());
     else
         std::fprintf(stderr, "play: %s\n", KXError());
     return kept != 0;

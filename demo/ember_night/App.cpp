@@ -1,19 +1,21 @@
 #include "App.h"
 
-#include <filesystem>
+#include "Paths.h"
+
 #include <system_error>
 
 // In the player's folder, to which comes what was kept beside the program before. Empty: nothing is kept.
 static std::string usualSettingsFile() {
     const char* const file = KXUserPath("settings.txt");
-    const std::filesystem::path path = file ? file : "", old = KXExecutablePath ? KXExecutablePath : ".";
+    const std::filesystem::path path = pathOf(file ? file : ""),
+                                old = pathOf(KXExecutablePath ? KXExecutablePath : ".");
     std::error_code ignored;
     if (!path.empty() && !std::filesystem::exists(path, ignored)) {
         std::filesystem::copy_file(old / "ember-night.save", path, ignored);
         std::filesystem::copy_file(old / "ember-night.controls",
                                    std::filesystem::path(path).replace_extension(".controls"), ignored);
     }
-    return path.string();
+    return textOf(path);
 }
 
 App::App(const Options& wanted) : CommonApp("Ember Night"), options(wanted), audio(assets) {

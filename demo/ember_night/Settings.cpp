@@ -1,10 +1,11 @@
 #include "Settings.h"
 
+#include "Paths.h"
+
 #include <Kobaltrix/Kobaltrix.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
 #include <system_error>
 
 static constexpr long lastOldVersion = 3;
@@ -56,7 +57,7 @@ static bool loadOld(Settings& settings, const std::string& path) {
 void Settings::load(const std::string& path) {
     if (loadOld(*this, path)) {
         std::error_code ignored;
-        std::filesystem::rename(path, path + ".old", ignored);
+        std::filesystem::rename(pathOf(path), pathOf(path + ".old"), ignored);
         return save(path);
     }
     KXSettings file;

@@ -1,11 +1,12 @@
 #include "WidgetsScene.h"
 
+#include "Paths.h"
+
 #include "TitleScene.h"
 #include "ToolsScene.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
 
 WidgetsScene::WidgetsScene(App& app) : _app(app), _fire(app), _texts(app), _nights(app) {
     KXTextOptions line;
@@ -199,7 +200,7 @@ void WidgetsScene::stepBrowser() {
         return;
     _waits = KXMouse(KXMouseLeft) != 0; // a double click ends only after the browser is gone
     if (const char* path = _browser.path())
-        tell("File browser: " + std::filesystem::path(path).filename().string() + " was chosen");
+        tell("File browser: " + textOf(pathOf(path).filename()) + " was chosen");
     else
         tell("File browser: cancelled");
 }

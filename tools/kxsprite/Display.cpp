@@ -18,7 +18,8 @@ bool hasDisplay() {
            !(canOpen("x11") || canOpen("wayland"));
 }
 
+// On Windows what draws unseen knows no OpenGL.
 void drawUnseen() {
-    if (canOpen("offscreen"))
+    if (canOpen("offscreen") && !canOpen("windows"))
         SDL_setenv("SDL_VIDEODRIVER", "offscreen", 1);
 }

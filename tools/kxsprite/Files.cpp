@@ -1,6 +1,7 @@
 #include "Files.h"
 
 #include "Document.h"
+#include "Paths.h"
 
 #include <Kobaltrix/KXError.h>
 
@@ -47,12 +48,12 @@ Fault libraryFault(const std::string& path) {
 
 std::string sheetBeside(const std::string& sprite, const std::string& texture) {
     // The library hands the name to the system after the folder, so a leading slash does not start anew.
-    return (std::filesystem::absolute(sprite).parent_path() / "").string() + texture;
+    return textOf(std::filesystem::absolute(pathOf(sprite)).parent_path() / "") + texture;
 }
 
 std::optional<SheetSize> sheetSize(const std::string& path) {
     std::error_code ignored;
-    if (!std::filesystem::exists(path, ignored))
+    if (!std::filesystem::exists(pathOf(path), ignored))
         return std::nullopt;
     const std::unique_ptr<SDL_Surface, FreeSurface> surface(IMG_Load(path.c_str()));
     if (!surface)

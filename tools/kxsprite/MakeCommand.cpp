@@ -2,6 +2,7 @@
 #include "Commands.h"
 #include "Files.h"
 #include "Json.h"
+#include "Paths.h"
 #include "Report.h"
 #include "SheetFiles.h"
 #include "SpriteIO.h"
@@ -28,8 +29,7 @@ static Document readJson(const std::string& path, const std::string& text, const
     if (!isAsepriteJson(root))
         throw Fault("is JSON neither of kxsprite info --json nor of an Aseprite export (--data)");
     std::vector<std::string> notes;
-    const ImportSettings settings = {arguments.number("--step-ms", 16),
-                                     std::filesystem::path(path).stem().string()};
+    const ImportSettings settings = {arguments.number("--step-ms", 16), textOf(pathOf(path).stem())};
     Document document = documentFromAseprite(root, settings, notes);
     complainOf(path, notes);
     return document;
@@ -58,26 +58,26 @@ static bool makeFromJson(const std::string& path, const std::string& text, const
 
 /// The bare name of the sheet beside a sprite file.
 static std::string sheetName(const std::filesystem::path& sprite, const Arguments& arguments) {
-    const std::filesystem::path given = arguments.text(sheetOption.name);
+    const std::filesystem::path given = pathOf(arguments.text(sheetOption.name));
     if (given != given.filename())
         throw Fault("the sheet lies in the folder of the sprite: --sheet takes a name without folders");
     std::filesystem::path name = given.empty() ? sprite.filename().replace_extension(".png") : given;
     if (name == sprite.filename())
         throw Fault("the sheet would have the name of the sprite");
-    return name.string();
+    return textOf(name);
 }
 
 static bool makeFromAseprite(const std::string& path, const std::string& bytes, const Arguments& arguments) {
-    const std::filesystem::path output = arguments.text("-o");
+    const std::filesystem::path output = pathOf(arguments.text("-o"));
     const std::string name = sheetName(output, arguments);
     std::vector<std::string> notes;
-    const SpriteSheet sheet = makeFromAseprite(
-        bytes, {arguments.number("--step-ms", 16), std::filesystem::path(path).stem().string()}, name,
-        sheetSettings(arguments), notes);
+    const SpriteSheet sheet =
+        makeFromAseprite(bytes, {arguments.number("--step-ms", 16), textOf(pathOf(path).stem())}, name,
+                         sheetSettings(arguments), notes);
     complainOf(path, notes);
-    const std::filesystem::path beside = output.parent_path() / name;
-    return tryWith(output.string(), [&] {
-        saveSheet(sheet, beside.string(), {output.string()});
+    const std::filesystem::path beside = output.parent_path() / pathOf(name);
+    return tryWith(textOf(output), [&] {
+        saveSheet(sheet, textOf(beside), {textOf(output)});
         return true;
     });
 }

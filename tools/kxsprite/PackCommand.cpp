@@ -1,6 +1,7 @@
 #include "Commands.h"
 #include "Files.h"
 #include "NaturalOrder.h"
+#include "Paths.h"
 #include "Report.h"
 #include "SheetFiles.h"
 #include "Tags.h"
@@ -24,7 +25,7 @@ struct Wanted {
 bool isPicture(const fs::path& path) {
     static const std::set<std::string> extensions = {".png", ".bmp", ".gif",  ".jpg", ".jpeg",
                                                      ".tga", ".tif", ".tiff", ".webp"};
-    std::string extension = path.extension().string();
+    std::string extension = textOf(path.extension());
     std::ranges::transform(extension, extension.begin(),
                            [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return extensions.contains(extension);
@@ -35,18 +36,18 @@ std::vector<fs::path> contentsOf(const fs::path& folder, bool folders) {
     std::vector<fs::path> paths;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder))
         if (folders ? entry.is_directory() : entry.is_regular_file() && isPicture(entry.path()))
-            if (!entry.path().filename().string().starts_with('.'))
+            if (!textOf(entry.path().filename()).starts_with('.'))
                 paths.push_back(entry.path());
     std::ranges::sort(paths, [](const fs::path& a, const fs::path& b) {
-        return comesBefore(a.filename().string(), b.filename().string());
+        return comesBefore(textOf(a.filename()), textOf(b.filename()));
     });
     return paths;
 }
 
 LoosePicture readPicture(const fs::path& path) {
     KXImage image;
-    if (!image.load(path.string().c_str()))
-        throw libraryFault(path.string());
+    if (!image.load(textOf(path).c_str()))
+        throw libraryFault(textOf(path));
     return loosePicture(image);
 }
 
@@ -56,7 +57,7 @@ LooseSprite readAnimation(const fs::path& folder, const std::vector<fs::path>& p
     for (const fs::path& picture : pictures) {
         animation.frames.push_back({sprite.add(readPicture(picture)), duration});
     }
-    sprite.animations.emplace(fs::canonical(folder).filename().string(), std::move(animation));
+    sprite.animations.emplace(textOf(fs::canonical(folder).filename()), std::move(animation));
     return sprite;
 }
 
@@ -65,30 +66,30 @@ LooseSprite readFolder(const fs::path& folder, int duration) {
     const std::vector<fs::path> pictures = contentsOf(folder, false), folders = contentsOf(folder, true);
     if (!pictures.empty() && !folders.empty())
         throw Fault("holds pictures beside folders; put the pictures into a folder of their own",
-                    folder.string());
+                    textOf(folder));
     if (!pictures.empty())
         return readAnimation(folder, pictures, duration);
     LooseSprite sprite;
     for (const fs::path& each : folders) {
         const std::vector<fs::path> inside = contentsOf(each, false);
         if (inside.empty())
-            throw Fault("holds no pictures", each.string());
+            throw Fault("holds no pictures", textOf(each));
         sprite.add(readAnimation(each, inside, duration));
     }
     if (folders.empty())
-        throw Fault("holds no pictures", folder.string());
+        throw Fault("holds no pictures", textOf(folder));
     return sprite;
 }
 
 LooseSprite readSource(const std::string& path, int duration, const Arguments& arguments) {
-    if (fs::is_directory(path))
-        return readFolder(path, duration);
+    if (fs::is_directory(pathOf(path)))
+        return readFolder(pathOf(path), duration);
     const std::string bytes = readFile(path);
     if (!isAseprite(bytes))
         throw Fault("is neither a folder of pictures nor an .aseprite file", path);
     std::vector<std::string> notes;
-    LooseSprite sprite = loosen(readAseprite(bytes),
-                                {arguments.number("--step-ms", 16), fs::path(path).stem().string()}, notes);
+    LooseSprite sprite =
+        loosen(readAseprite(bytes), {arguments.number("--step-ms", 16), textOf(pathOf(path).stem())}, notes);
     for (const std::string& note : notes)
         complain(path, note.c_str());
     return sprite;
@@ -99,21 +100,21 @@ std::vector<Wanted> wantedSprites(const Arguments& arguments, const fs::path& ba
     std::vector<Wanted> wanted;
     for (const auto& [option, value] : arguments.words) {
         if (option == "--sprite") {
-            if (fs::path(value) != fs::path(value).filename())
+            if (pathOf(value) != pathOf(value).filename())
                 throw Fault("--sprite takes a name without folders: sprites lie beside their sheet");
-            wanted.push_back({base.parent_path() / (value + ".spr"), {}});
+            wanted.push_back({base.parent_path() / pathOf(value + ".spr"), {}});
         } else if (option.empty()) {
             if (wanted.empty() && arguments.has("--sprite"))
                 throw Fault(quoted(value) + " stands before the first --sprite");
             if (wanted.empty())
-                wanted.push_back({base.string() + ".spr", {}});
+                wanted.push_back({pathOf(textOf(base) + ".spr"), {}});
             wanted.back().sources.push_back(value);
         }
     }
     std::set<fs::path> paths;
     for (const Wanted& sprite : wanted)
         if (!paths.insert(sprite.path).second)
-            throw Fault("two sprites have the name " + quoted(sprite.path.stem().string()));
+            throw Fault("two sprites have the name " + quoted(textOf(sprite.path.stem())));
     return wanted;
 }
 
@@ -122,7 +123,7 @@ LooseSprite readSprite(const Wanted& wanted, const Arguments& arguments) {
     const int duration =
         arguments.number("--steps", static_cast<int>(stepsOf(arguments.number("--ms", 100), step)));
     if (wanted.sources.empty())
-        throw Fault("no folder follows its --sprite", wanted.path.string());
+        throw Fault("no folder follows its --sprite", textOf(wanted.path));
     LooseSprite sprite;
     for (const std::string& source : wanted.sources) {
         try {
@@ -152,20 +153,20 @@ void playOnce(std::vector<LooseSprite>& sprites, const Arguments& arguments) {
 }
 
 bool pack(const Arguments& arguments) {
-    fs::path base = arguments.text("-o");
+    fs::path base = pathOf(arguments.text("-o"));
     if (base.extension() == ".spr" || base.extension() == ".png")
         base.replace_extension();
-    const fs::path sheetPath = base.string() + ".png";
-    return tryWith(sheetPath.string(), [&] {
+    const fs::path sheetPath = pathOf(textOf(base) + ".png");
+    return tryWith(textOf(sheetPath), [&] {
         std::vector<LooseSprite> sprites;
         std::vector<std::string> paths;
         for (const Wanted& wanted : wantedSprites(arguments, base)) {
             sprites.push_back(readSprite(wanted, arguments));
-            paths.push_back(wanted.path.string());
+            paths.push_back(textOf(wanted.path));
         }
         playOnce(sprites, arguments);
-        saveSheet(makeSheet(sprites, sheetPath.filename().string(), sheetSettings(arguments)),
-                  sheetPath.string(), paths);
+        saveSheet(makeSheet(sprites, textOf(sheetPath.filename()), sheetSettings(arguments)),
+                  textOf(sheetPath), paths);
         return true;
     });
 }

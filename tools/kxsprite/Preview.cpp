@@ -3,6 +3,7 @@
 #include "AnimatedPreview.h"
 #include "Display.h"
 #include "Files.h"
+#include "Paths.h"
 #include "SpriteIO.h"
 
 #include <Kobaltrix/KXSprite.h>
@@ -201,7 +202,7 @@ static void keepOnly(Document& document, const std::string& name) {
 }
 
 static bool isGif(const std::string& path) {
-    std::string extension = std::filesystem::path(path).extension().string();
+    std::string extension = textOf(pathOf(path).extension());
     for (char& letter : extension)
         letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
     return extension == ".gif";
@@ -211,7 +212,7 @@ static void previewRows(const std::string& path, const Document& document, const
     const Picture picture = layOut(document, settings.scale);
     const HiddenWindow window;
     KXSprite sprite;
-    sprite.load(std::filesystem::absolute(path).string().c_str()); // whose folder is that of the sheet
+    sprite.load(textOf(std::filesystem::absolute(pathOf(path))).c_str()); // whose folder is that of the sheet
     try {
         draw(picture, document, sprite, settings.output);
     } catch (const std::bad_alloc&) {

@@ -1,5 +1,6 @@
 #include "Commands.h"
 #include "Files.h"
+#include "Paths.h"
 #include "Report.h"
 #include "SpriteIO.h"
 
@@ -31,8 +32,8 @@ Stamps sourcesOf(const Arguments& arguments) {
     Stamps stamps;
     std::error_code ignored;
     for (const std::string& file : arguments.files) {
-        note(file, stamps);
-        for (fs::recursive_directory_iterator entry(file, ignored), last; entry != last;
+        note(pathOf(file), stamps);
+        for (fs::recursive_directory_iterator entry(pathOf(file), ignored), last; entry != last;
              entry.increment(ignored))
             note(entry->path(), stamps);
     }
@@ -40,11 +41,11 @@ Stamps sourcesOf(const Arguments& arguments) {
 }
 
 void noteSheet(const std::string& file, Stamps& stamps) {
-    if (fs::path(file).extension() != ".spr")
+    if (pathOf(file).extension() != ".spr")
         return;
     try {
         if (const std::string texture = loadDocument(file).texture; !texture.empty())
-            note(sheetBeside(file, texture), stamps);
+            note(pathOf(sheetBeside(file, texture)), stamps);
     } catch (const Fault&) { // there is no sprite, which the run has reported
     }
 }

@@ -12,6 +12,7 @@
 #include "input/GamePad.h"
 #include "input/Keyboard.h"
 #include "input/StepInput.h"
+#include "platform/Terminal.h"
 #include "render/DrawBatch.h"
 #include "render/KXTextureCache.h"
 #include "render/KXWindow.h"
@@ -33,6 +34,7 @@ int KXInit(char* executablePath) {
 
 int KXInit() {
     _KXClearError();
+    _KXUseTerminal();
     try {
         _KXCreateGlobalFontCache();
     } catch (const std::bad_alloc&) {
@@ -41,7 +43,8 @@ int KXInit() {
     }
     // Pads name their buttons for where they lie. The platform reads its layouts when it starts.
     SDL_SetHintWithPriority(SDL_HINT_GAMECONTROLLER_USE_BUTTON_LABELS, "0", SDL_HINT_DEFAULT);
-    // On Windows, too, sizes are in points, and windows as sharp as the display. Elsewhere this means nothing.
+    // On Windows, too, sizes are in points, and windows as sharp as the display. Elsewhere this means
+    // nothing.
     SDL_SetHintWithPriority("SDL_WINDOWS_DPI_SCALING", "1", SDL_HINT_DEFAULT);
     if (SDL_Init(SDL_INIT_TIMER | SDL_INIT_VIDEO | SDL_INIT_JOYSTICK) < 0) {
         _KXReportError("Error initializing SDL: %s", SDL_GetError());

@@ -1,4 +1,5 @@
 #include "Editor.h"
+#include "../Paths.h"
 
 #include <algorithm>
 #include <cmath>
@@ -294,7 +295,7 @@ void Editor::show() {
 }
 
 std::string Editor::title() const {
-    const std::string name = _path.empty() ? "New sprite" : std::filesystem::path(_path).filename().string();
+    const std::string name = _path.empty() ? "New sprite" : textOf(pathOf(_path).filename());
     return (_session.isSaved() ? name : "*" + name) + " - Sprite studio";
 }
 

@@ -3,6 +3,7 @@
 #include "../AnimatedPreview.h"
 #include "../Files.h"
 #include "../Json.h"
+#include "../Paths.h"
 #include "ProjectFile.h"
 
 #include <algorithm>
@@ -15,14 +16,14 @@ constexpr std::int64_t largestSide = 16384;
 
 bool isSame(const std::string& a, const std::string& b) {
     std::error_code ignored;
-    return fs::equivalent(a, b, ignored);
+    return fs::equivalent(pathOf(a), pathOf(b), ignored);
 }
 
 /// What a file holds, nothing where there is none that can be read.
 std::string contentOf(const std::string& path) {
     try {
         std::error_code ignored;
-        return fs::exists(path, ignored) ? readFile(path) : "";
+        return fs::exists(pathOf(path), ignored) ? readFile(path) : "";
     } catch (const Fault&) {
         return "";
     }
@@ -81,7 +82,7 @@ void Editor::loadSheet(const std::string& path) {
 
 bool Editor::open(const std::string& path) {
     try {
-        const std::string whole = fs::absolute(path).string();
+        const std::string whole = textOf(fs::absolute(pathOf(path)));
         OpenedProject opened = openProject(whole);
         const bool isNew = opened.sprite.empty();
         say("");
@@ -101,7 +102,7 @@ bool Editor::open(const std::string& path) {
 }
 
 bool Editor::offerRecovery(const std::string& path) {
-    const std::string whole = path.empty() ? "" : fs::absolute(path).string();
+    const std::string whole = path.empty() ? "" : textOf(fs::absolute(pathOf(path)));
     const std::optional<Project> kept = _recovery.find(whole);
     if (!kept)
         return false;
@@ -122,13 +123,13 @@ bool Editor::offerRecovery(const std::string& path) {
 std::string Editor::suggestedName(const char* extension) const {
     const std::string like = !_path.empty() ? _path : _session.project().texture;
     return like.empty() ? std::string("sprite") + extension
-                        : fs::path(like).filename().replace_extension(extension).string();
+                        : textOf(pathOf(like).filename().replace_extension(extension));
 }
 
 void Editor::useSheet(const std::string& path) {
     if (!_sheet.load(path))
         return say(KXError());
-    _session.setTexture(fs::path(path).filename().string());
+    _session.setTexture(textOf(pathOf(path).filename()));
     _sheetView.showWhole();
 }
 
@@ -208,7 +209,7 @@ void Editor::saveTo(const std::string& path, const std::function<void()>& next, 
         _kept = _session.version();
         noteRecent(_settings, path);
         showRecent();
-        say(note.empty() ? "Saved " + fs::path(path).filename().string() + "." : note);
+        say(note.empty() ? "Saved " + textOf(pathOf(path).filename()) + "." : note);
     } catch (const std::exception& fault) {
         return say("It is not saved: " + std::string(fault.what()));
     }
@@ -221,7 +222,7 @@ std::string Editor::sheetName(const std::string& path) const {
     const Project& project = _session.project();
     return !project.texture.empty() || !project.picture
                ? project.texture
-               : fs::path(path).filename().replace_extension(".png").string();
+               : textOf(pathOf(path).filename().replace_extension(".png"));
 }
 
 // Whether the sheet would take the place of somebody else's file.
@@ -231,7 +232,7 @@ bool Editor::hidesSheet(const std::string& path) const {
         return false;
     const std::string there = sheetBeside(path, name);
     std::error_code ignored;
-    return fs::exists(there, ignored) && !isSame(there, _sheet.path()) &&
+    return fs::exists(pathOf(there), ignored) && !isSame(there, _sheet.path()) &&
            (_sheet.path().empty() || contentOf(there) != contentOf(_sheet.path()));
 }
 
@@ -247,7 +248,7 @@ void Editor::bringSheetTo(const std::string& path) {
         if (!painted->image().writeToPNG(there.c_str()))
             throw Fault(KXError(), there);
     } else if (!isSame(there, _sheet.path())) {
-        fs::copy_file(_sheet.path(), there, fs::copy_options::overwrite_existing);
+        fs::copy_file(pathOf(_sheet.path()), pathOf(there), fs::copy_options::overwrite_existing);
     }
     loadSheet(there);
 }
@@ -258,7 +259,7 @@ void Editor::exportAs(const char* extension) {
            [=, this](const std::string& path) {
                try {
                    exportTo(path, kind);
-                   say("Exported " + fs::path(path).filename().string() + ".");
+                   say("Exported " + textOf(pathOf(path).filename()) + ".");
                } catch (const std::exception& fault) {
                    say("It is not exported: " + std::string(fault.what()));
                }
@@ -281,6 +282,6 @@ void Editor::browse(KXUIFileBrowserMode mode, const char* extensions, const std:
     const std::string beside = !_path.empty() ? _path : !_sheet.path().empty() ? _sheet.path() : _work;
     _chosenFile = act;
     _files.setExtensions(extensions);
-    const std::string folder = fs::path(beside).parent_path().string();
+    const std::string folder = textOf(pathOf(beside).parent_path());
     _files.show(mode, folder.empty() ? nullptr : folder.c_str(), name.empty() ? nullptr : name.c_str());
 }

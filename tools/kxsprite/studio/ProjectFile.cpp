@@ -2,6 +2,7 @@
 
 #include "../Files.h"
 #include "../Json.h"
+#include "../Paths.h"
 #include "../SpriteIO.h"
 #include "../ase/Loosen.h"
 #include "ProjectText.h"
@@ -17,7 +18,7 @@ namespace fs = std::filesystem;
 
 namespace {
 std::string extensionOf(const std::string& path) {
-    std::string extension = fs::path(path).extension().string();
+    std::string extension = textOf(pathOf(path).extension());
     std::transform(extension.begin(), extension.end(), extension.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     return extension;
@@ -25,7 +26,7 @@ std::string extensionOf(const std::string& path) {
 
 bool isFile(const std::string& path) {
     std::error_code ignored;
-    return fs::exists(path, ignored);
+    return fs::exists(pathOf(path), ignored);
 }
 
 OpenedProject openSprite(const std::string& path) {
@@ -36,7 +37,7 @@ OpenedProject openSprite(const std::string& path) {
     try {
         applyStudioText(opened.project, readFile(beside));
     } catch (const Fault& fault) {
-        opened.note = quoted(fs::path(beside).filename().string()) + " is not used: it " + fault.what();
+        opened.note = quoted(textOf(pathOf(beside).filename())) + " is not used: it " + fault.what();
     }
     return opened;
 }
@@ -50,7 +51,7 @@ OpenedProject openJson(const std::string& path) {
 
 // Its frames on a sheet, which is saved with the sprite.
 OpenedProject openDrawing(const std::string& path) {
-    const std::string stem = fs::path(path).stem().string();
+    const std::string stem = textOf(pathOf(path).stem());
     std::vector<std::string> notes;
     const SpriteSheet made = makeFromAseprite(readFile(path), {16, stem}, stem + ".png", {}, notes);
     OpenedProject opened = {projectOf(made.documents.front()), "", "", notes.empty() ? "" : notes.front()};
@@ -62,7 +63,7 @@ OpenedProject openPicture(const std::string& path) {
     if (!sheetSize(path))
         throw Fault("is not there");
     OpenedProject opened;
-    opened.project.texture = fs::path(path).filename().string();
+    opened.project.texture = textOf(pathOf(path).filename());
     return opened;
 }
 
@@ -87,7 +88,7 @@ void keepBroken(const std::string& beside) {
 } // namespace
 
 std::string studioFileOf(const std::string& sprite) {
-    return fs::path(sprite).replace_extension(".studio.json").string();
+    return textOf(pathOf(sprite).replace_extension(".studio.json"));
 }
 
 OpenedProject openProject(const std::string& path) {

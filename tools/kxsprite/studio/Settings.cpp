@@ -1,6 +1,7 @@
 #include "Settings.h"
 
 #include "../Files.h"
+#include "../Paths.h"
 #include "ProjectFile.h"
 
 #include <Kobaltrix/KXError.h>
@@ -15,7 +16,7 @@ namespace fs = std::filesystem;
 namespace {
 constexpr std::size_t mostRecent = 8;
 
-std::string pathIn(const std::string& folder, const char* name) { return (fs::path(folder) / name).string(); }
+std::string pathIn(const std::string& folder, const char* name) { return textOf(pathOf(folder) / name); }
 
 // Asked also where there is no folder, so that replays with one and without one ask the same.
 void load(KXSettings& file, const std::string& folder) {
@@ -69,7 +70,7 @@ void saveSettings(const Settings& settings, const std::string& folder) {
     file.setNumber("background", static_cast<double>(settings.background));
     eachFlag(settings, [&](const char* name, bool flag) { file.setFlag(name, flag); });
     std::error_code failed;
-    fs::create_directories(folder, failed); // if that fails, saving says why
+    fs::create_directories(pathOf(folder), failed); // if that fails, saving says why
     if (!file.save())
         throw Fault(KXError());
 }
@@ -95,11 +96,11 @@ void Recovery::keep(const std::string& sprite, const Project& project) const {
     if (_folder.empty())
         return;
     std::error_code failed;
-    fs::create_directories(_folder, failed);
+    fs::create_directories(pathOf(_folder), failed);
     saveText(pathFor(sprite), textOf({"recovery", sprite, project}));
     const std::string picture = pictureFor(sprite);
     if (!project.picture)
-        fs::remove(picture, failed);
+        fs::remove(pathOf(picture), failed);
     else if (!project.picture->image().writeToPNG(picture.c_str()))
         throw Fault(KXError(), picture);
 }
@@ -108,20 +109,20 @@ void Recovery::forget(const std::string& sprite) const {
     std::error_code ignored;
     if (_folder.empty())
         return;
-    fs::remove(pathFor(sprite), ignored);
-    fs::remove(pictureFor(sprite), ignored);
+    fs::remove(pathOf(pathFor(sprite)), ignored);
+    fs::remove(pathOf(pictureFor(sprite)), ignored);
 }
 
 std::optional<Project> Recovery::find(const std::string& sprite) const {
     std::error_code ignored;
-    if (_folder.empty() || !fs::exists(pathFor(sprite), ignored))
+    if (_folder.empty() || !fs::exists(pathOf(pathFor(sprite)), ignored))
         return std::nullopt;
     try {
         std::optional<ProjectText> kept = projectOfText(readFile(pathFor(sprite)));
         if (!kept || kept->what != "recovery" || kept->path != sprite)
             return std::nullopt;
         if (KXImage picture;
-            fs::exists(pictureFor(sprite), ignored) && picture.load(pictureFor(sprite).c_str()))
+            fs::exists(pathOf(pictureFor(sprite)), ignored) && picture.load(pictureFor(sprite).c_str()))
             kept->project.picture.emplace(picture);
         return std::move(kept->project);
     } catch (const Fault&) { // cut off by the crash: there is nothing to be had of it

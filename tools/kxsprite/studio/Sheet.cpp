@@ -1,5 +1,6 @@
 #include "Sheet.h"
 
+#include "../Paths.h"
 #include "IslandFinder.h"
 
 #include <Kobaltrix/KXLogicLoop.h>
@@ -10,9 +11,9 @@
 std::optional<Sheet::Stamp> Sheet::stampOf(const std::string& path) {
     std::error_code error;
     Stamp stamp;
-    stamp.time = std::filesystem::last_write_time(path, error);
+    stamp.time = std::filesystem::last_write_time(pathOf(path), error);
     if (!error)
-        stamp.size = std::filesystem::file_size(path, error);
+        stamp.size = std::filesystem::file_size(pathOf(path), error);
     return error ? std::nullopt : std::optional(stamp);
 }
 
