@@ -15,8 +15,10 @@ static std::string dataFolder() {
 
 CommonApp::CommonApp(const char* title) : window(title, Style::windowSize, -1), assets(dataFolder()) {}
 
-void CommonApp::begin(const char* log) {
-    KXInitializeLog(log, 0);
+void CommonApp::begin(const CommonOptions& options) {
+    // What the game tells of itself lies with the player's things: where it is installed it may not write.
+    if (options.keepsSettings())
+        KXOpenLog(KXUserPath("log.txt"), 0);
     window.setLogicalSize({Style::windowSize, KXScalingLetterbox, Style::ink}); // however large the window is
     window.setRenderContext();
     if (!KXFileExists(assets.path("font.ttf"))) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Assets.h"
+#include "CommonOptions.h"
 #include "Scene.h"
 #include "Style.h"
 
@@ -25,8 +26,8 @@ struct CommonApp {
     KXActions actions;
 
 protected:
-    /// Makes everything ready. @param log the name of the file that the game tells of itself in.
-    void begin(const char* log);
+    /// Makes everything ready.
+    void begin(const CommonOptions& options);
     /// Keeps settings in a file and actions beside it, and reads those that were kept. An empty name keeps
     /// nothing.
     void keepIn(const std::string& settingsFile);

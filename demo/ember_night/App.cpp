@@ -19,7 +19,7 @@ static std::string usualSettingsFile() {
 }
 
 App::App(const Options& wanted) : CommonApp("Ember Night"), options(wanted), audio(assets) {
-    begin("ember-night.log");
+    begin(options);
     actions = Controls::defaults();
     keepIn(options.save.empty() && options.keepsSettings() ? usualSettingsFile() : options.save);
     if (!settingsFile().empty())

@@ -6,7 +6,7 @@ static std::string usualFile() {
 }
 
 App::App(const Options& wanted) : CommonApp("High Pasture"), options(wanted), audio(assets) {
-    begin("high-pasture.log");
+    begin(options);
     actions = Controls::defaults();
     keepIn(options.save.empty() && options.keepsSettings() ? usualFile() : options.save);
     if (!settingsFile().empty())

@@ -167,7 +167,7 @@ TEST_F(Demo, SettingsAndScoresAreKept) {
         EXPECT_EQ(loaded.scores[0].name + std::to_string(loaded.scores[0].points), "Bo77");
         EXPECT_TRUE(contentOf(old).starts_with("kobaltrix settings 1\n"));
     }
-    EXPECT_TRUE(std::filesystem::exists(DEMO_FOLDER "/ember-night.log"));
+    EXPECT_TRUE(std::filesystem::exists(playersFolder / "log.txt"));
 }
 
 TEST_F(Demo, KeysAreChosenAnew) {
