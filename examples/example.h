@@ -23,8 +23,8 @@ inline void (*afterEachStep)(int steps) = nullptr;
 
 /// Reads what an example was started with. With `--frames N` it ends after N frames, with `--screenshot FILE`
 /// it saves the last one, the 100th if no number is given. Either runs it without a display, where every
-/// frame is exactly one logic step: the pictures are the same on a slow machine as on a fast one. (On Windows,
-/// which draws nowhere but on a display, there is a window all the same.)
+/// frame is exactly one logic step: the pictures are the same on a slow machine as on a fast one. (On
+/// Windows, which draws nowhere but on a display, there is a window all the same.)
 class Example {
 public:
     Example(int argc, char** argv) {
