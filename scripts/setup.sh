@@ -35,7 +35,7 @@ look_packages=(chromium fonts-dejavu-core)
 # For Windows; what Debian has no packages of is built from its sources (scripts/windows-dependencies).
 windows_packages=(
     g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix libz-mingw-w64-dev make gperf dpkg-dev xz-utils wine wine64
-    nsis imagemagick librsvg2-bin
+    nsis imagemagick librsvg2-bin icoutils unzip
 )
 
 say() { printf '%s\n' "$*"; }
