@@ -1,5 +1,7 @@
 #include "KobaltrixTest/KXTest.h"
 
+#include "TestSystem.h"
+
 #include <Kobaltrix/KXError.h>
 #include <Kobaltrix/KXInit.h>
 #include <Kobaltrix/KXLogicLoop.h>
@@ -7,19 +9,32 @@
 #include <SDL_stdinc.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
+#include <random>
 #include <stdexcept>
+#include <string>
 #include <system_error>
 
+static std::filesystem::path makeFolder() {
+    for (std::random_device random;;) {
+        const std::filesystem::path folder =
+            std::filesystem::temp_directory_path() / ("kobaltrix-test-" + std::to_string(random()));
+        if (std::filesystem::create_directory(folder)) {
+            std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
+            return folder;
+        }
+    }
+}
+
 KXTest::KXTest(char* executablePath) : clock(0, 1'000'000'000) {
-    SDL_setenv("SDL_VIDEODRIVER", "offscreen", 0);
+    if (_KXDriverWithoutDisplay)
+        SDL_setenv("SDL_VIDEODRIVER", _KXDriverWithoutDisplay, 0);
     SDL_setenv("SDL_AUDIODRIVER", "dummy", 0);
     if (!SDL_getenv("KOBALTRIX_USER_FOLDER")) {
-        _userFolder = (std::filesystem::temp_directory_path() / "kobaltrix-test-XXXXXX").string();
-        if (!mkdtemp(_userFolder.data()))
-            throw std::runtime_error(_userFolder + " cannot be made");
-        SDL_setenv("KOBALTRIX_USER_FOLDER", _userFolder.c_str(), 1);
+        const std::filesystem::path folder = makeFolder();
+        const std::u8string text = folder.u8string();
+        _userFolder.assign(text.begin(), text.end());
+        _KXSetUserFolderVariable(folder);
     }
     if (!KXInit(executablePath)) // it takes the time of day for a seed
         throw std::runtime_error(KXError());
@@ -30,9 +45,9 @@ KXTest::~KXTest() {
     KXDeInit();
     if (_userFolder.empty())
         return;
-    SDL_setenv("KOBALTRIX_USER_FOLDER", "", 1);
+    _KXSetUserFolderVariable({});
     std::error_code ignored;
-    std::filesystem::remove_all(_userFolder, ignored);
+    std::filesystem::remove_all(std::u8string(_userFolder.begin(), _userFolder.end()), ignored);
 }
 
 void KXTest::expect(bool holds, const char* what) {

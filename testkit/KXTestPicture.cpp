@@ -95,8 +95,17 @@ KXTestPicture KXTestPicture::difference(const KXTestPicture& other, int toleranc
     return result;
 }
 
+// A path of a text in UTF-8, and the other way round.
+static std::filesystem::path pathOf(const std::string& text) {
+    return std::u8string(text.begin(), text.end());
+}
+static std::string textOf(const std::filesystem::path& path) {
+    const std::u8string text = path.generic_u8string();
+    return {text.begin(), text.end()};
+}
+
 KXTestGallery::KXTestGallery(const std::string& folder) : _folder(folder) {
-    std::ifstream ledger(folder + "/tolerances.txt");
+    std::ifstream ledger(pathOf(folder) / "tolerances.txt");
     for (std::string line; std::getline(ledger, line);) {
         std::istringstream words(line.substr(0, line.find('#')));
         std::string name;
@@ -129,22 +138,23 @@ static std::string differencesOf(const KXTestPicture& actual, const KXTestPictur
 
 KXTestResult KXTestGallery::compare(const KXTestPicture& picture, const std::string& name,
                                     KXTestTolerance tolerance) const {
-    const std::filesystem::path file = std::filesystem::path(_folder) / (name + ".png");
+    const std::filesystem::path path = pathOf(_folder) / pathOf(name + ".png");
+    const std::string file = textOf(path);
     if (std::getenv("KOBALTRIX_UPDATE_GOLDEN")) {
         std::error_code ignored;
-        std::filesystem::create_directories(file.parent_path(), ignored);
-        return {picture.save(file.string()) ? "" : file.string() + " cannot be written"};
+        std::filesystem::create_directories(path.parent_path(), ignored);
+        return {picture.save(file) ? "" : file + " cannot be written"};
     }
-    const KXTestPicture expected = KXTestPicture::fromFile(file.string());
+    const KXTestPicture expected = KXTestPicture::fromFile(file);
     const int differing = picture.differing(expected, tolerance.channel);
     if (differing <= tolerance.pixels && !expected.pixels.empty())
         return {};
     std::ostringstream words;
     words << name << ": ";
-    const std::string stem = file.stem().string();
+    const std::string stem = textOf(path.stem());
     picture.save(stem + ".actual.png");
     if (expected.pixels.empty()) {
-        words << file.string() << " cannot be read; see " << stem << ".actual.png";
+        words << file << " cannot be read; see " << stem << ".actual.png";
         return {words.str()};
     }
     expected.save(stem + ".expected.png");

@@ -9,9 +9,10 @@
 /// A test of a game: its beginning, its end and its expectations.
 
 /// The library, started for a test: without a display and without sound, unless the environment names other
-/// drivers, with time that belongs to the test and random numbers that are the same every time. What is saved
-/// goes into an empty KXUserFolder() that is gone afterwards, unless the environment names one. To be made
-/// before any window, one at a time, by a test's main() or as a member of a test framework's fixture.
+/// drivers (on Windows, where SDL has no OpenGL without a display, windows open on the desktop), with time
+/// that belongs to the test and random numbers that are the same every time. What is saved goes into an empty
+/// KXUserFolder() that is gone afterwards, unless the environment names one. To be made before any window,
+/// one at a time, by a test's main() or as a member of a test framework's fixture.
 class KXTest {
 public:
     /// @param executablePath as KXInit() takes it, for games that look for their files beside the program.

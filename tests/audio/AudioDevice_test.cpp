@@ -1,6 +1,7 @@
 #include "audio/AudioDevice.h"
 
 #include "audio/AudioTest.h"
+#include "support/System.h"
 
 namespace {
 using AudioDevice = AudioTest;
@@ -36,9 +37,9 @@ TEST_F(AudioDevice, SaysWhyItCannotBeOpened) {
     for (const auto& [frequency, sides, chunk] : cases)
         expectFailure("Unable to initialize audio: ", frequency, sides, chunk);
     const std::string driver = getenv("SDL_AUDIODRIVER");
-    setenv("SDL_AUDIODRIVER", "no such driver", 1);
+    setVariable("SDL_AUDIODRIVER", "no such driver");
     expectFailure("Couldn't initialize SDL: ", 44100, 2, 1024);
-    setenv("SDL_AUDIODRIVER", driver.c_str(), 1);
+    setVariable("SDL_AUDIODRIVER", driver);
     EXPECT_EQ(KXInitAudio(), -1) << KXError();
 }
 } // namespace

@@ -4,6 +4,7 @@
 
 #include "audio/AudioTest.h"
 #include "support/Allocations.h"
+#include "support/System.h"
 
 #include <Kobaltrix/KXError.h>
 #include <Kobaltrix/KXMusic.h>
@@ -376,7 +377,7 @@ TEST_F(Voices, SoundsFromMemoryAreRefusedLikeFiles) {
 TEST_F(Voices, GoOnInSilenceWithoutADevice) {
     EXPECT_EQ(KXAudioIsSilent(), 0);
     const std::string driver = getenv("SDL_AUDIODRIVER");
-    setenv("SDL_AUDIODRIVER", "no such driver", 1);
+    setVariable("SDL_AUDIODRIVER", "no such driver");
     EXPECT_EQ(KXInitAudioOrSilence(), -1);
     EXPECT_TRUE(KXAudioIsSilent() && std::string(KXError()).starts_with("Couldn't initialize SDL: "));
     KXSound sound(level(30000));
@@ -386,7 +387,7 @@ TEST_F(Voices, GoOnInSilenceWithoutADevice) {
         furthest = std::max(furthest, voice.position());
     EXPECT_GT(furthest, 0);
     EXPECT_EQ(KXInitAudio(), 0) << "the described call fails as ever";
-    setenv("SDL_AUDIODRIVER", driver.c_str(), 1);
+    setVariable("SDL_AUDIODRIVER", driver);
     KXAudioOptions wrong;
     wrong.channels = 0;
     EXPECT_TRUE(KXInitAudioOrSilence(wrong) == 0 && KXAudioIsSilent() == 0);

@@ -5,6 +5,7 @@
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/UIColors.h"
 #include "input/Keyboard.h"
+#include "support/System.h"
 
 #include <gtest/gtest.h>
 
@@ -51,10 +52,10 @@ TEST(Lifecycle, ToleratesAnyOrder) {
 
 TEST(Lifecycle, SaysWhyThePlatformDoesNotStart) {
     const std::string driver = getenv("SDL_VIDEODRIVER");
-    setenv("SDL_VIDEODRIVER", "100%s", 1);
+    setVariable("SDL_VIDEODRIVER", "100%s");
     EXPECT_EQ(KXInit(), 0);
     EXPECT_EQ(std::string(KXError()).rfind("Error initializing SDL: ", 0), 0u) << KXError();
-    setenv("SDL_VIDEODRIVER", driver.c_str(), 1);
+    setVariable("SDL_VIDEODRIVER", driver);
     KXDeInit();
 }
 

@@ -1,7 +1,6 @@
 #include <Kobaltrix/KXError.h>
 #include <Kobaltrix/KXImage.h>
 
-#include "support/Denied.h"
 #include "support/TemporaryFolder.h"
 
 #include <SDL_image.h>
@@ -100,9 +99,6 @@ TEST(Image, GoesToFilesAndComesBack) {
     EXPECT_EQ(loaded.loadFromMemory(bytes.get(), size), -1);
     EXPECT_TRUE(same(loaded, image));
 
-    EXPECT_EQ((FullDisk(20), noise(9, 9).writeToPNG(path.c_str())), 0);
-    EXPECT_EQ(KXError(), "Unable to write a PNG file (" + path + "): File too large");
-    EXPECT_TRUE(same(KXImage(path.c_str()), image)) << "it is what it was";
     EXPECT_FALSE(KXImage().writeToPNG(path.c_str()) || image.writeToPNG(nullptr) || KXImage().copyPNG(&size));
     EXPECT_EQ(size, 0U);
 }

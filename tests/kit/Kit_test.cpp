@@ -4,6 +4,7 @@
 
 #include <Kobaltrix/Kobaltrix.h>
 
+#include "support/System.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -200,9 +201,9 @@ TEST_F(Kit, ComparesWithAGallery) {
     KXTestPicture other = shown;
     other.pixels[3] = {9, 9, 249, 255};
     other.pixels[70].b = 252;
-    setenv("KOBALTRIX_UPDATE_GOLDEN", "1", 1);
+    setVariable("KOBALTRIX_UPDATE_GOLDEN", "1");
     EXPECT_EQ(KXTestGallery(folder / "kept").compare(shown, "in/menu").message, "");
-    unsetenv("KOBALTRIX_UPDATE_GOLDEN");
+    unsetVariable("KOBALTRIX_UPDATE_GOLDEN");
 
     const auto compare = [&](const KXTestPicture& picture) {
         return KXTestGallery(folder / "kept").compare(picture, "in/menu");

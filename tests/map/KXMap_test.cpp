@@ -39,7 +39,7 @@ std::string inBase64(const std::string& bytes) {
     return text;
 }
 std::string deflated(const std::string& bytes, int window) {
-    std::string packed(compressBound(bytes.size()) + 64, '\0');
+    std::string packed(compressBound(static_cast<uLong>(bytes.size())) + 64, '\0');
     z_stream stream = {};
     deflateInit2(&stream, 9, Z_DEFLATED, window, 8, Z_DEFAULT_STRATEGY);
     stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data()));
@@ -53,7 +53,7 @@ std::string deflated(const std::string& bytes, int window) {
 }
 std::string packed(const std::string& compression, const std::string& bytes) {
     if (compression == "zstd") {
-        std::string out(ZSTD_compressBound(bytes.size()), '\0');
+        std::string out(ZSTD_compressBound(static_cast<uLong>(bytes.size())), '\0');
         out.resize(ZSTD_compress(out.data(), out.size(), bytes.data(), bytes.size(), 3));
         return out;
     }

@@ -3,6 +3,7 @@
 #include "net/Connecting.h"
 
 #include "net/NetTest.h"
+#include "support/System.h"
 
 #include <KobaltrixTest/KXTestClock.h>
 
@@ -61,12 +62,12 @@ TEST_F(ConnectingLater, EndsAsItEnds) {
     EXPECT_EQ(client.state(), KXNetworkNotConnected);
     for (const auto& [host, to, state] : rows) {
         SCOPED_TRACE(&host - &std::get<0>(rows[0]));
-        const int descriptor = nextDescriptor();
+        const long open = openFiles();
         client.beginConnecting(host, to);
         EXPECT_EQ(end(), state);
         client.disconnect();
         EXPECT_EQ(client.state(), KXNetworkNotConnected);
-        EXPECT_EQ(nextDescriptor(), descriptor);
+        EXPECT_EQ(openFiles(), open);
     }
     EXPECT_FALSE(client.connect("127.0.0.1", closed));
     EXPECT_EQ(client.state(), KXNetworkNobodyThere);

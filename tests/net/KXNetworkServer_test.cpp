@@ -2,15 +2,13 @@
 
 #include "core/ground/ErrorSlot.h"
 #include "net/NetTest.h"
+#include "support/System.h"
 
 #include <Kobaltrix/KXError.h>
 
 #include <climits>
 #include <new>
 #include <vector>
-
-#include <netinet/in.h>
-#include <netinet/tcp.h>
 
 namespace {
 using Ids = std::vector<int>;
@@ -30,13 +28,14 @@ std::string failure(const char* address, int port, int maxClients) {
 }
 
 TEST_F(Server, CannotBeMade) {
-    const int used = portOf(server), descriptor = nextDescriptor();
+    const int used = portOf(server);
+    const long open = openFiles();
     const std::pair<const char*, int> unusable[] = {
         {"127.0.0.1", used}, {nullptr, used}, {"192.0.2.1", 0}, {"..", 0}, {nullptr, 65536}};
     for (const auto& [address, port] : unusable) // one of them another machine's
         EXPECT_EQ(failure(address, port, 1), "Couldn't bind the socket.") << port;
     EXPECT_EQ(failure(nullptr, 0, -1) + failure(nullptr, 0, INT_MAX), "");
-    EXPECT_EQ(nextDescriptor(), descriptor) << "what was opened is closed";
+    EXPECT_EQ(openFiles(), open) << "what was opened is closed";
     EXPECT_THROW(KXNetworkServer(), std::bad_alloc);
 }
 
@@ -63,35 +62,6 @@ TEST_F(Server, GivesTheLowestFreeSlot) {
     server.disconnectAllClients();
     EXPECT_TRUE(server.clientIDList().empty());
     EXPECT_EQ(second.receive(1) + third.receive(1) + fourth.receive(1), "");
-}
-
-TEST_F(Server, DropsTheClientOfTheRefusedDescriptorsNumber) {
-    // The descriptor that the one too many gets is made a low one.
-    const int placeholder = open("/dev/null", O_RDONLY);
-    KXNetworkServer full("127.0.0.1", 0, placeholder + 1, 0, 64), none("127.0.0.1", 0, 0, 0, 4);
-    std::vector<std::unique_ptr<RawPeer>> peers;
-    for (int id = 0; id <= placeholder; ++id)
-        ASSERT_EQ(peers.emplace_back(std::make_unique<RawPeer>(full))->id, id);
-    const RawPeer tooMany(full, false), refused(none, false);
-    close(placeholder);
-    EXPECT_TRUE(refuses(full, tooMany) && refuses(none, refused));
-    EXPECT_TRUE(full.clientIDList().back() == placeholder - 1 && full.clientIDList().front() == 0);
-}
-
-TEST_F(Server, SmallMessagesLeaveAtOnceAndOtherProgramsInheritNothing) {
-    const int accepted = nextDescriptor() + 1;
-    const RawPeer peer(server);
-    KXNetworkClient client;
-    const int connected = nextDescriptor();
-    ASSERT_TRUE(client.connect("127.0.0.1", portOf(server)));
-    for (int each : {accepted, connected}) {
-        int immediate = 0;
-        socklen_t length = sizeof immediate;
-        ASSERT_EQ(getsockopt(each, IPPROTO_TCP, TCP_NODELAY, &immediate, &length), 0);
-        EXPECT_NE(immediate, 0);
-        EXPECT_EQ(fcntl(each, F_GETFD), FD_CLOEXEC);
-        EXPECT_TRUE(fcntl(each, F_GETFL) & O_NONBLOCK);
-    }
 }
 
 TEST_F(Server, IdsOfNoClient) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "net/Socket.h"
+#include "platform/SystemSockets.h"
 
 #include <Kobaltrix/KXNetworkClient.h>
 #include <Kobaltrix/KXNetworkServer.h>
@@ -13,10 +14,6 @@
 #include <string>
 #include <string_view>
 #include <thread>
-
-#include <fcntl.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 using namespace std::string_literals;
 
@@ -75,16 +72,10 @@ inline int portOf(const KXNetworkServer& server) {
     return std::stoi(address.substr(address.rfind(':') + 1));
 }
 
-/// The descriptor that will be given next.
-inline int nextDescriptor() { return _KXSocketOwner(_KXOpenSocket()).get(); }
-
 /// A peer that keeps to no rules: a plain socket.
 class RawPeer {
 public:
-    explicit RawPeer(int socket) : _socket(socket) {
-        const timeval patience = {30, 0};
-        setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-    }
+    explicit RawPeer(int socket) : _socket(socket) {}
     /// Connected to a server that has accepted it, or not yet.
     explicit RawPeer(KXNetworkServer& server, bool waits = true) : RawPeer("127.0.0.1", portOf(server)) {
         id = waits ? acceptOne(server) : -1;
@@ -94,34 +85,49 @@ public:
         _KXSocketAddress own, address;
         EXPECT_TRUE(_KXFindAddress(from.c_str(), 0, own) && _KXBind(_socket->get(), own) &&
                     _KXFindAddress("127.0.0.1", port, address) && _KXConnect(_socket->get(), address));
-        fcntl(_socket->get(), F_SETFL, 0); // the calls below wait
     }
 
     int id = -1; ///< What the server calls it.
 
+    /// Sends everything, unless the connection ends.
     void send(std::string_view bytes) const {
-        ::send(_socket->get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        EXPECT_TRUE(eventually([&] {
+            const int count = _KXSendBytes(_socket->get(), bytes.data(), static_cast<int>(bytes.size()));
+            bytes.remove_prefix(static_cast<std::size_t>(std::max(count, 0)));
+            return bytes.empty() || count == _KXSocketBroken;
+        }));
     }
     /// The next bytes, waited for; fewer when the connection ends.
     std::string receive(std::size_t length) const {
-        std::string bytes(length, 0);
-        const ssize_t count = recv(_socket->get(), bytes.data(), length, MSG_WAITALL);
-        return bytes.substr(0, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        std::string bytes;
+        EXPECT_TRUE(eventually([&] {
+            std::string more(length - bytes.size(), 0);
+            const int count = _KXReceiveBytes(_socket->get(), more.data(), static_cast<int>(more.size()));
+            bytes.append(more, 0, static_cast<std::size_t>(std::max(count, 0)));
+            return bytes.size() == length || count == 0 || count == _KXSocketBroken;
+        }));
+        return bytes;
     }
     /// Whether the other end has closed the connection.
     bool isClosed() const {
-        char byte;
-        return recv(_socket->get(), &byte, 1, MSG_DONTWAIT) == 0;
+        char next;
+        return _KXReceiveBytes(_socket->get(), &next, 1) == 0;
     }
-    void endSending() const { shutdown(_socket->get(), SHUT_WR); }
+    void endSending() const {
+        constexpr int sending = 1; // SHUT_WR, or SD_SEND
+        shutdown(static_cast<SystemSocket>(_socket->get()), sending);
+    }
     void close() { _socket.reset(); }
     /// Breaks the connection instead of closing it.
     void reset() {
         const linger none = {1, 0};
-        setsockopt(_socket->get(), SOL_SOCKET, SO_LINGER, &none, sizeof none);
+        setsockopt(static_cast<SystemSocket>(_socket->get()), SOL_SOCKET, SO_LINGER,
+                   reinterpret_cast<const char*>(&none), sizeof none);
         close();
     }
 
 private:
+    using SystemSocket = decltype(::socket(0, 0, 0));
+
     std::optional<_KXSocketOwner> _socket;
 };

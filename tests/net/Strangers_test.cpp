@@ -11,9 +11,6 @@
 #include <tuple>
 #include <vector>
 
-#include <netinet/in.h>
-#include <netinet/tcp.h>
-
 namespace {
 using Ids = std::vector<int>;
 
@@ -198,38 +195,6 @@ TEST_F(Strangers, OneAddressGetsSoManySlotsAndMayBeRefused) {
     EXPECT_TRUE(eventually([&] { return server.checkForIncomingConnections() == -1 && refused.isClosed(); }));
     EXPECT_TRUE(server.admitAddress("127.0.0.1") && server.admitAddress("2001:db8:1:2:ffff::"));
     EXPECT_EQ(RawPeer(server).id, 0);
-}
-
-TEST_F(Strangers, AFullServerRefusesAllThatWaitAndDropsNobody) {
-    // The lowest free descriptor is the id of a client.
-    const int placeholder = open("/dev/null", O_RDONLY);
-    KXNetworkServer full("127.0.0.1", 0, placeholder + 1, 0, 64);
-    std::vector<std::unique_ptr<RawPeer>> peers, late;
-    for (int id = 0; id <= placeholder; ++id)
-        peers.push_back(std::make_unique<RawPeer>(full));
-    full.setLimits(limits);
-    for (int i = 0; i < 20; ++i)
-        late.push_back(std::make_unique<RawPeer>(full, false));
-    close(placeholder);
-    EXPECT_EQ(full.checkForIncomingConnections(), -1);
-    for (const auto& each : late)
-        EXPECT_EQ(each->receive(1), "");
-    EXPECT_EQ(full.clientIDList().size(), peers.size());
-}
-
-TEST_F(Strangers, DeadPeersAreAskedForBySystem) {
-    const int accepted = nextDescriptor() + 1;
-    const RawPeer peer(server);
-    KXNetworkClient client;
-    client.setLimits(limits);
-    const int connected = nextDescriptor();
-    ASSERT_TRUE(client.connect("127.0.0.1", portOf(server)));
-    for (const int each : {accepted, connected}) {
-        int on = 0, seconds = 0;
-        socklen_t length = sizeof on;
-        EXPECT_TRUE(getsockopt(each, SOL_SOCKET, SO_KEEPALIVE, &on, &length) == 0 && on != 0);
-        EXPECT_TRUE(getsockopt(each, IPPROTO_TCP, TCP_KEEPIDLE, &seconds, &length) == 0 && seconds == 20);
-    }
 }
 
 // Writes nothing, and hears of every question.

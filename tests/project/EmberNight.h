@@ -2,6 +2,7 @@
 
 #include "nights/Keeper.h"
 #include "support/Image.h"
+#include "support/System.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -11,8 +12,8 @@
 
 /// Has the game find its files, and keep the player's where the test does.
 inline void useFolders(const TemporaryFolder& player) {
-    setenv("KOBALTRIX_DATA_FOLDER", DEMO_FOLDER "/assets", 1);
-    setenv("KOBALTRIX_USER_FOLDER", player.path().c_str(), 1);
+    setVariable("KOBALTRIX_DATA_FOLDER", DEMO_FOLDER "/assets");
+    setVariable("KOBALTRIX_USER_FOLDER", player.path());
 }
 
 /// The library as the game starts it, in time that passes only where the game waits.

@@ -58,7 +58,7 @@ struct House {
 
     /// The room of a file is its own, or else its nearest folder's; empty if it has none.
     std::string roomOf(const fs::path& path) const {
-        const auto room = rooms.find(path.string());
+        const auto room = rooms.find(path.generic_string());
         return room != rooms.end() ? room->second : path.empty() ? "" : roomOf(path.parent_path());
     }
 
@@ -67,7 +67,7 @@ struct House {
         static const std::regex modules("KX(Mouse|String|TextureCache|Touch|UIGlobalFont)"),
             include(R"re(^\s*#\s*include\s*[<"]([^>"]+))re"), call(R"(\bglu?[A-Z]\w*\()"),
             definition(R"(^(class|struct) (KX_API )?_?(KX\w+)[^;]*$)");
-        const std::string name = unitOf(fs::path(path).filename()), room = roomOf(path);
+        const std::string name = unitOf(fs::path(path).filename().string()), room = roomOf(path);
         note(room.empty(), path + " is in no room of the table");
         const bool isPublic = path[0] == 'i', hasPrefix = name.rfind("KX", 0) == 0;
         note(!isPublic && classes.count("KX" + name) && classes.at("KX" + name),
@@ -117,11 +117,11 @@ struct House {
 
 TEST(Floors, IncludesPointDownAndRoomsKeepToThemselves) {
     const fs::path project = PROJECT;
-    Files files = {{page, contentOf(project / page)}};
+    Files files = {{page, contentOf((project / page).string())}};
     for (const char* top : {"src", "include"})
         for (const fs::path& path : fs::recursive_directory_iterator(project / top))
             if (path.extension() == ".cpp" || path.extension() == ".h")
-                files[fs::relative(path, project)] = contentOf(path);
+                files[fs::relative(path, project).generic_string()] = contentOf(path.string());
     House house{files};
     EXPECT_EQ(house.inspect(), Faults{});
     for (const auto& [place, room] : house.rooms)

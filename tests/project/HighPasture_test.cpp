@@ -4,6 +4,7 @@
 #include "level_editor/Level.h"
 #include "support/Golden.h"
 #include "support/Program.h"
+#include "support/System.h"
 #include "support/TemporaryFolder.h"
 
 #include <KobaltrixTest/KXTestPad.h>
@@ -19,8 +20,8 @@ namespace {
 /// The library as the game starts it, in time that passes only where the game waits.
 struct HighPasture : testing::Test {
     HighPasture() {
-        setenv("KOBALTRIX_DATA_FOLDER", DEMO_FOLDER "/assets", 1);
-        setenv("KOBALTRIX_USER_FOLDER", folder.path().c_str(), 1);
+        setVariable("KOBALTRIX_DATA_FOLDER", DEMO_FOLDER "/assets");
+        setVariable("KOBALTRIX_USER_FOLDER", folder.path());
         std::string path = DEMO;
         EXPECT_EQ(KXInit(path.data()), -1) << KXError();
         KXApplicationCancelQuitRequest();

@@ -4,6 +4,7 @@
 #include "TitleScene.h"
 #include "support/Golden.h"
 #include "support/Program.h"
+#include "support/System.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -75,7 +76,7 @@ TEST_P(WildReplay, IsTheSameInEachStep) {
     const auto [widgets, seed] = GetParam();
     const TemporaryFolder folder, played; // which the file browser shows
     std::filesystem::current_path(played.path());
-    setenv("KOBALTRIX_RECORD_PIXELS", "10", 1);
+    setVariable("KOBALTRIX_RECORD_PIXELS", "10");
     ASSERT_EQ(KXBeginRecording((folder / "run.txt").c_str()), -1) << KXError();
     {
         Options options;

@@ -2,6 +2,7 @@
 
 #include "EmberNight.h"
 #include "support/Golden.h"
+#include "support/System.h"
 #include "support/TemporaryFolder.h"
 
 #include <filesystem>
@@ -11,8 +12,8 @@ namespace {
 struct Widgets : EmberNightTest {
     Widgets() {
         std::filesystem::current_path(folder.path());
-        setenv("HOME", folder.path().c_str(), 1); // a place of the browser
-        setenv("TZ", "UTC", 1);
+        setVariable("HOME", folder.path()); // a place of the browser
+        setVariable("TZ", "UTC");
         options.widgets = true;
         begin();
     }

@@ -7,7 +7,7 @@
 
 namespace {
 struct DepthSurface : RenderTest {
-    static constexpr Pixel near = {0, 255, 0, 255};
+    static constexpr Pixel nearer = {0, 255, 0, 255};
 
     /// A triangle that covers the middle, at a distance from the camera.
     static void triangle(KXColor color, float distance) {
@@ -36,7 +36,7 @@ TEST_F(DepthSurface, ComesWithThe3DModeAndStays) {
     EXPECT_GE(state(GL_DEPTH_BITS)[0], 16);
     EXPECT_EQ(state(GL_ALPHA_BITS)[0], 0) << "as the window itself";
     twoTriangles();
-    EXPECT_EQ(middle(), near);
+    EXPECT_EQ(middle(), nearer);
     EXPECT_EQ(Image::of(*window).at(1, 2), red) << "drawn before";
     window->setRenderingMode(KXWindowRenderingMode2D);
     glClear(GL_DEPTH_BUFFER_BIT); // in 2D mode, of what is in 3D
@@ -90,7 +90,7 @@ TEST_F(DepthSurface, IsWhatTheWindowShows) {
         _KXBindFramebuffer(0);
         Pixel shown = {};
         glReadPixels(32, 24, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, &shown);
-        EXPECT_EQ(shown, near);
+        EXPECT_EQ(shown, nearer);
     }
     expectBox(Image::of(target), {0, 0, 8, 8}, red, transparent);
 }
@@ -122,7 +122,7 @@ TEST_F(DepthSurface, FollowsTheWindowsSize) {
         const Image drawn = Image::of(*window);
         ASSERT_EQ(std::pair(float(drawn.width), float(drawn.height)), std::pair(size.width, size.height));
         EXPECT_EQ(count(drawn, red), 6);
-        EXPECT_EQ(drawn.at(drawn.width / 2, drawn.height / 2), near);
+        EXPECT_EQ(drawn.at(drawn.width / 2, drawn.height / 2), nearer);
     }
 }
 } // namespace

@@ -1,7 +1,6 @@
 #include <Kobaltrix/KXTexture.h>
 
 #include "RenderTest.h"
-#include "support/Denied.h"
 
 #include <SDL_image.h>
 
@@ -129,14 +128,9 @@ TEST_F(Texture, WritesPNG) {
     EXPECT_EQ(texture.writeToPNG(path.c_str()), -1);
     EXPECT_EQ(differingPixels(Image::fromFile(path), Image::of(texture)), 0);
 
-    const std::string before = contentOf(path);
-    for (const auto& [file, reason] : {std::pair{folder / "no/such/folder.png", "No such file or directory"},
-                                       {"/dev/full", "No space left on device"},
-                                       {path, "File too large"}}) {
-        EXPECT_EQ((FullDisk(before.size() - 1), texture.writeToPNG(file.c_str())), 0);
-        EXPECT_EQ(KXError(), "Unable to write a PNG file (" + file + "): " + reason);
-    }
-    EXPECT_EQ(contentOf(path), before);
+    const std::string nowhere = folder / "no/such/folder.png";
+    EXPECT_EQ(texture.writeToPNG(nowhere.c_str()), 0);
+    EXPECT_EQ(KXError(), "Unable to write a PNG file (" + nowhere + "): No such file or directory");
     EXPECT_EQ(KXTexture().writeToPNG(path.c_str()), 0);
 }
 

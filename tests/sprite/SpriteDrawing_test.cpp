@@ -3,8 +3,7 @@
 #include "render/KXTextureCache.h"
 #include "render/RenderTest.h"
 #include "support/Allocations.h"
-
-#include <malloc.h>
+#include "support/System.h"
 
 namespace {
 struct SpriteDrawing : RenderTest {
@@ -196,7 +195,7 @@ TEST_F(SpriteDrawing, FormatsNoTextForEachDraw) {
             sprite.draw({0, 0});
             glFinish(); // the driver lets go of what it has put by
         }
-        return mallinfo2().uordblks; // bytes, where no sanitizer has its own
+        return memoryInUse();
     };
     const std::size_t before = allocated(); // the driver has its buffers by then
     EXPECT_LT(allocated(), before + 10'000) << "temporary strings pile up";

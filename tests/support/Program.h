@@ -1,38 +1,30 @@
 #pragma once
 
+#include "support/System.h"
 #include "support/TemporaryFolder.h"
-
-#include <array>
-#include <cstdio>
-
-#include <sys/wait.h>
 
 /// How a program ended, and what it wrote on both channels.
 struct Outcome {
-    int status; ///< -1 if a signal ended it.
+    int status; ///< -1 if it crashed.
     std::string output;
 };
 
 /// A program that runs beside the test, in a folder of the test's own.
 class Program {
 public:
-    /// @param command as a shell takes it, with its arguments.
+    /// @param command as startProgram() takes it.
     Program(const TemporaryFolder& folder, const std::string& command)
-        : _pipe(popen(("cd '" + folder.path() + "' && " + command + " 2>&1").c_str(), "r")) {}
+        : _program(startProgram(folder.path(), command)) {}
 
     /// Waits for its end; once.
     Outcome finish() {
         Outcome outcome = {};
-        std::array<char, 4096> part;
-        while (const std::size_t count = fread(part.data(), 1, part.size(), _pipe))
-            outcome.output.append(part.data(), count);
-        const int status = pclose(_pipe);
-        outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        outcome.status = endOfProgram(_program, outcome.output);
         return outcome;
     }
 
 private:
-    FILE* _pipe;
+    RunningProgram* _program;
 };
 
 /// Runs a program to its end.

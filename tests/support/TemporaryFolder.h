@@ -1,14 +1,16 @@
 #pragma once
 
-#include <cstdlib>
+#include "platform/FilePath.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 
 /// A file's bytes; none if there is no such file.
 inline std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(_KXFilePath(path), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
@@ -17,16 +19,17 @@ inline std::string contentOf(const std::string& path) {
 class TemporaryFolder {
 public:
     TemporaryFolder() {
-        std::string name =
-            (std::filesystem::temp_directory_path() / "kx t\u00e9st \U0001F3AE XXXXXX").string();
-        if (!mkdtemp(name.data()))
-            std::abort();
-        _path = name;
+        const std::string name =
+            _KXTextOf(std::filesystem::temp_directory_path() / u8"kx t\u00e9st \U0001F3AE ");
+        do
+            _path = name + std::to_string(std::random_device()());
+        while (!std::filesystem::create_directory(_KXFilePath(_path)));
+        std::filesystem::permissions(_KXFilePath(_path), std::filesystem::perms::owner_all);
     }
     ~TemporaryFolder() {
         std::error_code ignored;
         std::filesystem::current_path(_workingFolder, ignored);
-        std::filesystem::remove_all(_path, ignored);
+        std::filesystem::remove_all(_KXFilePath(_path), ignored);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -38,7 +41,7 @@ public:
     /// Writes a file in the folder and returns its path.
     std::string write(const std::string& name, const std::string& content = "content") const {
         const std::string path = *this / name;
-        std::ofstream(path, std::ios::binary) << content;
+        std::ofstream(_KXFilePath(path), std::ios::binary) << content;
         return path;
     }
 

@@ -14,7 +14,7 @@ struct Cache : TextTest {
 };
 
 TEST_F(Cache, OneFontForEachQuadruple) {
-    const std::string path = testFont(), relative = std::filesystem::relative(path);
+    const std::string path = testFont(), relative = std::filesystem::relative(path).string();
     const auto second = makeWindow();
     KXFont* const inSecond = get(testFont(), 2, 12);
     window->setRenderContext();

@@ -6,6 +6,7 @@
 #include <Kobaltrix/Kobaltrix.h>
 #include <KobaltrixTest/KXTestUser.h>
 
+#include "support/System.h"
 #include "support/TemporaryFolder.h"
 
 #include <memory>
@@ -108,7 +109,7 @@ public:
     static void drawBrowser(const KXUITheme& theme) {
         KXUISetTheme(theme);
         const TemporaryFolder folder;
-        setenv("TZ", "UTC", 1);
+        setVariable("TZ", "UTC");
         for (const char* name : {"moths.txt", "night.png"})
             std::filesystem::last_write_time(folder.write(name), std::filesystem::file_time_type());
         KXUIFileBrowser browser;

@@ -1,4 +1,5 @@
 #include "UITest.h"
+#include "support/System.h"
 #include "support/TemporaryFolder.h"
 
 #include "text/KXUIGlobalFont.h"
@@ -203,7 +204,7 @@ TEST_F(FileBrowser, FoldersAreMadeAndFilesRenamed) {
 TEST_F(FileBrowser, PlacesCrumbsAndColumns) {
     const char* const home = std::getenv("HOME");
     const std::string before = home ? home : "";
-    setenv("HOME", (folder / "music").c_str(), 1);
+    setVariable("HOME", folder / "music");
     folder.write("a.png", "the largest of all");
     std::filesystem::last_write_time(folder / "Track 10.ogg",
                                      std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
@@ -222,7 +223,7 @@ TEST_F(FileBrowser, PlacesCrumbsAndColumns) {
     browser.setFolder((folder / "music/loud").c_str());
     browser.draw();
     expectEach("click 38 15 -> /music/"); // it is the user's own
-    setenv("HOME", before.c_str(), 1);
+    setVariable("HOME", before);
     // Each name of the path leads to its folder.
     browser.setFolder((folder / "Levels").c_str());
     browser.draw();

@@ -5,6 +5,7 @@
 #include <KobaltrixTest/KXTestClock.h>
 
 #include "core/ground/Application.h"
+#include "support/System.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +28,7 @@ struct Log : testing::Test {
         _KXForgetApplicationPaths();
     }
     static void useTimeZone(const char* zone) {
-        setenv("TZ", zone, 1);
+        setVariable("TZ", zone);
         tzset();
     }
     /// What has been written; all of it only when the log is closed.

@@ -2,6 +2,7 @@
 
 #include <Kobaltrix/KXPlaces.h>
 
+#include "support/System.h"
 #include "support/TemporaryFolder.h"
 #include "util/KXString.h"
 
@@ -16,14 +17,14 @@ std::string orNone(const char* text) { return text ? text : "none"; }
 struct Places : testing::Test {
     Places() {
         for (const char* variable : {"KOBALTRIX_DATA_FOLDER", "KOBALTRIX_USER_FOLDER", "XDG_DATA_HOME"})
-            unsetenv(variable);
-        setenv("HOME", (folder / "home").c_str(), 1);
+            unsetVariable(variable);
+        setVariable("HOME", folder / "home");
         KXSetGameName(nullptr, "a game");
     }
     ~Places() override {
-        setenv("HOME", home.c_str(), 1);
-        unsetenv("KOBALTRIX_DATA_FOLDER");
-        unsetenv("KOBALTRIX_USER_FOLDER");
+        setVariable("HOME", home);
+        unsetVariable("KOBALTRIX_DATA_FOLDER");
+        unsetVariable("KOBALTRIX_USER_FOLDER");
         _KXCleanTempStrings();
     }
 
@@ -34,7 +35,7 @@ struct Places : testing::Test {
 TEST_F(Places, OfTheUserAreMadeAndHisAlone) {
     const std::string data = folder / "data";
     EXPECT_EQ(orNone(KXUserFolder()), folder / "home/.local/share/a game");
-    setenv("XDG_DATA_HOME", data.c_str(), 1);
+    setVariable("XDG_DATA_HOME", data);
     KXSetGameName("Ada's", "game");
     EXPECT_EQ(orNone(KXUserPath("saves/a/1.txt")), data + "/Ada's/game/saves/a/1.txt");
     EXPECT_TRUE(fs::is_directory(data + "/Ada's/game/saves/a"));
@@ -42,17 +43,17 @@ TEST_F(Places, OfTheUserAreMadeAndHisAlone) {
     EXPECT_FALSE(fs::exists(data + "/Ada's/game/saves/a/1.txt"));
     KXSetGameName("", "other");
     EXPECT_EQ(orNone(KXUserFolder()), data + "/other");
-    setenv("XDG_DATA_HOME", "here", 1); // one that depends on the working folder does not count
+    setVariable("XDG_DATA_HOME", "here"); // one that depends on the working folder does not count
     EXPECT_EQ(orNone(KXUserFolder()), folder / "home/.local/share/other");
-    setenv("KOBALTRIX_USER_FOLDER", (folder / "mine").c_str(), 1);
+    setVariable("KOBALTRIX_USER_FOLDER", folder / "mine");
     EXPECT_EQ(orNone(KXUserPath("a%d")), folder / "mine/a%d");
     std::string deep = folder / "mine";
     for (int i = 0; i < 8; ++i)
         deep += '/' + std::string(200, 'd');
-    setenv("KOBALTRIX_USER_FOLDER", deep.c_str(), 1);
+    setVariable("KOBALTRIX_USER_FOLDER", deep);
     EXPECT_EQ(orNone(KXUserPath("file")), deep + "/file") << "longer than other temporary strings";
 
-    setenv("KOBALTRIX_USER_FOLDER", folder.write("taken").c_str(), 1);
+    setVariable("KOBALTRIX_USER_FOLDER", folder.write("taken"));
     EXPECT_EQ(orNone(KXUserFolder()), "none");
     EXPECT_TRUE(std::string(KXError()).starts_with(folder / "taken: cannot be made: ")) << KXError();
 }
@@ -65,15 +66,15 @@ TEST_F(Places, OfTheGameAreWhereTheProgramIs) {
               "The game's files are not there. No folder: " + (program / "assets").string() + ", " +
                   (program.parent_path() / "share/a game").string() + ", " +
                   (program.parent_path() / "share/games/a game").string());
-    setenv("KOBALTRIX_DATA_FOLDER", folder.path().c_str(), 1);
+    setVariable("KOBALTRIX_DATA_FOLDER", folder.path());
     EXPECT_EQ(orNone(KXDataFolder()), folder.path());
     EXPECT_EQ(orNone(KXDataPath("sounds/a..wav")), folder / "sounds/a..wav");
-    setenv("KOBALTRIX_DATA_FOLDER", (folder / "no").c_str(), 1);
+    setVariable("KOBALTRIX_DATA_FOLDER", folder / "no");
     EXPECT_EQ(orNone(KXDataFolder()), "none") << "another folder was taken than what was wanted";
 }
 
 TEST_F(Places, AreNeverLeft) {
-    setenv("KOBALTRIX_DATA_FOLDER", folder.path().c_str(), 1);
+    setVariable("KOBALTRIX_DATA_FOLDER", folder.path());
     for (const char* name : {"", "/etc/passwd", "..", "../a", "a/../../b", "a/.."}) {
         EXPECT_EQ(orNone(KXDataPath(name)) + orNone(KXUserPath(name)), "nonenone") << name;
         EXPECT_EQ(std::string(KXError()),

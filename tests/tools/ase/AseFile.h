@@ -26,10 +26,11 @@ inline std::string chunk(int type, const std::string& data) {
 }
 
 inline std::string packed(const std::string& bytes) {
-    uLongf size = compressBound(bytes.size());
+    const auto length = static_cast<uLong>(bytes.size());
+    uLongf size = compressBound(length);
     std::string result(size, '\0');
     compress(reinterpret_cast<Bytef*>(result.data()), &size, reinterpret_cast<const Bytef*>(bytes.data()),
-             bytes.size());
+             length);
     return result.substr(0, size);
 }
 
