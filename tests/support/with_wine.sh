@@ -4,8 +4,9 @@
 source "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/display.sh"
 (($#)) || die "usage: $tool COMMAND..."
 
-need wine
+need wine wineserver
 wine=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/../../scripts/wine
+trap '"$wine" --end 2>/dev/null || true; clean_up' EXIT
 start_xvfb
 unset SDL_VIDEODRIVER
 # Temporary files lie on the drive that paths of this system are read on, whatever folder a test works in.
