@@ -14,7 +14,8 @@ std::string bytesOf(const KXNetworkBuffer& buffer) {
 
 TEST(NetworkBuffer, LongsTravelAsNibblesAndForeignBytesAreRead) {
     KXNetworkBuffer buffer;
-    for (const long value : {0x12345678L, -1L, LONG_MAX, LONG_MIN, INT_MIN + 5L, 0x180000005L}) {
+    for (const long value :
+         {0x12345678L, -1L, LONG_MAX, LONG_MIN, INT_MIN + 5L, static_cast<long>(0x180000005LL)}) {
         buffer.appendLong(value);
         EXPECT_EQ(buffer.readLong(), static_cast<int>(value));
     }

@@ -14,7 +14,7 @@ struct FilesOfPictures : RenderTest {
 TEST_F(FilesOfPictures, StayAsTheyWereOnAFullDisk) {
     EXPECT_EQ((FullDisk(1000), window->saveBuffer(path.c_str(), 0)), 0);
     EXPECT_TRUE(std::string(KXError()).starts_with("Unable to save bitmap image (" + path)) << KXError();
-    const KXTexture texture(64, 64);
+    KXTexture texture(64, 64);
     for (const auto& [file, reason] :
          {std::pair{std::string("/dev/full"), "No space left on device"}, {path, "File too large"}}) {
         EXPECT_EQ((FullDisk(20), texture.writeToPNG(file.c_str())), 0);

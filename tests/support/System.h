@@ -14,8 +14,14 @@ extern const char* const videoDriverOfTests;
 /// How many files, connections and the like the process has open.
 long openFiles();
 
+/// Whether a file, by its descriptor, is handed on to programs that are started.
+bool isInherited(int descriptor);
+
 /// How many bytes malloc() has given out; always the same where sanitizers have one of their own.
 std::size_t memoryInUse();
+
+/// Sets the time zone, as TZ names it.
+void setTimeZone(const char* zone);
 
 /// A program that was started beside the test.
 struct RunningProgram;

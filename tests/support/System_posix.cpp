@@ -3,9 +3,11 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <iterator>
 
+#include <fcntl.h>
 #include <malloc.h>
 #include <sys/wait.h>
 
@@ -17,6 +19,13 @@ const char* const videoDriverOfTests = "offscreen";
 long openFiles() {
     const std::filesystem::directory_iterator files("/proc/self/fd");
     return std::distance(begin(files), end(files));
+}
+
+bool isInherited(int descriptor) { return !(fcntl(descriptor, F_GETFD) & FD_CLOEXEC); }
+
+void setTimeZone(const char* zone) {
+    setVariable("TZ", zone);
+    tzset();
 }
 
 std::size_t memoryInUse() { return mallinfo2().uordblks; }

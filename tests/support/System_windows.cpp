@@ -8,6 +8,7 @@
 #include <map>
 #include <vector>
 
+#include <io.h>
 #include <malloc.h>
 #include <windows.h>
 
@@ -22,6 +23,17 @@ long openFiles() {
     DWORD handles = 0;
     GetProcessHandleCount(GetCurrentProcess(), &handles);
     return static_cast<long>(handles);
+}
+
+bool isInherited(int descriptor) {
+    DWORD flags = 0;
+    GetHandleInformation(reinterpret_cast<HANDLE>(_get_osfhandle(descriptor)), &flags);
+    return flags & HANDLE_FLAG_INHERIT;
+}
+
+void setTimeZone(const char* zone) {
+    setVariable("TZ", zone);
+    _tzset();
 }
 
 std::size_t memoryInUse() {

@@ -203,10 +203,10 @@ TEST_F(ListBox, DraggingSelectsAndScrollsBeyondTheEdges) {
     fillWith(30);
     expectEach("press row 1, at row 3 -> told 3@0; at 300 60 -> told 2@0; release, at row 1 -> 2@0");
     act("press row 1, at 20 " + std::to_string(15 + 5 * rowHeight));
-    const int near = list.selectedIndex();
+    const int before = list.selectedIndex();
     EXPECT_EQ(act("poll 62"), -1);
     const int later = list.selectedIndex();
-    EXPECT_NEAR(later - near, 10, 2) << "in a second";
+    EXPECT_NEAR(later - before, 10, 2) << "in a second";
     EXPECT_EQ(list.firstVisibleIndex(), later - 4);
     expectEach("at 20 500, poll 62 -> told 29@25; at 20 -500, poll 62 -> told 0@0; release, poll 9 -> 0@0");
     const std::string edge = std::to_string(10 + 2 * rowHeight), beside = std::to_string(12 + 2 * rowHeight);

