@@ -180,9 +180,9 @@ struct RecordingTest : testing::Test {
         return game.sums;
     }
 
-    void write(const std::string& text) { std::ofstream(file, std::ios::binary) << text; }
+    void write(const std::string& text) { std::ofstream(_KXFilePath(file), std::ios::binary) << text; }
     std::string text() {
-        std::ifstream in(file);
+        std::ifstream in(_KXFilePath(file));
         return {std::istreambuf_iterator<char>(in), {}};
     }
 
@@ -317,7 +317,7 @@ TEST_F(RecordingTest, WhatItHeldAndItsPadsEndWithIt) {
 
 TEST_F(RecordingTest, ReplacesAnotherWhenItIsWhole) {
     const std::string path = file, before = path + ".before";
-    std::ofstream(path) << "kept";
+    std::ofstream(_KXFilePath(path)) << "kept";
     EXPECT_EQ(KXBeginRecording(path.c_str()), -1);
     EXPECT_EQ(contentOf(before), "kept");
     KXEndRecording();

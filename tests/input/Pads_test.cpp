@@ -254,7 +254,8 @@ TEST_F(Pads, LearnOtherLayouts) {
 
     const TemporaryFolder folder;
     const std::string path = folder / "pads.txt";
-    std::ofstream(path) << text << '\n' << std::string(guid).replace(0, 8, "03000000") << ",Other,a:b0,";
+    std::ofstream(_KXFilePath(path)) << text << '\n'
+                                     << std::string(guid).replace(0, 8, "03000000") << ",Other,a:b0,";
     EXPECT_EQ(KXLoadPadMappings(path.c_str()), 2);
     for (const char* bad : {"", "/nowhere/pads.txt", "/", static_cast<const char*>(nullptr)})
         EXPECT_EQ(KXLoadPadMappings(bad), 0);

@@ -83,10 +83,10 @@ TEST_F(Descriptors, AFullServerRefusesAllThatWaitAndDropsNobody) {
 }
 
 TEST_F(Descriptors, DeadPeersAreAskedForBySystem) {
+    server.setLimits(KXNetworkLimitsForStrangers());
     const int accepted = nextDescriptor() + 1;
     const RawPeer peer(server);
     client.setLimits(KXNetworkLimitsForStrangers());
-    server.setLimits(KXNetworkLimitsForStrangers());
     const int connected = nextDescriptor();
     ASSERT_TRUE(client.connect("127.0.0.1", portOf(server)));
     for (const int each : {accepted, connected}) {

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 namespace {
-TEST(SpriteFile, StaysAsItWasOnAFullDisk) {
+TEST(FullDisk, LeavesASpriteFileAsItWas) {
     const TemporaryFolder folder;
     const std::string path = folder.write("kept.spr", "as it was");
     KXSprite sprite;

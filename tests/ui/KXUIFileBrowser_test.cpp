@@ -333,7 +333,7 @@ TEST_F(FileBrowser, Looks) {
         makeFolder(name);
     for (const char* name : {"caf\xe9.png", "Track 9.ogg", "track 10.ogg", "{C1,0,0,1}red{EC}.txt",
                              "\u00c4rger \u0416\u0443\u043a.txt", "z"})
-        std::ofstream(here + "/" + name) << "x";
+        std::ofstream(_KXFilePath(here + "/" + name)) << "x";
     browser.setRect({4, 4}, {312, 192});
     browser.show(KXUIFileBrowserModeOpen, here.c_str());
     act("Down, Down, Down, Down, Down");
@@ -348,7 +348,7 @@ TEST_F(FileBrowser, Looks) {
     browser.setSelectionColor(0.6f, 0.8f, 1, 1);
     browser.setFocusColor(1, 0.4f, 0, 1);
     browser.setShowsHiddenFiles(-1);
-    std::ofstream(empty + "/z.txt") << "x";
+    std::ofstream(_KXFilePath(empty + "/z.txt")) << "x";
     browser.show(KXUIFileBrowserModeSave, empty.c_str(), "z.txt");
     act("Return");
     browser.draw();

@@ -90,7 +90,7 @@ TEST_F(Log, AppendsWholeMessagesBesideThoseOfOtherProcesses) {
             own += stamp + text + "\n";
             ASSERT_TRUE(i % 20 || ("\n" + content()).ends_with('\n')) << "a message is torn";
             if (i % 300 == 99)
-                std::ofstream(std::filesystem::path(folder / "log.txt"), std::ios::app) << "other\n";
+                std::ofstream(_KXFilePath(folder / "log.txt"), std::ios::app) << "other\n";
         }
         KXInitializeLog(nullptr, 0); // which closes it
         EXPECT_EQ(openFiles(), open - 1);
