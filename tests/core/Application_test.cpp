@@ -54,8 +54,8 @@ TEST_F(ApplicationPaths, ABundlesResourcesBecomeTheWorkingDirectory) {
     const TemporaryFolder folder;
     const fs::path contents = folder / "Game.app/Contents", resources = contents / "Resources/Game";
     fs::create_directories(resources);
-    find((contents / "MacOS/Game").string());
-    EXPECT_EQ(orNone(KXBundlePath), resources);
+    find((contents / "MacOS/Game").generic_string());
+    EXPECT_EQ(orNone(KXBundlePath), resources.generic_string());
     EXPECT_EQ(fs::canonical(fs::current_path()), fs::canonical(resources));
 }
 } // namespace

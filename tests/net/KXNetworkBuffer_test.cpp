@@ -68,7 +68,7 @@ TEST(NetworkBuffer, PastTheEndItReadsZeros) {
     }
     for (int cut = 0; cut <= 8; ++cut) {
         KXNetworkBuffer buffer("\x08\x09\x0a\x0b\x0c\x0d\x0e\x07", cut);
-        EXPECT_EQ(buffer.readLong(), 0x7EDCBA98 & ((1L << 4 * cut) - 1));
+        EXPECT_EQ(buffer.readLong(), 0x7EDCBA98 & ((1LL << 4 * cut) - 1));
         EXPECT_FALSE(buffer.hasMoreData());
         EXPECT_EQ(buffer.readFloat(), 0) << "and so it goes on";
     }

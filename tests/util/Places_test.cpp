@@ -44,9 +44,9 @@ TEST_F(Places, OfTheGameAreWhereTheProgramIs) {
     EXPECT_EQ(orNone(KXProgramFolder()), program);
     EXPECT_EQ(orNone(KXDataPath("a")), "none");
     EXPECT_EQ(std::string(KXError()),
-              "The game's files are not there. No folder: " + (program / "assets").string() + ", " +
-                  (program.parent_path() / "share/a game").string() + ", " +
-                  (program.parent_path() / "share/games/a game").string());
+              "The game's files are not there. No folder: " + (program / "assets").generic_string() + ", " +
+                  (program.parent_path() / "share/a game").generic_string() + ", " +
+                  (program.parent_path() / "share/games/a game").generic_string());
     setVariable("KOBALTRIX_DATA_FOLDER", folder.path());
     EXPECT_EQ(orNone(KXDataFolder()), folder.path());
     EXPECT_EQ(orNone(KXDataPath("sounds/a..wav")), folder / "sounds/a..wav");
