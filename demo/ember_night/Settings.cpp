@@ -28,7 +28,7 @@ static std::string readString(FILE* file) {
 
 // What the game wrote before its settings were a text. False if the file is none of these.
 static bool loadOld(Settings& settings, const std::string& path) {
-    FILE* const file = KXFileExists(path.c_str()) ? std::fopen(path.c_str(), "r") : nullptr;
+    FILE* const file = KXFileExists(path.c_str()) ? KXOpenFile(path.c_str(), "r") : nullptr;
     const long version = KXGetL(file);
     const bool isOld = version >= 1 && version <= lastOldVersion;
     if (isOld) {

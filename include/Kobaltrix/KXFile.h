@@ -3,6 +3,7 @@
 #include <Kobaltrix/KXPlatform.h>
 
 #include <list>
+#include <stdio.h>
 
 /// @file
 /// Files, folders and '/'-separated paths.
@@ -26,6 +27,12 @@ KX_API int KXFileExists(const char* path);
 
 /// -1 if @a path can be opened as a folder, else 0.
 KX_API int KXIsDirectory(const char* path);
+
+/// fopen() for a @a path that may hold any letter on every system, and for bytes that stay as they are: no
+/// line end is made another one. For the values of KXIO.h and whatever else goes by a stream.
+/// @param mode "r", "w" or "a", with "+" for both ways; a "b" changes nothing.
+/// @return a stream that the caller closes with fclose(); null, with a text in KXError(), where there is none.
+KX_API FILE* KXOpenFile(const char* path, const char* mode);
 
 /// Removes a file. @return 0 on success; -1 if there is nothing at @a path, if it is a folder, or if the
 /// system refuses. Of a symbolic link the link is removed, and only if it leads to something.

@@ -1,3 +1,7 @@
 #include "platform/OpenFile.h"
 
-std::FILE* _KXOpenFile(const char* path, const char* mode) { return std::fopen(path, mode); }
+#include <string>
+
+std::FILE* _KXOpenFile(const char* path, const char* mode) {
+    return std::fopen(path, (std::string(mode) + 'e').c_str());
+}

@@ -153,4 +153,4 @@ char* KXGetString(FILE* file) {
     return isSound(file) ? KXTempString("%s", text) : nullptr;
 }
 
-int KXStreamIsIntact(FILE* file) { return isSound(file) && !feof(file) && fflush(file) == 0 ? -1 : 0; }
+int KXStreamIsIntact(FILE* file) { return isSound(file) && !feof(file) && _KXFlush(file) == 0 ? -1 : 0; }

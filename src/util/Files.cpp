@@ -4,9 +4,11 @@
 #include "platform/EmptyFolder.h"
 #include "platform/FilePath.h"
 #include "platform/FolderReader.h"
+#include "platform/OpenFile.h"
 #include "util/KXString.h"
 #include "util/WholeFile.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <new>
 #include <set>
@@ -22,6 +24,25 @@ int KXFileExists(const char* path) {
 }
 
 int KXIsDirectory(const char* path) { return _KXFolderReader(path ? path : "").error() ? 0 : -1; }
+
+FILE* KXOpenFile(const char* path, const char* mode) {
+    const std::string_view way = mode ? mode : "";
+    // One that fopen() does not know ends the program on some systems.
+    const bool isKnown = way.find_first_of("rwa") == 0 && way.find_first_not_of("b+", 1) == way.npos;
+    if (!isKnown) {
+        _KXReportError("There is no mode \"%s\" to open a file in", mode ? mode : "(null)");
+        return nullptr;
+    }
+    FILE* const file = path ? _KXOpenFile(path, mode) : nullptr;
+    const int error = path ? errno : ENOENT;
+    if (!file) {
+        const std::string fault = _KXPathFaultText(path);
+        _KXReportError("Unable to open %s%s", path ? path : "(null)",
+                       fault.empty() ? (": " + std::generic_category().message(error)).c_str()
+                                     : fault.c_str());
+    }
+    return file;
+}
 
 int KXRemoveFile(const char* path) {
     if (!KXFileExists(path))

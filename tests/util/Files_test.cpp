@@ -50,6 +50,32 @@ TEST_F(Files, MakeTestAndRemove) {
     EXPECT_EQ(KXRemoveFile(file.c_str()) | KXRemoveDirectory(made.c_str()) | fs::exists(made), 0);
 }
 
+TEST_F(Files, StreamsHoldTheBytesThatWerePut) {
+    const std::string path = folder / "\u00e9\U0001F525.bin", bytes = "a\r\nb\n\x1a\xff"s;
+    const auto through = [&path](const char* mode, auto use) {
+        const std::unique_ptr<FILE, int (*)(FILE*)> file(KXOpenFile(path.c_str(), mode), std::fclose);
+        ASSERT_TRUE(file) << mode << KXError();
+        use(file.get());
+    };
+    for (const char* mode : {"w", "a+"})
+        through(mode, [&](FILE* file) { std::fwrite(bytes.data(), 1, bytes.size(), file); });
+    for (const char* mode : {"r", "rb+"})
+        through(mode, [&](FILE* file) {
+            std::string read(100, '?');
+            read.resize(std::fread(read.data(), 1, read.size(), file));
+            EXPECT_EQ(read, bytes + bytes);
+        });
+    for (const char* mode : {"", "x", "wx", "rt", "r,ccs=UTF-8", static_cast<const char*>(nullptr)}) {
+        EXPECT_FALSE(KXOpenFile(path.c_str(), mode));
+        EXPECT_EQ(KXError(), "There is no mode \""s + (mode ? mode : "(null)") + "\" to open a file in");
+    }
+    for (const char* none :
+         {static_cast<const char*>(nullptr), "", "no folder/file", folder.path().c_str()}) {
+        EXPECT_FALSE(KXOpenFile(none, "w"));
+        EXPECT_TRUE(std::string(KXError()).starts_with("Unable to open "s + (none ? none : "(null)") + ": "));
+    }
+}
+
 TEST_F(Files, NothingThere) {
     const std::string below = folder.write("file") + "/below";
     const std::string tooLong = folder / std::string(5000, 'x');
