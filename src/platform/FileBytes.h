@@ -2,8 +2,8 @@
 
 #include <cstdio>
 
-// What was put on a stream goes to the system, and what was read from it stays where it was; 0 on success. And
-// single bytes through the calls that take no lock, where the system has them.
+// What was put on a stream goes to the system, and what was read from it stays where it was; 0 on success.
+// And single bytes through the calls that take no lock, where the system has them.
 #ifdef _WIN32
 // There fflush() forgets what was read ahead.
 inline int _KXFlush(std::FILE* file) {

@@ -135,7 +135,7 @@ int main(int argc, char** argv) {
     const std::filesystem::path folder = argv[1];
     bool recorded = true;
     for (const char* device : {"keys", "mouse", "pad"})
-        recorded &= record(device, std::filesystem::path(argv[0]).replace_filename("ember-night"),
-                           folder / (std::string(device) + ".txt"));
+        recorded &= record(device, std::filesystem::path(argv[0]).replace_filename("ember-night").string(),
+                           (folder / (std::string(device) + ".txt")).string());
     return recorded ? 0 : 1;
 }
