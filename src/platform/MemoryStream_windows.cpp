@@ -7,11 +7,19 @@
 
 // The C library has no stream into memory: this one is a file that the system keeps there as long as it can,
 // and removes when it is closed, whatever becomes of the program.
+static std::FILE* openIn(const wchar_t* folder) {
+    wchar_t path[MAX_PATH + 1];
+    return folder && GetTempFileNameW(folder, L"kx", 0, path) ? _wfopen(path, L"w+bTDN") : nullptr;
+}
+
+// The folder for such files need not be there; any other that can be written to will do.
 static std::FILE* openTemporary() {
-    wchar_t folder[MAX_PATH + 1], path[MAX_PATH + 1];
-    if (!GetTempPathW(MAX_PATH + 1, folder) || !GetTempFileNameW(folder, L"kx", 0, path))
-        return nullptr;
-    return _wfopen(path, L"w+bTDN");
+    wchar_t temporary[MAX_PATH + 1];
+    std::FILE* file = GetTempPathW(MAX_PATH + 1, temporary) ? openIn(temporary) : nullptr;
+    for (const wchar_t* const folder : {static_cast<const wchar_t*>(_wgetenv(L"LOCALAPPDATA")), L"."})
+        if (!file)
+            file = openIn(folder);
+    return file;
 }
 
 _KXMemoryStream::_KXMemoryStream() : _stream(openTemporary()) {}

@@ -27,7 +27,7 @@ static bool findWays(const std::filesystem::path& folder) {
     for (int i = 0; i < Stage::count; ++i) {
         const Stage level(assets, i);
         const std::string way = findWay(World(level)),
-                          file = folder / ("way" + std::to_string(i + 1) + ".txt");
+                          file = (folder / ("way" + std::to_string(i + 1) + ".txt")).string();
         KXSaveFile saved(file.c_str());
         std::fprintf(saved.stream(), "%s\n", way.c_str());
         if (!saved.commit() || way.empty())
@@ -43,13 +43,13 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::filesystem::path folder = argv[1];
-    std::string game = std::filesystem::path(argv[0]).replace_filename("high-pasture");
+    std::string game = std::filesystem::path(argv[0]).replace_filename("high-pasture").string();
     bool recorded = false;
     if (KXInit(game.data())) {
         const bool found = findWays(folder);
         KXDeInit();
         const KXTestClock clock;
-        if (found && KXInit(game.data()) && KXBeginRecording((folder / "meadow.txt").c_str()))
+        if (found && KXInit(game.data()) && KXBeginRecording((folder / "meadow.txt").string().c_str()))
             play();
         KXApplicationCancelQuitRequest();
         recorded = KXRecordingStateNow() == KXRecordingRecords;
