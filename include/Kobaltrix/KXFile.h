@@ -28,9 +28,9 @@ KX_API int KXFileExists(const char* path);
 /// -1 if @a path can be opened as a folder, else 0.
 KX_API int KXIsDirectory(const char* path);
 
-/// fopen() for a @a path that may hold any letter on every system, and for bytes that stay as they are: no
-/// line end is made another one. For the values of KXIO.h and whatever else goes by a stream.
-/// @param mode "r", "w" or "a", with "+" for both ways; a "b" changes nothing.
+/// fopen() for bytes that stay as they are on every system: no line end is made another one. For the values
+/// of KXIO.h and whatever else goes by a stream.
+/// @param path may hold any letter on every system. @param mode "r", "w" or "a", with "+" for both ways; a "b" changes nothing.
 /// @return a stream that the caller closes with fclose(); null, with a text in KXError(), where there is none.
 KX_API FILE* KXOpenFile(const char* path, const char* mode);
 
