@@ -58,7 +58,9 @@ float KXRandomizef(float min, float max) {
     const int firstWhole = _KXTruncate(low);
     const int lastWhole = _KXTruncate(high);
     const double whole = KXRandomize(firstWhole, lastWhole);
-    const double drawn = (whole - firstWhole) * fractions + KXRandomize(0, fractions - 1);
+    // Of all numbers there are: where rand() has 15 bits, some of 20000 would come up twice as often.
+    const int fraction = KXRandomize(0, std::numeric_limits<int>::max()) % fractions;
+    const double drawn = (whole - firstWhole) * fractions + fraction;
     const double drawable = (static_cast<double>(lastWhole) - firstWhole + 1) * fractions;
 
     constexpr double largest = std::numeric_limits<float>::max();

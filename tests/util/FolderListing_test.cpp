@@ -28,7 +28,7 @@ TEST(FolderListing, ListsFoldersFirstAndWhatTheFilterLetsThrough) {
     for (const char* name : {"b10.png", "B9.PNG", "a.txt", ".png", "png", "x.tar.gz", "xpng", "B\u00e9.png"})
         folder.write(name);
     for (const char* name : {"z", "Y", ".secret", "a.png"})
-        fs::create_directory(folder / name);
+        fs::create_directory(_KXFilePath(folder / name));
     const std::string folders = "a.png/|Y/|z/|", pictures = "B9.PNG|b10.png|B\u00e9.png|";
     EXPECT_EQ(names("", true), ".secret/|" + folders + ".png|a.txt|" + pictures + "png|x.tar.gz|xpng|");
     EXPECT_EQ(names(" ,;", false), folders + "a.txt|" + pictures + "png|x.tar.gz|xpng|...");
@@ -42,9 +42,10 @@ TEST(FolderListing, FactsAreToldAndSortedBy) {
     const TemporaryFolder folder;
     for (const auto& [name, size, hours] : {std::tuple{"b", 999, 1}, {"a10", 1000, 3}, {"a9", 1500000, 2}}) {
         folder.write(name, std::string(static_cast<std::size_t>(size), 'x'));
-        fs::last_write_time(folder / name, fs::file_time_type::clock::now() - std::chrono::hours(hours));
+        fs::last_write_time(_KXFilePath(folder / name),
+                            fs::file_time_type::clock::now() - std::chrono::hours(hours));
     }
-    fs::create_directory(folder / "z");
+    fs::create_directory(_KXFilePath(folder / "z"));
     auto entries = _KXReadFolder(folder.path(), {}).entries;
     using enum _KXListingOrder;
     for (const auto& [order, reversed, names] : {std::tuple{Size, false, "z a9 1.5 MB a10 1.0 KB b 999 B "},
@@ -63,12 +64,12 @@ TEST(FolderListing, FactsAreToldAndSortedBy) {
 
 TEST(FolderListing, PathsAreMadeAbsoluteAndWhatIsThereIsTold) {
     const TemporaryFolder folder;
-    fs::create_directories(folder / "a/b");
+    fs::create_directories(_KXFilePath(folder / "a/b"));
     const std::string file = folder.write("file"), missing = folder / "missing";
     EXPECT_TRUE(_KXReadFolder(missing, {}).error == ENOENT && _KXReadFolder(file, {}).error == ENOTDIR);
     EXPECT_TRUE(_KXKindOf(missing) == _KXPathKind::Nothing && _KXKindOf(file) == _KXPathKind::File);
     EXPECT_EQ(_KXKindOf(folder.path()), _KXPathKind::Folder);
-    fs::current_path(folder.path());
+    fs::current_path(_KXFilePath(folder.path()));
     const char* const inside[][2] = {{"", ""},        {".", ""},           {"a//b/", "/a/b"},
                                      {"./a/.", "/a"}, {"gone/../a", "/a"}, {nullptr, ""}};
     for (const auto& [path, absolute] : inside)

@@ -13,17 +13,20 @@ TEST_F(SaveFile, TakesThePlaceOfWhatIsThere) {
         EXPECT_EQ(contentOf(folder / name), std::string("\0of ", 4) + name);
     }
     EXPECT_EQ(entries(), 2);
-    fs::current_path(folder.path());
+    fs::current_path(_KXFilePath(folder.path()));
     EXPECT_EQ(save("old", ""), "");
-    EXPECT_EQ(fs::file_size(old), 0u);
+    EXPECT_EQ(fs::file_size(_KXFilePath(old)), 0u);
 }
 
 TEST_F(SaveFile, OrLeavesItWhenItFails) {
-    for (const auto& [path, reason] : {std::tuple{old + "/inside", "Not a directory"},
-                                       {folder / "no/folder", "No such file or directory"},
-                                       {folder.path(), "Is a directory"},
-                                       {"", "No such file or directory"}})
-        EXPECT_EQ(save(path), reason) << path;
+    // Windows has reasons of its own: 3 that there is no such folder, 5 that it is denied.
+    for (const auto& [path, reason, onWindows] : {std::tuple{old + "/inside", "Not a directory", 3},
+                                                  {folder / "no/folder", "No such file or directory", 3},
+                                                  {folder.path(), "Is a directory", 5},
+                                                  {"", "No such file or directory", 3}}) {
+        const std::string said = save(path);
+        EXPECT_TRUE(said == reason || said == std::system_category().message(onWindows)) << path << said;
+    }
     EXPECT_EQ(contentOf(old), "as it was");
     EXPECT_EQ(entries(), 1);
     EXPECT_EQ(KXSaveFile(nullptr).commit(), 0);

@@ -90,7 +90,7 @@ TEST_F(Log, AppendsWholeMessagesBesideThoseOfOtherProcesses) {
             own += stamp + text + "\n";
             ASSERT_TRUE(i % 20 || ("\n" + content()).ends_with('\n')) << "a message is torn";
             if (i % 300 == 99)
-                std::ofstream(_KXFilePath(folder / "log.txt"), std::ios::app) << "other\n";
+                std::ofstream(_KXFilePath(folder / "log.txt"), std::ios::app | std::ios::binary) << "other\n";
         }
         KXInitializeLog(nullptr, 0); // which closes it
         EXPECT_EQ(openFiles(), open - 1);
@@ -105,12 +105,12 @@ TEST_F(Log, AppendsWholeMessagesBesideThoseOfOtherProcesses) {
 TEST_F(Log, GoesWhereTheExecutableIsOrToTheWorkingDirectoryAndToStandardOutput) {
     testing::internal::CaptureStdout();
     KXLogSetEnableSTDOut(2);
-    std::filesystem::create_directory(folder / "sub");
+    std::filesystem::create_directory(_KXFilePath(folder / "sub"));
     KXInitializeLog("sub/100%s.txt", 0);
     KXLog(nullptr, "a");
     KXLogSetEnableSTDOut(0);
     _KXForgetApplicationPaths();
-    std::filesystem::current_path(folder / "sub");
+    std::filesystem::current_path(_KXFilePath(folder / "sub"));
     KXInitializeLog("b.txt", 0);
     KXLog(nullptr, "b");
     KXLogSetEnableSTDOut(2);

@@ -23,7 +23,7 @@ struct SaveFileTest : testing::Test {
         return error.empty() ? "" : error.substr(beginning.size());
     }
     std::ptrdiff_t entries() const {
-        return std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator());
+        return std::distance(fs::directory_iterator(_KXFilePath(folder.path())), fs::directory_iterator());
     }
 
     const TemporaryFolder folder;
