@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# with_wine.sh COMMAND...: runs the command on an X desktop of its own, and ends what Wine has left running there. Wine is
-# its own window manager.
+# with_wine.sh COMMAND...: runs the command on an X desktop of its own, and ends what Wine has left running there. There is
+# no window manager.
 source "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/display.sh"
 (($#)) || die "usage: $tool COMMAND..."
 
@@ -9,11 +9,15 @@ wine=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/../../scripts/wine
 trap '"$wine" --end 2>/dev/null || true; clean_up' EXIT
 start_xvfb
 unset SDL_VIDEODRIVER
+
+# register KEY NAME VALUE: in Wine's registry.
+register() {
+    "$wine" reg add "HKCU\\$1" /v "$2" /d "$3" /f >"$scratch/wine.log" 2>&1 || die "Wine does not start:" "$scratch/wine.log"
+}
 # Temporary files lie on the drive that paths of this system are read on, whatever folder a test works in.
 temporary=$scratch/temporary
 mkdir "$temporary"
-for name in TEMP TMP; do
-    "$wine" reg add 'HKCU\Environment' /v $name /d "Z:${temporary//\//\\}" /f >"$scratch/wine.log" 2>&1 ||
-        die "Wine does not start:" "$scratch/wine.log"
-done
+for name in TEMP TMP; do register Environment $name "Z:${temporary//\//\\}"; done
+# Wine waits two seconds for a window manager whenever a window closes, unless it is told that there is none.
+register 'Software\Wine\X11 Driver' Managed N
 run_command "$@"
