@@ -1,6 +1,8 @@
 #include <Kobaltrix/KXFont.h>
 
 #include "core/ground/ErrorSlot.h"
+#include "platform/FilePath.h"
+#include "text/SystemFonts.h"
 
 #include <Kobaltrix/KXString.h>
 
@@ -38,6 +40,7 @@ static bool isOfFamily(const Pattern& font, const char* family) {
 }
 
 static const char* fileOf(const char* name) {
+    _KXLoadSystemFonts();
     const Pattern pattern(FcNameParse(reinterpret_cast<const FcChar8*>(name)));
     const char* const wanted = pattern ? valueOf(pattern, FC_FAMILY, 0) : nullptr;
     if (!wanted)
@@ -54,7 +57,7 @@ static const char* fileOf(const char* name) {
     const bool isFirst =
         FcPatternGetInteger(font.get(), FC_INDEX, 0, &index) != FcResultMatch || (index & 0xFFFF) == 0;
     const char* const file = isFirst ? valueOf(font, FC_FILE, 0) : nullptr;
-    return file ? KXTempString("%s", file) : nullptr;
+    return file ? KXTempString("%s", _KXTextOf(_KXFilePath(file)).c_str()) : nullptr;
 }
 
 const char* KXFindFont(const char* name) {

@@ -8,6 +8,8 @@
 #include "util/KXString.h"
 #include "util/WholeFile.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <new>
@@ -25,11 +27,14 @@ int KXFileExists(const char* path) {
 
 int KXIsDirectory(const char* path) { return _KXFolderReader(path ? path : "").error() ? 0 : -1; }
 
+// One that fopen() does not know ends the program on some systems.
+static bool isMode(const std::string_view mode) {
+    return mode.find_first_of("rwa") == 0 &&
+           std::ranges::count(std::array{"", "b", "+", "b+", "+b"}, mode.substr(1)) == 1;
+}
+
 FILE* KXOpenFile(const char* path, const char* mode) {
-    const std::string_view way = mode ? mode : "";
-    // One that fopen() does not know ends the program on some systems.
-    const bool isKnown = way.find_first_of("rwa") == 0 && way.find_first_not_of("b+", 1) == way.npos;
-    if (!isKnown) {
+    if (!mode || !isMode(mode)) {
         _KXReportError("There is no mode \"%s\" to open a file in", mode ? mode : "(null)");
         return nullptr;
     }

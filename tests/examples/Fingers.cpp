@@ -183,9 +183,7 @@ void rest() {
     at(20, [] { user.move({40, 140}); });
 }
 
-/// The path begins at the user's own folder, which is not another one on each machine.
 void lookAtPictures() {
-    setenv("HOME", KXExecutablePath, 1);
     click(10, 60, 26);
     at(30, [] { user.type("ow"); });
     at(40, [] { user.move({55, 20}); }); // the folder above

@@ -221,7 +221,8 @@ TEST_F(TextLayout, FontsComeFromMemoryByNameAndFromTheCache) {
     };
     EXPECT_EQ(printed(packed), printed(sans));
     EXPECT_EQ(KXFont("garbage", 7, KXAliasModeTexture).setSize(9) + KXFont(nullptr, 9, 1).getSize(), 0);
-    EXPECT_STREQ(KXFindFont("dejavu sans"), testFont());
+    for (const char* const name : {"dejavu sans", "sans"}) // in the folder of this system
+        EXPECT_TRUE(std::string(KXFindFont(name)).ends_with("/dejavu/DejaVuSans.ttf")) << KXFindFont(name);
     for (const char* none : {"No Such Font", "", ":bold", "%s", static_cast<const char*>(nullptr)})
         EXPECT_EQ(KXFindFont(none), nullptr);
     KXFont* const cached = KXCachedFont(testFont(), KXAliasModeTexture, 9);

@@ -65,7 +65,8 @@ TEST_F(Files, StreamsHoldTheBytesThatWerePut) {
             read.resize(std::fread(read.data(), 1, read.size(), file));
             EXPECT_EQ(read, bytes + bytes);
         });
-    for (const char* mode : {"", "x", "wx", "rt", "r,ccs=UTF-8", static_cast<const char*>(nullptr)}) {
+    for (const char* mode :
+         {"", "x", "wx", "rt", "r++", "rbb", "r,ccs=UTF-8", static_cast<const char*>(nullptr)}) {
         EXPECT_FALSE(KXOpenFile(path.c_str(), mode));
         EXPECT_EQ(KXError(), "There is no mode \""s + (mode ? mode : "(null)") + "\" to open a file in");
     }

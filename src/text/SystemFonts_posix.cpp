@@ -1,0 +1,4 @@
+#include "text/SystemFonts.h"
+
+// The system has settings for it.
+void _KXLoadSystemFonts() {}
