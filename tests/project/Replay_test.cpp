@@ -75,7 +75,7 @@ struct WildReplay : EmberNightTest, testing::WithParamInterface<std::tuple<bool,
 TEST_P(WildReplay, IsTheSameInEachStep) {
     const auto [widgets, seed] = GetParam();
     const TemporaryFolder folder, played; // which the file browser shows
-    std::filesystem::current_path(played.path());
+    played.enter();
     setVariable("KOBALTRIX_RECORD_PIXELS", "10");
     ASSERT_EQ(KXBeginRecording((folder / "run.txt").c_str()), -1) << KXError();
     {

@@ -11,7 +11,7 @@
 namespace {
 struct Widgets : EmberNightTest {
     Widgets() {
-        std::filesystem::current_path(folder.path());
+        folder.enter();
         setVariable("HOME", folder.path()); // a place of the browser
         setVariable("TZ", "UTC");
         options.widgets = true;
@@ -81,9 +81,9 @@ TEST_F(Widgets, ThreeLevelsOfMenusOpenAndOneClickElsewhereClosesThem) {
 TEST_F(Widgets, WindowsAreAnsweredByMouseAndKeysAndNothingBelowThemActs) {
     folder.write("night.txt");
     folder.write("other.txt");
-    std::filesystem::create_directory(folder / "moths");
+    std::filesystem::create_directory(_KXFilePath(folder / "moths"));
     for (const char* name : {"night.txt", "other.txt", "moths"}) // the picture tells
-        std::filesystem::last_write_time(folder / name, std::filesystem::file_time_type());
+        std::filesystem::last_write_time(_KXFilePath(folder / name), std::filesystem::file_time_type());
     user->click({130, 258});
     expectShot("widgets_dialog", 270, 180, 260, 120);
     user->click({130, 90}); // the bell is below the question

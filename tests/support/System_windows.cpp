@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <string>
 #include <vector>
 
 #include <io.h>
@@ -166,6 +167,7 @@ int endOfProgram(RunningProgram* program, std::string& output) {
     DWORD count = 0;
     while (ReadFile(program->pipe, part.data(), static_cast<DWORD>(part.size()), &count, nullptr) && count)
         output.append(part.data(), count);
+    std::erase(output, '\r'); // lines end as elsewhere
     WaitForSingleObject(program->process, INFINITE);
     DWORD status = 0;
     GetExitCodeProcess(program->process, &status);

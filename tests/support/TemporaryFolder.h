@@ -38,6 +38,8 @@ public:
     std::string operator/(const std::string& name) const { return _path + "/" + name; }
     const std::string& path() const { return _path; }
 
+    /// Makes it the working folder, as long as it lives.
+    void enter() const { std::filesystem::current_path(_KXFilePath(_path)); }
     /// Writes a file in the folder and returns its path.
     std::string write(const std::string& name, const std::string& content = "content") const {
         const std::string path = *this / name;

@@ -80,7 +80,7 @@ TEST_F(Check, TakesSeveralFilesAndLooksForSheetsBesideThem) {
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(std::ranges::count(run.output, '\n'), 2) << run.output;
     EXPECT_EQ(run.output.find("whole.spr"), std::string::npos);
-    std::filesystem::create_directory(folder / "a folder");
+    std::filesystem::create_directory(_KXFilePath(folder / "a folder"));
     folder.write("a folder/hero.spr", hero);
     expectFault(kxsprite("check 'a folder/hero.spr'"), "a folder/hero.spr", "a folder/hero.png' is missing");
     sheet(16, 15).save(folder / "a folder/hero.png");
@@ -98,7 +98,7 @@ TEST_F(CommandLine, EveryCommandSaysWhatItCannotRead) {
         expectFault(kxsprite(command + " ."), ".", "cannot be read");
         expectFault(kxsprite(command + " cut.spr"), "cut.spr", "");
     }
-    EXPECT_FALSE(std::filesystem::exists(folder / "a.spr"));
+    EXPECT_FALSE(std::filesystem::exists(_KXFilePath(folder / "a.spr")));
 }
 
 TEST_F(CommandLine, RefusesWhatItDoesNotUnderstand) {

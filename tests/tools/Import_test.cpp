@@ -50,7 +50,7 @@ TEST_F(Import, LaysOutTagsAndSlicesOfBothForms) {
 }
 
 TEST_F(Import, AFileWithoutTagsIsOneAnimation) {
-    std::filesystem::create_directory(folder / "art.d");
+    std::filesystem::create_directory(_KXFilePath(folder / "art.d"));
     for (const char* tags : {"", R"(, "frameTags": [])"}) {
         folder.write("art.d/big hero.json", between("\"hero.png\"", "\n }\n}", tags));
         EXPECT_EQ(kxsprite("make 'art.d/big hero.json' --step-ms 50 -o a.spr").output, "");
@@ -102,6 +102,6 @@ TEST_F(Import, RefusesWithTheOptionToChange) {
         expectFault(run, "a.json", said);
         EXPECT_NE(run.output.find(option), std::string::npos) << run.output;
     }
-    EXPECT_FALSE(std::filesystem::exists(folder / "a.spr"));
+    EXPECT_FALSE(std::filesystem::exists(_KXFilePath(folder / "a.spr")));
 }
 } // namespace

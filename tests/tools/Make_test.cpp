@@ -110,7 +110,7 @@ TEST_F(Make, MistakesInJsonAreNamed) {
     Image{32, 16, std::vector<Pixel>(512)}.save(folder / "sheet.png");
     for (const auto& [json, said] : cases)
         expectFault(make(json), "a.json", said);
-    EXPECT_FALSE(std::filesystem::exists(folder / "a.spr"));
+    EXPECT_FALSE(std::filesystem::exists(_KXFilePath(folder / "a.spr")));
 }
 
 TEST_F(Make, SaysWhenTheSpriteCannotBeWritten) {

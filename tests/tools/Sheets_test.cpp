@@ -110,7 +110,7 @@ TEST_F(Drawing, SaysWhatASpriteCannotBe) {
         const Outcome run = kxsprite("make a.ase -o a.spr");
         EXPECT_EQ(run.status, status) << run.output;
         EXPECT_NE(run.output.find(std::string("kxsprite: a.ase: ") + said), std::string::npos) << run.output;
-        EXPECT_NE(std::filesystem::remove(folder / "a.spr"), status == 1) << said;
+        EXPECT_NE(std::filesystem::remove(_KXFilePath(folder / "a.spr")), status == 1) << said;
     }
     folder.write("a.ase", endless(90, false).bytes());
     EXPECT_EQ(kxsprite("make a.ase -o a.spr").output.substr(0, 18), "a.png: 1 x 1, 1 pi");
@@ -134,7 +134,7 @@ Image dot(int width, int height, int x, int y, Pixel color) {
 struct Pictures : Tool {
     Pictures() {
         for (const char* path : {"hero/walk", "hero/.hidden", "bat/fly", "empty"})
-            std::filesystem::create_directories(folder / path);
+            std::filesystem::create_directories(_KXFilePath(folder / path));
         dot(4, 3, 1, 1, blue).save(folder / "hero/walk/10.png");
         dot(4, 3, 2, 1, red).save(folder / "hero/walk/9.png");
         dot(4, 3, 1, 1, blue).save(folder / "hero/walk/11.png");
@@ -160,7 +160,7 @@ TEST_F(Pictures, OfFoldersBecomeAnimations) {
 
 TEST_F(Pictures, OfSeveralSpritesLieOnOneSheet) {
     const std::string command = "pack --sprite hero hero.ase --sprite bat bat --once fly -o out/actors.png";
-    std::filesystem::create_directory(folder / "out");
+    std::filesystem::create_directory(_KXFilePath(folder / "out"));
     EXPECT_EQ(kxsprite(command).output, "out/actors.png: 7 x 2, 3 pictures, 64 % full\n"
                                         "out/hero.spr: cut off by 2 left, 1 top, 2 right, 1 bottom\n"
                                         "out/bat.spr: cut off by 0 left, 0 top, 1 right, 1 bottom\n");
@@ -174,9 +174,9 @@ TEST_F(Pictures, OfSeveralSpritesLieOnOneSheet) {
 }
 
 TEST_F(Pictures, ThatCannotBePackedAreNamed) {
-    std::filesystem::create_directories(folder / "mixed/walk");
+    std::filesystem::create_directories(_KXFilePath(folder / "mixed/walk"));
     dot(1, 1, 0, 0, red).save(folder / "mixed/1.png");
-    std::filesystem::create_directory(folder / "bad");
+    std::filesystem::create_directory(_KXFilePath(folder / "bad"));
     folder.write("bad/1.png", "no picture");
     for (const auto& [arguments, file, said] :
          {std::tuple{"hero hero.ase -o x", "hero.ase", "there is already an animation 'walk'"},
@@ -193,7 +193,7 @@ TEST_F(Pictures, ThatCannotBePackedAreNamed) {
           {"--sprite a/b bat -o x", "x.png", "a name without folders"},
           {"bat -o no/x", "no/x.png", "No such file"}})
         expectFault(kxsprite("pack " + std::string(arguments)), file, said);
-    EXPECT_FALSE(std::filesystem::exists(folder / "x.png"));
+    EXPECT_FALSE(std::filesystem::exists(_KXFilePath(folder / "x.png")));
     for (const char* arguments :
          {"-o x", "bat", "bat -o x --ms 0", "bat -o x --padding 257", "bat -o x --once"})
         EXPECT_EQ(kxsprite("pack " + std::string(arguments)).status, 2) << arguments;

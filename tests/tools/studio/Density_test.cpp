@@ -6,8 +6,8 @@
 
 TEST_F(Tool, DrawsTheStudioInTheDisplaysOwnPixels) {
     for (const char* file : {"owl.png", "owl.json"})
-        std::filesystem::copy_file(std::string(ROOT "/examples/assets/") + file, folder / file);
-    std::filesystem::create_directory(folder / "home");
+        folder.write(file, contentOf(std::string(ROOT "/examples/assets/") + file));
+    std::filesystem::create_directory(_KXFilePath(folder / "home"));
     folder.write("home/settings.txt", "kobaltrix settings 1\nwidth: 940\nheight: 560\nend\n");
     ASSERT_EQ(kxsprite("make owl.json -o owl.spr").status, 0);
     // The pointer rests where nothing answers to it: the window covers this display, wherever it comes up.

@@ -103,7 +103,7 @@ TEST_F(EditorTest, AsksBeforeWorkIsLost) {
     press(KXKeyReturn); // Save, which asks where
     press(KXKeyReturn);
     EXPECT_TRUE(editor->hasQuit());
-    EXPECT_TRUE(std::filesystem::exists(folder / "hero.spr"));
+    EXPECT_TRUE(std::filesystem::exists(_KXFilePath(folder / "hero.spr")));
 
     // Somebody else has changed the file since.
     folder.write("hero.spr", "KXSPRITE");
@@ -139,7 +139,7 @@ TEST_F(EditorTest, PaintsTheSheetAndFollowsItsFile) {
     const Pixels painted = *project().picture;
     KXImage other(64, 16, {0, 0, 1, 1});
     other.writeToPNG((folder / "hero.png").c_str());
-    std::filesystem::last_write_time(folder / "hero.png",
+    std::filesystem::last_write_time(_KXFilePath(folder / "hero.png"),
                                      std::filesystem::file_time_type::clock::now() + std::chrono::seconds(2));
     user.step(60);
     EXPECT_TRUE(*project().picture == painted) << "which the change does not hide";
@@ -174,10 +174,11 @@ TEST_F(EditorTest, OpensADrawingAndSavesItsSheet) {
     EXPECT_TRUE(editor->session().isSaved()) << editor->status();
     const std::string sheet = contentOf(folder / "drawn.png");
     EXPECT_FALSE(sheet.empty());
-    EXPECT_FALSE(std::filesystem::exists(folder / "drawn.studio.json")) << "there is nothing to say";
+    EXPECT_FALSE(std::filesystem::exists(_KXFilePath(folder / "drawn.studio.json")))
+        << "there is nothing to say";
     // The next time another sheet may lie there, which is asked about.
     folder.write("drawn.png", "somebody else's");
-    std::filesystem::remove(folder / "drawn.spr");
+    std::filesystem::remove(_KXFilePath(folder / "drawn.spr"));
     ASSERT_TRUE(editor->open(folder / "drawn.aseprite"));
     save();
     press(KXKeyEscape);
@@ -185,7 +186,7 @@ TEST_F(EditorTest, OpensADrawingAndSavesItsSheet) {
     save();
     press(KXKeyReturn); // Replace
     EXPECT_EQ(contentOf(folder / "drawn.png"), sheet);
-    EXPECT_TRUE(std::filesystem::exists(folder / "drawn.spr"));
+    EXPECT_TRUE(std::filesystem::exists(_KXFilePath(folder / "drawn.spr")));
 }
 
 // Somebody who presses and drags anything but what is about files: nothing falls, and everything is undone.

@@ -69,7 +69,7 @@ TEST_F(StudioFiles, WhatIsSavedComesBack) {
     // A plain sprite needs no file beside it.
     const Project plain = projectOf(documentOf(openProject(path("hero.png")).project));
     EXPECT_EQ(saveProject(plain, path("plain.spr")), "");
-    EXPECT_FALSE(std::filesystem::exists(path("plain.studio.json")));
+    EXPECT_FALSE(std::filesystem::exists(_KXFilePath(path("plain.studio.json"))));
 }
 
 TEST_F(StudioFiles, NothingIsLost) {

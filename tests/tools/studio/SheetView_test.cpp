@@ -180,7 +180,7 @@ TEST_F(SheetTest, ReadsTheSheetAnewWhenItsFileChanges) {
     EXPECT_FALSE(poll());
     folder.write("sheet.png", "\x89PNG half of it");
     EXPECT_FALSE(poll() || poll());
-    std::filesystem::remove(sheetPath);
+    std::filesystem::remove(_KXFilePath(sheetPath));
     EXPECT_FALSE(poll());
     EXPECT_EQ(std::tuple(sheet.width(), sheet.version(), sheet.islands().size()),
               std::tuple(64, version, 8u));

@@ -9,8 +9,8 @@
 namespace {
 struct Studio : Tool {
     Studio() {
-        std::filesystem::copy_file(ROOT "/examples/assets/owl.png", folder / "owl.png");
-        std::filesystem::create_directory(folder / "home");
+        folder.write("owl.png", contentOf(ROOT "/examples/assets/owl.png"));
+        std::filesystem::create_directory(_KXFilePath(folder / "home"));
     }
 
     Outcome edit(const std::string& arguments) const {
@@ -55,7 +55,7 @@ TEST_F(Studio, GoesOnWithWorkThatWasNotSaved) {
     folder.write("session.txt", session + "\n");
     const Outcome run = edit("owl.png --settings home --replay session.txt");
     EXPECT_EQ(run.status, 0) << run.output;
-    EXPECT_FALSE(std::filesystem::exists(folder / "owl.spr"));
+    EXPECT_FALSE(std::filesystem::exists(_KXFilePath(folder / "owl.spr")));
     EXPECT_EQ(edit("owl.png --settings home --screenshot asks.png").status, 0);
     expectLooks("asks.png", "recovery");
 }
