@@ -175,6 +175,10 @@ int keyInTable(int keycode) {
 constexpr int firstOfPositions = 200, firstOfCharacters = 1000;
 constexpr int lastCharacter = 0x10FFFF;
 
+// Keys of positions that SDL names differently from system to system, or alike.
+constexpr std::pair<int, const char*> renamed[] = {{KXKeyMenu, "Menu"},
+                                                   {firstOfPositions + SDL_SCANCODE_MENU, "Other Menu"}};
+
 SDL_Scancode scancode(int position) {
     return static_cast<SDL_Scancode>(position > 0 && position < SDL_NUM_SCANCODES ? position : 0);
 }
@@ -274,6 +278,9 @@ std::string _KXKeyNameText(int key) {
         name = SDL_GetScancodeName(scancode(key - firstOfPositions));
     else if (key > firstOfCharacters && key <= firstOfCharacters + lastCharacter)
         _KXAppendCharacter(name, static_cast<char32_t>(key - firstOfCharacters));
+    for (const auto& [number, text] : renamed)
+        if (number == key)
+            name = text;
     return name.empty() ? unknown : name;
 }
 
@@ -284,6 +291,9 @@ int KXKeyFromName(const char* name) {
         return KXKeyNone;
     for (int key = 1; key < _KXKeyCount; ++key)
         if (nameInTable(key) == name)
+            return key;
+    for (const auto& [key, text] : renamed)
+        if (SDL_strcasecmp(name, text) == 0)
             return key;
     if (SDL_GetScancodeFromName(name)) // in any case: "space" is the key with the name "Space"
         return _KXKeyNumberOf(SDL_GetKeyFromName(name));

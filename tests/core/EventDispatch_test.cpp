@@ -1,6 +1,7 @@
 #include "core/dispatch/EventDispatch.h"
 
 #include "input/InputState.h"
+#include "support/PlatformEvents.h"
 #include "support/WindowTest.h"
 
 #include <Kobaltrix/KXApplication.h>
@@ -14,8 +15,7 @@
 
 namespace {
 struct EventDispatch : WindowTest {
-    // What opening the window has left goes first.
-    EventDispatch() { SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT); }
+    EventDispatch() { forgetPlatformEvents(); }
     ~EventDispatch() override {
         KXSetWindowResizedCallback(nullptr);
         KXSetTouchMovesMouse(-1);

@@ -4,6 +4,7 @@
 
 #include <Kobaltrix/Kobaltrix.h>
 
+#include "support/PlatformEvents.h"
 #include "support/System.h"
 #include "support/TemporaryFolder.h"
 
@@ -60,6 +61,7 @@ TEST_F(Kit, HoldsEveryKeyThatHasAName) {
 }
 
 TEST_F(Kit, DoesWhatAUserDoes) {
+    forgetPlatformEvents();
     // What is done, and what the step is told of it.
     const std::string down = std::to_string(KXInputEventKeyDown), up = std::to_string(KXInputEventKeyUp);
     const std::pair<std::function<void()>, std::vector<std::pair<KXInputEventType, const char*>>> rows[] = {
@@ -196,7 +198,7 @@ TEST_F(Kit, SeesWhatIsDrawnAndWhatItCosts) {
 
 TEST_F(Kit, ComparesWithAGallery) {
     const TemporaryFolder folder;
-    std::filesystem::current_path(folder.path());
+    std::filesystem::current_path(_KXFilePath(folder.path()));
     const KXTestPicture shown = user.look();
     KXTestPicture other = shown;
     other.pixels[3] = {9, 9, 249, 255};
