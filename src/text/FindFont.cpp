@@ -1,7 +1,6 @@
 #include <Kobaltrix/KXFont.h>
 
 #include "core/ground/ErrorSlot.h"
-#include "platform/FilePath.h"
 #include "text/SystemFonts.h"
 
 #include <Kobaltrix/KXString.h>
@@ -57,7 +56,7 @@ static const char* fileOf(const char* name) {
     const bool isFirst =
         FcPatternGetInteger(font.get(), FC_INDEX, 0, &index) != FcResultMatch || (index & 0xFFFF) == 0;
     const char* const file = isFirst ? valueOf(font, FC_FILE, 0) : nullptr;
-    return file ? KXTempString("%s", _KXTextOf(_KXFilePath(file)).c_str()) : nullptr;
+    return file ? KXTempString("%s", _KXFontPath(file).c_str()) : nullptr;
 }
 
 const char* KXFindFont(const char* name) {

@@ -130,9 +130,10 @@ TEST_F(Texture, WritesPNG) {
 
     const std::string nowhere = folder / "no/such/folder.png";
     EXPECT_EQ(texture.writeToPNG(nowhere.c_str()), 0);
-    std::error_code fault;
-    std::filesystem::create_directory(_KXFilePath(nowhere), fault); // fails as well
-    EXPECT_EQ(KXError(), "Unable to write a PNG file (" + nowhere + "): " + fault.message());
+    const std::string refused = "Unable to write a PNG file (" + nowhere + "): ", said = KXError();
+    EXPECT_TRUE(said == refused + "No such file or directory" ||
+                said == refused + std::system_category().message(3)) // the reason of Windows
+        << said;
     EXPECT_EQ(KXTexture().writeToPNG(path.c_str()), 0);
 }
 

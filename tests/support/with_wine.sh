@@ -20,7 +20,7 @@ mkdir "$temporary"
 for name in TEMP TMP; do register Environment $name "Z:${temporary//\//\\}"; done
 # Wine waits two seconds for a window manager whenever a window closes, unless it is told that there is none.
 register 'Software\Wine\X11 Driver' Managed N
-# Wine brings few fonts; it has those of this system.
+# Wine brings few fonts; it has those of this system. Not in folders of their own: fontconfig mixes those up on Windows.
 fonts=$("$wine" winepath -u 'C:\windows\Fonts' 2>"$scratch/wine.log") || die "Wine has no folder of fonts:" "$scratch/wine.log"
-ln -sfn /usr/share/fonts/truetype "$fonts/truetype"
+ln -sf /usr/share/fonts/truetype/*/*.ttf "$fonts"
 run_command "$@"

@@ -221,8 +221,14 @@ TEST_F(TextLayout, FontsComeFromMemoryByNameAndFromTheCache) {
     };
     EXPECT_EQ(printed(packed), printed(sans));
     EXPECT_EQ(KXFont("garbage", 7, KXAliasModeTexture).setSize(9) + KXFont(nullptr, 9, 1).getSize(), 0);
-    for (const char* const name : {"dejavu sans", "sans"}) // in the folder of this system
-        EXPECT_TRUE(std::string(KXFindFont(name)).ends_with("/dejavu/DejaVuSans.ttf")) << KXFindFont(name);
+    for (const char* name : {"dejavu sans", "sans", "serif", "monospace"}) {
+        const char* const path = KXFindFont(name);
+        ASSERT_NE(path, nullptr) << name;
+        EXPECT_NE(KXFont(path, KXAliasModeTexture).setSize(9), 0) << path;
+        EXPECT_EQ(std::string(path).find('\\'), std::string::npos) << path;
+    }
+    EXPECT_EQ(contentOf(KXFindFont("dejavu sans")), bytes);
+    EXPECT_NE(std::string(KXFindFont("sans")), KXFindFont("monospace"));
     for (const char* none : {"No Such Font", "", ":bold", "%s", static_cast<const char*>(nullptr)})
         EXPECT_EQ(KXFindFont(none), nullptr);
     KXFont* const cached = KXCachedFont(testFont(), KXAliasModeTexture, 9);
