@@ -134,8 +134,7 @@ KX_API int KXGUIFontCacheSize();
 KX_API KXFont* KXCachedFont(const char* path, KXAliasMode mode, int size);
 
 /// The file of an installed font by its name, such as "DejaVu Sans", "DejaVu Sans:bold", or one of "sans",
-/// "serif" and "monospace" for what the system has as such. Only where fontconfig knows the system's fonts; on
-/// Windows those in the system's folder and the user's.
-/// The first search may take long; keep the path.
+/// "serif" and "monospace" for what the system has as such. Only where fontconfig knows the system's fonts;
+/// on Windows those in the system's folder and the user's. The first search may take long; keep the path.
 /// @return a temporary string. Null, with a message in KXError(), if there is no such font.
 KX_API const char* KXFindFont(const char* name);
