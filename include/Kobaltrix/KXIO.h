@@ -22,7 +22,9 @@ class KXNetworkBuffer;
 /// after it are not tried); -1 is also the result of writing -1.
 KX_API long KXPutL(long value, FILE* file);
 /// Reads a number. @return 0 to 4294967295, or -1 if the stream ends within it. Convert the result to a
-/// signed int of 32 bits to get negative numbers back.
+/// signed int of 32 bits to get negative numbers back. Where a long has 32 bits itself, as on Windows,
+/// numbers from 2147483648 on come as negative ones, and whether the stream has ended KXStreamIsIntact()
+/// tells; code that converts the result works everywhere.
 KX_API long KXGetL(FILE* file);
 /// Writes a float. @return its value truncated to a long, or -1 if a byte could not be written. Too large a
 /// value gives the largest float that a long holds.
@@ -86,7 +88,7 @@ KX_API void KXIOPutColor(KXColor color, KXIOBuffer io); ///< KXPutColor() or fou
 KX_API void KXIOPutString(const char* string, KXIOBuffer io);
 
 /// KXGetL() or KXNetworkBuffer::readLong(): from a buffer the number comes with its sign, from a file
-/// without. 0 when there is no target.
+/// without, where a long has more than 32 bits. 0 when there is no target.
 KX_API long KXIOGetL(KXIOBuffer io);
 KX_API float KXIOGetF(KXIOBuffer io);       ///< KXGetF() or KXNetworkBuffer::readFloat(); 0 without a target.
 KX_API KXPoint KXIOGetPoint(KXIOBuffer io); ///< KXGetPoint() or two floats; zeros without a target.

@@ -76,7 +76,7 @@ public:
     int volume() const;
     /// Goes to a place in the piece that plays, in seconds from its beginning.
     /// @return false if nothing plays, there is no such place, or its kind of file cannot do it, with a text
-    /// in KXError(). WAV, OGG, FLAC, MP3 and Opus can.
+    /// in KXError(). WAV, OGG, FLAC, MP3 and Opus can. The end of a piece is no place in it.
     bool seek(double seconds);
     /// Where in the piece that plays the music is, in seconds from its beginning: what the device has taken
     /// of it, in whole chunks. 0 if nothing plays. A replay answers as its recording did.

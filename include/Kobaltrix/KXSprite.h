@@ -211,8 +211,8 @@ public:
     /// its end read as frames and boxes of -1 by -1 pixels, 4096 of them at most. A name ends at its first
     /// zero byte. A file that does not begin like a sprite file, or whose version is below 1, changes nothing
     /// but the texture path. KXReloadChangedFiles() has it read again when it changes.
-    /// @return 0 if the file does not begin like a sprite file; it is then kept open until the next such
-    ///   file. -1 in every other case, also when there is no file: ask KXFileExists().
+    /// @return 0 if the file does not begin like a sprite file, and for a folder; the file is then kept open
+    ///   until the next such file. -1 in every other case, also when there is no file: ask KXFileExists().
     int load(const char* path);
     /// Writes texture name, boxes and animations to a sprite file, whole or not at all (see KXSaveFile).
     /// Widths and heights lose their fractions.

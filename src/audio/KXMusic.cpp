@@ -78,17 +78,32 @@ KXMusic::KXMusic(const void* file, std::size_t size) {
 
 KXMusic::~KXMusic() { _loader->unload(); }
 
+static bool mixerIsOpen() {
+    if (_KXMixerIsOpen())
+        return true;
+    Mix_SetError("Audio device hasn't been opened");
+    return false;
+}
+
+// The mixer's readers of files make what they get a number of samples or of milliseconds, whatever it is.
+static bool hasPlace(Mix_Music* piece, double seconds) {
+    constexpr double longest = 1e6; // where the file does not tell
+    const double length = Mix_MusicDuration(piece);
+    if (seconds == 0 || (seconds > 0 && seconds < (length > 0 ? length : longest)))
+        return true;
+    Mix_SetError("no such place");
+    return false;
+}
+
 // Halting comes first: the mixer would wait for the end of a fade.
 bool KXMusic::_begin(const KXMusicOptions& options) {
     stream.next = nullptr;
     stream.isPaused = false;
     Mix_HaltMusic();
-    if (!_KXMixerIsOpen())
-        Mix_SetError("Audio device hasn't been opened");
     const double start = std::isnan(options.startSeconds) ? 0 : std::max(options.startSeconds, 0.0);
-    const bool plays =
-        _KXMixerIsOpen() && Mix_FadeInMusicPos(_music, std::max(options.loops, -1),
-                                               std::max(options.fadeInMilliseconds, 0), start) == 0;
+    const bool plays = mixerIsOpen() && (!_music || hasPlace(_music, start)) &&
+                       Mix_FadeInMusicPos(_music, std::max(options.loops, -1),
+                                          std::max(options.fadeInMilliseconds, 0), start) == 0;
     if (plays) {
         stream.playing = _music;
         _KXVoices.setMusicPlace(start);
@@ -151,9 +166,8 @@ void KXMusic::setVolume(int volume) {
 int KXMusic::volume() const { return Mix_VolumeMusic(-1); }
 
 bool KXMusic::seek(double seconds) {
-    if (!(seconds >= 0))
-        Mix_SetError("no such place");
-    const bool isThere = seconds >= 0 && _KXMixerIsOpen() && Mix_SetMusicPosition(seconds) == 0;
+    const bool isThere =
+        mixerIsOpen() && hasPlace(stream.playing, seconds) && Mix_SetMusicPosition(seconds) == 0;
     if (isThere)
         _KXVoices.setMusicPlace(seconds);
     if (_KXAnswerTo(_KXQuestion::Sound, [isThere] { return isThere; }))

@@ -67,7 +67,10 @@ static std::vector<_KXSocketAddress> find(const char* host, int port, int flags)
     return addresses;
 }
 
-std::vector<_KXSocketAddress> _KXFindAddresses(const char* host, int port) { return find(host, port, 0); }
+// An empty name is this machine's own to some systems.
+std::vector<_KXSocketAddress> _KXFindAddresses(const char* host, int port) {
+    return *host ? find(host, port, 0) : std::vector<_KXSocketAddress>();
+}
 
 std::vector<_KXSocketAddress> _KXReadAddresses(const char* host, int port) {
     return find(host, port, AI_NUMERICHOST);

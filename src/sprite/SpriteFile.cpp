@@ -189,7 +189,7 @@ int KXSprite::load(const char* path) {
 
     File file(path ? _KXOpenFile(path, "r") : nullptr);
     if (!file)
-        return -1;
+        return KXIsDirectory(path) ? 0 : -1; // only some systems open it
     const Beginning beginning = readBeginning(file.get());
     if (beginning == Beginning::Foreign) {
         keepOpen(std::move(file));

@@ -3,6 +3,7 @@
 #include "core/ground/HeapGlobal.h"
 #include "platform/FileFacts.h"
 #include "platform/FilePath.h"
+#include "platform/RenameFile.h"
 #include "ui/Description.h"
 #include "util/Utf8.h"
 
@@ -339,7 +340,7 @@ std::string KXUIFileBrowser::State::taskFails(const std::string& path) const {
     if (task == Task::MakeFolder)
         std::filesystem::create_directory(_KXFilePath(path), error);
     else
-        std::filesystem::rename(_KXFilePath(_KXPathIn(folder, renamed)), _KXFilePath(path), error);
+        error = _KXRenameFile(_KXPathIn(folder, renamed), path);
     return error ? error.message() + ": " + inQuotes(wanted) : "";
 }
 

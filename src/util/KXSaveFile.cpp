@@ -4,10 +4,10 @@
 #include "platform/FileFacts.h"
 #include "platform/FilePath.h"
 #include "platform/MemoryStream.h"
+#include "platform/RenameFile.h"
 #include "util/KXString.h"
 #include "util/WholeFile.h"
 
-#include <filesystem>
 #include <new>
 #include <optional>
 #include <string>
@@ -56,7 +56,7 @@ const char* KXPutFileAside(const char* path) {
         throw std::bad_alloc();
     std::error_code error = *aside ? _KXPathFault(from) : std::make_error_code(std::errc::file_exists);
     if (!error)
-        std::filesystem::rename(_KXFilePath(from), _KXFilePath(to), error);
+        error = _KXRenameFile(from, to);
     if (error)
         _KXReportError("%s: cannot be put aside: %s", from.c_str(), error.message().c_str());
     return error ? nullptr : aside;

@@ -152,7 +152,8 @@ TYPED_TEST(Playable, NeedsAnOpenDeviceAndOutlivesIt) {
     EXPECT_FALSE(this->playsFile(this->file.c_str())) << "a device is opened by KXInitAudio only";
     EXPECT_EQ(KXInitAudio(), -1);
     EXPECT_TRUE(!other->isPlaying() && other->play(-1));
-    std::filesystem::remove(this->file);
+    EXPECT_EQ(KXInitAudio(0, 0, 0, 0), 0);
+    std::filesystem::remove(_KXFilePath(this->file)); // nobody has it open now
     EXPECT_EQ(KXInitAudio(), -1);
     EXPECT_FALSE(other->play(-1)) << "its file has gone";
     EXPECT_EQ(KXInitAudio(0, 0, 0, 0), 0);

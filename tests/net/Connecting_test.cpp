@@ -60,14 +60,17 @@ TEST_F(ConnectingLater, EndsAsItEnds) {
         {"127.0.0.1", 65536, KXNetworkNobodyThere},  {nullptr, port, KXNetworkNameUnknown},
         {"localhost", closed, KXNetworkNobodyThere}};
     EXPECT_EQ(client.state(), KXNetworkNotConnected);
-    for (const auto& [host, to, state] : rows) {
-        SCOPED_TRACE(&host - &std::get<0>(rows[0]));
-        const long open = openFiles();
-        client.beginConnecting(host, to);
-        EXPECT_EQ(end(), state);
-        client.disconnect();
-        EXPECT_EQ(client.state(), KXNetworkNotConnected);
-        EXPECT_EQ(openFiles(), open);
+    long open = 0;
+    for (const bool isFirst : {true, false}) { // when Wine opens files of its own, and keeps them
+        for (const auto& [host, to, state] : rows) {
+            SCOPED_TRACE(&host - &std::get<0>(rows[0]));
+            client.beginConnecting(host, to);
+            EXPECT_EQ(end(), state);
+            client.disconnect();
+            EXPECT_EQ(client.state(), KXNetworkNotConnected);
+            EXPECT_TRUE(isFirst || eventually([=] { return openFiles() <= open; }));
+        }
+        open = openFiles();
     }
     EXPECT_FALSE(client.connect("127.0.0.1", closed));
     EXPECT_EQ(client.state(), KXNetworkNobodyThere);

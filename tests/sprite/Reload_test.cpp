@@ -35,7 +35,7 @@ struct Reload : RenderTest {
     }
     /// A file that was written in a second of its own.
     void touch(const std::string& name) {
-        fs::last_write_time(folder / name, fs::file_time_type() + std::chrono::seconds(++_seconds));
+        fs::last_write_time(_KXFilePath(folder / name), _written += std::chrono::seconds(1));
     }
     void saveSheet(const std::string& name, int width, std::uint8_t blue) {
         Image{width, 8, std::vector<Pixel>(static_cast<std::size_t>(width) * 8, {0, 0, blue, 255})}.save(
@@ -65,7 +65,7 @@ struct Reload : RenderTest {
     KXTestClock clock{5000};
 
 private:
-    int _seconds = 0;
+    fs::file_time_type _written = fs::file_time_type::clock::now() - std::chrono::hours(1);
 };
 
 TEST_F(Reload, ATextureIsTheSameObjectWithOtherPixels) {
@@ -104,7 +104,7 @@ TEST_F(Reload, WhatIsBrokenOrGoneLeavesWhatWasLoaded) {
         EXPECT_EQ(blueOf(texture), 10);
         EXPECT_TRUE(std::strstr(KXError(), "sheet.png: no picture")) << KXError();
     }
-    fs::rename(folder / "sheet.png", folder / "away.png");
+    fs::rename(_KXFilePath(folder / "sheet.png"), _KXFilePath(folder / "away.png"));
     look(3);
     saveSheet("sheet.png", 8, 30);
     look(2);

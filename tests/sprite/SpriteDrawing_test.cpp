@@ -175,7 +175,7 @@ TEST_F(SpriteDrawing, AlwaysWithTheTextureOfThePresent) {
     EXPECT_EQ(blueDrawn(), 0) << "another entry of the same path";
     KXTextureCachePurge();
 
-    std::filesystem::create_directory(folder / "sub");
+    std::filesystem::create_directory(_KXFilePath(folder / "sub"));
     write("sub/other.png", 55);
     sprite.save((folder / "sub/a.spr").c_str());
     sprite.load((folder / "sub/a.spr").c_str());
@@ -183,7 +183,7 @@ TEST_F(SpriteDrawing, AlwaysWithTheTextureOfThePresent) {
     sprite.setTexturePath(folder.path().c_str());
     EXPECT_EQ(blueDrawn(), 99);
     const auto previous = std::filesystem::current_path();
-    std::filesystem::current_path(folder / "sub");
+    std::filesystem::current_path(_KXFilePath(folder / "sub"));
     sprite.load("a.spr");
     EXPECT_EQ(blueDrawn(), 55) << "from the working directory";
     std::filesystem::current_path(previous);

@@ -139,23 +139,27 @@ TEST_F(SpriteFile, RepeatedNamesAndZeroBytes) {
 
 TEST_F(SpriteFile, FilesThatAreNone) {
     load(example);
-    const long open = openFiles();
-    for (int i = 0; i < 100; ++i)
-        EXPECT_EQ(load("KXSPRITX" + example.substr(8)), 0);
-    EXPECT_EQ(sprite.load(folder.path().c_str()), 0);
-    for (const std::string& path : {folder / "missing.spr", folder / "no such folder/a.spr", ""s})
-        EXPECT_EQ(sprite.load(path.c_str()), -1);
-    EXPECT_EQ(sprite.load(nullptr), -1);
-    for (const std::string& path : {folder / "no such folder/a.spr", folder.path(), ""s})
-        EXPECT_EQ(sprite.save(path.c_str()), -1);
-    EXPECT_EQ(sprite.save(nullptr), -1);
-    EXPECT_EQ(sprite.writeToFile(nullptr), 0);
-    const std::string path = folder.write("kept.spr", example);
-    sprite.addAnimation("another");
-    EXPECT_EQ(sprite.writeToFile(path.c_str()), -1);
-    EXPECT_EQ(contentOf(path).size(), example.size() + 4 + 7 + 28);
-    sprite.removeAnimation("another");
-    EXPECT_EQ(summary(sprite), wholeExample);
-    EXPECT_LE(openFiles(), open + 1);
+    long open = 0;
+    for (const bool isFirst : {true, false}) { // when Wine opens files of its own, and keeps them
+        for (int i = 0; i < 100; ++i)
+            EXPECT_EQ(load("KXSPRITX" + example.substr(8)), 0);
+        EXPECT_EQ(sprite.load(folder.path().c_str()), 0);
+        for (const std::string& path : {folder / "missing.spr", folder / "no such folder/a.spr", ""s})
+            EXPECT_EQ(sprite.load(path.c_str()), -1);
+        EXPECT_EQ(sprite.load(nullptr), -1);
+        for (const std::string& path : {folder / "no such folder/a.spr", folder.path(), ""s})
+            EXPECT_EQ(sprite.save(path.c_str()), -1);
+        EXPECT_EQ(sprite.save(nullptr), -1);
+        EXPECT_EQ(sprite.writeToFile(nullptr), 0);
+        const std::string path = folder.write("kept.spr", example);
+        sprite.addAnimation("another");
+        EXPECT_EQ(sprite.writeToFile(path.c_str()), -1);
+        EXPECT_EQ(contentOf(path).size(), example.size() + 4 + 7 + 28);
+        sprite.removeAnimation("another");
+        EXPECT_EQ(summary(sprite), wholeExample);
+        if (isFirst)
+            open = openFiles(); // that of the latest that was none among them
+    }
+    EXPECT_EQ(openFiles(), open);
 }
 } // namespace

@@ -11,9 +11,11 @@
 #include <gtest/gtest.h>
 
 #include <bit>
+#include <cerrno>
 #include <chrono>
 #include <cmath>
 #include <random>
+#include <system_error>
 
 namespace {
 namespace fs = std::filesystem;
@@ -200,7 +202,7 @@ TEST_F(Settings, NeverReplaceAFolder) {
     }
     EXPECT_EQ(settings.load(nullptr), KXSettingsUnreadable);
     EXPECT_EQ(KXPutFileAside((folder / "nothing").c_str()), nullptr);
-    EXPECT_TRUE(told().ends_with("cannot be put aside: No such file or directory")) << told();
+    EXPECT_TRUE(told().ends_with("cannot be put aside: " + std::system_category().message(ENOENT))) << told();
 }
 
 // Four times as much takes about four times as long.

@@ -11,6 +11,7 @@
 #include "input/StepInput.h"
 #include "platform/Environment.h"
 #include "platform/FilePath.h"
+#include "platform/RenameFile.h"
 #include "platform/VideoDriver.h"
 #include "render/KXTexture.h"
 #include "render/KXWindow.h"
@@ -176,19 +177,13 @@ static bool readNumber(const char* name, std::uint64_t& number) {
     return false;
 }
 
-static bool putInPlace(const std::string& from, const std::string& to) {
-    std::error_code error;
-    fs::rename(_KXFilePath(from), _KXFilePath(to), error);
-    return !error;
-}
-
 // A recording grows as the game goes on, and what is there of it counts when the game falls. So the one
 // before it stays until it is whole. The name of that; empty if there is none.
 static std::string setAside(const std::string& path) {
     std::error_code error;
     const std::string before = path + ".before";
     const bool isThere = fs::is_regular_file(_KXFilePath(path), error);
-    return isThere && putInPlace(path, before) ? before : "";
+    return isThere && !_KXRenameFile(path, before) ? before : "";
 }
 
 // @param pixelsEvery unless the environment says of which pictures a hash is kept.
@@ -202,7 +197,7 @@ static int beginRecording(const char* path, std::uint64_t pixelsEvery) {
         _KXReportError("Unable to write a recording at %s%s", path ? path : "(null)",
                        _KXPathFaultText(path).c_str());
         if (!before.empty())
-            putInPlace(before, path);
+            _KXRenameFile(before, path);
         return 0;
     }
     run().before = before;
