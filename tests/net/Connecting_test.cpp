@@ -60,18 +60,24 @@ TEST_F(ConnectingLater, EndsAsItEnds) {
         {"127.0.0.1", 65536, KXNetworkNobodyThere},  {nullptr, port, KXNetworkNameUnknown},
         {"localhost", closed, KXNetworkNobodyThere}};
     EXPECT_EQ(client.state(), KXNetworkNotConnected);
+    // The system keeps something of its own for the first, and Windows for some of the threads that look
+    // names up; what is left open by one of these is left open each time.
+    constexpr int times = 8;
     long open = 0;
-    for (const bool isFirst : {true, false}) { // when Wine opens files of its own, and keeps them
+    for (int i = 0; i <= times; ++i) {
         for (const auto& [host, to, state] : rows) {
             SCOPED_TRACE(&host - &std::get<0>(rows[0]));
             client.beginConnecting(host, to);
             EXPECT_EQ(end(), state);
+            EXPECT_TRUE(state != KXNetworkConnected || acceptOne(server) == 0);
             client.disconnect();
             EXPECT_EQ(client.state(), KXNetworkNotConnected);
-            EXPECT_TRUE(isFirst || eventually([=] { return openFiles() <= open; }));
+            server.disconnectAllClients();
         }
-        open = openFiles();
+        if (i == 0)
+            open = openFiles();
     }
+    EXPECT_LT(openFiles(), open + times);
     EXPECT_FALSE(client.connect("127.0.0.1", closed));
     EXPECT_EQ(client.state(), KXNetworkNobodyThere);
     EXPECT_TRUE(client.connect("127.0.0.1", port));
