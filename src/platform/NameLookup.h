@@ -20,7 +20,8 @@ public:
     /// Once it is done; none for a name that nobody knows.
     const std::vector<_KXSocketAddress>& addresses() const;
 
-private:
     struct Answer;
+
+private:
     std::shared_ptr<Answer> _answer;
 };
