@@ -11,10 +11,20 @@
 #include <memory>
 #include <string>
 
+// Some systems end lines on the clipboard with a return and a newline, whatever was put there.
+static std::string withPlainLines(const std::string& text) {
+    std::string plain;
+    plain.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (text.compare(i, 2, "\r\n") != 0)
+            plain += text[i];
+    return plain;
+}
+
 const char* KXClipboardText() {
     static constinit _KXHeapGlobal<std::string> last;
     const std::unique_ptr<char, decltype(&SDL_free)> text(SDL_GetClipboardText(), SDL_free);
-    last.get() = _KXTextAnswer(text.get());
+    last.get() = withPlainLines(_KXTextAnswer(text.get()));
     return last.get().c_str();
 }
 

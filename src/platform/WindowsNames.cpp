@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <numeric>
 
 namespace {
-enum Fault { None, NoText, Letter, Ending, Device };
+enum Fault { None, NoText, Letter, Ending, Length, Device };
 
 class Faults : public std::error_category {
 public:
@@ -17,6 +18,8 @@ public:
             return "on Windows no name can hold < > : \" | ? * or a control character";
         case Ending:
             return "on Windows no name can end with a dot or a blank";
+        case Length:
+            return "on Windows no name can be longer than 255 letters";
         default:
             return "on Windows CON, NUL and the like are devices, with any extension";
         }
@@ -51,6 +54,14 @@ static bool isUtf8(std::string_view text) {
     return true;
 }
 
+// In units of UTF-16, which the system counts.
+static std::size_t lengthOf(std::string_view utf8) {
+    const auto units = [](std::size_t sum, unsigned char byte) {
+        return sum + ((byte & 0xC0) != 0x80) + (byte >= 0xF0); // two for what lies beyond U+FFFF
+    };
+    return std::accumulate(utf8.begin(), utf8.end(), std::size_t(0), units);
+}
+
 static bool isDevice(std::string_view name) {
     std::string stem(name.substr(0, name.find('.')));
     stem.erase(stem.find_last_not_of(' ') + 1);
@@ -76,6 +87,8 @@ static Fault faultOf(std::string_view name) {
             return letter < ' ' || std::string_view("<>:\"|?*").find(letter) != std::string_view::npos;
         }))
         return Letter;
+    if (lengthOf(name) > 255)
+        return Length;
     if (isDevice(name)) // before its end is looked at: "nul " is one
         return Device;
     return name.ends_with('.') || name.ends_with(' ') ? Ending : None;

@@ -72,6 +72,8 @@ TEST_F(TextInput, OutlivesTheFontsButNotTheLibrary) {
 TEST_F(TextInput, TheClipboardKeepsAText) {
     EXPECT_EQ(KXSetClipboardText("Grüße"), -1);
     EXPECT_STREQ(KXClipboardText(), "Grüße");
+    EXPECT_EQ(KXSetClipboardText("a\r\nb\n\rc\r"), -1);
+    EXPECT_STREQ(KXClipboardText(), "a\nb\n\rc\r") << "lines end alike on every system";
     EXPECT_EQ(KXSetClipboardText(nullptr), -1);
     EXPECT_STREQ(KXClipboardText(), "");
 }

@@ -111,7 +111,8 @@ public:
         const TemporaryFolder folder;
         setVariable("TZ", "UTC");
         for (const char* name : {"moths.txt", "night.png"})
-            std::filesystem::last_write_time(folder.write(name), std::filesystem::file_time_type());
+            std::filesystem::last_write_time(_KXFilePath(folder.write(name)),
+                                             std::filesystem::file_time_type());
         KXUIFileBrowser browser;
         browser.setRect({8, 8}, {390, 280}); // too narrow for places, which differ
         browser.show(KXUIFileBrowserModeSave, folder.path().c_str(), "night.txt");

@@ -212,7 +212,9 @@ struct WidgetsOfAWindow : EveryWidget {
         for (const int number : {clicks, slider.value(), menu.isOpen(), chosen, dialog.buttonIndexClicked(),
                                  list.selectedIndex(), list.firstVisibleIndex()})
             words += ' ' + std::to_string(number);
-        return words + ' ' + entry.text() + ' ' + browser.folder();
+        const std::string_view folder = browser.folder();
+        return words + ' ' + entry.text() + ' ' +
+               std::string(folder.substr(folder.find('/'))); // of any drive
     }
     std::string after(unsigned windowID, const std::string& acts) {
         hands = KXTestUser(windowID);

@@ -53,7 +53,7 @@ TEST_F(TextEntry, KeysEditAndMove) {
                "Delete -> told onee|3; Right Shift+End -> onee|3+1; Left Shift+Left -> onee|3; "
                "Left Ctrl+Delete -> told one|3; Delete -> one|3; A -> one|3; Right Ctrl+A -> one|0+3; "
                "End -> one|3; Left Ctrl+Right Alt+A -> one|3; " // makes a letter on some layouts
-               "Left GUI+A -> one|0+3; Delete -> told |0; "
+               "Left Command+A -> one|0+3; Delete -> told |0; "
                "type x, hold A, hold Left Ctrl -> told x|1"); // A was held before Control came: no shortcut
 }
 
@@ -63,14 +63,15 @@ TEST_F(TextEntry, TheClipboard) {
     entry.select(6, 5);
     expectEach("Left Ctrl+C -> h\u00e9llo w\u00f6rld|6+5; Left Ctrl+X -> told h\u00e9llo |6; "
                "Left Ctrl+V -> told h\u00e9llo w\u00f6rld|11; "
-               "Left GUI+V -> told h\u00e9llo w\u00f6rldw\u00f6rld|16; "
+               "Left Command+V -> told h\u00e9llo w\u00f6rldw\u00f6rld|16; "
                "Left Ctrl+X -> h\u00e9llo w\u00f6rldw\u00f6rld|16"); // nothing is selected
     EXPECT_STREQ(KXClipboardText(), "w\u00f6rld");
     entry.setMaximumLength(8);
     EXPECT_STREQ(entry.text(), "h\u00e9llo w\u00f6");
     entry.select(0, 6);
     SDL_SetClipboardText("a\r\nb\x1b\xc3(\n\xe2\x82\xac ..............");
-    expectEach("Left Ctrl+V -> told a b?( w\u00f6|6");
+    const bool keepsBytes = std::string_view(KXClipboardText()).find("\ufffd") == std::string_view::npos;
+    expectEach(std::string("Left Ctrl+V -> told a b") + (keepsBytes ? "?" : "\ufffd") + "( w\u00f6|6");
     EXPECT_EQ(entry.maximumLength(), 8);
     for (int none : {INT_MIN, 0}) {
         entry.setMaximumLength(none);
@@ -145,7 +146,7 @@ TEST_F(TextEntry, ChangesAreTakenBackAndMadeAgain) {
                "Home, type x, End, Left Shift+Left, Backspace, Backspace, type s -> told changed xonets|6; "
                "Left Ctrl+Z -> told xonet|5; Left Ctrl+Z -> told xonetw|6; "
                "Left Ctrl+Z -> told xonetwo|6+1; Left Ctrl+Z -> told onetwo|0; "
-               "Left GUI+Z -> told one|3; Left Ctrl+Z -> one|3; Left Ctrl+Y -> told onetwo|6; "
+               "Left Command+Z -> told one|3; Left Ctrl+Z -> one|3; Left Ctrl+Y -> told onetwo|6; "
                "Left Ctrl+Left Shift+Z -> told xonetwo|1; type y, Left Ctrl+Y -> told xyonetwo|2");
     entry.setMasked(-1);
     expectEach("type z, Left Ctrl+Z -> told xyzonetwo|3"); // nothing that was hidden comes back
@@ -157,10 +158,10 @@ TEST_F(TextEntry, KeysOfTheOtherDesktop) {
     _KXIsMac = true;
     entry.setText("one two");
     entry.focus();
-    expectEach(
-        "Left Alt+Left -> one two|4; Left GUI+Left -> one two|0; Left GUI+Left Shift+Right -> one two|0+7; "
-        "Left Ctrl+C, Right, Left Ctrl+Left -> one two|6; Left Alt+Backspace -> told one o|4; "
-        "Left GUI+Z -> told one two|6; Left GUI+A -> one two|0+7");
+    expectEach("Left Alt+Left -> one two|4; Left Command+Left -> one two|0; Left Command+Left Shift+Right -> "
+               "one two|0+7; "
+               "Left Ctrl+C, Right, Left Ctrl+Left -> one two|6; Left Alt+Backspace -> told one o|4; "
+               "Left Command+Z -> told one two|6; Left Command+A -> one two|0+7");
     _KXIsMac = false;
 }
 

@@ -64,9 +64,9 @@ TEST_F(Widget, ButtonsAreTrackedApartAndTheGameCanClick) {
 
 TEST_F(Widget, Fonts) {
     EXPECT_EQ(widget.setFontSize(20), 0);
-    EXPECT_EQ(KXError(), (testing::Message() << "Widget(" << static_cast<void*>(&widget)
-                                             << ") is using the global UI font. Its size is not changeable.")
-                             .GetString());
+    EXPECT_STREQ(KXError(),
+                 KXTempString("Widget(%p) is using the global UI font. Its size is not changeable.",
+                              static_cast<void*>(&widget)));
     const KXSize plain = widget._idealSizeForText("Caption");
     EXPECT_EQ(plain.width, KXUIGlobalFontStringBounds("Caption").width + 6);
     EXPECT_EQ(plain.height, std::ceil(_KXUIGlobalFont->ascender()) + 6);

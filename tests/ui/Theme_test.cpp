@@ -29,7 +29,7 @@ TEST_F(Theme, ComesFromAFileWithItsPicturesAndItsFont) {
         image.setPixel(i % 24, y, edge ? white : KXColor{0, i % 24 < 8 ? 1.0f : 0.0f, 1, 1});
     }
     ASSERT_TRUE(image.writeToPNG((folder / "skin.png").c_str()));
-    std::filesystem::copy_file(testFont(), folder / "own.ttf");
+    folder.write("own.ttf", contentOf(testFont()));
     auto themes = std::make_unique<KXUIThemeFile>();
     ASSERT_TRUE(
         themes->load(file(R"({"base": "dark", "font": {"file": "own.ttf", "size": 20}, "padding": [7, 5],

@@ -24,6 +24,17 @@ TEST(WindowsNames, WhatFilesCanBeCalled) {
         EXPECT_FALSE(_KXFaultOfWindowsPath(path)) << path;
         EXPECT_EQ(_KXMarkWindowsPath(path), path);
     }
+    const auto owls = [](int count) { // each two units of UTF-16
+        std::string name;
+        while (count-- > 0)
+            name += "\U0001F989";
+        return name;
+    };
+    for (const std::string& longest : {std::string(255, 'n'), owls(127) + "\u00e9"}) {
+        EXPECT_FALSE(_KXFaultOfWindowsPath("C:/" + longest + "/" + longest)) << longest;
+        const std::string message = _KXFaultOfWindowsPath("C:/" + longest + "n/a").message();
+        EXPECT_NE(message.find("longer than 255"), std::string::npos) << message;
+    }
 }
 
 TEST(WindowsNames, WhatTheyCannotBeCalled) {
