@@ -32,8 +32,8 @@ KX_API int KXIsDirectory(const char* path);
 /// of KXIO.h and whatever else goes by a stream.
 /// @param path may hold any letter on every system. @param mode "r", "w" or "a", with "+" for both ways; a
 /// "b" changes nothing.
-/// @return a stream that the caller closes with fclose(); null, with a text in KXError(), where there is
-/// none.
+/// @return a stream that the caller closes with fclose(); null, with a text in KXError() and a reason in
+/// errno, where there is none.
 KX_API FILE* KXOpenFile(const char* path, const char* mode);
 
 /// Removes a file. @return 0 on success; -1 if there is nothing at @a path, if it is a folder, or if the

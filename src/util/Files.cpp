@@ -45,6 +45,7 @@ FILE* KXOpenFile(const char* path, const char* mode) {
         _KXReportError("Unable to open %s%s", path ? path : "(null)",
                        fault.empty() ? (": " + std::generic_category().message(error)).c_str()
                                      : fault.c_str());
+        errno = error;
     }
     return file;
 }

@@ -23,6 +23,14 @@ struct Widgets : EmberNightTest {
         game.emplace(options);
         user.emplace(*game);
     }
+    /// Gives the browser something to show.
+    void fillFolder() const {
+        folder.write("night.txt");
+        folder.write("other.txt");
+        std::filesystem::create_directory(_KXFilePath(folder / "moths"));
+        for (const char* name : {"night.txt", "other.txt", "moths"}) // the picture tells
+            std::filesystem::last_write_time(_KXFilePath(folder / name), std::filesystem::file_time_type());
+    }
     /// What the widgets have reported; goes on with a new screen.
     void expectReports(const std::string& reports) {
         EXPECT_EQ(testing::internal::GetCapturedStdout(), reports);
@@ -78,12 +86,16 @@ TEST_F(Widgets, ThreeLevelsOfMenusOpenAndOneClickElsewhereClosesThem) {
                   "Menu: Stoke, so that the slider is at 60\nButton: rung 2 times\n");
 }
 
+TEST_F(Widgets, TheBrowserShowsFilesAndThePlacesOfTheUser) {
+    fillFolder();
+    user->clicks({{130, 258}, {350, 250}, {180, 290}});
+    user->press(KXKeyReturn);
+    expectShot("widgets_browser", 160, 98, 482, 314); // without the folder's name
+    testing::internal::GetCapturedStdout();
+}
+
 TEST_F(Widgets, WindowsAreAnsweredByMouseAndKeysAndNothingBelowThemActs) {
-    folder.write("night.txt");
-    folder.write("other.txt");
-    std::filesystem::create_directory(_KXFilePath(folder / "moths"));
-    for (const char* name : {"night.txt", "other.txt", "moths"}) // the picture tells
-        std::filesystem::last_write_time(_KXFilePath(folder / name), std::filesystem::file_time_type());
+    fillFolder();
     user->click({130, 258});
     expectShot("widgets_dialog", 270, 180, 260, 120);
     user->click({130, 90}); // the bell is below the question
@@ -91,7 +103,6 @@ TEST_F(Widgets, WindowsAreAnsweredByMouseAndKeysAndNothingBelowThemActs) {
     user->clicks({{130, 258}, {350, 250}}); // puts it out
     user->click({180, 290});                // to save; asks whether to replace
     user->press(KXKeyReturn);
-    expectShot("widgets_browser", 160, 98, 482, 314); // without the folder's name
     user->presses({KXKeyEscape, KXKeyEscape});
     withKey(KXKeyLeftControl, KXKeyS);
     user->presses({KXKeyReturn, KXKeyReturn});

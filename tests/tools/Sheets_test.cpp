@@ -119,7 +119,7 @@ TEST_F(Drawing, SaysWhatASpriteCannotBe) {
     for (const auto& [arguments, file, said] :
          {std::tuple{"a.ase -o a.png", "a.ase", "the name of the sprite"},
           {"a.ase -o a.spr --sheet b/a.png", "a.ase", "a name without folders"},
-          {"a.ase -o no/a.spr", "no/a.png", "No such file"},
+          {"a.ase -o no/a.spr", "no/a.png", "Unable to write"},
           {"a.json -o a.spr --padding 1", "a.json", "no --padding"}})
         expectFault(kxsprite("make " + std::string(arguments)), file, said);
 }
@@ -191,7 +191,7 @@ TEST_F(Pictures, ThatCannotBePackedAreNamed) {
           {"--sprite a --sprite b bat -o x", "a.spr", "no folder follows its --sprite"},
           {"--sprite a bat --sprite a hero -o x", "x.png", "two sprites have the name 'a'"},
           {"--sprite a/b bat -o x", "x.png", "a name without folders"},
-          {"bat -o no/x", "no/x.png", "No such file"}})
+          {"bat -o no/x", "no/x.png", "Unable to write"}})
         expectFault(kxsprite("pack " + std::string(arguments)), file, said);
     EXPECT_FALSE(std::filesystem::exists(_KXFilePath(folder / "x.png")));
     for (const char* arguments :

@@ -4,6 +4,7 @@
 #include "Paths.h"
 
 #include <Kobaltrix/KXError.h>
+#include <Kobaltrix/KXFile.h>
 
 #include <SDL_image.h>
 
@@ -26,7 +27,7 @@ struct FreeSurface {
 } // namespace
 
 std::string readFile(const std::string& path) {
-    const std::unique_ptr<FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+    const std::unique_ptr<FILE, CloseFile> file(KXOpenFile(path.c_str(), "rb"));
     if (!file)
         throw Fault(std::string("cannot be opened: ") + std::strerror(errno));
     std::string bytes;
