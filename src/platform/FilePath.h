@@ -15,5 +15,7 @@ std::string _KXTextOf(const std::filesystem::path& path);
 std::error_code _KXPathFault(std::string_view path);
 /// A path for libraries that open files by themselves.
 std::string _KXPathForLibraries(std::string_view path);
+/// The same for those that know no UTF-8; empty where they cannot name the file.
+std::string _KXPathForPlainC(std::string_view path);
 /// Whether a letter stands between the parts of a path.
 bool _KXIsSlash(char letter);

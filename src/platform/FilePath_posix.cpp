@@ -10,4 +10,6 @@ std::error_code _KXPathFault(std::string_view) { return {}; }
 
 std::string _KXPathForLibraries(std::string_view path) { return std::string(path); }
 
+std::string _KXPathForPlainC(std::string_view path) { return std::string(path); }
+
 bool _KXIsSlash(char letter) { return letter == '/'; }

@@ -87,7 +87,7 @@ private:
 template<class Base>
 static std::unique_ptr<FTFont> open(const _KXFontSource& source) {
     if (source.bytes.empty())
-        return std::make_unique<Face<Base>>(source.number, _KXPathForLibraries(source.path).c_str());
+        return std::make_unique<Face<Base>>(source.number, _KXPathForPlainC(source.path).c_str());
     return std::make_unique<Face<Base>>(
         source.number, reinterpret_cast<const unsigned char*>(source.bytes.data()), source.bytes.size());
 }

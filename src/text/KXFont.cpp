@@ -3,6 +3,7 @@
 #include "core/ground/ErrorSlot.h"
 #include "core/ground/HeapGlobal.h"
 #include "core/ground/Truncate.h"
+#include "platform/FilePath.h"
 #include "render/GLCheck.h"
 #include "render/GraphicsContext.h"
 #include "render/TextScopes.h"
@@ -11,6 +12,7 @@
 #include "text/GlyphInk.h"
 #include "text/Typeface.h"
 #include "util/Utf8.h"
+#include "util/WholeFile.h"
 
 #include <cmath>
 #include <cstdarg>
@@ -48,8 +50,16 @@ KXFont::KXFont(std::unique_ptr<Sources> sources, int mode)
     KXFont::setSize(10);
 }
 
-KXFont::KXFont(const char* path, int mode)
-    : KXFont(Sources::of(std::make_shared<_KXFontSource>(path ? path : "")), mode) {}
+// What cannot be opened by its name is read.
+static std::shared_ptr<const _KXFontSource> sourceAt(const char* path) {
+    constexpr std::size_t largest = std::size_t{256} << 20;
+    std::string bytes;
+    if (*path && _KXPathForPlainC(path).empty())
+        _KXReadWholeFile(path, largest, bytes);
+    return std::make_shared<_KXFontSource>(path, std::move(bytes));
+}
+
+KXFont::KXFont(const char* path, int mode) : KXFont(Sources::of(sourceAt(path ? path : "")), mode) {}
 
 KXFont::KXFont(const void* bytes, std::size_t size, int mode)
     : KXFont(Sources::of(std::make_shared<_KXFontSource>(

@@ -63,7 +63,7 @@ _KXTypeface::~_KXTypeface() {
 bool _KXTypeface::load(int size) {
     const std::string& bytes = _source->bytes;
     const FT_Error error =
-        bytes.empty() ? FT_New_Face(_library.get(), _KXPathForLibraries(_source->path).c_str(), 0, &_face)
+        bytes.empty() ? FT_New_Face(_library.get(), _KXPathForPlainC(_source->path).c_str(), 0, &_face)
                       : FT_New_Memory_Face(_library.get(), reinterpret_cast<const FT_Byte*>(bytes.data()),
                                            static_cast<FT_Long>(bytes.size()), 0, &_face);
     if (error != 0) {
