@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <random>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -76,7 +77,9 @@ TEST_P(WildReplay, IsTheSameInEachStep) {
     const auto [widgets, seed] = GetParam();
     const TemporaryFolder folder, played; // which the file browser shows
     played.enter();
-    setVariable("KOBALTRIX_RECORD_PIXELS", "10");
+    // On a display what OpenGL draws on may take a new size later than the window, and show less until then.
+    if (videoDriverOfTests == std::string_view("offscreen"))
+        setVariable("KOBALTRIX_RECORD_PIXELS", "10");
     ASSERT_EQ(KXBeginRecording((folder / "run.txt").c_str()), -1) << KXError();
     {
         Options options;
@@ -89,8 +92,8 @@ TEST_P(WildReplay, IsTheSameInEachStep) {
     }
     KXDeInit();
     KXEndRecording();
-    const Outcome replay = runProgram(played, "'" DEMO "' --headless --replay '" + folder / "run.txt" + "'" +
-                                                  (widgets ? " --widgets" : ""));
+    const Outcome replay = runProgram(played, "KOBALTRIX_REPLAY_PACE=fast '" DEMO "' --headless --replay '" +
+                                                  folder / "run.txt" + "'" + (widgets ? " --widgets" : ""));
     EXPECT_EQ(replay.status, 0);
     EXPECT_NE(replay.output.find("Replay: 100"), std::string::npos) << replay.output;
 }
@@ -115,7 +118,7 @@ TEST_P(Nights, AreReplayedBitForBit) {
     if (device == "keys")
         displays.push_back(display(75));
 #else
-    const std::string displays[] = {""};
+    const std::string displays[] = {"KOBALTRIX_REPLAY_PACE=fast"};
 #endif
     const TemporaryFolder folder;
     useFolders(folder);
