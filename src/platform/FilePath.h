@@ -17,5 +17,7 @@ std::error_code _KXPathFault(std::string_view path);
 std::string _KXPathForLibraries(std::string_view path);
 /// The same for those that know no UTF-8; empty where they cannot name the file.
 std::string _KXPathForPlainC(std::string_view path);
+/// The library's text for a path that such a library gives.
+std::string _KXTextOfPlainC(std::string_view path);
 /// Whether a letter stands between the parts of a path.
 bool _KXIsSlash(char letter);

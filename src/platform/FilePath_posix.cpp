@@ -12,4 +12,6 @@ std::string _KXPathForLibraries(std::string_view path) { return std::string(path
 
 std::string _KXPathForPlainC(std::string_view path) { return std::string(path); }
 
+std::string _KXTextOfPlainC(std::string_view path) { return std::string(path); }
+
 bool _KXIsSlash(char letter) { return letter == '/'; }

@@ -26,4 +26,12 @@ std::string _KXPathForPlainC(std::string_view path) {
     return isLost ? "" : narrow;
 }
 
+std::string _KXTextOfPlainC(std::string_view path) {
+    const int length = static_cast<int>(path.size());
+    std::wstring wide(path.size(), L'\0'); // no character takes more there
+    wide.resize(
+        static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, path.data(), length, wide.data(), length)));
+    return _KXNarrowPath(wide);
+}
+
 bool _KXIsSlash(char letter) { return letter == '/' || letter == '\\'; }

@@ -1,6 +1,7 @@
 #include <Kobaltrix/KXFont.h>
 
 #include "core/ground/ErrorSlot.h"
+#include "platform/FilePath.h"
 #include "text/SystemFonts.h"
 
 #include <Kobaltrix/KXString.h>
@@ -56,7 +57,7 @@ static const char* fileOf(const char* name) {
     const bool isFirst =
         FcPatternGetInteger(font.get(), FC_INDEX, 0, &index) != FcResultMatch || (index & 0xFFFF) == 0;
     const char* const file = isFirst ? valueOf(font, FC_FILE, 0) : nullptr;
-    return file ? KXTempString("%s", _KXFontPath(file).c_str()) : nullptr;
+    return file ? KXTempString("%s", _KXTextOfPlainC(file).c_str()) : nullptr;
 }
 
 const char* KXFindFont(const char* name) {

@@ -2,5 +2,3 @@
 
 // The system has settings for it.
 void _KXLoadSystemFonts() {}
-
-std::string _KXFontPath(const char* path) { return path; }

@@ -1,12 +1,6 @@
 #include "text/SystemFonts.h"
 
-#include "platform/Wide.h"
-
 #include <fontconfig/fontconfig.h>
-
-#include <cstring>
-
-#include <windows.h>
 
 // On Windows nobody has settings for fontconfig: these are the game's. Names in capitals are fontconfig's
 // own.
@@ -44,12 +38,4 @@ static bool load() {
 void _KXLoadSystemFonts() {
     static const bool loaded = load();
     static_cast<void>(loaded);
-}
-
-// fontconfig reads folders with calls that know no UTF-8.
-std::string _KXFontPath(const char* path) {
-    const int length = static_cast<int>(std::strlen(path));
-    std::wstring wide(path, path + length); // no character takes more there
-    wide.resize(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, path, length, wide.data(), length)));
-    return _KXNarrowPath(wide);
 }
