@@ -198,7 +198,7 @@ TEST_F(Kit, SeesWhatIsDrawnAndWhatItCosts) {
 
 TEST_F(Kit, ComparesWithAGallery) {
     const TemporaryFolder folder;
-    std::filesystem::current_path(_KXFilePath(folder.path()));
+    folder.enter();
     const KXTestPicture shown = user.look();
     KXTestPicture other = shown;
     other.pixels[3] = {9, 9, 249, 255};

@@ -65,8 +65,7 @@ TEST(Night, HostAndGuestSeeEachOtherMove) {
     {
         Game game(options);
         KXTestUser user(game.app.window.id());
-        const KXKeyNumber way = host ? KXKeyRight : KXKeyLeft;
-        user.hold(way);
+        user.hold(host ? KXKeyRight : KXKeyLeft);
         while (game.frame()) {
         }
         EXPECT_TRUE(game.isGood());

@@ -69,7 +69,7 @@ TEST(FolderListing, PathsAreMadeAbsoluteAndWhatIsThereIsTold) {
     EXPECT_TRUE(_KXReadFolder(missing, {}).error == ENOENT && _KXReadFolder(file, {}).error == ENOTDIR);
     EXPECT_TRUE(_KXKindOf(missing) == _KXPathKind::Nothing && _KXKindOf(file) == _KXPathKind::File);
     EXPECT_EQ(_KXKindOf(folder.path()), _KXPathKind::Folder);
-    fs::current_path(_KXFilePath(folder.path()));
+    folder.enter();
     const char* const inside[][2] = {{"", ""},        {".", ""},           {"a//b/", "/a/b"},
                                      {"./a/.", "/a"}, {"gone/../a", "/a"}, {nullptr, ""}};
     for (const auto& [path, absolute] : inside)

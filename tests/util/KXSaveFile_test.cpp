@@ -13,7 +13,7 @@ TEST_F(SaveFile, TakesThePlaceOfWhatIsThere) {
         EXPECT_EQ(contentOf(folder / name), std::string("\0of ", 4) + name);
     }
     EXPECT_EQ(entries(), 2);
-    fs::current_path(_KXFilePath(folder.path()));
+    folder.enter();
     EXPECT_EQ(save("old", ""), "");
     EXPECT_EQ(fs::file_size(_KXFilePath(old)), 0u);
 }
